@@ -1,0 +1,15 @@
+# What a program that embeds the control needs: headers, libraries, page files.
+include(CMakePackageConfigHelpers)
+
+set(targets zelwbr3_core zelwbr3_headless zelwbr3_recorded zelwbr3_sqlite)
+if(ZELWBR3_DESKTOP)
+  list(APPEND targets zelwbr3_desktop)
+  install(TARGETS zelview)
+endif()
+install(TARGETS zelreport)
+install(TARGETS ${targets} EXPORT zelwbr3-targets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT zelwbr3-targets NAMESPACE zelwbr3:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zelwbr3)
+foreach(folder platform dom framework pages shell headless desktop instances)
+  install(DIRECTORY ${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zelwbr3 FILES_MATCHING PATTERN "*.h")
+endforeach()
+install(DIRECTORY html/ DESTINATION ${CMAKE_INSTALL_DATADIR}/zelwbr3/html)

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace ZELWbr3 {
+
+/// The wire format between the C++ side and a page: a JSON array of whole
+/// numbers and strings, nothing nested. This half writes one.
+class FlatListWriter {
+ public:
+  void Add(std::uint32_t lNumber);
+  /// Text must be valid UTF-8.
+  void Add(std::string_view sText);
+
+  bool Empty() const { return m_sList.empty(); }
+  /// Bytes written so far.
+  std::size_t Size() const { return m_sList.size(); }
+  /// Ends the list and hands it out; the writer is empty again.
+  std::string Take();
+
+ private:
+  std::string m_sList;
+};
+
+/// Reads one, item by item. Throws std::invalid_argument that says what was
+/// expected and where when the text is not such a list.
+class FlatListReader {
+ public:
+  explicit FlatListReader(std::string_view sList);
+
+  bool AtEnd() const { return m_bAtEnd; }
+  std::uint32_t Number();
+  /// A lone surrogate reads as U+FFFD.
+  std::string Text();
+
+ private:
+  [[noreturn]] void Fail(const char* sExpected) const;
+  void Separator();
+
+  std::string_view m_sList;
+  std::size_t m_iPosition = 0;
+  bool m_bAtEnd = false;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace ZELWbr3 {
+
+/// Keeps one handler connected; the connection ends with the handle. Move-only.
+/// Outliving the event is harmless.
+class [[nodiscard]] Connection {
+ public:
+  Connection() = default;
+  explicit Connection(std::shared_ptr<void> oHandler) : m_oHandler(std::move(oHandler)) {}
+  Connection(Connection&&) = default;
+  Connection& operator=(Connection&&) = default;
+
+  void Disconnect() { m_oHandler.reset(); }
+
+ private:
+  std::shared_ptr<void> m_oHandler;
+};
+
+/// Something that handlers can be connected to. Handlers run in the order of
+/// their connection, on the raising thread; one that is connected or
+/// disconnected while the event is being raised takes effect at the next
+/// raise at the latest. What a handler throws reaches the raiser.
+template <typename... Arguments>
+class Event {
+ public:
+  using Handler = std::function<void(Arguments...)>;
+
+  Event() = default;
+  Event(const Event&) = delete;
+  Event& operator=(const Event&) = delete;
+
+  Connection Connect(Handler handler) {
+    std::erase_if(m_handlers, [](const auto& weak) { return weak.expired(); });
+    auto oHandler = std::make_shared<Handler>(std::move(handler));
+    m_handlers.push_back(oHandler);
+    return Connection(std::move(oHandler));
+  }
+
+  /// Safe against a handler that destroys the event's owner: the list is
+  /// copied first and nothing of the event is touched afterwards.
+  void Raise(Arguments... arguments) const {
+    const auto handlers = m_handlers;
+    for (const auto& weak : handlers) {
+      if (const auto oHandler = weak.lock()) (*oHandler)(arguments...);
+    }
+  }
+
+ private:
+  std::vector<std::weak_ptr<Handler>> m_handlers;
+};
+
+}  // namespace ZELWbr3

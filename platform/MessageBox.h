@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+namespace ZELWbr3 {
+
+/// The program's message box: modal to the control's window.
+class MessageBox {
+ public:
+  enum class Buttons { OK, OKCancel, YesNo };
+  enum class Icon { Exclamation, Question };
+  enum class Answer { OK, Cancel, Yes, No };
+
+  virtual ~MessageBox() = default;
+
+  /// Returns when the user has answered. Closing the box without a choice is
+  /// its cancelling answer: Cancel, No, or OK when there is only that.
+  virtual Answer Show(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon) = 0;
+};
+
+}  // namespace ZELWbr3

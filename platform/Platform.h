@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/MessageBox.h"
+#include "platform/MessagePump.h"
+#include "platform/ScreenPointer.h"
+#include "platform/UserLocale.h"
+#include "platform/WebBrowser.h"
+
+#include <memory>
+#include <string>
+
+namespace ZELWbr3 {
+
+/// All doors of one platform. The host makes it, hands it to the control and
+/// keeps it alive for as long as the control.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  /// Makes the browser of one frame (0 to 3). It reports to oEvents, which
+  /// outlives it, until it is destroyed.
+  virtual std::unique_ptr<WebBrowser> MakeWebBrowser(int iFrame, WebBrowserEvents& oEvents) = 0;
+
+  virtual ZELWbr3::MessagePump& MessagePump() = 0;
+  virtual ZELWbr3::ScreenPointer& ScreenPointer() = 0;
+  virtual ZELWbr3::MessageBox& MessageBox() = 0;
+  virtual const ZELWbr3::UserLocale& UserLocale() const = 0;
+
+  /// A line for whoever develops or supports the program; users do not see it.
+  virtual void Trace(const std::string& sText) = 0;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace ZELWbr3 {
+
+class Document;
+
+/// How a navigation treats history and cache; the values add up.
+enum class NavigateFlags {
+  None = 0,
+  NoHistory = 2,
+  NoReadFromCache = 4,
+  NoWriteToCache = 8,
+  Fresh = NoHistory | NoReadFromCache | NoWriteToCache,
+};
+
+/// What an embedded web browser reports about itself. All calls come on the
+/// user-interface thread, out of MessagePump::Turn or the toolkit's own loop,
+/// never out of a call that the control makes.
+class WebBrowserEvents {
+ public:
+  virtual ~WebBrowserEvents() = default;
+
+  /// A navigation begins; bTopLevel is false for one of a sub-frame.
+  virtual void BeforeNavigate(bool bTopLevel) = 0;
+  /// A navigation has reached its document, which may still be loading.
+  virtual void NavigateComplete() = 0;
+  /// A document has loaded. The top-level one is WebBrowser::Document by now.
+  virtual void DocumentComplete(bool bTopLevel) = 0;
+
+  /// A click in the document. The document's active element is the clicked
+  /// one; the browser takes no default action, whatever happens here.
+  virtual void Click() = 0;
+  /// A key pressed in the document, which has it as its current event. True
+  /// means that the browser must not act on it.
+  virtual bool KeyDown() = 0;
+
+  /// The browser's process died; the document is gone. The next Navigate
+  /// starts another one.
+  virtual void ProcessTerminated(const std::string& sReason) = 0;
+};
+
+/// One frame of the control: a picture box with an embedded web browser that
+/// fills it. The browser itself may be made when it is first navigated.
+///
+/// A URL is a file's path, in which a backslash separates folders as a slash
+/// does, or "about:blank", or a URL with a scheme.
+class WebBrowser {
+ public:
+  virtual ~WebBrowser() = default;
+
+  /// Begins a navigation and returns at once. The document shown until then
+  /// takes no more changes.
+  virtual void Navigate(const std::string& sURL, NavigateFlags eFlags) = 0;
+
+  /// The document that has loaded last; null before the first one, and after
+  /// the browser's process died.
+  virtual std::shared_ptr<ZELWbr3::Document> Document() const = 0;
+
+  /// Sends the changes made to the document so far, without waiting.
+  virtual void Flush() = 0;
+  /// True when every change made so far is known to have reached the screen's
+  /// document, or when there is no longer a document that could confirm it.
+  virtual bool Settled() const = 0;
+
+  /// Shows the picture box in front of the others, or hides it.
+  virtual void Visible(bool bVisible) = 0;
+  /// Places the picture box in the control, in the platform's pixels.
+  virtual void Move(int iLeft, int iTop, int iWidth, int iHeight) = 0;
+};
+
+}  // namespace ZELWbr3
