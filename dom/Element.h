@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 #include <vector>
 
 namespace ZELWbr3 {
@@ -29,6 +28,13 @@ class Element {
   using Attribute = std::pair<std::string, std::string>;
   using Attributes = std::vector<Attribute>;
 
+  /// Only documents make elements.
+  class Key {
+    friend class Document;
+    Key() = default;
+  };
+  Element(Key, Document& oDocument, NodeNumber iNumber, const std::string& sTag)
+      : m_oDocument(&oDocument), m_sTag(&sTag), m_iNumber(iNumber) {}
   Element(const Element&) = delete;
   Element& operator=(const Element&) = delete;
 
@@ -101,9 +107,6 @@ class Element {
   friend class DocumentBuilder;
   friend class IdIndex;
   friend class Style;
-
-  Element(Document& oDocument, NodeNumber iNumber, const std::string& sTag)
-      : m_oDocument(&oDocument), m_sTag(&sTag), m_iNumber(iNumber) {}
 
   Element* NthChild(std::size_t iIndex, bool (*Matches)(const Element&)) const;
   void AssignAttribute(std::string_view sName, std::optional<std::string> sValue);
