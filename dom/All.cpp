@@ -4,6 +4,8 @@
 
 namespace ZELWbr3 {
 
-Element* All::item(std::string_view sID) const { return m_oRoot.OwnerDocument().m_ids.FirstBelow(m_oRoot, sID); }
+Element* All::item(std::string_view sID) const {
+  return m_oRoot == nullptr ? nullptr : m_oRoot->OwnerDocument().m_ids.FirstBelow(*m_oRoot, sID);
+}
 
 }  // namespace ZELWbr3

@@ -9,13 +9,14 @@ namespace ZELWbr3 {
 /// on the size of the document.
 class All {
  public:
-  explicit All(const Element& oRoot) : m_oRoot(oRoot) {}
+  /// A null root has nothing below it.
+  explicit All(const Element* oRoot) : m_oRoot(oRoot) {}
 
   Element* item(std::string_view sID) const;
   Element* namedItem(std::string_view sID) const { return item(sID); }
 
  private:
-  const Element& m_oRoot;
+  const Element* m_oRoot;
 };
 
 }  // namespace ZELWbr3

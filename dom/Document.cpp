@@ -12,10 +12,6 @@ Element* Document::body() const {
   return oChild;
 }
 
-Element* Document::item(std::string_view sID) const {
-  return m_oRoot == nullptr ? nullptr : m_ids.FirstBelow(*m_oRoot, sID);
-}
-
 Element* Document::activeElement() const { return m_oActive != nullptr ? m_oActive : body(); }
 
 void Document::Activate(Element* oElement) {

@@ -30,8 +30,8 @@ class Document {
   Element* documentElement() const { return m_oRoot; }
   /// Null when the document has none.
   Element* body() const;
-  /// Every element of the document by id.
-  Element* item(std::string_view sID) const;
+  /// The elements of the document.
+  All all() const { return All(m_oRoot); }
 
   /// The element with the focus: the body unless something else has it, null
   /// in an empty document.

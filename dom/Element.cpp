@@ -155,7 +155,7 @@ bool Element::Precedes(const Element& oOther) const {
   return a->m_iOrder < b->m_iOrder;
 }
 
-All Element::all() { return All(*this); }
+All Element::all() { return All(this); }
 
 Element* Element::NthChild(std::size_t iIndex, bool (*Matches)(const Element&)) const {
   for (Element* oChild = m_oFirstChild; oChild != nullptr; oChild = oChild->m_oNext) {

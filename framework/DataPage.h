@@ -1,0 +1,85 @@
+#pragma once
+
+#include "framework/Page.h"
+#include "framework/ZELHTMLForm.h"
+#include "framework/ZELLib3/Database.h"
+#include "framework/clsHourglass.h"
+#include "platform/Event.h"
+
+#include <functional>
+
+namespace ZELWbr3 {
+
+/// What the pages that show an instance have in common: the instance, the
+/// host's command list, the frame of the page file, refresh and close, command
+/// links, and the rule that no failure leaves the page: what goes wrong while
+/// the page works is shown in the common error display.
+class DataPage : public Page {
+ public:
+  /// Common commands; from 2 on they are the page's own.
+  static constexpr int CommandRefresh = 0;
+  static constexpr int CommandClose = 1;
+
+  const std::shared_ptr<ZELLib3::Database>& Database() const { return m_oDatabase; }
+  void Database(std::shared_ptr<ZELLib3::Database> oDatabase) { m_oDatabase = std::move(oDatabase); }
+
+  std::shared_ptr<ZELCmd3::FCommandlist> Commandlist() const override { return m_oCL; }
+  void Commandlist(std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist);
+
+  /// Shows the page with the Database that was set.
+  void Show() { ShowInFrame(); }
+  /// Keeps the instance as Database and shows the page.
+  void Show(std::shared_ptr<ZELLib3::Database> oDatabase);
+
+  void Hide() override;
+  void CleanUp() override;
+
+  /// Carries out a command of the page; an unknown one does nothing.
+  void Command(Long lCommand);
+
+  bool HandleOnClick(const std::string& sID) override;
+  bool HandleOnKeyDown(Long& lKeyCode, Element* oElement) override;
+  /// A click in the command list is the command with the item's key.
+  void oCL_ItemClick(const ZELCmd3::CommandItem& oItem);
+
+ protected:
+  /// Writes the content. What it throws is reported; what was written stays.
+  virtual void FillContent() = 0;
+  /// The page's own clicks, and commands from 2 on.
+  virtual bool OnClick(const std::string&) { return false; }
+  virtual void OnCommand(Long) {}
+  /// Whether the footer is shown together with the content.
+  virtual bool ShowsFooter() const { return false; }
+  /// Leaves the page; by default for the main frame.
+  virtual void Close();
+
+  ZELHTMLForm& Form() { return m_oForm; }
+  const UserLocale& Locale() const { return Browser().Platform().UserLocale(); }
+
+  /// Writes the text of an element that the page file must have; throws
+  /// std::runtime_error that names it otherwise.
+  void SetText(std::string_view sID, std::string_view sText);
+  Element& RequiredElement(std::string_view sID) const;
+
+  /// The common error display for the instance's last error, or a given one.
+  void ReportLastError();
+  void ReportError(const ZELLib3::Error& oError);
+
+  /// Runs something and reports what it throws; false when it threw. A wait
+  /// that cannot end is no failure of the page and passes.
+  bool Guarded(const std::function<void()>& oWork);
+
+ private:
+  void Fill() override;
+  /// Shows a message box by way of oShow, with the wait cursor suspended.
+  void InFront(const std::function<void(MessageBox&)>& oShow);
+  const std::shared_ptr<clsHourglass>& Hourglass();
+
+  std::shared_ptr<ZELLib3::Database> m_oDatabase;
+  std::shared_ptr<ZELCmd3::FCommandlist> m_oCL;
+  Connection m_oItemClick;
+  ZELHTMLForm m_oForm;
+  std::shared_ptr<clsHourglass> m_oHourglass;
+};
+
+}  // namespace ZELWbr3

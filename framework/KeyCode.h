@@ -1,0 +1,10 @@
+#pragma once
+
+/// The keys that pages know, by the key codes of document events.
+namespace ZELWbr3::KeyCode {
+
+inline constexpr int Enter = 13;
+inline constexpr int Escape = 27;
+inline constexpr int F5 = 116;
+
+}  // namespace ZELWbr3::KeyCode

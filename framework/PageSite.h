@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/Checked.h"
+#include "platform/Platform.h"
+
+#include <memory>
+
+namespace ZELWbr3 {
+
+class Page;
+
+/// What a page may ask of the control that shows it. The control implements
+/// it privately, so the second half is out of a host's reach.
+class PageSite {
+ public:
+  /// Frames that have a name.
+  static constexpr int zelWebBrowserMain = 0;
+  static constexpr int zelWebBrowserWork = 1;
+  static constexpr int zelWebBrowserDetail = 2;
+
+  virtual Long Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) = 0;
+  virtual void ShowOnTop(Long lWebBrowser) = 0;
+  virtual void Refresh(Long lWebBrowser) = 0;
+  virtual Long PreferredUnit() const = 0;
+
+  virtual void NotifyPageComplete(const std::shared_ptr<Page>& oPage) = 0;
+  virtual void RaiseActionBegin() = 0;
+  virtual void RaiseActionComplete(bool bRefresh) = 0;
+  virtual void RaiseCommand(Long lCommand) = 0;
+
+  virtual ZELWbr3::Platform& Platform() = 0;
+  /// Sends what was written to the documents so far, before something that
+  /// pumps messages lets the user look at them.
+  virtual void FlushDocuments() = 0;
+
+ protected:
+  ~PageSite() = default;
+
+  /// Makes this the page's site; the page lets go of it in its CleanUp.
+  void Adopt(Page& oPage);
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,11 @@
+#include "framework/modElement.h"
+
+#include "dom/Style.h"
+
+namespace ZELWbr3::modElement {
+
+void ShowElement(Element* oElement, bool bVisible) {
+  if (oElement != nullptr) oElement->style().display(bVisible ? "" : "none");
+}
+
+}  // namespace ZELWbr3::modElement

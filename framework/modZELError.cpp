@@ -1,0 +1,21 @@
+#include "framework/modZELError.h"
+
+namespace ZELWbr3::modZELError {
+
+namespace {
+
+void ShowText(MessageBox& oBox, const std::string& sText, const std::string& sTitle) {
+  oBox.Show(sText, sTitle, MessageBox::Buttons::OK, MessageBox::Icon::Exclamation);
+}
+
+}  // namespace
+
+void ShowError(MessageBox& oBox, const ZELLib3::Error& oError, const std::string& sTitle) {
+  ShowText(oBox, std::to_string(oError.ErrorCode) + " " + oError.ErrorText, sTitle);
+}
+
+void ShowError(MessageBox& oBox, const std::exception& oError, const std::string& sTitle) {
+  ShowText(oBox, oError.what(), sTitle);
+}
+
+}  // namespace ZELWbr3::modZELError

@@ -1,0 +1,72 @@
+#include "headless/HTMLParser.h"
+
+#include "dom/DocumentBuilder.h"
+#include "dom/Text.h"
+
+#include <gumbo.h>
+
+#include <fstream>
+#include <iterator>
+
+namespace ZELWbr3::Headless {
+
+namespace {
+
+std::string TagName(const GumboElement& oElement) {
+  if (oElement.tag != GUMBO_TAG_UNKNOWN) return gumbo_normalized_tagname(oElement.tag);
+  GumboStringPiece oTag = oElement.original_tag;
+  gumbo_tag_from_original_text(&oTag);
+  std::string sTag(oTag.data, oTag.length);
+  for (char& c : sTag) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return sTag;
+}
+
+void Build(DocumentBuilder& oBuilder, const GumboNode& oNode) {
+  switch (oNode.type) {
+    case GUMBO_NODE_ELEMENT:
+    case GUMBO_NODE_TEMPLATE: {
+      const GumboElement& oElement = oNode.v.element;
+      oBuilder.Begin(TagName(oElement));
+      for (unsigned i = 0; i < oElement.attributes.length; ++i) {
+        const auto& oAttribute = *static_cast<const GumboAttribute*>(oElement.attributes.data[i]);
+        oBuilder.Attribute(oAttribute.name, oAttribute.value);
+      }
+      for (unsigned i = 0; i < oElement.children.length; ++i) {
+        Build(oBuilder, *static_cast<const GumboNode*>(oElement.children.data[i]));
+      }
+      oBuilder.End();
+      break;
+    }
+    case GUMBO_NODE_TEXT:
+    case GUMBO_NODE_WHITESPACE:
+    case GUMBO_NODE_CDATA: oBuilder.Text(oNode.v.text.text); break;
+    case GUMBO_NODE_DOCUMENT:
+    case GUMBO_NODE_COMMENT: break;
+  }
+}
+
+}  // namespace
+
+std::shared_ptr<Document> ParseHTML(std::string_view sHTML) {
+  const auto Destroy = [](GumboOutput* oOutput) { gumbo_destroy_output(&kGumboDefaultOptions, oOutput); };
+  const std::unique_ptr<GumboOutput, decltype(Destroy)> oOutput(
+      gumbo_parse_with_options(&kGumboDefaultOptions, sHTML.data(), sHTML.size()), Destroy);
+  auto oDocument = std::make_shared<Document>();
+  DocumentBuilder oBuilder(*oDocument);
+  Build(oBuilder, *oOutput->root);
+  return oDocument;
+}
+
+std::shared_ptr<Document> LoadPageFile(const std::string& sPath) {
+  std::ifstream oFile(sPath, std::ios::binary);
+  std::string sHTML{std::istreambuf_iterator<char>(oFile), {}};
+  if (oFile.fail() || sHTML.empty()) {
+    sHTML = "<!DOCTYPE html><html lang=\"en\"><head><title>Page not found</title></head><body><h1>Page not found</h1><p>" +
+            Text::EscapeHTML(sPath) + " cannot be read.</p></body></html>";
+  }
+  return ParseHTML(sHTML);
+}
+
+}  // namespace ZELWbr3::Headless

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "dom/Document.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ZELWbr3::Headless {
+
+/// The document of an HTML text, by the same rules that browsers parse with.
+std::shared_ptr<Document> ParseHTML(std::string_view sHTML);
+
+/// The document of a page file; one that says so when it cannot be read.
+std::shared_ptr<Document> LoadPageFile(const std::string& sPath);
+
+}  // namespace ZELWbr3::Headless

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "framework/CommandLists.h"
+#include "platform/Event.h"
+
+namespace ZELWbr3::Headless {
+
+/// A command list without a screen; the user is played by ClickItem.
+class HeadlessCommandlist : public CommandLists {
+ public:
+  /// A click on the item with that key. Throws std::invalid_argument, which
+  /// names the key, when the list shown has no such item or it is disabled.
+  void ClickItem(Long lKey);
+
+  /// The items shown have changed.
+  Event<> Changed;
+
+ private:
+  void ItemsChanged() override { Changed.Raise(); }
+};
+
+}  // namespace ZELWbr3::Headless

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "framework/SystemLocale.h"
+#include "headless/HeadlessWebBrowser.h"
+#include "headless/MessageQueue.h"
+#include "headless/ScriptedAnswers.h"
+#include "platform/Platform.h"
+
+#include <array>
+#include <memory>
+
+namespace ZELWbr3::Headless {
+
+/// The platform without a screen: for tests, for reports, for any program that
+/// wants the pages' content and no window. Serves one control at a time.
+class HeadlessPlatform : public Platform {
+ public:
+  /// Works with the locale of the environment unless given another one.
+  explicit HeadlessPlatform(std::unique_ptr<ZELWbr3::UserLocale> oLocale = std::make_unique<SystemLocale>())
+      : m_oLocale(std::move(oLocale)) {}
+
+  std::unique_ptr<WebBrowser> MakeWebBrowser(int iFrame, WebBrowserEvents& oEvents) override;
+  MessageQueue& MessagePump() override { return m_oQueue; }
+  ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
+  ScriptedAnswers& MessageBox() override { return m_oAnswers; }
+  const ZELWbr3::UserLocale& UserLocale() const override { return *m_oLocale; }
+  void Trace(const std::string& sText) override { Traced.Raise(sText); }
+
+  /// The browser of a frame (0 to 3), while there is a control.
+  HeadlessWebBrowser& Frame(int iFrame) const;
+  /// The browser in front; throws std::logic_error when none is.
+  HeadlessWebBrowser& FrontFrame() const;
+
+  /// A line was traced.
+  Event<const std::string&> Traced;
+
+ private:
+  class Pointer : public ZELWbr3::ScreenPointer {
+   public:
+    Integer MousePointer() const override { return m_iPointer; }
+    void MousePointer(Integer iPointer) override { m_iPointer = iPointer; }
+
+   private:
+    Integer m_iPointer;
+  };
+
+  std::unique_ptr<ZELWbr3::UserLocale> m_oLocale;
+  MessageQueue m_oQueue;
+  Pointer m_oPointer;
+  ScriptedAnswers m_oAnswers;
+  /// Owned by the control; read only while it lives.
+  std::array<HeadlessWebBrowser*, 4> m_frames = {};
+};
+
+}  // namespace ZELWbr3::Headless

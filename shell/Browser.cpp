@@ -1,0 +1,151 @@
+#include "shell/Browser.h"
+
+#include "framework/modLocal.h"
+
+#include <stdexcept>
+
+namespace ZELWbr3 {
+
+std::shared_ptr<void> Browser::s_oResource;
+
+Browser::Browser(ZELWbr3::Platform& oPlatform) : m_oPlatform(oPlatform) {
+  const UserLocale& oLocale = oPlatform.UserLocale();
+  const Long lLCID = oLocale.UserDefaultLCID();
+  m_sDecimalSymbole = modLocal::LocaleString(oLocale, lLCID, int{UserLocale::DecimalSeparator});
+  m_sThousendGroupingSymbole = modLocal::LocaleString(oLocale, lLCID, int{UserLocale::ThousandsSeparator});
+  m_lDecimalPlaces = modLocal::LocaleNumber(oLocale, lLCID, int{UserLocale::DecimalPlaces});
+
+  BrowserFrame::Owner& oOwner = *this;
+  for (int iFrame = 0; iFrame < static_cast<int>(m_frames.size()); ++iFrame) {
+    m_frames[iFrame] = std::make_shared<BrowserFrame>(iFrame, oOwner);
+    m_frames[iFrame]->Attach(oPlatform);
+  }
+}
+
+Browser::~Browser() {
+  m_oAlive.reset();
+  for (const auto& oFrame : m_frames) {
+    if (oFrame->Page != nullptr) oFrame->Page->CleanUp();
+    oFrame->Detach();
+  }
+  for (const auto& oPage : m_registry) {
+    if (oPage != nullptr) oPage->CleanUp();
+  }
+}
+
+std::shared_ptr<Page> Browser::ActPageObj() const {
+  return m_lActPage >= 0 && m_lActPage < static_cast<int>(m_registry.size()) ? m_registry[m_lActPage] : nullptr;
+}
+
+BrowserFrame& Browser::Frame(Long lWebBrowser) const {
+  if (lWebBrowser < 0 || lWebBrowser >= static_cast<int>(m_frames.size())) {
+    throw std::out_of_range("Subscript out of range: there is no frame " + std::to_string(lWebBrowser));
+  }
+  return *m_frames[lWebBrowser];
+}
+
+void Browser::CleanUp() {
+  for (const int iFrame : {zelWebBrowserMain, zelWebBrowserWork, zelWebBrowserDetail}) Clear(iFrame);
+  for (const auto& oPage : m_registry) {
+    if (oPage != nullptr) oPage->CleanUp();
+  }
+  m_registry.fill(nullptr);
+}
+
+Long Browser::Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) {
+  BrowserFrame& oFrame = Frame(lWebBrowser);
+  // 1. The page shown so far goes, unless it is shown again.
+  if (oFrame.Page != nullptr && oFrame.Page->Name() != oPage->Name()) oFrame.Page->Hide();
+  // 2. and 3. The frame's page and URL.
+  Adopt(*oPage);
+  oFrame.Page = oPage;
+  oFrame.URL = m_sHTMLPath + "\\" + oPage->Name() + ".htm";
+  // 4. to 6. Navigate and wait for the document.
+  m_bNavigateComplete = false;
+  m_bPageComplete = false;
+  oFrame.WebBrowser().Navigate(oFrame.URL, NavigateFlags::Fresh);
+  WaitUntil([this] { return m_bNavigateComplete; });
+  // 7. Show it.
+  BringToFront(lWebBrowser);
+  // 8. Wait until the page has filled it and the screen shows that.
+  WaitUntil([this] { return m_bPageComplete; });
+  WaitUntil([&oFrame] { return oFrame.WebBrowser().Settled(); });
+  // 9. Document events follow the frame in front, which this may no longer be.
+  return lWebBrowser;
+}
+
+void Browser::ShowOnTop(Long lWebBrowser) {
+  BringToFront(lWebBrowser);
+  if (const auto oPage = Frame(lWebBrowser).Page) NotifyPageComplete(oPage);
+}
+
+void Browser::Navigate(const std::string& sURL, Long lWebBrowser) {
+  BrowserFrame& oFrame = Frame(lWebBrowser);
+  ReleasePage(oFrame);
+  oFrame.URL = sURL;
+  oFrame.WebBrowser().Navigate(sURL, NavigateFlags::None);
+}
+
+void Browser::Refresh(Long lWebBrowser) {
+  BrowserFrame& oFrame = Frame(lWebBrowser);
+  oFrame.WebBrowser().Navigate(oFrame.URL, NavigateFlags::Fresh);
+}
+
+void Browser::Clear(Long lWebBrowser) { Navigate("about:blank", lWebBrowser); }
+
+void Browser::ReleasePage(BrowserFrame& oFrame) {
+  if (const auto oPage = std::exchange(oFrame.Page, nullptr)) oPage->Hide();
+}
+
+void Browser::BringToFront(Long lWebBrowser) {
+  BrowserFrame& oFrame = Frame(lWebBrowser);
+  if (m_lCurrentFrame != lWebBrowser) {
+    if (m_lCurrentFrame >= 0) Frame(m_lCurrentFrame).WebBrowser().Visible(false);
+    oFrame.WebBrowser().Visible(true);
+    m_lCurrentFrame = lWebBrowser;
+  }
+  // The host's command list shows the list of the page in front, which is
+  // empty for a page that has none.
+  const auto oPage = oFrame.Page;
+  if (const auto oCommandlist = oPage == nullptr ? nullptr : oPage->Commandlist()) m_oCommandlist = oCommandlist;
+  if (const auto oCommandlist = m_oCommandlist.lock()) {
+    oCommandlist->BringToFront(oPage == nullptr ? Long(int{zelWebBrowserPageNone}) : oPage->PageType());
+  }
+}
+
+void Browser::NotifyPageComplete(const std::shared_ptr<Page>& oPage) {
+  m_lActPage = oPage->PageType();
+  m_bPageComplete = true;
+  PageComplete.Raise(oPage);
+}
+
+void Browser::Resize(int iWidth, int iHeight) {
+  for (const auto& oFrame : m_frames) oFrame->WebBrowser().Move(0, 0, iWidth, iHeight);
+}
+
+std::shared_ptr<ZELWbr3::Document> Browser::VisibleDocument() const {
+  return m_lCurrentFrame < 0 ? nullptr : Frame(m_lCurrentFrame).WebBrowser().Document();
+}
+
+void Browser::FlushDocuments() {
+  for (const auto& oFrame : m_frames) oFrame->WebBrowser().Flush();
+}
+
+void Browser::ProcessTerminated(const std::string& sReason) {
+  ++m_iTerminations;
+  m_sTermination = sReason;
+}
+
+void Browser::WaitUntil(const std::function<bool()>& oDone) {
+  const std::weak_ptr<const bool> oAlive = m_oAlive;
+  MessagePump& oPump = m_oPlatform.MessagePump();
+  const int iTerminations = m_iTerminations;
+  while (!oDone()) {
+    FlushDocuments();
+    oPump.Turn();
+    if (oAlive.expired()) throw WaitError("The control was destroyed while it waited");
+    if (m_iTerminations != iTerminations) throw WaitError("The browser's process ended: " + m_sTermination);
+  }
+}
+
+}  // namespace ZELWbr3

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace ZELWbr3 {
+
+/// Forwards an event to a method of an object, for a host that needs a plain
+/// object as a document's event handler. Nothing in the control makes one.
+class clsForward {
+ public:
+  /// An object whose methods can be called by their names.
+  class Destination {
+   public:
+    virtual ~Destination() = default;
+    /// Throws what the method throws; std::invalid_argument for an unknown one.
+    virtual void CallByName(const std::string& sMethod) = 0;
+  };
+
+  void SetDestination(std::shared_ptr<Destination> oInObject, std::string sInMethod) {
+    m_oObject = std::move(oInObject);
+    m_sMethod = std::move(sInMethod);
+    m_bArmed = true;
+  }
+
+  /// Calls the method, once there is a destination.
+  void TheDefaultMethod() const {
+    if (m_bArmed) m_oObject->CallByName(m_sMethod);
+  }
+  void operator()() const { TheDefaultMethod(); }
+
+ private:
+  std::shared_ptr<Destination> m_oObject;
+  std::string m_sMethod;
+  bool m_bArmed = false;
+};
+
+}  // namespace ZELWbr3
