@@ -1,0 +1,195 @@
+#include "instances/sqlite/Connection.h"
+
+#include "instances/sqlite/Statement.h"
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <string_view>
+
+namespace ZELWbr3::SQLite {
+
+namespace {
+
+// The file header: "SQLite format 3" and a NUL, the page size at 16, the
+// version needed to read the file at 19, of which 2 is WAL mode.
+constexpr std::size_t kHeaderBytes = 100;
+constexpr std::string_view kMagic("SQLite format 3\0", 16);
+constexpr unsigned char kWalVersion = 2;
+using HeaderBytes = std::array<unsigned char, kHeaderBytes>;
+
+bool MayAccess(const std::string& sPath, int lMode) {
+  return faccessat(AT_FDCWD, sPath.c_str(), lMode, AT_EACCESS) == 0;
+}
+
+/// A database is written by writing the file and files beside it.
+bool MayWrite(const std::string& sPath) {
+  const std::string sFolder = std::filesystem::path(sPath).parent_path().string();
+  return MayAccess(sPath, W_OK) && MayAccess(sFolder, W_OK | X_OK);
+}
+
+bool HasContent(const std::string& sPath) {
+  const auto oFile = FileId::Of(sPath);
+  return oFile && oFile->Bytes > 0;
+}
+
+/// Says why a name cannot be opened as a database, before the library tries: it
+/// would wait for a writer of a pipe, and has one message for everything.
+void CheckFile(const std::string& sPath) {
+  struct stat oStat {};
+  if (stat(sPath.c_str(), &oStat) != 0) {
+    RaiseError(SQLITE_CANTOPEN, sPath, errno == ENOENT ? "no such file" : std::strerror(errno));
+  }
+  if (S_ISDIR(oStat.st_mode)) RaiseError(SQLITE_CANTOPEN, sPath, "is a folder, not a database file");
+  if (!S_ISREG(oStat.st_mode)) RaiseError(SQLITE_CANTOPEN, sPath, "is not a regular file");
+  if (!MayAccess(sPath, R_OK)) RaiseError(SQLITE_CANTOPEN, sPath, std::strerror(errno));
+}
+
+/// Reads through the library's own file. A descriptor of one's own must not
+/// be used for the database file: closing it would drop every lock that this
+/// process holds on it. Returns the bytes there were, the rest is zero.
+std::size_t ReadFileHeader(sqlite3_file* pFile, const std::string& sPath, HeaderBytes& bytes) {
+  bytes.fill(0);
+  const int rc = pFile->pMethods->xRead(pFile, bytes.data(), kHeaderBytes, 0);
+  if (rc == SQLITE_OK) return kHeaderBytes;
+  sqlite3_int64 lSize = 0;
+  if (rc != SQLITE_IOERR_SHORT_READ || pFile->pMethods->xFileSize(pFile, &lSize) != SQLITE_OK) {
+    RaiseError(rc, sPath, "reading the file header: " + std::string(sqlite3_errstr(rc)));
+  }
+  return static_cast<std::size_t>(lSize);
+}
+
+bool SaysWal(const HeaderBytes& bytes) { return bytes[19] == kWalVersion; }
+
+}  // namespace
+
+Connection::Connection(const std::string& sPath, Access eAccess, const Options& oOptions)
+    : m_sPath(sPath), m_eAccess(eAccess), m_oOptions(oOptions) {
+  CheckFile(m_sPath);
+  if (const auto oFile = FileId::Of(m_sPath)) m_oFile = *oFile;
+  Open();
+  Configure();
+  if (m_eAccess == Access::Exclusive) LockOthersOut();
+  Execute(Handle(), "PRAGMA query_only=1", "protecting the file from changes");
+}
+
+Connection::~Connection() {
+  if (!LeavesWalBehind()) sqlite3_db_config(Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+}
+
+void Connection::Open() {
+  m_oHandle = OpenHandle(m_sPath, SQLITE_OPEN_READONLY);
+  ReadHeader();
+  const bool bMayWrite = MayWrite(sqlite3_db_filename(Handle(), "main"));
+  if (m_eAccess != Access::Figures) {
+    if (!bMayWrite) RaiseError(SQLITE_READONLY, m_sPath, "this needs write access to the file and its folder");
+  } else if (!m_bUsesWal) {
+    return;  // read only, so nothing can be written by accident
+  } else if (!bMayWrite) {
+    // A log that others write can be shared. Without one the file is complete
+    // in itself, and making a log would be refused, or would make one that the
+    // file's owner cannot write.
+    m_bUnchanging = !HasContent(WalPath());
+    if (m_bUnchanging) m_oHandle = OpenHandle(m_sPath, SQLITE_OPEN_READONLY, "immutable=1");
+    return;
+  }
+  m_bMadeWal = m_bUsesWal && !FileId::Of(WalPath());
+  // A read-only connection could not take an empty log away again.
+  m_oHandle = OpenHandle(m_sPath, SQLITE_OPEN_READWRITE);
+}
+
+void Connection::ReadHeader() {
+  HeaderBytes bytes;
+  const std::size_t lBytes = ReadFileHeader(MainFile(), m_sPath, bytes);
+  if (lBytes == 0) {
+    m_iPageSize = static_cast<int>(Number("PRAGMA page_size", "reading the page size"));
+    return;
+  }
+  if (lBytes < kHeaderBytes || std::memcmp(bytes.data(), kMagic.data(), kMagic.size()) != 0) {
+    RaiseError(SQLITE_NOTADB, m_sPath, "is not a SQLite database, or it is encrypted");
+  }
+  const int iStored = bytes[16] << 8 | bytes[17];
+  m_iPageSize = iStored == 1 ? 65536 : iStored;
+  if (m_iPageSize < 512 || (m_iPageSize & (m_iPageSize - 1)) != 0) {
+    RaiseError(SQLITE_NOTADB, m_sPath, "has a damaged header: page size " + std::to_string(iStored));
+  }
+  m_bUsesWal = SaysWal(bytes);
+}
+
+void Connection::Configure() {
+  sqlite3* pHandle = Handle();
+  BusyTimeout(m_oOptions.BusyTimeout);
+  sqlite3_progress_handler(pHandle, 10000, &Connection::OnProgress, this);
+  sqlite3_db_config(pHandle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+  // The schema of a stranger's file is data, not code.
+  sqlite3_db_config(pHandle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(pHandle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+}
+
+void Connection::LockOthersOut() {
+  const std::string sAsked = "locking other connections out";
+  Execute(Handle(), "PRAGMA locking_mode=EXCLUSIVE", sAsked);
+  Execute(Handle(), "BEGIN EXCLUSIVE", sAsked);
+  Execute(Handle(), "COMMIT", sAsked);  // in this locking mode the lock stays
+}
+
+bool Connection::IsCurrent() const {
+  const auto oNow = FileId::Of(m_sPath);
+  if (!oNow || !oNow->IsSameFile(m_oFile)) return false;
+  if (m_bUnchanging) return oNow->IsUnchanged(m_oFile) && !HasContent(WalPath());
+  if (m_eAccess == Access::Exclusive) return true;
+  HeaderBytes bytes;
+  ReadFileHeader(MainFile(), m_sPath, bytes);
+  return SaysWal(bytes) == m_bUsesWal;
+}
+
+/// The library takes an empty log away when the last connection ends, provided
+/// it may do so. That is what happens to a log that this connection made and
+/// nobody has written to; but a file put in the place of the one that was
+/// opened must not lose the log that stands under the same name.
+bool Connection::LeavesWalBehind() const {
+  const auto oNow = FileId::Of(m_sPath);
+  return !m_bMadeWal || !oNow || !oNow->IsSameFile(m_oFile) || HasContent(WalPath());
+}
+
+std::string Connection::WalPath() const { return sqlite3_filename_wal(sqlite3_db_filename(Handle(), "main")); }
+
+sqlite3_file* Connection::MainFile() const {
+  sqlite3_file* pFile = nullptr;
+  sqlite3_file_control(Handle(), "main", SQLITE_FCNTL_FILE_POINTER, &pFile);
+  return pFile;
+}
+
+std::int64_t Connection::MaxPageCount() {
+  const std::string sLimit = m_oOptions.MaxPageCount > 0 ? "=" + std::to_string(m_oOptions.MaxPageCount) : "";
+  return Number("PRAGMA max_page_count" + sLimit, "reading the page limit");
+}
+
+void Connection::BusyTimeout(std::chrono::milliseconds dTimeout) {
+  sqlite3_busy_timeout(Handle(), static_cast<int>(dTimeout.count()));
+}
+
+std::int64_t Connection::Number(const std::string& sSQL, const std::string& sAsked) {
+  m_dDeadline = std::chrono::steady_clock::now() + m_oOptions.StatementTimeout;
+  Statement oStatement(Handle(), sSQL, sAsked);
+  return oStatement.Step() ? oStatement.Number(0) : 0;
+}
+
+std::string Connection::Text(const std::string& sSQL, const std::string& sAsked) {
+  m_dDeadline = std::chrono::steady_clock::now() + m_oOptions.StatementTimeout;
+  Statement oStatement(Handle(), sSQL, sAsked);
+  return oStatement.Step() ? oStatement.Text(0) : std::string();
+}
+
+void Connection::Interrupt() { sqlite3_interrupt(Handle()); }
+
+int Connection::OnProgress(void* pThis) {
+  return std::chrono::steady_clock::now() > static_cast<Connection*>(pThis)->m_dDeadline;
+}
+
+}  // namespace ZELWbr3::SQLite

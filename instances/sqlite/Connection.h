@@ -1,0 +1,86 @@
+#pragma once
+
+#include "instances/sqlite/FileId.h"
+#include "instances/sqlite/Handle.h"
+#include "instances/sqlite/Options.h"
+
+#include <chrono>
+#include <string>
+
+struct sqlite3_file;
+
+namespace ZELWbr3::SQLite {
+
+/// One open database file, from which figures are read and nothing is changed.
+///
+/// The journal mode stays as it is, no frame of the write-ahead log is copied
+/// into the file, not even when the last connection ends, and a file that is
+/// missing is not made. What a file in WAL mode needs beside it while it is
+/// open is taken away again when this connection had to make it. Failures
+/// raise ZELLib3::InstanceError.
+class Connection {
+ public:
+  enum class Access {
+    Figures,    ///< reads; others go on working
+    Recovery,   ///< reads, and may first roll back what a crash left half done
+    Exclusive,  ///< as Recovery, and locks every other connection out
+  };
+
+  /// sPath is absolute. A file that is locked opens all the same, unless
+  /// eAccess is Exclusive.
+  Connection(const std::string& sPath, Access eAccess, const Options& oOptions);
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  /// False when the file has been deleted or replaced, has changed between WAL
+  /// mode and a rollback journal, or has changed at all where it could only be
+  /// opened as one that never changes. Such a connection is to be replaced.
+  bool IsCurrent() const;
+
+  const FileId& File() const { return m_oFile; }
+  /// The file is in WAL mode. This is the one journal mode that a file keeps.
+  bool UsesWal() const { return m_bUsesWal; }
+  /// The write-ahead log is open; not for a file opened as unchanging, nor with
+  /// exclusive access.
+  bool SharesWal() const { return m_bUsesWal && !m_bUnchanging && m_eAccess != Access::Exclusive; }
+  std::string WalPath() const;
+  /// Bytes; SQLite's default for a file that is still empty.
+  int PageSize() const { return m_iPageSize; }
+  /// Raised to the pages the file has when it is larger.
+  std::int64_t MaxPageCount();
+  sqlite3* Handle() const { return m_oHandle.get(); }
+  sqlite3_file* MainFile() const;
+
+  /// How long a read waits for a lock; 0 = it fails at once.
+  void BusyTimeout(std::chrono::milliseconds dTimeout);
+
+  /// The first column of the first row; 0 without a row. sAsked stands in the
+  /// error.
+  std::int64_t Number(const std::string& sSQL, const std::string& sAsked);
+  std::string Text(const std::string& sSQL, const std::string& sAsked);
+
+  /// Ends what is still running, so that the file can be closed at once.
+  void Interrupt();
+
+ private:
+  void Open();
+  void Configure();
+  void ReadHeader();
+  void LockOthersOut();
+  bool LeavesWalBehind() const;
+  static int OnProgress(void* pThis);
+
+  std::string m_sPath;
+  Access m_eAccess;
+  Options m_oOptions;
+  FileId m_oFile;
+  SQLite::Handle m_oHandle;
+  bool m_bUsesWal = false;
+  bool m_bUnchanging = false;  ///< opened as a file that never changes
+  bool m_bMadeWal = false;     ///< there was no log beside the file
+  int m_iPageSize = 0;
+  std::chrono::steady_clock::time_point m_dDeadline;
+};
+
+}  // namespace ZELWbr3::SQLite

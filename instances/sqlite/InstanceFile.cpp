@@ -1,0 +1,125 @@
+#include "instances/sqlite/InstanceFile.h"
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <ctime>
+#include <filesystem>
+#include <utility>
+
+namespace ZELWbr3::SQLite {
+
+namespace {
+
+ZELLib3::Date Now() {
+  const std::time_t tNow = std::time(nullptr);
+  std::tm oTime{};
+  localtime_r(&tNow, &oTime);
+  return {oTime.tm_year + 1900, oTime.tm_mon + 1, oTime.tm_mday, oTime.tm_hour, oTime.tm_min, oTime.tm_sec};
+}
+
+std::string AbsolutePath(const std::string& sPath) {
+  if (sPath.empty()) RaiseError(SQLITE_CANTOPEN, "\"\"", "no file name given");
+  if (sPath.find('\0') != std::string::npos) RaiseError(SQLITE_CANTOPEN, sPath, "the file name holds a NUL character");
+  return std::filesystem::absolute(sPath).lexically_normal().string();
+}
+
+int PrimaryCode(const ZELLib3::InstanceError& oError) { return oError.ErrorObject().ErrorCode & 0xff; }
+
+}  // namespace
+
+InstanceFile::InstanceFile(const std::string& sPath, const Options& oOptions)
+    : m_sPath(AbsolutePath(sPath)), m_oOptions(oOptions) {
+  Open(State::Online);
+  Read();
+}
+
+void InstanceFile::Open(State eState) {
+  const auto eAccess = eState == State::Admin ? Connection::Access::Exclusive : Connection::Access::Figures;
+  m_oConnection = std::make_unique<Connection>(m_sPath, eAccess, m_oOptions);
+  m_eState = eState;
+  m_bLocked = false;
+  m_iPageSize = m_oConnection->PageSize();
+  m_dOpenedOn = Now();
+}
+
+Connection* InstanceFile::Current() {
+  if (m_eState == State::Offline) return nullptr;
+  try {
+    if (m_oConnection && m_oConnection->IsCurrent()) return m_oConnection.get();
+    m_oConnection.reset();
+    Open(m_eState);
+  } catch (const ZELLib3::InstanceError& oError) {
+    m_oConnection.reset();
+    m_oLastError = oError.ErrorObject();
+  }
+  return m_oConnection.get();
+}
+
+bool InstanceFile::Connected() {
+  return m_eState == State::Offline ? access(m_sPath.c_str(), R_OK) == 0 : Current() != nullptr;
+}
+
+int InstanceFile::PageSize() {
+  if (const Connection* pConnection = Current()) m_iPageSize = pConnection->PageSize();
+  return m_iPageSize;
+}
+
+InstanceFile::Reading InstanceFile::Read() {
+  if (!Connected()) return {Condition::NotConnected, {}};
+  if (m_eState == State::Offline) return {Condition::Offline, {}};
+  if (m_eState == State::Admin) return {Condition::Admin, {}};
+  return ReadFigures(*m_oConnection);
+}
+
+InstanceFile::Reading InstanceFile::ReadFigures(Connection& oConnection) {
+  try {
+    Reading oReading{Condition::Online, Usage::Read(oConnection)};
+    if (std::exchange(m_bLocked, false)) oConnection.BusyTimeout(m_oOptions.BusyTimeout);
+    return oReading;
+  } catch (const ZELLib3::InstanceError& oError) {
+    m_oLastError = oError.ErrorObject();
+    if (oError.ErrorObject().ErrorCode == SQLITE_READONLY_ROLLBACK) return {Condition::NeedsRecovery, {}};
+    if (PrimaryCode(oError) != SQLITE_BUSY) throw;
+    // Waited once; a page reads some dozens of figures.
+    oConnection.BusyTimeout(std::chrono::milliseconds::zero());
+    m_bLocked = true;
+    return {Condition::Locked, {}};
+  }
+}
+
+bool InstanceFile::Change(State eState, bool bInterrupt) {
+  const State eBefore = m_eState;
+  if (bInterrupt && m_oConnection) m_oConnection->Interrupt();
+  // The old connection's own locks would stand in the way of the new one.
+  m_oConnection.reset();
+  if (eState == State::Offline) {
+    m_eState = State::Offline;
+    return true;
+  }
+  try {
+    Open(eState);
+    if (Read().Found == Condition::NeedsRecovery) Recover();
+    return true;
+  } catch (const ZELLib3::InstanceError& oError) {
+    m_oConnection.reset();
+    m_eState = eBefore;  // the next read opens the file again
+    m_oLastError = oError.ErrorObject();
+    return false;
+  }
+}
+
+/// Any connection that may write rolls the transaction back before it reads.
+void InstanceFile::Recover() {
+  m_oConnection.reset();
+  Usage::Read(*std::make_unique<Connection>(m_sPath, Connection::Access::Recovery, m_oOptions));
+  Open(State::Online);
+  Read();
+}
+
+bool InstanceFile::Refuse(const std::string& sWhy) {
+  m_oLastError = {SQLITE_ERROR, m_sPath + ": " + sWhy};
+  return false;
+}
+
+}  // namespace ZELWbr3::SQLite

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "instances/sqlite/Connection.h"
+#include "instances/sqlite/Usage.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace ZELWbr3::SQLite {
+
+/// A database file as an instance: its operational state, and the connection
+/// that belongs to the state. The objects that an instance hands out share it.
+///
+/// A connection that is no longer current (the file was replaced, or came back
+/// after it had vanished) is renewed by the next read.
+class InstanceFile {
+ public:
+  /// What the user switches.
+  enum class State { Offline, Admin, Online };
+  /// What a look at the file finds.
+  enum class Condition {
+    Offline,
+    Admin,
+    Online,         ///< figures can be read
+    Locked,         ///< online, but another connection shuts everybody out
+    NeedsRecovery,  ///< an interrupted transaction has to be rolled back first
+    NotConnected,   ///< the file has vanished or cannot be opened
+  };
+  struct Reading {
+    Condition Found = Condition::NotConnected;
+    std::optional<Usage> Figures;  ///< exactly when Found is Online
+  };
+
+  /// Opens the file and reads it once. Raises ZELLib3::InstanceError when it is
+  /// not an existing, readable database.
+  InstanceFile(const std::string& sPath, const Options& oOptions);
+
+  /// Absolute.
+  const std::string& Path() const { return m_sPath; }
+  /// Raises ZELLib3::InstanceError when the file is open but damaged.
+  Reading Read();
+  /// The connection of the present state; null when there is none.
+  Connection* Current();
+  bool Connected();
+  /// Offline closes the file; bInterrupt breaks running statements off first.
+  /// When the change fails the state stays, and LastError says why.
+  bool Change(State eState, bool bInterrupt = false);
+  /// Answers false, for an operation that a file does not have.
+  bool Refuse(const std::string& sWhy);
+
+  const ZELLib3::Error& LastError() const { return m_oLastError; }
+  /// When the present connection was opened.
+  ZELLib3::Date OpenedOn() const { return m_dOpenedOn; }
+  /// Bytes; the last known while the file is closed.
+  int PageSize();
+
+ private:
+  void Open(State eState);
+  void Recover();
+  Reading ReadFigures(Connection& oConnection);
+
+  std::string m_sPath;
+  Options m_oOptions;
+  State m_eState = State::Online;
+  std::unique_ptr<Connection> m_oConnection;
+  bool m_bLocked = false;  ///< the last read found the file locked
+  int m_iPageSize = 0;
+  ZELLib3::Date m_dOpenedOn;
+  ZELLib3::Error m_oLastError{};
+};
+
+}  // namespace ZELWbr3::SQLite

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+namespace ZELWbr3::SQLite {
+
+/// How a database file is opened. None of this is stored in the file, so an
+/// instance can only be told.
+struct Options {
+  /// How long a read waits for a lock that another connection holds. Only the
+  /// first read of a locked file waits, so a page never adds these up.
+  std::chrono::milliseconds BusyTimeout{250};
+  /// How long a single statement may run.
+  std::chrono::milliseconds StatementTimeout{10000};
+  /// The most pages the application lets the file grow to; 0 = SQLite's own
+  /// limit.
+  std::int64_t MaxPageCount = 0;
+};
+
+}  // namespace ZELWbr3::SQLite

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "framework/ZELLib3/Database.h"
+#include "instances/sqlite/Options.h"
+
+#include <memory>
+#include <string>
+
+namespace ZELWbr3::SQLite {
+
+class InstanceFile;
+
+/// A SQLite database file as an instance.
+///
+/// The instance is this program's connection to the file: online while it is
+/// open, admin while it is open and everybody else is locked out, offline while
+/// it is closed. Reading figures changes nothing in the file. The objects that
+/// it hands out may outlive it.
+class SQLiteDatabase : public ZELLib3::Database {
+ public:
+  /// Raises ZELLib3::InstanceError, with one line that names the file and what
+  /// is wrong, for a file that is missing, unreadable or not a database. A file
+  /// that is locked, or has to be recovered first, opens and says so in its
+  /// state.
+  explicit SQLiteDatabase(const std::string& sPath, const Options& oOptions = {});
+
+  std::shared_ptr<ZELLib3::StateInfo> StateInfo() override;
+  std::shared_ptr<ZELLib3::LogSettings> LogSettings() override;
+  ZELLib3::Error LastError() override;
+  /// The file's name without its folder.
+  std::string InstanceName() override;
+  std::shared_ptr<ZELLib3::Version> Version() override;
+  std::string OSVersion() override;
+  std::string OSName() override;
+  /// The file can be opened, or was switched offline and is still there.
+  bool Connected() override;
+  ZELLib3::Long PageSize() override;
+  /// The file's folder.
+  std::string RunDirectory() override;
+
+  bool Shutdown() override;
+  bool ShutdownQuick() override;
+  /// Fails while another connection uses the file: in WAL mode while it is
+  /// open, otherwise while it is within a transaction.
+  bool Admin() override;
+  /// Rolls back first what a crash has left half done.
+  bool Online() override;
+  bool RestartUntil(const ZELLib3::Date&) override;
+  bool AutoLogOff() override;
+
+ private:
+  std::shared_ptr<InstanceFile> m_oFile;
+};
+
+/// Opens an existing database file; the errors are those of SQLiteDatabase.
+std::shared_ptr<ZELLib3::Database> OpenDatabase(const std::string& sPath, const Options& oOptions = {});
+
+}  // namespace ZELWbr3::SQLite
