@@ -1,0 +1,77 @@
+#pragma once
+
+#include "desktop/DesktopMessageBox.h"
+#include "desktop/DesktopPump.h"
+#include "desktop/DesktopScreenPointer.h"
+#include "desktop/Theme.h"
+#include "desktop/WebContext.h"
+#include "framework/SystemLocale.h"
+#include "platform/Platform.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+class wxWindow;
+
+namespace ZELWbr3::Desktop {
+
+class CloseGuard;
+class DesktopWebBrowser;
+
+/// The platform on wxWidgets and WebKit. The four frames lie on each other in
+/// one window of the program.
+///
+/// While a page is waited for, closing the program's window would destroy the
+/// control under the waiting code: the platform holds the close back, ends the
+/// waits with an error, and closes the window when they have ended.
+class DesktopPlatform : public Platform {
+ public:
+  using TraceTo = std::function<void(const std::string&)>;
+
+  /// oParent holds the frames and outlives the browsers, not necessarily the
+  /// platform.
+  explicit DesktopPlatform(wxWindow& oParent);
+  ~DesktopPlatform() override;
+
+  std::unique_ptr<WebBrowser> MakeWebBrowser(int iFrame, WebBrowserEvents& oEvents) override;
+  ZELWbr3::MessagePump& MessagePump() override { return m_oPump; }
+  ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
+  ZELWbr3::MessageBox& MessageBox() override { return m_oMessageBox; }
+  const ZELWbr3::UserLocale& UserLocale() const override { return m_oLocale; }
+  void Trace(const std::string& sText) override;
+
+  /// Where traces go from now on; nowhere at first.
+  void Trace(TraceTo oTrace) { m_oTrace = std::move(oTrace); }
+
+  /// The program's own theme at first.
+  Desktop::Theme Theme() const { return m_eTheme; }
+  /// Changes the pages shown, too.
+  void Theme(Desktop::Theme eTheme);
+
+  /// Gives the keyboard to the page in front.
+  void Focus();
+
+  wxWindow& Parent() const { return m_oParent; }
+  const WebContext& Context() const { return m_oContext; }
+  DesktopPump& Pump() { return m_oPump; }
+  /// The browsers that exist now, by no particular order.
+  const std::vector<DesktopWebBrowser*>& Browsers() const { return m_oBrowsers; }
+
+ private:
+  friend class DesktopWebBrowser;
+
+  wxWindow& m_oParent;
+  TraceTo m_oTrace;
+  WebContext m_oContext;
+  DesktopPump m_oPump;
+  DesktopScreenPointer m_oPointer;
+  DesktopMessageBox m_oMessageBox;
+  SystemLocale m_oLocale;
+  Desktop::Theme m_eTheme;
+  std::vector<DesktopWebBrowser*> m_oBrowsers;
+  std::unique_ptr<CloseGuard> m_oCloseGuard;
+};
+
+}  // namespace ZELWbr3::Desktop

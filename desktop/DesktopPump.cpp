@@ -1,0 +1,96 @@
+#include "desktop/DesktopPump.h"
+
+#include <wx/app.h>
+#include <wx/evtloop.h>
+
+#include <exception>
+#include <optional>
+#include <utility>
+
+namespace ZELWbr3::Desktop {
+
+struct DesktopPump::State {
+  Trace oTrace;
+  int iDepth = 0;
+  /// Why the waits that are going on end; empty while they may go on.
+  std::string sEnd;
+  std::exception_ptr oError;
+
+  /// Throws what the waiting one has to know.
+  void Check() {
+    if (oError != nullptr) std::rethrow_exception(std::exchange(oError, nullptr));
+    if (!sEnd.empty()) throw WaitError(sEnd);
+  }
+
+  void TraceError(const std::exception_ptr& oThrown) {
+    try {
+      std::rethrow_exception(oThrown);
+    } catch (const std::exception& o) {
+      if (oTrace) oTrace(std::string("Nobody waited for this error: ") + o.what());
+    }
+  }
+};
+
+DesktopPump::DesktopPump(Trace oTrace) : m_oState(std::make_shared<State>()) { m_oState->oTrace = std::move(oTrace); }
+
+DesktopPump::~DesktopPump() {
+  m_oState->oTrace = nullptr;
+  EndWaits("The control was destroyed");
+}
+
+void DesktopPump::Turn() {
+  const std::shared_ptr<State> oState = m_oState;
+  oState->Check();
+
+  struct Level {
+    explicit Level(State& o) : oState(o) { ++oState.iDepth; }
+    ~Level() {
+      if (--oState.iDepth == 0) oState.sEnd.clear();
+    }
+    State& oState;
+  } oLevel(*oState);
+
+  // A program that shows a page before its main loop runs has no loop yet.
+  wxEventLoopBase* oLoop = wxEventLoopBase::GetActive();
+  std::unique_ptr<wxEventLoopBase> oOwn;
+  std::optional<wxEventLoopActivator> oActivator;
+  if (oLoop == nullptr) {
+    oOwn = std::make_unique<wxEventLoop>();
+    oLoop = oOwn.get();
+    oActivator.emplace(oLoop);
+  }
+  // The result says nothing: after a modal dialog it is false at every call.
+  oLoop->Dispatch();
+  oState->Check();
+}
+
+void DesktopPump::Drain() {
+  wxEventLoopBase* oLoop = wxEventLoopBase::GetActive();
+  // Bounded, so that an animation cannot hold up the work.
+  for (int i = 0; oLoop != nullptr && i < 100 && oLoop->Pending(); ++i) {
+    const std::shared_ptr<State> oState = m_oState;
+    oLoop->Dispatch();
+    oState->Check();
+  }
+}
+
+void DesktopPump::Deliver(const std::function<void()>& oHandler) {
+  const std::shared_ptr<State> oState = m_oState;
+  try {
+    oHandler();
+  } catch (...) {
+    if (oState->iDepth > 0 && oState->oError == nullptr) {
+      oState->oError = std::current_exception();
+    } else {
+      oState->TraceError(std::current_exception());
+    }
+  }
+}
+
+bool DesktopPump::Waiting() const { return m_oState->iDepth > 0; }
+
+void DesktopPump::EndWaits(const std::string& sReason) {
+  if (m_oState->iDepth > 0) m_oState->sEnd = sReason;
+}
+
+}  // namespace ZELWbr3::Desktop

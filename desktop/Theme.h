@@ -1,0 +1,12 @@
+#pragma once
+
+namespace ZELWbr3::Desktop {
+
+/// How pages look. The browser would take this from the desktop's settings,
+/// whatever the program looks like, so it is told to the pages explicitly.
+enum class Theme { Light, Dark };
+
+/// The theme that the program's windows have now.
+Theme SystemTheme();
+
+}  // namespace ZELWbr3::Desktop

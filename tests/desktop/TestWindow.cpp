@@ -1,0 +1,159 @@
+#include "tests/desktop/TestWindow.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include <unistd.h>
+#include <wx/app.h>
+#include <wx/timer.h>
+#include <wx/utils.h>
+
+namespace ZELWbr3::Desktop {
+
+namespace {
+
+/// One line for each element, attribute and text.
+void Describe(const Element& oElement, std::string& sOut) {
+  sOut += "<" + oElement.tagName() + " " + std::to_string(oElement.Number()) + "\n";
+  for (const auto& [sName, sValue] : oElement.attributes()) sOut += "@" + sName + "=" + sValue + "\n";
+  if (!oElement.text().empty()) sOut += "\"" + oElement.text() + "\n";
+  for (const Element* o = oElement.firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
+    Describe(*o, sOut);
+    if (!o->tail().empty()) sOut += "\"" + o->tail() + "\n";
+  }
+  sOut += ">\n";
+}
+
+std::string DescribeLive(const std::string& sList) {
+  FlatListReader oList(sList);
+  std::string sOut;
+  bool bText = false;  // neighbouring texts are one to the replica
+  while (!oList.AtEnd()) {
+    const auto eItem = oList.Number();
+    if (bText && eItem != 3) sOut += "\n";
+    if (eItem == 1) {
+      const std::string sTag = oList.Text();
+      sOut += "<" + sTag + " " + std::to_string(oList.Number()) + "\n";
+    } else if (eItem == 2) {
+      const std::string sName = oList.Text();
+      sOut += "@" + sName + "=" + oList.Text() + "\n";
+    } else if (eItem == 3) {
+      sOut += (bText ? "" : "\"") + oList.Text();
+    } else {
+      sOut += ">\n";
+    }
+    bText = eItem == 3;
+  }
+  return sOut;
+}
+
+}  // namespace
+
+TestWindow::TestWindow() {
+  std::string sTemplate = (std::filesystem::temp_directory_path() / "zelwbr3-desktop-XXXXXX").string();
+  Folder = mkdtemp(sTemplate.data());
+  Frame = new wxFrame(nullptr, wxID_ANY, "Test", wxPoint(0, 0), wxSize(800, 600));
+  Frame->Show();
+  Platform = std::make_unique<DesktopPlatform>(*Frame);
+  Platform->Trace([this](const std::string& sText) { Traces.push_back(sText); });
+}
+
+TestWindow::~TestWindow() {
+  Platform.reset();
+  Frame->Destroy();
+  wxTheApp->ProcessPendingEvents();
+  std::filesystem::remove_all(Folder);
+}
+
+void TestWindow::WaitFor(const char* sWhat, const std::function<bool()>& oCondition) {
+  bool bLate = false;
+  wxTimer oDeadline;
+  oDeadline.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { bLate = true; });
+  oDeadline.StartOnce(20'000);
+  while (!oCondition() && !bLate) Platform->Pump().Turn();
+  if (bLate) throw std::runtime_error(std::string("Waited in vain for ") + sWhat);
+}
+
+void TestWindow::Show(DesktopWebBrowser& oBrowser, RecordedEvents& oEvents, const std::string& sURL) {
+  const int iDocuments = oEvents.Documents;
+  oBrowser.Navigate(sURL, NavigateFlags::Fresh);
+  WaitFor("a document", [&] { return oEvents.Documents > iDocuments && oBrowser.Settled(); });
+}
+
+std::string TestWindow::PageFile(const std::string& sName, const std::string& sBody, const std::string& sHead) {
+  const std::filesystem::path oPath = Folder / sName;
+  std::filesystem::create_directories(oPath.parent_path());
+  std::ofstream(oPath) << "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\"><title>Test</title>" << sHead
+                       << "</head><body id=\"body\">" << sBody << "</body></html>";
+  return oPath.string();
+}
+
+std::string TestWindow::Ask(DesktopWebBrowser& oBrowser, const std::string& sScript) {
+  std::optional<WebView::Outcome> oOutcome;
+  oBrowser.View()->Run(sScript, [&](const WebView::Outcome& o) { oOutcome = o; });
+  WaitFor("an answer of the page", [&] { return oOutcome.has_value(); });
+  if (!oOutcome->Error.empty()) throw std::runtime_error(sScript + ": " + oOutcome->Error);
+  return oOutcome->Result;
+}
+
+Element& TestWindow::ByID(DesktopWebBrowser& oBrowser, const std::string& sID) {
+  Element* oElement = oBrowser.Document()->all().item(sID);
+  if (oElement == nullptr) throw std::runtime_error("No element " + sID);
+  return *oElement;
+}
+
+void TestWindow::ExpectLiveEqualsReplica(DesktopWebBrowser& oBrowser) {
+  oBrowser.Flush();
+  WaitFor("the changes", [&] { return oBrowser.Settled(); });
+  std::string sLive;
+  oBrowser.LiveDocument([&](const std::string& sList) { sLive = sList; });
+  WaitFor("the live document", [&] { return !sLive.empty(); });
+  std::string sReplica;
+  Describe(*oBrowser.Document()->documentElement(), sReplica);
+  const std::string sShown = DescribeLive(sLive);
+  if (sShown == sReplica) return;
+  const auto [a, b] = std::ranges::mismatch(sShown, sReplica);
+  const auto iPlace = static_cast<std::size_t>(a - sShown.begin());
+  const auto iFrom = iPlace > 200 ? iPlace - 200 : 0;
+  ADD_FAILURE() << "The browser's document differs from the replica at byte " << iPlace << "; browser:\n"
+                << sShown.substr(iFrom, 400) << "\nreplica:\n"
+                << sReplica.substr(iFrom, 400);
+}
+
+void TestWindow::ClickOn(DesktopWebBrowser& oBrowser, const std::string& sID, int iButton) {
+  const std::string sPlace = Ask(oBrowser, "(() => { const r = document.getElementById('" + sID +
+                                               "').getBoundingClientRect();"
+                                               "return Math.round(r.x + r.width / 2) + ' ' + Math.round(r.y + r.height / 2); })()");
+  int x = 0;
+  int y = 0;
+  std::istringstream(sPlace) >> x >> y;
+  const wxPoint oOrigin = Frame->ClientToScreen(wxPoint(0, 0));
+  wxExecute("xdotool mousemove " + std::to_string(oOrigin.x + x) + " " + std::to_string(oOrigin.y + y) + " click " +
+                std::to_string(iButton),
+            wxEXEC_ASYNC);
+}
+
+void TestWindow::Press(const std::string& sKey) { wxExecute("xdotool key " + sKey, wxEXEC_ASYNC); }
+
+TestBrowser::TestBrowser() : Browser(std::make_unique<DesktopWebBrowser>(*Platform, Events)) {
+  Browser->Visible(true);
+}
+
+std::vector<int> WebProcesses() {
+  std::vector<int> oProcesses;
+  for (const auto& oEntry : std::filesystem::directory_iterator("/proc")) {
+    std::ifstream oStat(oEntry.path() / "stat");
+    int iProcess = 0;
+    std::string sName;
+    char cState = 0;
+    int iParent = 0;
+    if (oStat >> iProcess >> sName >> cState >> iParent && iParent == getpid() && cState != 'Z' &&
+        sName.starts_with("(WebKitWebPro")) {
+      oProcesses.push_back(iProcess);
+    }
+  }
+  return oProcesses;
+}
+
+}  // namespace ZELWbr3::Desktop
