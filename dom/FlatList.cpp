@@ -86,14 +86,26 @@ std::string FlatListReader::Text() {
 
     if (m_iPosition >= m_sList.size()) Fail("an escaped character");
     switch (const char c = m_sList[m_iPosition++]) {
-      case 'n': sText += '\n'; break;
-      case 't': sText += '\t'; break;
-      case 'r': sText += '\r'; break;
-      case 'b': sText += '\b'; break;
-      case 'f': sText += '\f'; break;
+      case 'n':
+        sText += '\n';
+        break;
+      case 't':
+        sText += '\t';
+        break;
+      case 'r':
+        sText += '\r';
+        break;
+      case 'b':
+        sText += '\b';
+        break;
+      case 'f':
+        sText += '\f';
+        break;
       case '"':
       case '\\':
-      case '/': sText += c; break;
+      case '/':
+        sText += c;
+        break;
       case 'u': {
         char32_t lCodePoint = Hex4();
         const bool bHigh = lCodePoint >= 0xD800 && lCodePoint < 0xDC00;
@@ -110,7 +122,8 @@ std::string FlatListReader::Text() {
         ZELWbr3::Text::AppendCodePoint(sText, lCodePoint);
         break;
       }
-      default: Fail("an escaped character");
+      default:
+        Fail("an escaped character");
     }
   }
   Separator();

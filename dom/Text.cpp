@@ -72,12 +72,23 @@ std::string EscapeHTML(std::string_view sText) {
   sEscaped.reserve(sText.size());
   for (const char c : sText) {
     switch (c) {
-      case '&': sEscaped += "&amp;"; break;
-      case '<': sEscaped += "&lt;"; break;
-      case '>': sEscaped += "&gt;"; break;
-      case '"': sEscaped += "&quot;"; break;
-      case '\r': sEscaped += "&#13;"; break;  // a parser would make a line feed of it
-      default: sEscaped += c;
+      case '&':
+        sEscaped += "&amp;";
+        break;
+      case '<':
+        sEscaped += "&lt;";
+        break;
+      case '>':
+        sEscaped += "&gt;";
+        break;
+      case '"':
+        sEscaped += "&quot;";
+        break;
+      case '\r':
+        sEscaped += "&#13;";
+        break;  // a parser would make a line feed of it
+      default:
+        sEscaped += c;
     }
   }
   return sEscaped;

@@ -53,8 +53,11 @@ void DataPage::Command(Long lCommand) {
       BeginReload();
       Browser().Refresh(WebBrowser());
       break;
-    case CommandClose: Close(); break;
-    default: OnCommand(lCommand);
+    case CommandClose:
+      Close();
+      break;
+    default:
+      OnCommand(lCommand);
   }
 }
 

@@ -49,14 +49,18 @@ std::string SystemLocale::LocaleInfo(Long, Long lItem) const {
   // Without groups the library still names a separator.
   const std::string sGroups = Groups(oNumbers.grouping());
   switch (lItem) {
-    case DecimalSeparator: return ToUTF8(std::wstring(1, oNumbers.decimal_point()));
-    case ThousandsSeparator: return sGroups.empty() ? "" : ToUTF8(std::wstring(1, oNumbers.thousands_sep()));
-    case Grouping: return sGroups;
+    case DecimalSeparator:
+      return ToUTF8(std::wstring(1, oNumbers.decimal_point()));
+    case ThousandsSeparator:
+      return sGroups.empty() ? "" : ToUTF8(std::wstring(1, oNumbers.thousands_sep()));
+    case Grouping:
+      return sGroups;
     case DecimalPlaces: {
       const int iDigits = std::use_facet<Money>(m_oLocale).frac_digits();
       return std::to_string(iDigits > 0 && iDigits < 10 ? iDigits : 2);
     }
-    default: return {};
+    default:
+      return {};
   }
 }
 
@@ -68,7 +72,8 @@ std::string SystemLocale::Format(const Date& dDate, char cConversion) const {
   oTime.tm_hour = dDate.Hour;
   oTime.tm_min = dDate.Minute;
   oTime.tm_sec = dDate.Second;
-  const std::chrono::year_month_day oDay{std::chrono::year(dDate.Year), std::chrono::month(static_cast<unsigned>(dDate.Month)),
+  const std::chrono::year_month_day oDay{std::chrono::year(dDate.Year),
+                                         std::chrono::month(static_cast<unsigned>(dDate.Month)),
                                          std::chrono::day(static_cast<unsigned>(dDate.Day))};
   if (oDay.ok()) oTime.tm_wday = static_cast<int>(std::chrono::weekday(std::chrono::sys_days(oDay)).c_encoding());
   std::wostringstream oStream;

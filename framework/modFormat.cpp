@@ -21,7 +21,8 @@ struct Decimal {
 template <typename Float>
 Decimal ToDecimal(Float value) {
   char sText[40];
-  const auto oEnd = std::to_chars(std::begin(sText), std::end(sText), std::abs(value), std::chars_format::scientific).ptr;
+  const auto oEnd =
+      std::to_chars(std::begin(sText), std::end(sText), std::abs(value), std::chars_format::scientific).ptr;
   const std::string_view sScientific(sText, static_cast<std::size_t>(oEnd - sText));
   const auto iE = sScientific.find('e');
   Decimal oDecimal;
@@ -126,7 +127,8 @@ std::string Format(Float value, int iDecimals, const UserLocale& oLocale, bool b
 std::pair<std::string, bool> Digits(Long lValue, int iDigits) {
   const std::int64_t lWide = lValue;
   std::string sDigits = std::to_string(lWide < 0 ? -lWide : lWide);
-  if (sDigits.size() < static_cast<std::size_t>(iDigits)) sDigits.insert(0, static_cast<std::size_t>(iDigits) - sDigits.size(), '0');
+  if (sDigits.size() < static_cast<std::size_t>(iDigits))
+    sDigits.insert(0, static_cast<std::size_t>(iDigits) - sDigits.size(), '0');
   return {sDigits, lWide < 0};
 }
 

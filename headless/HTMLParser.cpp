@@ -41,9 +41,12 @@ void Build(DocumentBuilder& oBuilder, const GumboNode& oNode) {
     }
     case GUMBO_NODE_TEXT:
     case GUMBO_NODE_WHITESPACE:
-    case GUMBO_NODE_CDATA: oBuilder.Text(oNode.v.text.text); break;
+    case GUMBO_NODE_CDATA:
+      oBuilder.Text(oNode.v.text.text);
+      break;
     case GUMBO_NODE_DOCUMENT:
-    case GUMBO_NODE_COMMENT: break;
+    case GUMBO_NODE_COMMENT:
+      break;
   }
 }
 
@@ -63,8 +66,9 @@ std::shared_ptr<Document> LoadPageFile(const std::string& sPath) {
   std::ifstream oFile(sPath, std::ios::binary);
   std::string sHTML{std::istreambuf_iterator<char>(oFile), {}};
   if (oFile.fail() || sHTML.empty()) {
-    sHTML = "<!DOCTYPE html><html lang=\"en\"><head><title>Page not found</title></head><body><h1>Page not found</h1><p>" +
-            Text::EscapeHTML(sPath) + " cannot be read.</p></body></html>";
+    sHTML =
+        "<!DOCTYPE html><html lang=\"en\"><head><title>Page not found</title></head><body><h1>Page not found</h1><p>" +
+        Text::EscapeHTML(sPath) + " cannot be read.</p></body></html>";
   }
   return ParseHTML(sHTML);
 }

@@ -15,9 +15,12 @@ std::span<const Answer> Offered(MessageBox::Buttons eButtons) {
   static constexpr Answer OKCancel[] = {Answer::OK, Answer::Cancel};
   static constexpr Answer YesNo[] = {Answer::Yes, Answer::No};
   switch (eButtons) {
-    case MessageBox::Buttons::OKCancel: return OKCancel;
-    case MessageBox::Buttons::YesNo: return YesNo;
-    default: return OK;
+    case MessageBox::Buttons::OKCancel:
+      return OKCancel;
+    case MessageBox::Buttons::YesNo:
+      return YesNo;
+    default:
+      return OK;
   }
 }
 
@@ -25,9 +28,12 @@ std::span<const Answer> Offered(MessageBox::Buttons eButtons) {
 
 const char* Word(MessageBox::Buttons eButtons) {
   switch (eButtons) {
-    case MessageBox::Buttons::OKCancel: return "okcancel";
-    case MessageBox::Buttons::YesNo: return "yesno";
-    default: return "ok";
+    case MessageBox::Buttons::OKCancel:
+      return "okcancel";
+    case MessageBox::Buttons::YesNo:
+      return "yesno";
+    default:
+      return "ok";
   }
 }
 
@@ -35,10 +41,14 @@ const char* Word(MessageBox::Icon eIcon) { return eIcon == MessageBox::Icon::Que
 
 const char* Word(MessageBox::Answer eAnswer) {
   switch (eAnswer) {
-    case Answer::Cancel: return "cancel";
-    case Answer::Yes: return "yes";
-    case Answer::No: return "no";
-    default: return "ok";
+    case Answer::Cancel:
+      return "cancel";
+    case Answer::Yes:
+      return "yes";
+    case Answer::No:
+      return "no";
+    default:
+      return "ok";
   }
 }
 

@@ -15,8 +15,7 @@ namespace ZELWbr3 {
 /// are of this type, so a size computed from inconsistent figures can never
 /// show up as a huge wrapped number.
 template <std::signed_integral T>
-  requires(sizeof(T) <= 4)
-class Checked {
+requires(sizeof(T) <= 4) class Checked {
  public:
   constexpr Checked() = default;
 

@@ -12,10 +12,10 @@ class UserLocale {
  public:
   /// Items that can be asked for; the numbers are the traditional ones.
   enum Item : int {
-    DecimalSeparator = 14,   ///< any text, may have several bytes
-    ThousandsSeparator = 15, ///< may be empty: nothing is grouped
-    Grouping = 16,           ///< group sizes from the right, such as "3;0" or "3;2;0"; 0 repeats the last; "" for none
-    DecimalPlaces = 17,      ///< number of fractional digits, as decimal text
+    DecimalSeparator = 14,    ///< any text, may have several bytes
+    ThousandsSeparator = 15,  ///< may be empty: nothing is grouped
+    Grouping = 16,            ///< group sizes from the right, such as "3;0" or "3;2;0"; 0 repeats the last; "" for none
+    DecimalPlaces = 17,       ///< number of fractional digits, as decimal text
   };
 
   virtual ~UserLocale() = default;

@@ -25,9 +25,12 @@ const char* LabelClass(bool bArrow) { return bArrow ? "zelTblCellAltArrowLeft" :
 
 const char* RoleText(Long lRole) {
   switch (lRole) {
-    case 1: return "Standby";
-    case 2: return "Master";
-    default: return " ";
+    case 1:
+      return "Standby";
+    case 2:
+      return "Master";
+    default:
+      return " ";
   }
 }
 

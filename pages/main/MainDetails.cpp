@@ -16,10 +16,14 @@ std::string YesNoText(bool bYes) { return bYes ? "Yes" : "No"; }
 
 std::string SwitchText(Long lSwitch) {
   switch (lSwitch) {
-    case 0: return "Unknown";
-    case 1: return "Off";
-    case 2: return "On";
-    default: return {};
+    case 0:
+      return "Unknown";
+    case 1:
+      return "Off";
+    case 2:
+      return "On";
+    default:
+      return {};
   }
 }
 
@@ -50,7 +54,8 @@ bool HistoryLostShown(const Facts& o) {
 bool DataFullShown(const Facts& o) { return o.State()->DataFull(); }
 
 bool AnyWarningShown(const Facts& o) {
-  return Info(o) && (DataFullShown(o) || LogFullShown(o) || BadVolumesShown(o) || BadIndexesShown(o) || HistoryLostShown(o));
+  return Info(o) &&
+         (DataFullShown(o) || LogFullShown(o) || BadVolumesShown(o) || BadIndexesShown(o) || HistoryLostShown(o));
 }
 
 std::string Name(const Facts& o) {
@@ -61,10 +66,12 @@ std::string Name(const Facts& o) {
 const Detail Details[] = {
     {"General.Name.Val", Info, Name},
     {"General.Version.Val", Info, [](const Facts& o) { return o.Database->Version()->Text(); }},
-    {"General.OS.Val", Info, [](const Facts& o) { return o.Database->OSName() + " (" + o.Database->OSVersion() + ")"; }},
+    {"General.OS.Val", Info,
+     [](const Facts& o) { return o.Database->OSName() + " (" + o.Database->OSVersion() + ")"; }},
     {"General.RunDir.Val", Info, [](const Facts& o) { return o.Database->RunDirectory(); }},
     {"General.StartOn.Row", Info},
-    {"General.StartOn.Val", Info, [](const Facts& o) { return modFormat::GeneralDate(o.State()->StartOn(), o.Locale); }},
+    {"General.StartOn.Val", Info,
+     [](const Facts& o) { return modFormat::GeneralDate(o.State()->StartOn(), o.Locale); }},
 
     {"GeneralRight.Tab", Info},
     {"General.AutoLog.Row", Info},

@@ -66,11 +66,15 @@ void PageMain::FillPicture() {
   const auto PictureState = [this] {
     if (!Database()->Connected()) return 1;
     switch (State()->Status()) {
-      case 2: return 3;
+      case 2:
+        return 3;
       case 3:
-      case 4: return 4;
-      case 5: return 5;
-      default: return 2;
+      case 4:
+        return 4;
+      case 5:
+        return 5;
+      default:
+        return 2;
     }
   };
   EmbeddedObject oPicture = m_oImgInstance->object();
@@ -137,7 +141,8 @@ void PageMain::FillTexts() {
   if (State()->InfoAvailable()) {
     const Long lUsed = State()->SessionsUsed();
     sSessions = "Used: " + modFormat::Grouped(lUsed, Locale()) + " ";
-    if (bShowsFree) sSessions += "Free: " + modFormat::Grouped(Free(State()->SessionsMax(), lUsed, "sessions"), Locale());
+    if (bShowsFree)
+      sSessions += "Free: " + modFormat::Grouped(Free(State()->SessionsMax(), lUsed, "sessions"), Locale());
   }
   SetText("txtSessions", sSessions);
 }
@@ -191,9 +196,8 @@ void PageMain::FillTopWarning() {
   if (!bRunning || !State()->AnyAreaFull()) {
     Form().HideTopWarning();
   } else if (State()->DataFull()) {
-    Form().ShowTopWarning("Data Area Full",
-                          "To extend the data area add a data volume. (Instance->Configuration->" +
-                              CommandLink(modCmdEnum::cmdVolumes, "Volumes") + ")");
+    Form().ShowTopWarning("Data Area Full", "To extend the data area add a data volume. (Instance->Configuration->" +
+                                                CommandLink(modCmdEnum::cmdVolumes, "Volumes") + ")");
   } else if (State()->LogFull()) {
     Form().ShowTopWarning("Log Area Full",
                           "To empty the log area make a log backup or turn AutoLog on. (Instance->Backup->" +

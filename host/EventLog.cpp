@@ -1,0 +1,82 @@
+#include "host/EventLog.h"
+
+#include <nlohmann/json.hpp>
+
+#include <stdexcept>
+
+namespace ZELWbr3::Host {
+
+namespace {
+
+using JSON = nlohmann::ordered_json;
+
+/// One line; bytes that are no UTF-8 become U+FFFD.
+std::string Line(const JSON& oEvent) { return oEvent.dump(-1, ' ', false, JSON::error_handler_t::replace); }
+
+JSON Item(const ZELCmd3::CommandItem& oItem) {
+  const auto lKey = std::int32_t{oItem.Key};
+  if (oItem.Separator) return {{"key", lKey}, {"separator", true}};
+  return {{"key", lKey}, {"text", oItem.Text}, {"picture", std::int32_t{oItem.Picture}}, {"enabled", oItem.Enabled}};
+}
+
+}  // namespace
+
+EventLog::EventLog(const std::string& sFile) : m_sFile(sFile) {
+  if (!sFile.empty()) m_oFile.open(sFile, std::ios::trunc);
+  if (!m_oFile) throw std::runtime_error("The events file \"" + sFile + "\" cannot be written");
+}
+
+void EventLog::Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform,
+                     Headless::HeadlessCommandlist& oCommandlist) {
+  const auto Keep = [this](Connection oConnection) { m_connections.push_back(std::move(oConnection)); };
+  Keep(oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
+    WriteLine(Line({{"event", "PageComplete"}, {"page", oPage->Name()}}));
+  }));
+  Keep(oBrowser.ActionBegin.Connect([this] { WriteLine(Line({{"event", "ActionBegin"}})); }));
+  Keep(oBrowser.ActionComplete.Connect([this](bool bRefresh) {
+    WriteLine(Line({{"event", "ActionComplete"}, {"refresh", bRefresh}}));
+  }));
+  Keep(oBrowser.Command.Connect([this](Long lCommand) {
+    WriteLine(Line({{"event", "Command"}, {"number", std::int32_t{lCommand}}}));
+  }));
+  Keep(oPlatform.MessageBox().Shown.Connect([this](const Headless::ScriptedAnswers::Box& oBox) {
+    WriteLine(Line({{"event", "MessageBox"},
+                    {"title", oBox.Title},
+                    {"text", oBox.Text},
+                    {"buttons", Headless::Word(oBox.Offered)},
+                    {"icon", Headless::Word(oBox.Picture)},
+                    {"answer", Headless::Word(oBox.Given)}}));
+  }));
+  Keep(oPlatform.Traced.Connect([this](const std::string& sText) {
+    WriteLine(Line({{"event", "Trace"}, {"text", sText}}));
+  }));
+  Keep(oCommandlist.Changed.Connect([this] { m_bCommandlistChanged = true; }));
+}
+
+void EventLog::Write(const Recorded::Call& oCall) {
+  if (!oCall.Changes) return;
+  JSON oArguments = JSON::array();
+  for (const auto& oArgument : oCall.Arguments) {
+    std::visit([&](const auto& oValue) { oArguments.push_back(oValue); }, oArgument);
+  }
+  WriteLine(Line({{"event", "Instance"}, {"call", oCall.Name}, {"arguments", oArguments}}));
+}
+
+void EventLog::EndStep(const Headless::HeadlessCommandlist& oCommandlist) {
+  if (!std::exchange(m_bCommandlistChanged, false)) return;
+  JSON oItems = JSON::array();
+  for (const auto& oItem : oCommandlist.Items()) oItems.push_back(Item(oItem));
+  WriteLine(Line({{"event", "Commandlist"}, {"items", oItems}}));
+}
+
+void EventLog::Close() {
+  if (!m_oFile.is_open()) return;
+  m_oFile.close();
+  if (!m_oFile) throw std::runtime_error("The events file \"" + m_sFile + "\" could not be written completely");
+}
+
+void EventLog::WriteLine(const std::string& sLine) {
+  if (m_oFile.is_open()) m_oFile << sLine << '\n';
+}
+
+}  // namespace ZELWbr3::Host

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "headless/HeadlessCommandlist.h"
+#include "headless/HeadlessPlatform.h"
+#include "instances/recorded/Call.h"
+#include "shell/Browser.h"
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace ZELWbr3::Host {
+
+/// Writes what happens to a control as one JSON object a line, in order of
+/// happening.
+class EventLog {
+ public:
+  /// Without a file name nothing is written. Throws std::runtime_error that
+  /// names the file when it cannot be written.
+  explicit EventLog(const std::string& sFile);
+
+  /// Connects to all that reports something.
+  void Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform, Headless::HeadlessCommandlist& oCommandlist);
+  /// An operation was called on the instance.
+  void Write(const Recorded::Call& oCall);
+  /// A step has ended: the command list is written if it has changed.
+  void EndStep(const Headless::HeadlessCommandlist& oCommandlist);
+  /// Throws as the constructor when something could not be written.
+  void Close();
+
+ private:
+  void WriteLine(const std::string& sLine);
+
+  std::string m_sFile;
+  std::ofstream m_oFile;
+  bool m_bCommandlistChanged = false;
+  std::vector<Connection> m_connections;
+};
+
+}  // namespace ZELWbr3::Host

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "shell/Browser.h"
+
+#include <memory>
+#include <span>
+#include <string>
+
+namespace ZELWbr3::Host {
+
+/// The pages of a control as a host shows them: by name, with one instance and
+/// one command list.
+class HostPages {
+ public:
+  /// A page that can be shown by its name.
+  struct Entry {
+    const char* Name;   ///< as on the command line
+    const char* Title;  ///< for a menu
+    void (*Show)(Browser&, const std::shared_ptr<ZELLib3::Database>&);
+  };
+
+  HostPages(Browser& oBrowser, std::shared_ptr<ZELLib3::Database> oDatabase,
+            std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist);
+
+  /// In the order of a menu.
+  static std::span<const Entry> All();
+  /// Throws std::invalid_argument, which says what there is, for an unknown
+  /// name.
+  static const Entry& Find(const std::string& sName);
+
+  /// Shows a page and waits for it; throws as Find and as Browser::Show.
+  void Show(const std::string& sName);
+
+ private:
+  Browser& m_oBrowser;
+  std::shared_ptr<ZELLib3::Database> m_oDatabase;
+};
+
+}  // namespace ZELWbr3::Host

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "framework/ZELLib3/Database.h"
+#include "instances/recorded/Call.h"
+
+#include <memory>
+#include <string>
+
+namespace ZELWbr3::Host {
+
+/// Opens the instance that a program's argument names: "recorded:FILE" or
+/// "sqlite:FILE". Throws std::runtime_error, which names the file and what is
+/// wrong with it, or std::invalid_argument for an argument of another form.
+/// oObserver is told of the operations that are called on a recording.
+std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Recorded::CallObserver oObserver = {});
+
+/// The sample database, made when it is not there yet.
+std::shared_ptr<ZELLib3::Database> OpenSample();
+
+}  // namespace ZELWbr3::Host

@@ -1,0 +1,93 @@
+#include "host/Report.h"
+
+#include "headless/ReportWriter.h"
+#include "host/HTMLFolder.h"
+
+#include <algorithm>
+#include <ostream>
+#include <stdexcept>
+
+namespace ZELWbr3::Host {
+
+Report::Report(std::shared_ptr<ZELLib3::Database> oDatabase, EventLog& oEvents)
+    : m_oBrowser(m_oPlatform), m_oPages(m_oBrowser, std::move(oDatabase), m_oCommandlist), m_oEvents(oEvents) {
+  m_oBrowser.HTMLPath(HTMLFolder());
+  m_oEvents.Watch(m_oBrowser, m_oPlatform, *m_oCommandlist);
+  m_connections.push_back(m_oPlatform.MessageBox().Shown.Connect([this](const Headless::ScriptedAnswers::Box& oBox) {
+    if (oBox.Title == "Error") m_errors.push_back(oBox.Text);
+  }));
+  m_connections.push_back(
+      m_oPlatform.MessageBox().Unsuitable.Connect([this](const std::string& sText) { m_errors.push_back(sText); }));
+}
+
+void Report::Run(const std::string& sPage, const std::vector<Step>& steps, std::ostream& oOut) {
+  const auto Write = [&](std::size_t iStep) { oOut << "<!-- step " << iStep << " -->\n" << VisibleDocument(); };
+  const bool bPrints = std::ranges::find(steps, Step::Kind::Print, &Step::What) != steps.end();
+
+  m_oPages.Show("Main");
+  EndStep();
+  if (sPage != "Main") {
+    m_oPages.Show(sPage);
+    EndStep();
+  }
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    if (steps[i].What == Step::Kind::Print) {
+      Write(i + 1);
+    } else {
+      Take(steps[i]);
+      EndStep();
+    }
+  }
+  if (!bPrints) {
+    oOut << VisibleDocument();
+  } else if (steps.back().What != Step::Kind::Print) {
+    Write(steps.size());
+  }
+  m_oBrowser.CleanUp();
+}
+
+void Report::Take(const Step& oStep) {
+  switch (oStep.What) {
+    case Step::Kind::Click:
+      m_oPlatform.FrontFrame().Click(oStep.Text);
+      break;
+    case Step::Kind::Key:
+      m_oPlatform.FrontFrame().Key(oStep.Number);
+      break;
+    case Step::Kind::Focus:
+      m_oPlatform.FrontFrame().Focus(oStep.Text);
+      break;
+    case Step::Kind::Item:
+      m_oCommandlist->ClickItem(oStep.Number);
+      break;
+    case Step::Kind::Show:
+      m_oPages.Show(oStep.Text);
+      break;
+    case Step::Kind::Answer:
+      m_oPlatform.MessageBox().Add(oStep.Text);
+      break;
+    case Step::Kind::Command:
+      RunCommand(oStep.Number);
+      break;
+    case Step::Kind::Print:
+      break;
+  }
+}
+
+void Report::RunCommand(Long lCommand) {
+  const auto oPage = m_oBrowser.ActPageObj();
+  const auto oDataPage = std::dynamic_pointer_cast<DataPage>(oPage);
+  if (oDataPage == nullptr) throw std::runtime_error("The page " + oPage->Name() + " has no commands");
+  oDataPage->Command(lCommand);
+}
+
+void Report::EndStep() {
+  m_oPlatform.MessagePump().Drain();
+  m_oEvents.EndStep(*m_oCommandlist);
+}
+
+std::string Report::VisibleDocument() const {
+  return Headless::WriteReport(*m_oBrowser.VisibleDocument(), m_oPlatform.FrontFrame().Folder());
+}
+
+}  // namespace ZELWbr3::Host

@@ -1,0 +1,96 @@
+// zelreport: the pages of an instance as HTML, without a screen.
+
+#include "host/EventLog.h"
+#include "host/HostPages.h"
+#include "host/OneLine.h"
+#include "host/OpenInstance.h"
+#include "host/Report.h"
+#include "host/Step.h"
+#include "instances/recorded/WriteRecording.h"
+
+#include <CLI/CLI.hpp>
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+namespace {
+
+using namespace ZELWbr3::Host;
+
+struct Arguments {
+  std::string Instance;
+  std::string Page = "Main";
+  std::vector<std::string> Steps;
+  std::string Out;
+  std::string Events;
+  std::string Record;
+};
+
+int Complain(const std::string& sText) {
+  std::cerr << "zelreport: " << OneLine(sText) << '\n';
+  return 1;
+}
+
+void WriteOut(const std::string& sFile, const std::string& sText) {
+  if (sFile.empty()) {
+    std::cout << sText << std::flush;
+    if (!std::cout) throw std::runtime_error("The standard output cannot be written");
+    return;
+  }
+  std::ofstream oFile(sFile, std::ios::binary | std::ios::trunc);
+  oFile << sText;
+  oFile.close();
+  if (!oFile) throw std::runtime_error("The file \"" + sFile + "\" cannot be written");
+}
+
+int Run(const Arguments& oArguments) {
+  // Everything that can be wrong with the arguments is said before anything is
+  // shown.
+  HostPages::Find(oArguments.Page);
+  std::vector<Step> steps;
+  for (const std::string& sStep : oArguments.Steps) steps.push_back(Step::Parse(sStep));
+
+  EventLog oEvents(oArguments.Events);
+  const auto oDatabase =
+      OpenInstance(oArguments.Instance, [&](const ZELWbr3::Recorded::Call& oCall) { oEvents.Write(oCall); });
+  if (!oArguments.Record.empty()) {
+    for (const std::string& sNote : ZELWbr3::Recorded::WriteRecording(*oDatabase, oArguments.Record)) Complain(sNote);
+  }
+
+  Report oReport(oDatabase, oEvents);
+  std::ostringstream oOut;
+  oReport.Run(oArguments.Page, steps, oOut);
+  WriteOut(oArguments.Out, oOut.str());
+  oEvents.Close();
+
+  for (const std::string& sError : oReport.Errors()) Complain("the page reported an error: " + sError);
+  return oReport.Errors().empty() ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Arguments oArguments;
+  CLI::App oApp("Shows a page of a database instance without a screen and writes it as HTML.", "zelreport");
+  oApp.add_option("INSTANCE", oArguments.Instance, "recorded:FILE or sqlite:FILE")->required();
+  oApp.add_option("--page", oArguments.Page, "The page to show, Main unless given");
+  oApp.add_option("--do", oArguments.Steps,
+                  "A step: click ID, key CODE, focus ID, item KEY, show NAME, answer WORD, command N, print")
+      ->allow_extra_args(false);
+  oApp.add_option("--out", oArguments.Out, "File for the HTML, standard output unless given");
+  oApp.add_option("--events", oArguments.Events, "File for what happened, one JSON object a line");
+  oApp.add_option("--record", oArguments.Record, "File to write a recording of the instance to");
+  try {
+    oApp.parse(argc, argv);
+  } catch (const CLI::Success& oSuccess) {
+    return oApp.exit(oSuccess);  // help was asked for
+  } catch (const CLI::ParseError& oError) {
+    return Complain(oError.what());
+  }
+  try {
+    return Run(oArguments);
+  } catch (const std::exception& oError) {
+    return Complain(oError.what());
+  }
+}
