@@ -1,0 +1,23 @@
+#pragma once
+
+#include "instances/recorded/Rows.h"
+
+namespace ZELWbr3::Recorded {
+
+/// A table that is looked up among the recorded ones when it is opened.
+class SQLTable final : public Rows<ZELLib3::SQLTable> {
+ public:
+  using Rows::Rows;
+
+ private:
+  const Json* Source() override {
+    for (const Json& oTable : *Here().pValue) {
+      if (oTable.value("Owner", "") == Owner() && oTable.value("Name", "") == Name()) return &oTable;
+    }
+    Shared().FailedBecause("The recording does not hold the table " + Owner() + "." + Name());
+    return nullptr;
+  }
+  const Json& Closed() const override { return Nothing(); }
+};
+
+}  // namespace ZELWbr3::Recorded

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "instances/recorded/SQLTable.h"
+
+namespace ZELWbr3::Recorded {
+
+class SQLTables final : public Of<ZELLib3::SQLTables> {
+ public:
+  using Of::Of;
+
+  std::shared_ptr<ZELLib3::SQLTable> NewTable() override {
+    Do("NewTable");
+    return std::make_shared<Recorded::SQLTable>(Place{Here().oState, &List("Items"), Join(Here().sPath, "Item")});
+  }
+};
+
+}  // namespace ZELWbr3::Recorded

@@ -1,0 +1,65 @@
+#include "instances/recorded/Walks.h"
+
+namespace ZELWbr3::Recorded {
+
+namespace Z = ZELLib3;
+
+void WriteHistory(Z::History& oHistory, Writer& oWriter) {
+  std::vector<Z::HistoryItem> oItems;
+  WalkBlocks(oHistory, oWriter, "History", [&] {
+    const auto oItem = oWriter.Read("NextItem", [&] { return oHistory.NextItem(); });
+    if (!oItem || !*oItem) return false;
+    oItems.push_back(**oItem);
+    return true;
+  });
+  oWriter.Put("Items", oItems);
+}
+
+void WriteParameterChanges(Z::Parameter& oParameter, Writer& oWriter) {
+  const auto oCount = oWriter.Read("HistoryCount", [&] { return oParameter.HistoryCount(); });
+  if (!oCount) return;
+  std::vector<ParameterChange> oChanges;
+  for (int lChange = 1; lChange <= *oCount; ++lChange) {
+    const auto oDate = oWriter.Read("HistoryDate", [&] { return oParameter.HistoryDate(lChange); });
+    const auto oValue = oWriter.Read("HistoryValue", [&] { return oParameter.HistoryValue(lChange); });
+    const auto oNewValue = oWriter.Read("HistoryNewValue", [&] { return oParameter.HistoryNewValue(lChange); });
+    if (!oDate && !oValue && !oNewValue) break;
+    oChanges.push_back({oDate.value_or(Date{}), oValue.value_or(""), oNewValue.value_or("")});
+  }
+  if (static_cast<std::int64_t>(oChanges.size()) != *oCount) oWriter.Put("HistoryCount", *oCount);
+  oWriter.Put("History", oChanges);
+}
+
+void WriteListedChanges(Z::ParameterHistory& oHistory, Writer& oWriter) {
+  std::vector<ListedChange> oChanges;
+  bool bEntry = oWriter.Do("Open", [&] { return oHistory.Open(); });
+  while (bEntry && oWriter.Read("HasEntry", [&] { return oHistory.HasEntry(); }).value_or(false)) {
+    if (oChanges.size() == oWriter.Options().MaxRows) {
+      oWriter.Note("ParameterHistory: only the first " + std::to_string(oChanges.size()) + " entries are recorded");
+      break;
+    }
+    const auto fnText = [&](const char* sName, std::string (Z::ParameterHistory::*fnGet)() const) {
+      return oWriter.Read(sName, [&] { return (oHistory.*fnGet)(); }).value_or("");
+    };
+    oChanges.push_back(
+        {oWriter.Read("Date", [&] { return oHistory.Date(); }).value_or(Date{}),
+         fnText("Parameter", &Z::ParameterHistory::Parameter), fnText("Value", &Z::ParameterHistory::Value),
+         fnText("NewValue", &Z::ParameterHistory::NewValue), fnText("Text", &Z::ParameterHistory::Text)});
+    bEntry = oWriter.Read("MoveNext", [&] { return oHistory.MoveNext(); }).value_or(false);
+  }
+  oWriter.Put("Items", oChanges);
+}
+
+void WriteTables(Z::SQLTables& oTables, Writer& oWriter) {
+  Writer::Output oItems = Writer::Output::array();
+  for (const RecordOptions::Table& oNamed : oWriter.Options().Tables) {
+    const auto oTable = oWriter.Read("NewTable", [&] { return oTables.NewTable(); });
+    if (!oTable) return;
+    (*oTable)->Owner(oNamed.Owner);
+    (*oTable)->Name(oNamed.Name);
+    oItems.push_back(oWriter.Object(**oTable, InterfaceOf<Z::SQLTable>().sClass));
+  }
+  oWriter.PutOutput("Items", std::move(oItems));
+}
+
+}  // namespace ZELWbr3::Recorded
