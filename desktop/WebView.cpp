@@ -203,7 +203,6 @@ WebView::WebView(wxWindow& oParent, const WebContext& oContext, WebViewEvents& o
   gtk_container_add(GTK_CONTAINER(oBox), GTK_WIDGET(m_oView));
   gtk_widget_show_all(oBox);
   auto* oWindow = new wxNativeWindow(&oParent, wxID_ANY, oBox);
-  oWindow->Disown();
   oWindow->SetSize(oParent.GetClientSize());
   oParent.Bind(wxEVT_SIZE, [oWindow, oAlive = std::weak_ptr(m_oAlive)](wxSizeEvent& oEvent) {
     if (!oAlive.expired()) oWindow->SetSize(oEvent.GetSize());
