@@ -1,9 +1,11 @@
 #pragma once
 
+#include "framework/ZELLib3/Database.h"
 #include "platform/Checked.h"
 #include "platform/Platform.h"
 
 #include <memory>
+#include <string>
 
 namespace ZELWbr3 {
 
@@ -22,6 +24,23 @@ class PageSite {
   virtual void ShowOnTop(Long lWebBrowser) = 0;
   virtual void Refresh(Long lWebBrowser) = 0;
   virtual Long PreferredUnit() const = 0;
+  /// A page is loaded in the frame.
+  virtual bool HasPage(Long lWebBrowser) const = 0;
+
+  // Pages that other pages open.
+  virtual void ShowDefault() = 0;
+  virtual void ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
+                             std::shared_ptr<ZELLib3::Parameter> oParameter) = 0;
+  virtual void ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase,
+                           std::shared_ptr<ZELLib3::SysInfo> oSysInfo) = 0;
+  virtual void ShowSQLTable(std::shared_ptr<ZELLib3::Database> oDatabase,
+                            std::shared_ptr<ZELLib3::SQLTable> oSQLTable) = 0;
+  virtual void ShowHistoryItem(std::shared_ptr<ZELLib3::Database> oDatabase,
+                               std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) = 0;
+
+  virtual const std::string& LocaleDecimalSymbole() const = 0;
+  virtual Long LocaleDecimalPlaces() const = 0;
+  virtual const std::string& LocaleThousendGroupingSymbole() const = 0;
 
   virtual void NotifyPageComplete(const std::shared_ptr<Page>& oPage) = 0;
   virtual void RaiseActionBegin() = 0;

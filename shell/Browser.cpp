@@ -119,6 +119,24 @@ void Browser::NotifyPageComplete(const std::shared_ptr<Page>& oPage) {
   PageComplete.Raise(oPage);
 }
 
+void Browser::ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
+                            std::shared_ptr<ZELLib3::Parameter> oParameter) {
+  PageParameter()->Show(std::move(oDatabase), std::move(oParameter));
+}
+
+void Browser::ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SysInfo> oSysInfo) {
+  PageSysInfo()->Show(std::move(oDatabase), std::move(oSysInfo));
+}
+
+void Browser::ShowSQLTable(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SQLTable> oSQLTable) {
+  PageSQLTable()->Show(std::move(oDatabase), std::move(oSQLTable));
+}
+
+void Browser::ShowHistoryItem(std::shared_ptr<ZELLib3::Database> oDatabase,
+                              std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) {
+  PageHistoryItem()->Show(std::move(oDatabase), std::move(oHistoryItem));
+}
+
 void Browser::Resize(int iWidth, int iHeight) {
   for (const auto& oFrame : m_frames) oFrame->WebBrowser().Move(0, 0, iWidth, iHeight);
 }

@@ -66,9 +66,9 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   static std::shared_ptr<void> Resource() { return s_oResource; }
   static void Resource(std::shared_ptr<void> oResource) { s_oResource = std::move(oResource); }
   /// The user's number settings, read when the control was made.
-  const std::string& LocaleDecimalSymbole() const { return m_sDecimalSymbole; }
-  Long LocaleDecimalPlaces() const { return m_lDecimalPlaces; }
-  const std::string& LocaleThousendGroupingSymbole() const { return m_sThousendGroupingSymbole; }
+  const std::string& LocaleDecimalSymbole() const override { return m_sDecimalSymbole; }
+  Long LocaleDecimalPlaces() const override { return m_lDecimalPlaces; }
+  const std::string& LocaleThousendGroupingSymbole() const override { return m_sThousendGroupingSymbole; }
   /// Page type of the page that completed last; 0 at first.
   Long ActPage() const { return m_lActPage; }
   /// The registry's page of that type as it stands: null when there is none.
@@ -130,6 +130,16 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   Event<Long> Command;
 
  private:
+  bool HasPage(Long lWebBrowser) const override { return Frame(lWebBrowser).Page != nullptr; }
+  void ShowDefault() override { PageDefault()->Show(); }
+  void ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
+                     std::shared_ptr<ZELLib3::Parameter> oParameter) override;
+  void ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SysInfo> oSysInfo) override;
+  void ShowSQLTable(std::shared_ptr<ZELLib3::Database> oDatabase,
+                    std::shared_ptr<ZELLib3::SQLTable> oSQLTable) override;
+  void ShowHistoryItem(std::shared_ptr<ZELLib3::Database> oDatabase,
+                       std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) override;
+
   void NotifyPageComplete(const std::shared_ptr<Page>& oPage) override;
   void RaiseActionBegin() override { ActionBegin.Raise(); }
   void RaiseActionComplete(bool bRefresh) override { ActionComplete.Raise(bRefresh); }

@@ -12,6 +12,14 @@ class PageHistoryItem : public PageUnfilled {
   std::string Name() const override { return "HistoryItem"; }
   Long PageType() const override { return Type; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
+
+  void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) {
+    m_oHistoryItem = std::move(oHistoryItem);
+    PageUnfilled::Show(std::move(oDatabase));
+  }
+
+ private:
+  std::shared_ptr<const ZELLib3::HistoryItem> m_oHistoryItem;
 };
 
 }  // namespace ZELWbr3

@@ -12,6 +12,14 @@ class PageSysInfo : public PageUnfilled {
   std::string Name() const override { return "SysInfo"; }
   Long PageType() const override { return Type; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
+
+  void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SysInfo> oSysInfo) {
+    m_oSysInfo = std::move(oSysInfo);
+    PageUnfilled::Show(std::move(oDatabase));
+  }
+
+ private:
+  std::shared_ptr<ZELLib3::SysInfo> m_oSysInfo;
 };
 
 }  // namespace ZELWbr3
