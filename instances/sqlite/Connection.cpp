@@ -6,22 +6,13 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <string_view>
 
 namespace ZELWbr3::SQLite {
 
 namespace {
-
-// The file header: "SQLite format 3" and a NUL, the page size at 16, the
-// version needed to read the file at 19, of which 2 is WAL mode.
-constexpr std::size_t kHeaderBytes = 100;
-constexpr std::string_view kMagic("SQLite format 3\0", 16);
-constexpr unsigned char kWalVersion = 2;
-using HeaderBytes = std::array<unsigned char, kHeaderBytes>;
 
 bool MayAccess(const std::string& sPath, int lMode) {
   return faccessat(AT_FDCWD, sPath.c_str(), lMode, AT_EACCESS) == 0;
@@ -50,22 +41,6 @@ void CheckFile(const std::string& sPath) {
   if (!MayAccess(sPath, R_OK)) RaiseError(SQLITE_CANTOPEN, sPath, std::strerror(errno));
 }
 
-/// Reads through the library's own file. A descriptor of one's own must not
-/// be used for the database file: closing it would drop every lock that this
-/// process holds on it. Returns the bytes there were, the rest is zero.
-std::size_t ReadFileHeader(sqlite3_file* pFile, const std::string& sPath, HeaderBytes& bytes) {
-  bytes.fill(0);
-  const int rc = pFile->pMethods->xRead(pFile, bytes.data(), kHeaderBytes, 0);
-  if (rc == SQLITE_OK) return kHeaderBytes;
-  sqlite3_int64 lSize = 0;
-  if (rc != SQLITE_IOERR_SHORT_READ || pFile->pMethods->xFileSize(pFile, &lSize) != SQLITE_OK) {
-    RaiseError(rc, sPath, "reading the file header: " + std::string(sqlite3_errstr(rc)));
-  }
-  return static_cast<std::size_t>(lSize);
-}
-
-bool SaysWal(const HeaderBytes& bytes) { return bytes[19] == kWalVersion; }
-
 }  // namespace
 
 Connection::Connection(const std::string& sPath, Access eAccess, const Options& oOptions)
@@ -76,6 +51,8 @@ Connection::Connection(const std::string& sPath, Access eAccess, const Options& 
   Configure();
   if (m_eAccess == Access::Exclusive) LockOthersOut();
   Execute(Handle(), "PRAGMA query_only=1", "protecting the file from changes");
+  m_iPageSize = m_oHeader.PageSize;
+  if (m_iPageSize == 0) m_iPageSize = static_cast<int>(Number("PRAGMA page_size", "reading the page size"));
 }
 
 Connection::~Connection() {
@@ -84,11 +61,11 @@ Connection::~Connection() {
 
 void Connection::Open() {
   m_oHandle = OpenHandle(m_sPath, SQLITE_OPEN_READONLY);
-  ReadHeader();
+  m_oHeader = FileHeader::Read(MainFile(), m_sPath);
   const bool bMayWrite = MayWrite(sqlite3_db_filename(Handle(), "main"));
   if (m_eAccess != Access::Figures) {
     if (!bMayWrite) RaiseError(SQLITE_READONLY, m_sPath, "this needs write access to the file and its folder");
-  } else if (!m_bUsesWal) {
+  } else if (!m_oHeader.UsesWal) {
     return;  // read only, so nothing can be written by accident
   } else if (!bMayWrite) {
     // A log that others write can be shared. Without one the file is complete
@@ -98,27 +75,9 @@ void Connection::Open() {
     if (m_bUnchanging) m_oHandle = OpenHandle(m_sPath, SQLITE_OPEN_READONLY, "immutable=1");
     return;
   }
-  m_bMadeWal = m_bUsesWal && !FileId::Of(WalPath());
+  m_bMadeWal = m_oHeader.UsesWal && !FileId::Of(WalPath());
   // A read-only connection could not take an empty log away again.
   m_oHandle = OpenHandle(m_sPath, SQLITE_OPEN_READWRITE);
-}
-
-void Connection::ReadHeader() {
-  HeaderBytes bytes;
-  const std::size_t lBytes = ReadFileHeader(MainFile(), m_sPath, bytes);
-  if (lBytes == 0) {
-    m_iPageSize = static_cast<int>(Number("PRAGMA page_size", "reading the page size"));
-    return;
-  }
-  if (lBytes < kHeaderBytes || std::memcmp(bytes.data(), kMagic.data(), kMagic.size()) != 0) {
-    RaiseError(SQLITE_NOTADB, m_sPath, "is not a SQLite database, or it is encrypted");
-  }
-  const int iStored = bytes[16] << 8 | bytes[17];
-  m_iPageSize = iStored == 1 ? 65536 : iStored;
-  if (m_iPageSize < 512 || (m_iPageSize & (m_iPageSize - 1)) != 0) {
-    RaiseError(SQLITE_NOTADB, m_sPath, "has a damaged header: page size " + std::to_string(iStored));
-  }
-  m_bUsesWal = SaysWal(bytes);
 }
 
 void Connection::Configure() {
@@ -143,9 +102,7 @@ bool Connection::IsCurrent() const {
   if (!oNow || !oNow->IsSameFile(m_oFile)) return false;
   if (m_bUnchanging) return oNow->IsUnchanged(m_oFile) && !HasContent(WalPath());
   if (m_eAccess == Access::Exclusive) return true;
-  HeaderBytes bytes;
-  ReadFileHeader(MainFile(), m_sPath, bytes);
-  return SaysWal(bytes) == m_bUsesWal;
+  return FileHeader::Read(MainFile(), m_sPath) == m_oHeader;
 }
 
 /// The library takes an empty log away when the last connection ends, provided
@@ -156,6 +113,8 @@ bool Connection::LeavesWalBehind() const {
   const auto oNow = FileId::Of(m_sPath);
   return !m_bMadeWal || !oNow || !oNow->IsSameFile(m_oFile) || HasContent(WalPath());
 }
+
+bool Connection::IsReadOnly() const { return sqlite3_db_readonly(Handle(), "main") == 1; }
 
 std::string Connection::WalPath() const { return sqlite3_filename_wal(sqlite3_db_filename(Handle(), "main")); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "instances/sqlite/FileHeader.h"
 #include "instances/sqlite/FileId.h"
 #include "instances/sqlite/Handle.h"
 #include "instances/sqlite/Options.h"
@@ -33,17 +34,20 @@ class Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  /// False when the file has been deleted or replaced, has changed between WAL
-  /// mode and a rollback journal, or has changed at all where it could only be
+  /// False when the file has been deleted or replaced, has another page size,
+  /// has changed between WAL mode and a rollback journal, or has changed at all where it could only be
   /// opened as one that never changes. Such a connection is to be replaced.
+  /// Raises ZELLib3::InstanceError when the file is no longer a database.
   bool IsCurrent() const;
 
   const FileId& File() const { return m_oFile; }
-  /// The file is in WAL mode. This is the one journal mode that a file keeps.
-  bool UsesWal() const { return m_bUsesWal; }
+  bool UsesWal() const { return m_oHeader.UsesWal; }
+  /// Opened without the right to write, which is also how a file is opened that
+  /// needs no writing to be read.
+  bool IsReadOnly() const;
   /// The write-ahead log is open; not for a file opened as unchanging, nor with
   /// exclusive access.
-  bool SharesWal() const { return m_bUsesWal && !m_bUnchanging && m_eAccess != Access::Exclusive; }
+  bool SharesWal() const { return UsesWal() && !m_bUnchanging && m_eAccess != Access::Exclusive; }
   std::string WalPath() const;
   /// Bytes; SQLite's default for a file that is still empty.
   int PageSize() const { return m_iPageSize; }
@@ -66,7 +70,6 @@ class Connection {
  private:
   void Open();
   void Configure();
-  void ReadHeader();
   void LockOthersOut();
   bool LeavesWalBehind() const;
   static int OnProgress(void* pThis);
@@ -76,7 +79,7 @@ class Connection {
   Options m_oOptions;
   FileId m_oFile;
   SQLite::Handle m_oHandle;
-  bool m_bUsesWal = false;
+  FileHeader m_oHeader;
   bool m_bUnchanging = false;  ///< opened as a file that never changes
   bool m_bMadeWal = false;     ///< there was no log beside the file
   int m_iPageSize = 0;

@@ -9,6 +9,8 @@
 
 namespace ZELWbr3::SQLite {
 
+using Condition = Reading::Condition;
+
 namespace {
 
 ZELLib3::Date Now() {
@@ -43,14 +45,19 @@ void InstanceFile::Open(State eState) {
   m_dOpenedOn = Now();
 }
 
+void InstanceFile::Close() {
+  m_oReading.reset();
+  m_oConnection.reset();
+}
+
 Connection* InstanceFile::Current() {
   if (m_eState == State::Offline) return nullptr;
   try {
     if (m_oConnection && m_oConnection->IsCurrent()) return m_oConnection.get();
-    m_oConnection.reset();
+    Close();
     Open(m_eState);
   } catch (const ZELLib3::InstanceError& oError) {
-    m_oConnection.reset();
+    Close();
     m_oLastError = oError.ErrorObject();
   }
   return m_oConnection.get();
@@ -65,26 +72,45 @@ int InstanceFile::PageSize() {
   return m_iPageSize;
 }
 
-InstanceFile::Reading InstanceFile::Read() {
-  if (!Connected()) return {Condition::NotConnected, {}};
-  if (m_eState == State::Offline) return {Condition::Offline, {}};
-  if (m_eState == State::Admin) return {Condition::Admin, {}};
-  return ReadFigures(*m_oConnection);
+std::shared_ptr<const Reading> InstanceFile::Read() {
+  // First of all, since a connection that has to be renewed drops the reading.
+  const bool bConnected = Connected();
+  if (!bConnected || !m_oReading || std::chrono::steady_clock::now() >= m_dReadingEnds) {
+    m_oReading = std::make_shared<Reading>(bConnected ? Look() : Reading(Condition::NotConnected));
+    m_dReadingEnds = std::chrono::steady_clock::now() + m_oOptions.ReadingLifetime;
+  }
+  return m_oReading;
 }
 
-InstanceFile::Reading InstanceFile::ReadFigures(Connection& oConnection) {
+Reading InstanceFile::Look() {
+  switch (m_eState) {
+    case State::Offline:
+      return Reading(Condition::Offline);
+    case State::Admin:
+      return Reading(Condition::Admin);
+    case State::Online:
+      break;
+  }
+  return LookInside(*m_oConnection);
+}
+
+Reading InstanceFile::LookInside(Connection& oConnection) {
   try {
-    Reading oReading{Condition::Online, Usage::Read(oConnection)};
+    const Reading oReading(Usage::Read(oConnection));
     if (std::exchange(m_bLocked, false)) oConnection.BusyTimeout(m_oOptions.BusyTimeout);
     return oReading;
   } catch (const ZELLib3::InstanceError& oError) {
     m_oLastError = oError.ErrorObject();
-    if (oError.ErrorObject().ErrorCode == SQLITE_READONLY_ROLLBACK) return {Condition::NeedsRecovery, {}};
-    if (PrimaryCode(oError) != SQLITE_BUSY) throw;
-    // Waited once; a page reads some dozens of figures.
+    if (oError.ErrorObject().ErrorCode == SQLITE_READONLY_ROLLBACK) return Reading(Condition::NeedsRecovery);
+    const int lCode = PrimaryCode(oError);
+    if (lCode == SQLITE_CANTOPEN && oConnection.SharesWal() && oConnection.IsReadOnly()) {
+      RaiseError(lCode, m_sPath, "its write-ahead log cannot be read without write access to the folder");
+    }
+    if (lCode != SQLITE_BUSY) throw;
+    // Waited once; a page looks some dozens of times.
     oConnection.BusyTimeout(std::chrono::milliseconds::zero());
     m_bLocked = true;
-    return {Condition::Locked, {}};
+    return Reading(Condition::Locked);
   }
 }
 
@@ -92,17 +118,17 @@ bool InstanceFile::Change(State eState, bool bInterrupt) {
   const State eBefore = m_eState;
   if (bInterrupt && m_oConnection) m_oConnection->Interrupt();
   // The old connection's own locks would stand in the way of the new one.
-  m_oConnection.reset();
+  Close();
   if (eState == State::Offline) {
     m_eState = State::Offline;
     return true;
   }
   try {
     Open(eState);
-    if (Read().Found == Condition::NeedsRecovery) Recover();
+    if (Read()->Found() == Condition::NeedsRecovery) Recover();
     return true;
   } catch (const ZELLib3::InstanceError& oError) {
-    m_oConnection.reset();
+    Close();
     m_eState = eBefore;  // the next read opens the file again
     m_oLastError = oError.ErrorObject();
     return false;
@@ -111,7 +137,7 @@ bool InstanceFile::Change(State eState, bool bInterrupt) {
 
 /// Any connection that may write rolls the transaction back before it reads.
 void InstanceFile::Recover() {
-  m_oConnection.reset();
+  Close();
   Usage::Read(*std::make_unique<Connection>(m_sPath, Connection::Access::Recovery, m_oOptions));
   Open(State::Online);
   Read();

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "instances/sqlite/Connection.h"
-#include "instances/sqlite/Usage.h"
+#include "instances/sqlite/Reading.h"
 
+#include <chrono>
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace ZELWbr3::SQLite {
@@ -18,28 +18,15 @@ class InstanceFile {
  public:
   /// What the user switches.
   enum class State { Offline, Admin, Online };
-  /// What a look at the file finds.
-  enum class Condition {
-    Offline,
-    Admin,
-    Online,         ///< figures can be read
-    Locked,         ///< online, but another connection shuts everybody out
-    NeedsRecovery,  ///< an interrupted transaction has to be rolled back first
-    NotConnected,   ///< the file has vanished or cannot be opened
-  };
-  struct Reading {
-    Condition Found = Condition::NotConnected;
-    std::optional<Usage> Figures;  ///< exactly when Found is Online
-  };
-
   /// Opens the file and reads it once. Raises ZELLib3::InstanceError when it is
   /// not an existing, readable database.
   InstanceFile(const std::string& sPath, const Options& oOptions);
 
   /// Absolute.
   const std::string& Path() const { return m_sPath; }
-  /// Raises ZELLib3::InstanceError when the file is open but damaged.
-  Reading Read();
+  /// What stands at the moment, or did within the reading's lifetime. Raises
+  /// ZELLib3::InstanceError when the file is open but damaged.
+  std::shared_ptr<const Reading> Read();
   /// The connection of the present state; null when there is none.
   Connection* Current();
   bool Connected();
@@ -58,12 +45,16 @@ class InstanceFile {
  private:
   void Open(State eState);
   void Recover();
-  Reading ReadFigures(Connection& oConnection);
+  void Close();
+  Reading Look();
+  Reading LookInside(Connection& oConnection);
 
   std::string m_sPath;
   Options m_oOptions;
   State m_eState = State::Online;
   std::unique_ptr<Connection> m_oConnection;
+  std::shared_ptr<const Reading> m_oReading;
+  std::chrono::steady_clock::time_point m_dReadingEnds;
   bool m_bLocked = false;  ///< the last read found the file locked
   int m_iPageSize = 0;
   ZELLib3::Date m_dOpenedOn;

@@ -11,6 +11,10 @@ struct Options {
   /// How long a read waits for a lock that another connection holds. Only the
   /// first read of a locked file waits, so a page never adds these up.
   std::chrono::milliseconds BusyTimeout{250};
+  /// For how long a reading of the figures serves. A page takes its figures one
+  /// by one within a few milliseconds; were they of different moments, more
+  /// could be used than there is. 0 = each object reads for itself.
+  std::chrono::milliseconds ReadingLifetime{100};
   /// How long a single statement may run.
   std::chrono::milliseconds StatementTimeout{10000};
   /// The most pages the application lets the file grow to; 0 = SQLite's own

@@ -33,7 +33,7 @@ SQLiteDatabase::SQLiteDatabase(const std::string& sPath, const Options& oOptions
 std::shared_ptr<ZELLib3::StateInfo> SQLiteDatabase::StateInfo() { return std::make_shared<SQLiteStateInfo>(m_oFile); }
 
 std::shared_ptr<ZELLib3::LogSettings> SQLiteDatabase::LogSettings() {
-  Connection* pConnection = m_oFile->Read().Figures ? m_oFile->Current() : nullptr;
+  Connection* pConnection = m_oFile->Read()->Figures() ? m_oFile->Current() : nullptr;
   return std::make_shared<SQLiteLogSettings>(pConnection ? JournalMode(*pConnection) : std::string());
 }
 

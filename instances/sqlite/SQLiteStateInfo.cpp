@@ -7,7 +7,7 @@
 namespace ZELWbr3::SQLite {
 
 using ZELLib3::Long;
-using Condition = InstanceFile::Condition;
+using Condition = Reading::Condition;
 
 namespace {
 
@@ -16,18 +16,13 @@ std::int64_t Percent(std::int64_t lPart, std::int64_t lWhole) { return lWhole > 
 
 }  // namespace
 
-const InstanceFile::Reading& SQLiteStateInfo::Reading() const {
+const Reading& SQLiteStateInfo::Look() const {
   if (!m_oReading) m_oReading = m_oFile->Read();
   return *m_oReading;
 }
 
-const Usage* SQLiteStateInfo::Figures() const {
-  const auto& oFigures = Reading().Figures;
-  return oFigures ? &*oFigures : nullptr;
-}
-
 Long SQLiteStateInfo::Status() const {
-  switch (Reading().Found) {
+  switch (Look().Found()) {
     case Condition::Offline:
     case Condition::NeedsRecovery:
       return 2;
@@ -43,7 +38,7 @@ Long SQLiteStateInfo::Status() const {
 }
 
 std::string SQLiteStateInfo::StateText() const {
-  switch (Reading().Found) {
+  switch (Look().Found()) {
     case Condition::Offline:
       return "Offline";
     case Condition::Admin:
@@ -81,12 +76,6 @@ Long SQLiteStateInfo::LogTotal() const {
 Long SQLiteStateInfo::LogUsed() const { return Figures() ? Figures()->Wal.Used() : 0; }
 
 Long SQLiteStateInfo::LogPercent() const { return Percent(LogUsed(), LogTotal()); }
-
-Long SQLiteStateInfo::SessionsUsed() const {
-  if (!Figures()) return 0;
-  if (!m_oSessions) m_oSessions = OpenFiles::Processes(Figures()->File);
-  return *m_oSessions;
-}
 
 Long SQLiteStateInfo::SessionsMax() const {
   // A system that does not tell its limit leaves nothing free, rather than less

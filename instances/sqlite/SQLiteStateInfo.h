@@ -43,7 +43,7 @@ class SQLiteStateInfo : public ZELLib3::StateInfo {
   bool AnyAreaFull() const override { return DataFull(); }
 
   /// Processes that hold the file open.
-  ZELLib3::Long SessionsUsed() const override;
+  ZELLib3::Long SessionsUsed() const override { return Look().Sessions(); }
   /// Processes that the system can run.
   ZELLib3::Long SessionsMax() const override;
   ZELLib3::Long SessionPercent() const override;
@@ -61,12 +61,11 @@ class SQLiteStateInfo : public ZELLib3::StateInfo {
   ZELLib3::Long AutoUpdateStatistics() const override;
 
  private:
-  const InstanceFile::Reading& Reading() const;
-  const Usage* Figures() const;
+  const Reading& Look() const;
+  const Usage* Figures() const { return Look().Figures(); }
 
   std::shared_ptr<InstanceFile> m_oFile;
-  mutable std::optional<InstanceFile::Reading> m_oReading;
-  mutable std::optional<int> m_oSessions;
+  mutable std::shared_ptr<const Reading> m_oReading;
 };
 
 }  // namespace ZELWbr3::SQLite

@@ -1,0 +1,206 @@
+#include "instances/sqlite/SQLiteDatabase.h"
+#include "tests/instances/SQLiteFiles.h"
+#include "tests/instances/SQLiteOpened.h"
+
+#include <fcntl.h>
+
+using namespace SQLiteFiles;
+
+namespace {
+
+/// A process that opens and closes a file when told to.
+class Holder {
+ public:
+  explicit Holder(const std::string& sPath) {
+    if (pipe(m_iOrders) != 0 || pipe(m_iDone) != 0 || (m_iProcess = fork()) < 0) throw std::runtime_error("no process");
+    if (m_iProcess != 0) return;
+    close(m_iOrders[1]);
+    int iFile = -1;
+    for (char cOrder; read(m_iOrders[0], &cOrder, 1) == 1;) {
+      if (cOrder == 'o') iFile = open(sPath.c_str(), O_RDONLY);
+      if (cOrder == 'c') close(iFile);
+      (void)!write(m_iDone[1], &cOrder, 1);
+    }
+    _exit(0);
+  }
+  ~Holder() {
+    close(m_iOrders[1]);
+    waitpid(m_iProcess, nullptr, 0);
+  }
+  void Open() { Order('o'); }
+  void Close() { Order('c'); }
+
+ private:
+  void Order(char cOrder) {
+    ASSERT_EQ(1, write(m_iOrders[1], &cOrder, 1));
+    ASSERT_EQ(1, read(m_iDone[0], &cOrder, 1));
+  }
+
+  int m_iOrders[2];
+  int m_iDone[2];
+  pid_t m_iProcess;
+};
+
+}  // namespace
+
+TEST(SQLiteFigures, DataAreaIsWhatTheFileHolds) {
+  for (const char* sMode : {"DELETE", "WAL"}) {
+    for (const int iPageSize : {512, 4096, 65536}) {
+      SCOPED_TRACE(std::string(sMode) + " " + std::to_string(iPageSize));
+      Folder oFolder;
+      Application oApplication(oFolder / "a.db", "PRAGMA page_size=" + std::to_string(iPageSize) +
+                                                     "; PRAGMA auto_vacuum=NONE; PRAGMA journal_mode=" + sMode);
+      InsertRows(oApplication, 200);
+      const auto oDatabase = OpenDatabase(oFolder / "a.db");
+      EXPECT_EQ(iPageSize, oDatabase->PageSize());
+      EXPECT_EQ(100, oDatabase->StateInfo()->DataPercent());
+
+      // Half of the rows go: what the page shows next is what is so then.
+      oApplication.Run("DELETE FROM t WHERE id > 100");
+      const auto oState = oDatabase->StateInfo();
+      const int iTotal = oApplication.Number("PRAGMA page_count");
+      const int iFree = oApplication.Number("PRAGMA freelist_count");
+      ASSERT_GT(iFree, 0);
+      EXPECT_EQ(iTotal, oState->DataTotal());
+      EXPECT_EQ(iTotal - iFree, oState->DataUsed());
+      EXPECT_EQ(iTotal - iFree, oState->DataPerm());
+      EXPECT_EQ(0, oState->DataTemp());
+      EXPECT_EQ((iTotal - iFree) * 100 / iTotal, oState->DataPercent());
+      EXPECT_FALSE(oState->DataFull());
+    }
+  }
+}
+
+TEST(SQLiteFigures, DataAreaIsFullAtThePageLimitUnlessPagesAreFree) {
+  Folder oFolder;
+  Application oApplication(oFolder / "a.db", "PRAGMA auto_vacuum=NONE");
+  InsertRows(oApplication, 50);
+  const int iPages = oApplication.Number("PRAGMA page_count");
+  const auto oRoomy = OpenDatabase(oFolder / "a.db", {.MaxPageCount = iPages + 1});
+  const auto oFull = OpenDatabase(oFolder / "a.db", {.MaxPageCount = iPages});
+  const auto oOverfull = OpenDatabase(oFolder / "a.db", {.MaxPageCount = 1});
+  EXPECT_FALSE(oRoomy->StateInfo()->AnyAreaFull());
+  EXPECT_LT(100, oRoomy->StateInfo()->BarThresholds()[2]) << "a packed file that can grow is no alarm";
+  for (const auto& oDatabase : {oFull, oOverfull}) {
+    EXPECT_TRUE(oDatabase->StateInfo()->DataFull());
+    EXPECT_TRUE(oDatabase->StateInfo()->AnyAreaFull());
+    EXPECT_GE(100, oDatabase->StateInfo()->BarThresholds()[2]);
+  }
+  oApplication.Run("DELETE FROM t WHERE id > 10");
+  EXPECT_FALSE(oFull->StateInfo()->DataFull());
+}
+
+TEST(SQLiteFigures, FiguresOfAPageAreOfOneMoment) {
+  Folder oFolder;
+  Application oApplication(oFolder / "a.db");
+  InsertRows(oApplication, 10);
+  const auto oDatabase = ZELWbr3::SQLite::OpenDatabase(oFolder / "a.db", {.ReadingLifetime = std::chrono::hours(1)});
+  const int iTotal = oDatabase->StateInfo()->DataTotal();
+  InsertRows(oApplication, 50);
+  EXPECT_EQ(iTotal, oDatabase->StateInfo()->DataUsed()) << "a file that grows meanwhile has never more used than total";
+  oDatabase->Shutdown();
+  EXPECT_EQ(2, oDatabase->StateInfo()->Status()) << "the instance's own changes show at once";
+  oDatabase->Online();
+  EXPECT_EQ(oApplication.Number("PRAGMA page_count"), oDatabase->StateInfo()->DataTotal());
+  std::filesystem::remove(oFolder / "a.db");
+  EXPECT_FALSE(oDatabase->StateInfo()->InfoAvailable()) << "and so does a file that vanishes";
+}
+
+TEST(SQLiteFigures, SessionsAreTheProcessesThatHoldTheFile) {
+  Folder oFolder;
+  Application(oFolder / "a.db", "CREATE TABLE t(v)");
+  Holder oFirst(oFolder / "a.db");
+  Holder oSecond(oFolder / "a.db");
+  const auto oDatabase = OpenDatabase(oFolder / "a.db");
+  EXPECT_EQ(1, oDatabase->StateInfo()->SessionsUsed());
+  oFirst.Open();
+  EXPECT_EQ(2, oDatabase->StateInfo()->SessionsUsed());
+  oFirst.Open();  // once more: the same process
+  oSecond.Open();
+  EXPECT_EQ(3, oDatabase->StateInfo()->SessionsUsed());
+  oSecond.Close();
+  const auto oState = oDatabase->StateInfo();
+  EXPECT_EQ(2, oState->SessionsUsed());
+  EXPECT_GT(oState->SessionsMax(), 2);
+  EXPECT_EQ(2 * 100 / oState->SessionsMax(), oState->SessionPercent());
+}
+
+TEST(SQLiteFigures, CacheIsThisConnectionsOwn) {
+  Folder oFolder;
+  Application oApplication(oFolder / "a.db", "PRAGMA page_size=1024; CREATE TABLE t(v)");
+  const auto oDatabase = OpenDatabase(oFolder / "a.db");
+  const int iLimit = oApplication.Number("PRAGMA cache_size");
+  EXPECT_EQ(iLimit < 0 ? -iLimit : iLimit, oDatabase->StateInfo()->CacheTotal());  // KB are pages here
+  EXPECT_GT(oDatabase->StateInfo()->CacheUsed(), 0);
+  const int iBefore = oDatabase->StateInfo()->CacheHitRate();
+  for (int i = 0; i < 50; ++i) oDatabase->StateInfo()->DataTotal();
+  EXPECT_GT(oDatabase->StateInfo()->CacheHitRate(), iBefore);
+  EXPECT_LE(oDatabase->StateInfo()->CacheHitRate(), 100);
+  oApplication.Run("INSERT INTO t VALUES(1)");  // what was cached is out of date
+  const auto oState = oDatabase->StateInfo();
+  EXPECT_LE(oState->CacheUsed(), oState->CacheTotal());
+}
+
+TEST(SQLiteFigures, NamesTheFileTheSystemAndTheLibrary) {
+  Folder oFolder;
+  std::filesystem::create_directory(oFolder / "sub");
+  const std::string sName = "Größe 100%?#&immutable=1;'\".db";
+  Application(oFolder / ("sub/" + sName), "CREATE TABLE t(v)");
+  const auto oDatabase = OpenDatabase(oFolder / ("sub/../sub/" + sName));
+  EXPECT_EQ(sName, oDatabase->InstanceName());
+  EXPECT_EQ(oFolder / "sub", oDatabase->RunDirectory());
+  EXPECT_EQ(std::string("SQLite ") + sqlite3_libversion(), oDatabase->Version()->Text());
+  EXPECT_EQ(oDatabase->Version()->Number() >> 24, oDatabase->Version()->Major());
+  EXPECT_EQ("Linux", oDatabase->OSName());
+  EXPECT_FALSE(oDatabase->OSVersion().empty());
+  EXPECT_FALSE(std::filesystem::exists(oFolder / "sub/Größe 100%")) << "the name was taken for a URI";
+}
+
+TEST(SQLiteFigures, StatisticsAreNeverClaimedToBeAutomatic) {
+  Folder oFolder;
+  Application oApplication(oFolder / "a.db", "CREATE TABLE t(v); CREATE INDEX i ON t(v); INSERT INTO t VALUES(1)");
+  const auto oDatabase = OpenDatabase(oFolder / "a.db");
+  EXPECT_EQ(1, oDatabase->StateInfo()->AutoUpdateStatistics());
+  oApplication.Run("ANALYZE");
+  EXPECT_EQ(0, oDatabase->StateInfo()->AutoUpdateStatistics());
+}
+
+TEST(SQLiteFigures, EmptyFileIsAnEmptyDatabase) {
+  Folder oFolder;
+  WriteFile(oFolder / "a.db", "");
+  const auto oDatabase = OpenDatabase(oFolder / "a.db");
+  EXPECT_EQ(5, oDatabase->StateInfo()->Status());
+  EXPECT_EQ(0, oDatabase->StateInfo()->DataTotal());
+  EXPECT_EQ(0, oDatabase->StateInfo()->DataPercent());
+  Application(oFolder / "a.db", "PRAGMA page_size=8192; CREATE TABLE t(v)");
+  EXPECT_EQ(2, oDatabase->StateInfo()->DataTotal());
+  EXPECT_EQ(8192, oDatabase->PageSize());
+}
+
+TEST(SQLiteFigures, ReadingChangesNothing) {
+  for (const char* sMode : {"DELETE", "TRUNCATE", "PERSIST", "MEMORY", "OFF", "WAL"}) {
+    for (const bool bLogLeft : {false, true}) {
+      SCOPED_TRACE(std::string(sMode) + (bLogLeft ? ", log left behind" : ""));
+      Folder oFolder;
+      {
+        Application oApplication(oFolder / "a.db", std::string("PRAGMA journal_mode=") + sMode);
+        InsertRows(oApplication, 20);
+        if (bLogLeft) oApplication.LeaveLogBehind();
+      }
+      // The index of a log holds read marks; it is rebuilt at will.
+      std::filesystem::remove(oFolder / "a.db-shm");
+      const auto before = oFolder.Contents();
+      {
+        const auto oDatabase = OpenDatabase(oFolder / "a.db");
+        EXPECT_GT(oDatabase->StateInfo()->DataTotal(), 0);
+        oDatabase->StateInfo()->AutoUpdateStatistics();
+        oDatabase->LogSettings()->AutoOverwrite();
+        EXPECT_TRUE(oDatabase->Shutdown());
+        EXPECT_TRUE(oDatabase->Online());
+        EXPECT_TRUE(oDatabase->Admin()) << oDatabase->LastError().ErrorText;
+      }
+      std::filesystem::remove(oFolder / "a.db-shm");
+      EXPECT_EQ(before, oFolder.Contents());
+    }
+  }
+}
