@@ -23,7 +23,7 @@ constexpr char Handler[] = "zelwbr3";
 /// What pages may be made of; the network is not among it.
 constexpr char ContentPolicy[] =
     "default-src file: data: blob: about: mk: 'unsafe-inline'; connect-src 'none'; form-action 'none'";
-constexpr std::array<std::string_view, 4> Schemes = {"file", "about", "data", "mk"};
+constexpr std::array<std::string_view, 3> Schemes = {"file", "about", "mk"};
 
 int iViews = 0;
 
@@ -111,28 +111,30 @@ struct WebView::Native_ {
                                gpointer pData) {
     const std::uint32_t iSerial = Self(pData).m_iSerial;
     bool bAllowed = false;
-    if (eType == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) {
-      // Top frame or not cannot be told here; a foreign document in the top
-      // frame is turned away when its response comes.
-      WebKitNavigationAction* oAction =
-          webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(oDecision));
-      bAllowed = IsAllowed(webkit_uri_request_get_uri(webkit_navigation_action_get_request(oAction)));
-    } else if (eType == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
+    std::string sURL;
+    if (eType == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
       auto* oResponse = WEBKIT_RESPONSE_POLICY_DECISION(oDecision);
-      const char* sURL = webkit_uri_request_get_uri(webkit_response_policy_decision_get_request(oResponse));
+      sURL = webkit_uri_request_get_uri(webkit_response_policy_decision_get_request(oResponse));
       bAllowed = webkit_response_policy_decision_is_mime_type_supported(oResponse) &&
                  (!webkit_response_policy_decision_is_main_frame_main_resource(oResponse) || SerialOf(sURL) == iSerial);
+    } else {
+      WebKitNavigationAction* oAction =
+          webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(oDecision));
+      sURL = webkit_uri_request_get_uri(webkit_navigation_action_get_request(oAction));
+      // Links, forms, history and reloading are other types. Top frame or not
+      // cannot be told here: a foreign document in the top frame is turned away
+      // when its response comes. An about: document has none.
+      bAllowed = eType == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION &&
+                 webkit_navigation_action_get_navigation_type(oAction) == WEBKIT_NAVIGATION_TYPE_OTHER &&
+                 IsAllowed(sURL) && (SchemeOf(sURL) != "about" || SerialOf(sURL) == iSerial);
     }
-    bAllowed ? webkit_policy_decision_use(oDecision) : webkit_policy_decision_ignore(oDecision);
+    if (bAllowed) {
+      webkit_policy_decision_use(oDecision);
+    } else {
+      webkit_policy_decision_ignore(oDecision);
+      Self(pData).m_oEvents.Trace("Refused to go to " + sURL);
+    }
     return TRUE;
-  }
-
-  static void LoadChanged(WebKitWebView* oView, WebKitLoadEvent eEvent, gpointer pData) {
-    // about: and data: documents have no response to be turned away by.
-    const char* sURL = webkit_web_view_get_uri(oView);
-    if (eEvent == WEBKIT_LOAD_STARTED && sURL != nullptr && SerialOf(sURL) != Self(pData).m_iSerial) {
-      webkit_web_view_stop_loading(oView);
-    }
   }
 
   static gboolean LoadFailed(WebKitWebView*, WebKitLoadEvent, const char* sURL, GError* oError, gpointer pData) {
@@ -186,7 +188,6 @@ WebView::WebView(wxWindow& oParent, const WebContext& oContext, WebViewEvents& o
   Connect(m_oManager, (std::string("script-message-received::") + Handler).c_str(), Native_::Message);
   Connect(m_oView, "key-press-event", Native_::KeyPress);
   Connect(m_oView, "decide-policy", Native_::DecidePolicy);
-  Connect(m_oView, "load-changed", Native_::LoadChanged);
   Connect(m_oView, "load-failed", Native_::LoadFailed);
   Connect(m_oView, "web-process-terminated", Native_::ProcessTerminated);
   Connect(m_oView, "script-dialog", Native_::ScriptDialog);

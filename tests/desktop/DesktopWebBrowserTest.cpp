@@ -7,7 +7,10 @@
 #include <fstream>
 #include <random>
 
+#include <netinet/in.h>
 #include <signal.h>
+#include <sys/socket.h>
+#include <unistd.h>
 #include <wx/app.h>
 
 namespace ZELWbr3::Desktop {
@@ -229,24 +232,69 @@ TEST_F(DesktopWebBrowserTest, ThemeReachesPagesShownAndPagesToCome) {
   EXPECT_EQ(Ask(*Browser, "document.documentElement.dataset.theme"), "dark");
 }
 
-TEST_F(DesktopWebBrowserTest, APageCanNeitherLeaveNorAskNorReachTheNetwork) {
-  PageFile("Elsewhere.htm", "<p>elsewhere</p>");
-  for (const std::string sAttempt :
-       {"location = 'Elsewhere.htm'", "location = 'about:blank'", "location = 'http://127.0.0.1:9/'", "open('Elsewhere.htm')",
-        "document.title = String(confirm('really?')) + prompt('what?', 'this') + alert('so')", "document.forms[0].submit()",
-        "location.reload()", "history.back()", "fetch('http://127.0.0.1:9/').catch(() => 0)"}) {
-    ShowBody("<p id=\"p\">stays</p><form action=\"Elsewhere.htm\"></form>");
-    const int iDocuments = Events.Documents;
-    Ask(*Browser, "document.getElementById('p').appendChild(Object.assign(document.createElement('script'), {textContent: `" +
-                      sAttempt + "`})).remove()");
-    // Whatever was begun is over when a later load is.
-    PageFile("Frame.htm", "");
-    const auto iFrames = std::ranges::count(Events.Log, "complete frame");
-    Ask(*Browser, "document.body.appendChild(Object.assign(document.createElement('iframe'), {src: 'Frame.htm'})); 0");
-    WaitFor("a sub-frame", [&] { return std::ranges::count(Events.Log, "complete frame") > iFrames; });
-    EXPECT_EQ(Events.Documents, iDocuments) << sAttempt;
-    EXPECT_EQ(Ask(*Browser, "document.getElementById('p').textContent"), "stays") << sAttempt;
+/// A server that only notices whether somebody comes.
+class Listener {
+ public:
+  Listener() : m_iSocket(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0)) {
+    m_oAddress.sin_family = AF_INET;
+    m_oAddress.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t iSize = sizeof m_oAddress;
+    auto* pAddress = reinterpret_cast<sockaddr*>(&m_oAddress);
+    if (bind(m_iSocket, pAddress, iSize) != 0 || listen(m_iSocket, 5) != 0) throw std::runtime_error("No socket");
+    getsockname(m_iSocket, pAddress, &iSize);
   }
+  ~Listener() { close(m_iSocket); }
+
+  std::string URL() const { return "http://127.0.0.1:" + std::to_string(ntohs(m_oAddress.sin_port)) + "/"; }
+  bool Visited() const {
+    const int iVisitor = accept(m_iSocket, nullptr, nullptr);
+    if (iVisitor >= 0) close(iVisitor);
+    return iVisitor >= 0;
+  }
+
+ private:
+  int m_iSocket;
+  sockaddr_in m_oAddress{};
+};
+
+TEST_F(DesktopWebBrowserTest, APageCanNeitherLeaveNorAskNorReachTheNetwork) {
+  const Listener oListener;
+  const std::string sURL = oListener.URL();
+  PageFile("Elsewhere.htm", "<p>elsewhere</p>");
+  struct Attempt {
+    std::string Script;
+    std::string Trace;
+  };
+  for (const Attempt& oAttempt : std::initializer_list<Attempt>{
+           {"location = 'Elsewhere.htm'", "Elsewhere.htm"},
+           {"location = 'about:blank'", "about:blank"},
+           {"location = '" + sURL + "'", sURL},
+           {"location = 'data:text/html,x'", ""},
+           {"open('Elsewhere.htm')", ""},
+           {"location.reload()", "Page.htm"},
+           {"history.back()", ""},
+           {"document.title = String(confirm('really?')) + prompt('what?', 'this') + alert('so')", "The page asks: so"},
+       }) {
+    SCOPED_TRACE(oAttempt.Script);
+    ShowBody("<p id=\"p\">stays</p>");
+    Traces.clear();
+    const int iDocuments = Events.Documents;
+    Ask(*Browser, "document.getElementById('p').after(Object.assign(document.createElement('script'), {textContent: `" +
+                      oAttempt.Script + "`}))");
+    if (!oAttempt.Trace.empty()) {
+      WaitFor(("the refusal of " + oAttempt.Script).c_str(), [&] {
+        return std::ranges::any_of(Traces, [&](const auto& s) { return s.find(oAttempt.Trace) != std::string::npos; });
+      });
+    }
+    EXPECT_EQ(Ask(*Browser, "document.getElementById('p').textContent"), "stays");
+    EXPECT_EQ(Events.Documents, iDocuments);
+  }
+
+  ShowBody("<img id=\"i\" onerror=\"title = 'blocked'\" src=\"" + sURL + "i.png\">"
+           "<link rel=\"stylesheet\" href=\"" + sURL + "i.css\"><script src=\"" + sURL + "i.js\"></script>"
+           "<script>fetch('" + sURL + "').catch(() => 0)</script><iframe src=\"" + sURL + "\"></iframe>");
+  EXPECT_EQ(ByID(*Browser, "i").title(), "blocked");
+  EXPECT_FALSE(oListener.Visited());
 }
 
 TEST_F(DesktopWebBrowserTest, ADeadProcessIsReportedAndReplaced) {

@@ -13,10 +13,16 @@ namespace ZELWbr3::Desktop {
 
 namespace {
 
+/// Whether a style ends with a semicolon is not part of it.
+std::string Attribute(const std::string& sName, std::string sValue) {
+  if (sName == "style" && sValue.ends_with(';')) sValue.pop_back();
+  return "@" + sName + "=" + sValue + "\n";
+}
+
 /// One line for each element, attribute and text.
 void Describe(const Element& oElement, std::string& sOut) {
   sOut += "<" + oElement.tagName() + " " + std::to_string(oElement.Number()) + "\n";
-  for (const auto& [sName, sValue] : oElement.attributes()) sOut += "@" + sName + "=" + sValue + "\n";
+  for (const auto& [sName, sValue] : oElement.attributes()) sOut += Attribute(sName, sValue);
   if (!oElement.text().empty()) sOut += "\"" + oElement.text() + "\n";
   for (const Element* o = oElement.firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
     Describe(*o, sOut);
@@ -37,7 +43,7 @@ std::string DescribeLive(const std::string& sList) {
       sOut += "<" + sTag + " " + std::to_string(oList.Number()) + "\n";
     } else if (eItem == 2) {
       const std::string sName = oList.Text();
-      sOut += "@" + sName + "=" + oList.Text() + "\n";
+      sOut += Attribute(sName, oList.Text());
     } else if (eItem == 3) {
       sOut += (bText ? "" : "\"") + oList.Text();
     } else {
@@ -72,7 +78,10 @@ void TestWindow::WaitFor(const char* sWhat, const std::function<bool()>& oCondit
   oDeadline.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { bLate = true; });
   oDeadline.StartOnce(20'000);
   while (!oCondition() && !bLate) Platform->Pump().Turn();
-  if (bLate) throw std::runtime_error(std::string("Waited in vain for ") + sWhat);
+  if (!bLate) return;
+  std::string sTraces;
+  for (const std::string& sTrace : Traces) sTraces += "\n" + sTrace;
+  throw std::runtime_error(std::string("Waited in vain for ") + sWhat + "; traces:" + sTraces);
 }
 
 void TestWindow::Show(DesktopWebBrowser& oBrowser, RecordedEvents& oEvents, const std::string& sURL) {
