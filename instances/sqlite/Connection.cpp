@@ -106,13 +106,9 @@ bool Connection::IsCurrent() const {
 }
 
 /// The library takes an empty log away when the last connection ends, provided
-/// it may do so. That is what happens to a log that this connection made and
-/// nobody has written to; but a file put in the place of the one that was
-/// opened must not lose the log that stands under the same name.
-bool Connection::LeavesWalBehind() const {
-  const auto oNow = FileId::Of(m_sPath);
-  return !m_bMadeWal || !oNow || !oNow->IsSameFile(m_oFile) || HasContent(WalPath());
-}
+/// it may do so. It may do it to a log that this connection made and nobody has
+/// written to.
+bool Connection::LeavesWalBehind() const { return !m_bMadeWal || HasContent(WalPath()); }
 
 bool Connection::IsReadOnly() const { return sqlite3_db_readonly(Handle(), "main") == 1; }
 

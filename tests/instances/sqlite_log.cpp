@@ -95,9 +95,21 @@ TEST_F(SQLiteLog, SettingsFollowAChangeOfTheJournalMode) {
   EXPECT_EQ(FileFrames(), oDatabase->StateInfo()->LogUsed());
 }
 
+TEST(SQLiteLogLeft, LogThatOthersWroteStaysWhenTheInstanceIsTheLastToLeave) {
+  Folder oFolder;
+  { Application(oFolder / "a.db", "PRAGMA journal_mode=WAL; CREATE TABLE t(v)"); }
+  auto oDatabase = OpenDatabase(oFolder / "a.db");
+  { Application(oFolder / "a.db", "INSERT INTO t VALUES(1)"); }
+  const auto before = oFolder.Contents();
+  ASSERT_FALSE(before.at("a.db-wal").empty());
+  oDatabase.reset();
+  const auto after = oFolder.Contents();
+  EXPECT_EQ(before.at("a.db"), after.at("a.db"));
+  EXPECT_EQ(before.at("a.db-wal"), after.at("a.db-wal"));
+  EXPECT_EQ(1, Application(oFolder / "a.db").Number("SELECT count(*) FROM t"));
+}
+
 TEST_F(SQLiteLog, LogOfAFilePutInThePlaceOfTheOpenedOneStays) {
-  InsertRows(m_oWriter, 3);
-  m_oWriter.Run("PRAGMA journal_mode=DELETE; PRAGMA journal_mode=WAL");
   const std::string sOther = m_oFolder / "b.db";
   { Application(sOther, "PRAGMA journal_mode=WAL; CREATE TABLE t(v)"); }
   auto oDatabase = OpenDatabase(sOther);

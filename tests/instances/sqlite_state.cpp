@@ -181,6 +181,18 @@ TEST(SQLiteState, OfflineClosesTheFile) {
   }
 }
 
+TEST(SQLiteState, FileThatCannotBeReadStaysOffline) {
+  Folder oFolder;
+  Application(oFolder / "a.db", "CREATE TABLE t(v)");
+  const auto oDatabase = OpenDatabase(oFolder / "a.db");
+  oDatabase->Shutdown();
+  std::fstream(oFolder / "a.db", std::ios::in | std::ios::out | std::ios::binary).seekp(21) << std::string(3, '\xff');
+  EXPECT_FALSE(oDatabase->Online());
+  EXPECT_EQ(oFolder / "a.db: reading the page count: file is not a database, or it is encrypted",
+            oDatabase->LastError().ErrorText);
+  EXPECT_EQ("2 Offline connected", State(*oDatabase));
+}
+
 TEST(SQLiteState, AdminLocksOthersOut) {
   for (const char* sMode : {"DELETE", "WAL"}) {
     SCOPED_TRACE(sMode);
