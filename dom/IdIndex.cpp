@@ -37,7 +37,8 @@ Element* IdIndex::FirstBelow(const Element& oRoot, std::string_view sID) const {
   if (it == m_entries.end()) return nullptr;
   const auto IsBelow = [&](const Element* oElement) { return oElement != &oRoot && oRoot.contains(*oElement); };
   const Entry& oEntry = it->second;
-  if (oEntry.Several == nullptr) return IsBelow(oEntry.First) ? oEntry.First : nullptr;
+  if (IsBelow(oEntry.First)) return oEntry.First;
+  if (oEntry.Several == nullptr) return nullptr;
   // Everything below a root stands right behind it in document order.
   for (auto i = oEntry.Several->lower_bound(const_cast<Element*>(&oRoot)); i != oEntry.Several->end(); ++i) {
     if (IsBelow(*i)) return *i;

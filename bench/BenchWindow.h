@@ -1,0 +1,40 @@
+#pragma once
+
+#include "desktop/DesktopPlatform.h"
+#include "desktop/DesktopWebBrowser.h"
+#include "shell/Browser.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <wx/frame.h>
+
+namespace ZELWbr3::Bench {
+
+/// A window with a control on the real browser.
+class BenchWindow {
+ public:
+  BenchWindow();
+  ~BenchWindow();
+
+  Browser& Control() { return *m_oBrowser; }
+  /// The real browser of a frame, once it has shown something.
+  Desktop::DesktopWebBrowser& Real(int iFrame) const;
+
+  /// Pumps messages until the condition holds.
+  void WaitFor(const std::function<bool()>& oCondition);
+  /// Runs a script in the document of a frame and answers its result; throws
+  /// std::runtime_error with what the browser says when it fails.
+  std::string Script(int iFrame, const std::string& sScript);
+  /// Loads a URL in a frame's view by the browser alone, without the control,
+  /// and waits until it has loaded.
+  void LoadBare(int iFrame, const std::string& sURL);
+
+ private:
+  wxFrame* m_oFrame;
+  std::unique_ptr<Desktop::DesktopPlatform> m_oPlatform;
+  std::unique_ptr<Browser> m_oBrowser;
+};
+
+}  // namespace ZELWbr3::Bench

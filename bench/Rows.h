@@ -1,0 +1,68 @@
+#pragma once
+
+#include "dom/Document.h"
+#include "framework/Page.h"
+#include "framework/modCells.h"
+
+#include <string>
+#include <vector>
+
+namespace ZELWbr3::Bench {
+
+/// A page with an empty table, for those who fill it.
+class PageRows : public Page {
+ public:
+  std::string Name() const override { return "Rows"; }
+  Long PageType() const override { return 99; }
+  Long WebBrowser() const override { return 1; }
+  void Show() { ShowInFrame(); }
+  bool HandleOnClick(const std::string&) override { return false; }
+  bool HandleOnKeyDown(Long&, Element*) override { return false; }
+
+  using Page::Document;
+};
+
+inline constexpr int Columns = 6;
+
+/// Texts of about twelve characters, none like another.
+inline std::vector<std::string> MakeTexts(int iRows) {
+  std::vector<std::string> texts;
+  texts.reserve(static_cast<std::size_t>(iRows) * Columns);
+  for (int i = 0; i < iRows * Columns; ++i) texts.push_back("value " + std::to_string(100000 + i));
+  return texts;
+}
+
+/// Adds the rows to the table of the page, as the page controllers do.
+inline void AddRows(Document& oDocument, const std::vector<std::string>& texts) {
+  Element& oSection = *oDocument.all().item("tabRows")->tBodies(0);
+  Element& oTemplate = *oSection.rows(0);
+  for (std::size_t i = 0; i < texts.size();) {
+    for (Element* oCell : modCells::AddRowFromTemplate(oSection, oTemplate).cells()) {
+      modCells::SetCellText(*oCell, texts[i++]);
+    }
+  }
+}
+
+/// The same in the page: a script that keeps the texts for the next one, and
+/// one that builds the rows from them and answers the milliseconds.
+inline std::string KeepTexts(const std::vector<std::string>& texts) {
+  std::string sScript = "globalThis.benchTexts = [";
+  for (const std::string& sText : texts) sScript += "'" + sText + "',";
+  return sScript + "]; 0";
+}
+
+inline constexpr const char* BuildRows = R"((() => {
+  const texts = globalThis.benchTexts;
+  const start = performance.now();
+  const section = document.getElementById('tabRows').tBodies[0];
+  const template = section.rows[0];
+  for (let i = 0; i < texts.length; ) {
+    const row = template.cloneNode(true);
+    section.appendChild(row);
+    row.style.display = '';
+    for (const cell of row.cells) cell.textContent = texts[i++];
+  }
+  return performance.now() - start;
+})())";
+
+}  // namespace ZELWbr3::Bench

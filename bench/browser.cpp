@@ -1,0 +1,176 @@
+// Figures on the real browser, side by side with script inside the page. Each
+// is the median of several runs of one process; the ratios are what counts, for
+// both sides run on the same machine at the same time.
+
+#include "bench/BenchWindow.h"
+#include "bench/Rows.h"
+#include "instances/recorded/OpenRecording.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include <malloc.h>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+
+#include <wx/app.h>
+#include <wx/evtloop.h>
+
+namespace {
+
+using namespace ZELWbr3;
+using namespace ZELWbr3::Bench;
+
+double Milliseconds(const std::function<void()>& oWork) {
+  const auto oStart = std::chrono::steady_clock::now();
+  oWork();
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - oStart).count();
+}
+
+double Median(std::vector<double> values) {
+  std::ranges::sort(values);
+  const std::size_t iMiddle = values.size() / 2;
+  return values.size() % 2 == 1 ? values[iMiddle] : (values[iMiddle - 1] + values[iMiddle]) / 2;
+}
+
+double HeapBytes() {
+  const auto oInfo = mallinfo2();
+  return static_cast<double>(oInfo.uordblks + oInfo.hblkhd);
+}
+
+/// The figures by their names, in order.
+class Figures {
+ public:
+  void Add(const std::string& sName, double dValue, const std::string& sMeaning) {
+    m_oJSON[sName] = dValue;
+    std::printf("%-24s %12.2f  %s\n", sName.c_str(), dValue, sMeaning.c_str());
+    std::fflush(stdout);
+  }
+  const nlohmann::ordered_json& JSON() const { return m_oJSON; }
+
+ private:
+  nlohmann::ordered_json m_oJSON;
+};
+
+void MeasureShow(BenchWindow& oWindow, Figures& oFigures) {
+  const auto oDatabase = Recorded::OpenRecording(ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json");
+  const std::string sURL = "file://" ZELWBR3_SOURCE_DIR "/html/Main.htm";
+  Browser& oBrowser = oWindow.Control();
+  oBrowser.HTMLPath(ZELWBR3_SOURCE_DIR "/html");
+  oBrowser.PageMain()->Show(oDatabase);
+
+  std::vector<double> shows;
+  std::vector<double> bares;
+  for (int i = 0; i < 41; ++i) {
+    bares.push_back(Milliseconds([&] { oWindow.LoadBare(0, sURL); }));
+    shows.push_back(Milliseconds([&] { oBrowser.PageMain()->Show(oDatabase); }));
+  }
+  oFigures.Add("show_ms", Median(shows), "ms to show Main again, filled");
+  oFigures.Add("bare_ms", Median(bares), "ms of a bare navigation to the same file");
+  oFigures.Add("show_ratio", Median(shows) / Median(bares), "of the two");
+}
+
+/// Our time for the rows, from the first clone to the last acknowledgement.
+double FillTime(BenchWindow& oWindow, const std::shared_ptr<PageRows>& oPage, const std::vector<std::string>& texts) {
+  oPage->Show();
+  auto& oReal = oWindow.Real(1);
+  return Milliseconds([&] {
+    AddRows(*oPage->Document(), texts);
+    oReal.Flush();
+    oWindow.WaitFor([&] { return oReal.Settled(); });
+  });
+}
+
+double ScriptTime(BenchWindow& oWindow, const std::shared_ptr<PageRows>& oPage, const std::vector<std::string>& texts) {
+  oPage->Show();
+  oWindow.Script(1, KeepTexts(texts));
+  return std::stod(oWindow.Script(1, BuildRows));
+}
+
+void MeasureRows(BenchWindow& oWindow, Figures& oFigures) {
+  Browser& oBrowser = oWindow.Control();
+  oBrowser.HTMLPath(ZELWBR3_SOURCE_DIR "/bench/pages");
+  const auto oPage = std::make_shared<PageRows>();
+  oBrowser.Show(oPage, 1);
+
+  struct Size {
+    const char* Name;
+    int Rows;
+    int Runs;
+  };
+  std::vector<double> perRow;
+  for (const Size& oSize : {Size{"10k", 10000, 15}, Size{"100k", 100000, 5}}) {
+    const auto texts = MakeTexts(oSize.Rows);
+    std::vector<double> ours;
+    std::vector<double> scripts;
+    for (int i = 0; i < oSize.Runs; ++i) {
+      scripts.push_back(ScriptTime(oWindow, oPage, texts));
+      ours.push_back(FillTime(oWindow, oPage, texts));
+    }
+    const std::string sName = std::string("rows_") + oSize.Name;
+    perRow.push_back(1000 * Median(ours) / oSize.Rows);
+    oFigures.Add(sName + "_us", perRow.back(), "us a row of 6 cells, by C++ until confirmed");
+    oFigures.Add(sName + "_script_us", 1000 * Median(scripts) / oSize.Rows, "us a row by script in the page");
+    oFigures.Add(sName + "_ratio", Median(ours) / Median(scripts), "of the two");
+  }
+  oFigures.Add("rows_growth", perRow[1] / perRow[0], "our time a row at 100,000 rows / at 10,000");
+
+  oPage->Show();
+  const auto texts = MakeTexts(100000);
+  const double dBefore = HeapBytes();
+  AddRows(*oPage->Document(), texts);
+  oWindow.Real(1).Flush();
+  oWindow.WaitFor([&] { return oWindow.Real(1).Settled(); });
+  oFigures.Add("replica_bytes_per_row", (HeapBytes() - dBefore) / 100000, "bytes of C++ heap a row");
+}
+
+class BenchApp : public wxApp {
+ public:
+  std::string JSONFile;
+  int Result = 0;
+
+  bool OnInit() override {
+    SetExitOnFrameDelete(false);
+    return true;
+  }
+
+  int OnRun() override {
+    wxEventLoop oLoop;
+    const wxEventLoopActivator oActivator(&oLoop);
+    try {
+      Figures oFigures;
+      BenchWindow oWindow;
+      MeasureShow(oWindow, oFigures);
+      MeasureRows(oWindow, oFigures);
+      if (!JSONFile.empty()) {
+        std::ofstream oFile(JSONFile);
+        oFile << oFigures.JSON().dump(2) << '\n';
+        oFile.close();
+        if (!oFile) throw std::runtime_error("The file \"" + JSONFile + "\" cannot be written");
+      }
+    } catch (const std::exception& oError) {
+      std::fprintf(stderr, "bench: %s\n", oError.what());
+      return 1;
+    }
+    return 0;
+  }
+};
+
+}  // namespace
+
+wxIMPLEMENT_APP_NO_MAIN(BenchApp);
+
+int main(int argc, char** argv) {
+  std::string sFile;
+  CLI::App oArguments("Measures the control on the real browser.", "bench-browser");
+  oArguments.add_option("--json", sFile, "File for the figures, one JSON object");
+  CLI11_PARSE(oArguments, argc, argv);
+
+  auto* oApp = new BenchApp;
+  oApp->JSONFile = sFile;
+  wxApp::SetInstance(oApp);
+  int iNone = 1;
+  return wxEntry(iNone, argv);
+}
