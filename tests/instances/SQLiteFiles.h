@@ -27,6 +27,7 @@ class Folder {
     chmod(m_sPath.c_str(), 0755);
   }
   ~Folder() {
+    chmod(m_sPath.c_str(), 0755);
     std::error_code oIgnored;
     std::filesystem::remove_all(m_sPath, oIgnored);
   }

@@ -93,6 +93,7 @@ TEST(SQLiteSample, BrokenOffOrRefusedLeavesNothing) {
   MakeSample(sPath, [](int) { FAIL() << "there is a file already"; });
   EXPECT_EQ("the user's own", oFolder.Contents()["sample.db"]);
 
+  chmod(oFolder.Path().c_str(), 0555);
   const std::string sError = AsOrdinaryUser([&] {
     MakeSample(oFolder / "other.db");
     return std::string();

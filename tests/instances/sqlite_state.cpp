@@ -126,6 +126,7 @@ TEST(SQLiteOpen, LogOfAFileThatMayNotBeWritten) {
   for (const char* sEnding : {"", "-wal"}) {
     std::filesystem::copy(oFolder / (std::string("a.db") + sEnding), oCopy / (std::string("a.db") + sEnding));
   }
+  chmod(oCopy.Path().c_str(), 0555);
   const std::string sError = AsOrdinaryUser([&] { return ErrorOf(oCopy / "a.db"); });
   EXPECT_NE(std::string::npos, sError.find("write-ahead log cannot be read without write access")) << sError;
 }
