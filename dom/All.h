@@ -5,8 +5,8 @@
 namespace ZELWbr3 {
 
 /// The elements below a root, found by id. Of several with one id the first in
-/// document order is found; null when there is none. The cost does not depend
-/// on the size of the document.
+/// document order is found; null when there is none, and for the empty id. The
+/// cost does not depend on the size of the document.
 class All {
  public:
   /// A null root has nothing below it.

@@ -22,7 +22,7 @@ void Document::Activate(Element* oElement) {
            o.hasAttribute("tabindex");
   };
   while (oElement != nullptr && !CanBeActive(*oElement)) oElement = oElement->parentElement();
-  m_oActive = oElement;
+  m_oActive = oElement != nullptr && oElement->isConnected() ? oElement : nullptr;
 }
 
 Element* Document::ByNumber(NodeNumber iNumber) {

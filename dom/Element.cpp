@@ -89,8 +89,9 @@ void Element::AppendTextContent(std::string& sText) const {
 }
 
 void Element::innerText(std::string_view sText) {
+  std::string sClean = Text::Clean(sText);  // first: it may be this element's own text
   RemoveContent();
-  m_sText = Text::Clean(sText);
+  m_sText = std::move(sClean);
   m_oDocument->Report({Change::Kind::Text, m_iNumber, 0, {}, m_sText});
 }
 
@@ -98,15 +99,16 @@ std::string Element::innerHTML() const { return HTMLWriter().Inner(*this); }
 
 void Element::innerHTML(std::string_view sMarkup) {
   // Parsed once before anything is touched: broken markup must not cost the
-  // content that stands there.
+  // content that stands there, and the markup may be a text out of it.
+  const std::string sOwn(sMarkup);
   Document oTrial;
   DocumentBuilder oTrialBuilder(oTrial);
   oTrialBuilder.Begin(tagName());
-  BuildMarkup(oTrialBuilder, sMarkup);
+  BuildMarkup(oTrialBuilder, sOwn);
 
   innerText("");
   DocumentBuilder oBuilder(*m_oDocument, *this);
-  BuildMarkup(oBuilder, sMarkup);
+  BuildMarkup(oBuilder, sOwn);
 }
 
 void Element::RemoveContent() {

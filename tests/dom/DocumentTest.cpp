@@ -1,0 +1,221 @@
+#include "dom/Document.h"
+#include "dom/Style.h"
+#include "headless/HTMLParser.h"
+#include "tests/support/AgentModel.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+namespace ZELWbr3 {
+
+using Headless::ParseHTML;
+using Testing::AgentModel;
+
+namespace {
+
+/// Everything below a root in document order, by walking.
+void Walk(const Element& oRoot, std::vector<Element*>& oFound) {
+  for (Element* o = oRoot.firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
+    oFound.push_back(o);
+    Walk(*o, oFound);
+  }
+}
+
+std::vector<Element*> Below(const Element& oRoot) {
+  std::vector<Element*> oFound;
+  Walk(oRoot, oFound);
+  return oFound;
+}
+
+}  // namespace
+
+TEST(Document, FindsTheFirstElementWithAnIdHoweverIdsMove) {
+  const auto oDocument = ParseHTML("<p id=b></p><p id=a></p><p id=a></p>");
+  Element& oBody = *oDocument->body();
+  Element& oFirst = *oBody.firstElementChild();
+  Element& oSecond = *oFirst.nextElementSibling();
+  Element& oThird = *oSecond.nextElementSibling();
+  EXPECT_EQ(oDocument->all().item("a"), &oSecond);
+  oFirst.id("a");
+  EXPECT_EQ(oDocument->all().item("a"), &oFirst);
+  EXPECT_EQ(oDocument->all().item("b"), nullptr);
+  oFirst.id("");
+  oSecond.removeAttribute("id");
+  EXPECT_EQ(oDocument->all().item("a"), &oThird);
+  EXPECT_EQ(oDocument->all().item(""), nullptr);
+  oThird.id("A");  // ids tell upper from lower case
+  EXPECT_EQ(oDocument->all().item("a"), nullptr);
+}
+
+TEST(Document, FindsBelowAnElementOnlyWhatIsInsideIt) {
+  const auto oDocument = ParseHTML("<i id=x></i><div id=x><b><i id=x></i></b></div><i id=x></i><div id=end></div>");
+  Element& oDiv = *oDocument->body()->firstElementChild()->nextElementSibling();
+  EXPECT_EQ(oDiv.all().item("x"), oDiv.firstElementChild()->firstElementChild());
+  EXPECT_EQ(oDocument->all().item("end")->all().item("x"), nullptr);
+  EXPECT_EQ(All(nullptr).item("x"), nullptr);
+
+  // A row is often filled before it gets its place.
+  Element& oClone = oDiv.cloneNode(true);
+  EXPECT_EQ(oClone.all().item("x"), oClone.firstElementChild()->firstElementChild());
+  EXPECT_EQ(oClone.all().item("end"), nullptr);
+}
+
+TEST(Document, KeepsAHundredThousandEqualIdsInOrder) {
+  const auto oDocument = ParseHTML("<table><tbody id=t><tr id=r></tr></tbody></table><p id=r></p>");
+  Element& oBody = *oDocument->all().item("t");
+  Element& oTemplate = *oBody.firstElementChild();
+  Element& oParagraph = *oDocument->body()->firstElementChild()->nextElementSibling();
+  for (int i = 1; i < 100'000; ++i) oBody.appendChild(oTemplate.cloneNode(true));
+
+  Element* oRow = &oTemplate;
+  for (int i = 0; i < 50'000; ++i) {
+    ASSERT_EQ(oDocument->all().item("r"), oRow);
+    oRow->id("s");
+    oRow = oRow->nextElementSibling();
+  }
+  EXPECT_EQ(oDocument->all().item("s"), &oTemplate);
+  oBody.innerText("");
+  EXPECT_EQ(oDocument->all().item("r"), &oParagraph);
+  EXPECT_EQ(oDocument->all().item("s"), nullptr);
+}
+
+// Some thousand arbitrary writes: after each the index must say what a walk
+// says, and at the end the change log must have told the whole story.
+TEST(Document, StaysConsistentUnderArbitraryWrites) {
+  for (const unsigned iSeed : {1u, 2u, 3u, 4u}) {
+    SCOPED_TRACE(iSeed);
+    std::mt19937 oRandom(iSeed);
+    const auto Pick = [&](std::size_t iCount) { return oRandom() % iCount; };
+    const std::string ids[] = {"a", "b", "c", "d", ""};
+    const auto AnyID = [&] { return ids[Pick(std::size(ids))]; };
+
+    const auto oDocument = ParseHTML("<div id=a>one<p>two</p> three<ul><li id=b>4</li>5</ul></div>six");
+    AgentModel oAgent(*oDocument);
+    oDocument->ReportTo(&oAgent);
+    Element& oBody = *oDocument->body();
+    std::vector<Element*> oLoose;
+
+    for (int i = 0; i < 3000; ++i) {
+      const auto oAll = Below(oBody);
+      Element& oElement = oAll.empty() ? oBody : *oAll[Pick(oAll.size())];
+      switch (Pick(oAll.size() > 60 ? 10 : 9)) {
+        case 0:
+        case 1:
+          oElement.id(AnyID());
+          break;
+        case 2:
+          if (oAll.size() < 80) oElement.appendChild(oElement.cloneNode(true));
+          break;
+        case 3:
+          if (&oElement != &oBody && oAll.size() < 80) oElement.after(oElement.cloneNode(true));
+          break;
+        case 4:
+          oLoose.push_back(&oElement.cloneNode(true));
+          oLoose.back()->id(AnyID());
+          break;
+        case 5:
+          if (oLoose.empty()) break;
+          if (Below(*oLoose.back()).size() < 20) oElement.appendChild(*oLoose.back());
+          oLoose.pop_back();
+          break;
+        case 6:
+          if (&oElement == &oBody) break;
+          if (Element* oChild = oElement.firstElementChild()) oLoose.push_back(oChild);
+          oElement.innerText(AnyID());
+          break;
+        case 7:
+          oElement.innerHTML("x<b id=\"" + AnyID() + "\">y<i></i>z</b>&amp;");
+          break;
+        case 8:
+          oElement.style().display(Pick(2) == 0 ? "none" : "");
+          oElement.className(AnyID());
+          oElement.removeAttribute("title");
+          break;
+        case 9:
+          oElement.innerText("");
+          break;
+      }
+      const auto oNow = Below(oBody);
+      const Element* oRoots[] = {oDocument->documentElement(), &oBody, oNow.empty() ? &oBody : oNow[Pick(oNow.size())],
+                                 oLoose.empty() ? &oBody : oLoose[Pick(oLoose.size())]};
+      for (const Element* oRoot : oRoots) {
+        const auto oBelow = Below(*oRoot);
+        for (const char* sID : {"a", "b", "c", "d"}) {
+          const auto it = std::ranges::find_if(oBelow, [&](const Element* o) { return o->id() == sID; });
+          ASSERT_EQ(All(oRoot).item(sID), it == oBelow.end() ? nullptr : *it) << "after write " << i << ", id " << sID;
+        }
+      }
+    }
+    EXPECT_GT(oAgent.Recorded(), 1000u);
+    EXPECT_EQ(oAgent.Describe(), AgentModel::Describe(*oDocument));
+  }
+}
+
+TEST(Document, NumbersElementsInDocumentOrderAndClonesInTheOrderOfTheirSource) {
+  const auto oDocument = ParseHTML("<div><p></p><p></p></div>");
+  NodeNumber iNumber = 1;
+  EXPECT_EQ(oDocument->documentElement()->Number(), iNumber);
+  for (const Element* o : Below(*oDocument->documentElement())) EXPECT_EQ(o->Number(), ++iNumber);
+  EXPECT_EQ(oDocument->Count(), iNumber);
+
+  Element& oClone = oDocument->body()->firstElementChild()->cloneNode(true);
+  EXPECT_EQ(oClone.Number(), ++iNumber);
+  for (const Element* o : Below(oClone)) {
+    EXPECT_EQ(o->Number(), ++iNumber);
+    EXPECT_EQ(oDocument->ByNumber(iNumber), o);
+  }
+  EXPECT_EQ(oDocument->ByNumber(0), nullptr);
+  EXPECT_EQ(oDocument->ByNumber(iNumber + 1), nullptr);
+}
+
+TEST(Document, MakesTheNearestElementThatCanBeActiveActive) {
+  const auto oDocument = ParseHTML(
+      "<div id=plain><span id=inPlain>x</span></div><a id=link><b id=inLink>x</b></a><p tabindex=0 id=tab><i id=inTab>"
+      "</i></p><table><tr id=row><td id=cell><i id=inCell></i></td></tr></table><zel-fill-bar id=bar></zel-fill-bar>"
+      "<button id=btn></button>");
+  const auto Active = [&](const char* sID) {
+    oDocument->Activate(oDocument->all().item(sID));
+    return oDocument->activeElement()->id();
+  };
+  EXPECT_EQ(Active("inLink"), "link");
+  EXPECT_EQ(Active("inTab"), "tab");
+  EXPECT_EQ(Active("inCell"), "cell");
+  EXPECT_EQ(Active("bar"), "bar");
+  EXPECT_EQ(Active("btn"), "btn");
+  EXPECT_EQ(Active("inPlain"), "");
+  EXPECT_EQ(oDocument->activeElement(), oDocument->body());
+  EXPECT_EQ(Active("row"), "");
+
+  // What leaves the document is no longer active, whatever else happens to it.
+  Active("inCell");
+  oDocument->all().item("row")->innerText("");
+  EXPECT_EQ(oDocument->activeElement(), oDocument->body());
+  Element& oLoose = oDocument->all().item("link")->cloneNode(true);
+  oDocument->Activate(&oLoose);
+  EXPECT_EQ(oDocument->activeElement(), oDocument->body());
+
+  Document oEmpty;
+  oEmpty.Activate(nullptr);
+  EXPECT_EQ(oEmpty.activeElement(), nullptr);
+  EXPECT_EQ(oEmpty.body(), nullptr);
+  EXPECT_EQ(oEmpty.all().item("x"), nullptr);
+}
+
+TEST(Document, KeepsTheOuterEventBehindAnInnerOne) {
+  Window oWindow;
+  WindowEvent oOuter{27};
+  {
+    const CurrentEvent oCurrent(oWindow, oOuter);
+    {
+      WindowEvent oInner{13};
+      const CurrentEvent oCurrentInner(oWindow, oInner);
+      EXPECT_EQ(oWindow.event(), &oInner);
+    }
+    EXPECT_EQ(oWindow.event(), &oOuter);
+  }
+  EXPECT_EQ(oWindow.event(), nullptr);
+}
+
+}  // namespace ZELWbr3
