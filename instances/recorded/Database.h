@@ -9,6 +9,10 @@ class Database final : public Of<ZELLib3::Database> {
  public:
   explicit Database(std::shared_ptr<State> oState) : Of({oState, &oState->oRoot["Database"], {}}) {}
 
+  /// The paths that were recorded as raising or failing.
+  const std::unordered_set<std::string>& Raises() const { return Shared().oRaises; }
+  const std::unordered_set<std::string>& Fails() const { return Shared().oFails; }
+
   std::shared_ptr<ZELLib3::StateInfo> StateInfo() override;
   std::shared_ptr<ZELLib3::Parameters> Parameters() override;
   std::shared_ptr<ZELLib3::LogSettings> LogSettings() override;

@@ -349,10 +349,9 @@ const Interface& InterfaceOf<Z::SQLTable>() {
 template <>
 const Interface& InterfaceOf<Z::SQLTables>() {
   using I = Z::SQLTables;
-  static const Interface oInterface =
-      Table<I>("SQLTables", Form::Array)
-          .Key("Items", TypeOf<std::vector<std::shared_ptr<Z::SQLTable>>>(), WriteTables)
-          .Methods({"NewTable"});
+  static const Interface oInterface = Table<I>("SQLTables", Form::Array)
+                                          .Key("Items", TypeOf<std::vector<Z::SQLTable>>(), WriteTables)
+                                          .Methods({"NewTable"});
   return oInterface;
 }
 

@@ -90,7 +90,7 @@ class Table {
   Table& Collection() {
     Count("Count", TypeOf<decltype(std::declval<I&>().Count())>());
     Methods({"Item"});
-    return Key("Items", TypeOf<std::vector<std::shared_ptr<Entry>>>(), [](I& oCollection, Writer& oWriter) {
+    return Key("Items", TypeOf<std::vector<Entry>>(), [](I& oCollection, Writer& oWriter) {
       const auto oCount = oWriter.Read("Count", [&] { return oCollection.Count(); });
       if (!oCount) return;
       Writer::Output oItems = Writer::Output::array();

@@ -1,5 +1,10 @@
 #include "instances/recorded/Walks.h"
 
+#include "instances/recorded/SQLTables.h"
+
+#include <set>
+#include <utility>
+
 namespace ZELWbr3::Recorded {
 
 namespace Z = ZELLib3;
@@ -51,8 +56,16 @@ void WriteListedChanges(Z::ParameterHistory& oHistory, Writer& oWriter) {
 }
 
 void WriteTables(Z::SQLTables& oTables, Writer& oWriter) {
+  std::vector<RecordOptions::Table> oNames = oWriter.Options().Tables;
+  // A recording of a recording keeps what that one holds.
+  if (const auto* const pRecorded = dynamic_cast<const Recorded::SQLTables*>(&oTables)) {
+    for (const Json& oTable : pRecorded->Held())
+      oNames.push_back({oTable.value("Owner", ""), oTable.value("Name", "")});
+  }
   Writer::Output oItems = Writer::Output::array();
-  for (const RecordOptions::Table& oNamed : oWriter.Options().Tables) {
+  std::set<std::pair<std::string, std::string>> oWritten;
+  for (const RecordOptions::Table& oNamed : oNames) {
+    if (!oWritten.emplace(oNamed.Owner, oNamed.Name).second) continue;
     const auto oTable = oWriter.Read("NewTable", [&] { return oTables.NewTable(); });
     if (!oTable) return;
     (*oTable)->Owner(oNamed.Owner);

@@ -1,5 +1,6 @@
 #include "instances/recorded/WriteRecording.h"
 
+#include "instances/recorded/Database.h"
 #include "instances/recorded/Writer.h"
 
 #include <algorithm>
@@ -7,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <set>
 #include <system_error>
 
 namespace ZELWbr3::Recorded {
@@ -85,18 +87,26 @@ Writer::Output Writer::InForm(Output oObject, Interface::Form eForm) {
 Writer::Output Writer::Recording() {
   Output oDatabase = Object(m_oDatabase, {});
 
+  // Nothing here calls an operation that changes the instance, but another
+  // recording knows which of them fail, and which error it has.
+  const auto* const pRecorded = dynamic_cast<const Recorded::Database*>(&m_oDatabase);
+
   // Without a failed operation the instance may still have an error to tell.
   // One that a member raised comes last: it need not have become LastError.
   ZELLib3::Error oError = m_oFailed ? *m_oFailed : LastError();
-  if (IsEmpty(oError) && m_oRaised) oError = *m_oRaised;
+  if (IsEmpty(oError) && m_oRaised && pRecorded == nullptr) oError = *m_oRaised;
 
-  Output oFails = Output::array();
-  Output oRaises = Output::array();
+  std::set<std::string> oFails;
+  std::set<std::string> oRaises;
+  if (pRecorded != nullptr) {
+    oFails.insert(pRecorded->Fails().begin(), pRecorded->Fails().end());
+    oRaises.insert(pRecorded->Raises().begin(), pRecorded->Raises().end());
+  }
   for (const auto& [sPath, oTally] : m_oTallies) {
     if (oTally.lRaised == oTally.lCalls) {
-      oRaises.push_back(sPath);
+      oRaises.insert(sPath);
     } else if (oTally.lFailed == oTally.lCalls) {
-      oFails.push_back(sPath);
+      oFails.insert(sPath);
     } else if (oTally.lRaised + oTally.lFailed > 0) {
       Note(sPath + " failed in " + std::to_string(oTally.lRaised + oTally.lFailed) + " of " +
            std::to_string(oTally.lCalls) + " calls; recorded without what these would have given");
@@ -105,8 +115,8 @@ Writer::Output Writer::Recording() {
 
   Output oFile = Output::object();
   if (!IsEmpty(oError)) oFile["LastError"] = *ToOutput(oError, {});
-  oFile["fails"] = std::move(oFails);
-  oFile["raises"] = std::move(oRaises);
+  oFile["fails"] = oFails;
+  oFile["raises"] = oRaises;
   oFile["Database"] = std::move(oDatabase);
   return oFile;
 }

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "framework/ZELLib3/Database.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+/// What an instance of any kind owes the pages. A kind takes part by
+///   INSTANTIATE_TEST_SUITE_P(Kind, Contract, testing::Values(ContractCase{...}), ContractCase::Named);
+struct ContractCase {
+  std::string Name;
+  /// A connected instance whose members and reading operations all work.
+  std::function<std::shared_ptr<ZELLib3::Database>()> Make;
+  /// A table with at least one row.
+  std::string TableOwner;
+  std::string TableName;
+
+  static std::string Named(const testing::TestParamInfo<ContractCase>& oInfo) { return oInfo.param.Name; }
+};
+
+inline void PrintTo(const ContractCase& oCase, std::ostream* pStream) { *pStream << oCase.Name; }
+
+class Contract : public testing::TestWithParam<ContractCase> {
+ protected:
+  std::shared_ptr<ZELLib3::Database> m_oDatabase = GetParam().Make();
+};
