@@ -11,15 +11,21 @@ void ChangeSender::Record(const Change& oChange) {
   switch (oChange.What) {
     case Change::Kind::Text:
     case Change::Kind::AppendText:
-    case Change::Kind::Display: m_oBatch.Add(oChange.Text); break;
+    case Change::Kind::Display:
+      m_oBatch.Add(oChange.Text);
+      break;
     case Change::Kind::Attribute:
       m_oBatch.Add(oChange.Name);
       m_oBatch.Add(oChange.Text);
       break;
-    case Change::Kind::RemoveAttribute: m_oBatch.Add(oChange.Name); break;
+    case Change::Kind::RemoveAttribute:
+      m_oBatch.Add(oChange.Name);
+      break;
     case Change::Kind::Clone:
     case Change::Kind::Append:
-    case Change::Kind::After: m_oBatch.Add(oChange.Other); break;
+    case Change::Kind::After:
+      m_oBatch.Add(oChange.Other);
+      break;
     case Change::Kind::Create:
       m_oBatch.Add(oChange.Other);
       m_oBatch.Add(oChange.Name);

@@ -1,8 +1,10 @@
 #pragma once
 
-#include <wx/eventfilter.h>
+#include <type_traits>  // wx/weakref.h needs it without saying so
 
-class wxWindow;
+#include <wx/eventfilter.h>
+#include <wx/weakref.h>
+#include <wx/window.h>
 
 namespace ZELWbr3::Desktop {
 
@@ -22,7 +24,7 @@ class CloseGuard : public wxEventFilter {
   int FilterEvent(wxEvent& oEvent) override;
 
  private:
-  wxWindow& m_oParent;
+  wxWeakRef<wxWindow> m_oParent;
   DesktopPump& m_oPump;
 };
 

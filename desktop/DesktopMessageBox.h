@@ -2,19 +2,20 @@
 
 #include "platform/MessageBox.h"
 
-class wxWindow;
+#include <wx/weakref.h>
+#include <wx/window.h>
 
 namespace ZELWbr3::Desktop {
 
 /// The toolkit's message dialog, modal to the window that holds the control.
 class DesktopMessageBox : public MessageBox {
  public:
-  explicit DesktopMessageBox(wxWindow& oParent) : m_oParent(oParent) {}
+  explicit DesktopMessageBox(wxWindow& oParent) : m_oParent(&oParent) {}
 
   Answer Show(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon) override;
 
  private:
-  wxWindow& m_oParent;
+  wxWeakRef<wxWindow> m_oParent;
 };
 
 }  // namespace ZELWbr3::Desktop

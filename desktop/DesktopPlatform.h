@@ -10,10 +10,12 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-class wxWindow;
+#include <wx/weakref.h>
+#include <wx/window.h>
 
 namespace ZELWbr3::Desktop {
 
@@ -30,8 +32,7 @@ class DesktopPlatform : public Platform {
  public:
   using TraceTo = std::function<void(const std::string&)>;
 
-  /// oParent holds the frames and outlives the browsers, not necessarily the
-  /// platform.
+  /// oParent holds the frames. Browsers that outlive it can no longer be used.
   explicit DesktopPlatform(wxWindow& oParent);
   ~DesktopPlatform() override;
 
@@ -45,15 +46,16 @@ class DesktopPlatform : public Platform {
   /// Where traces go from now on; nowhere at first.
   void Trace(TraceTo oTrace) { m_oTrace = std::move(oTrace); }
 
-  /// The program's own theme at first.
+  /// The theme of the program's windows, unless another one was chosen.
   Desktop::Theme Theme() const { return m_eTheme; }
-  /// Changes the pages shown, too.
-  void Theme(Desktop::Theme eTheme);
+  /// Chooses a theme, for the pages shown now, too; none = the program's own.
+  void Theme(std::optional<Desktop::Theme> eTheme);
 
   /// Gives the keyboard to the page in front.
   void Focus();
 
-  wxWindow& Parent() const { return m_oParent; }
+  /// Null when the window is gone.
+  wxWindow* Parent() const { return m_oParent; }
   const WebContext& Context() const { return m_oContext; }
   DesktopPump& Pump() { return m_oPump; }
   /// The browsers that exist now, by no particular order.
@@ -62,13 +64,16 @@ class DesktopPlatform : public Platform {
  private:
   friend class DesktopWebBrowser;
 
-  wxWindow& m_oParent;
+  void OnColoursChanged(wxSysColourChangedEvent& oEvent);
+
+  wxWeakRef<wxWindow> m_oParent;
   TraceTo m_oTrace;
   WebContext m_oContext;
   DesktopPump m_oPump;
   DesktopScreenPointer m_oPointer;
   DesktopMessageBox m_oMessageBox;
   SystemLocale m_oLocale;
+  std::optional<Desktop::Theme> m_eChosenTheme;
   Desktop::Theme m_eTheme;
   std::vector<DesktopWebBrowser*> m_oBrowsers;
   std::unique_ptr<CloseGuard> m_oCloseGuard;

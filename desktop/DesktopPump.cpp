@@ -6,6 +6,7 @@
 #include <exception>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace ZELWbr3::Desktop {
 
@@ -15,6 +16,7 @@ struct DesktopPump::State {
   /// Why the waits that are going on end; empty while they may go on.
   std::string sEnd;
   std::exception_ptr oError;
+  std::vector<std::function<void()>> oAfterWaits;
 
   /// Throws what the waiting one has to know.
   void Check() {
@@ -45,7 +47,9 @@ void DesktopPump::Turn() {
   struct Level {
     explicit Level(State& o) : oState(o) { ++oState.iDepth; }
     ~Level() {
-      if (--oState.iDepth == 0) oState.sEnd.clear();
+      if (--oState.iDepth > 0) return;
+      oState.sEnd.clear();
+      for (auto& oTask : std::exchange(oState.oAfterWaits, {})) wxTheApp->CallAfter(std::move(oTask));
     }
     State& oState;
   } oLevel(*oState);
@@ -84,6 +88,14 @@ void DesktopPump::Deliver(const std::function<void()>& oHandler) {
     } else {
       oState->TraceError(std::current_exception());
     }
+  }
+}
+
+void DesktopPump::AfterWaits(std::function<void()> oTask) {
+  if (Waiting()) {
+    m_oState->oAfterWaits.push_back(std::move(oTask));
+  } else {
+    wxTheApp->CallAfter(std::move(oTask));
   }
 }
 

@@ -30,6 +30,9 @@ class DesktopPump : public MessagePump {
   /// True while somebody waits in Turn or between two Turns of a wait that
   /// Turn was called from.
   bool Waiting() const;
+  /// Runs something out of the toolkit's loop, but not before the waits that are
+  /// going on now have ended and their code has been left.
+  void AfterWaits(std::function<void()> oTask);
   /// Ends all waits that are going on now: each Turn throws WaitError with
   /// this reason. A wait that begins after the last of them has ended is none
   /// of them.

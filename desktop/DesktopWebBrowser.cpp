@@ -21,8 +21,8 @@ const char* ThemeName(Theme eTheme) { return eTheme == Theme::Dark ? "dark" : "l
 
 /// Elements in which Enter and Space have a meaning of their own.
 bool IsTextField(const Element& oElement) {
-  static constexpr std::array<std::string_view, 9> Buttons = {"button",   "submit", "reset", "image", "checkbox",
-                                                              "radio",    "file",   "color", "range"};
+  static constexpr std::array<std::string_view, 9> Buttons = {"button", "submit", "reset", "image", "checkbox",
+                                                              "radio",  "file",   "color", "range"};
   const std::string& sTag = oElement.tagName();
   if (sTag == "input") return std::ranges::find(Buttons, oElement.getAttribute("type")) == Buttons.end();
   return sTag == "textarea" || sTag == "select" || sTag == "option" || oElement.hasAttribute("contenteditable");
@@ -32,8 +32,8 @@ bool IsTextField(const Element& oElement) {
 
 DesktopWebBrowser::DesktopWebBrowser(DesktopPlatform& oPlatform, WebBrowserEvents& oEvents)
     : m_oPlatform(oPlatform), m_oEvents(oEvents) {
-  m_oBox = new wxPanel(&oPlatform.Parent(), wxID_ANY, wxDefaultPosition, oPlatform.Parent().GetClientSize(),
-                       wxBORDER_NONE);
+  wxWindow* oParent = oPlatform.Parent();
+  m_oBox = new wxPanel(oParent, wxID_ANY, wxDefaultPosition, oParent->GetClientSize(), wxBORDER_NONE);
   m_oBox->Hide();
   m_oPlatform.m_oBrowsers.push_back(this);
 }
@@ -46,8 +46,8 @@ DesktopWebBrowser::~DesktopWebBrowser() {
 }
 
 WebView& DesktopWebBrowser::NeedView() {
+  if (m_oBox == nullptr) throw WaitError("The window of the control is gone");
   if (m_oView == nullptr) {
-    if (m_oBox == nullptr) throw WaitError("The window of the control is gone");
     m_oView = std::make_unique<WebView>(*m_oBox, m_oPlatform.Context(), static_cast<WebViewEvents&>(*this));
     ThemeChanged();
   }
@@ -142,8 +142,8 @@ void DesktopWebBrowser::Loaded(FlatListReader& oSnapshot) {
   BuildDocument(oSnapshot, *oDocument);
 
   const auto Send = [this, iSerial = m_iSerial](std::uint32_t iBatch, const std::string& sList) {
-    const std::string sScript = "zelwbr3.Apply(" + std::to_string(iSerial) + "," + std::to_string(iBatch) + "," +
-                                ScriptText(sList) + ")";
+    const std::string sScript =
+        "zelwbr3.Apply(" + std::to_string(iSerial) + "," + std::to_string(iBatch) + "," + ScriptText(sList) + ")";
     // The completion is the acknowledgement: it comes in the order of the
     // batches, also when the script failed or its process died, so the flow
     // cannot come to a halt.

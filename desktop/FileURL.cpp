@@ -14,12 +14,15 @@ bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// What stands for itself in the path of a URL.
-bool IsPlain(char c) { return IsLetter(c) || IsDigit(c) || std::string_view("/-._~").find(c) != std::string_view::npos; }
+bool IsPlain(char c) {
+  return IsLetter(c) || IsDigit(c) || std::string_view("/-._~").find(c) != std::string_view::npos;
+}
 
 /// Where the serial's name stands in a URL, or npos.
 std::size_t FindSerial(std::string_view sURL) {
   const auto iName = sURL.rfind(SerialName);
-  const bool bFound = iName != std::string_view::npos && iName > 0 && (sURL[iName - 1] == '?' || sURL[iName - 1] == '&');
+  const bool bFound =
+      iName != std::string_view::npos && iName > 0 && (sURL[iName - 1] == '?' || sURL[iName - 1] == '&');
   return bFound ? iName : std::string_view::npos;
 }
 

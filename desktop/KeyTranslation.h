@@ -2,6 +2,7 @@
 
 #include "platform/Checked.h"
 
+class wxKeyEvent;
 typedef struct _GdkEventKey GdkEventKey;
 
 namespace ZELWbr3::Desktop {
@@ -15,5 +16,6 @@ struct Key {
 /// The key's place on the keyboard decides, so that a letter has one code with
 /// and without Shift and in every layout that has Latin letters at all.
 Key Translate(const GdkEventKey& oEvent);
+Key Translate(const wxKeyEvent& oEvent);
 
 }  // namespace ZELWbr3::Desktop

@@ -10,12 +10,23 @@ std::string ScriptText(std::string_view sText) {
   for (std::size_t i = 0; i < sText.size(); ++i) {
     const char* sEscape = nullptr;
     switch (sText[i]) {
-      case '\\': sEscape = "\\\\"; break;
-      case '\'': sEscape = "\\'"; break;
-      case '\n': sEscape = "\\n"; break;
-      case '\r': sEscape = "\\r"; break;
-      case '\0': sEscape = "\\x00"; break;
-      default: continue;
+      case '\\':
+        sEscape = "\\\\";
+        break;
+      case '\'':
+        sEscape = "\\'";
+        break;
+      case '\n':
+        sEscape = "\\n";
+        break;
+      case '\r':
+        sEscape = "\\r";
+        break;
+      case '\0':
+        sEscape = "\\x00";
+        break;
+      default:
+        continue;
     }
     sLiteral.append(sText, iStart, i - iStart);
     sLiteral += sEscape;

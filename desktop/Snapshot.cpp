@@ -31,12 +31,15 @@ void BuildDocument(FlatListReader& oList, Document& oDocument) {
         oBuilder.Attribute(sName, oList.Text());
         break;
       }
-      case Text: oBuilder.Text(oList.Text()); break;
+      case Text:
+        oBuilder.Text(oList.Text());
+        break;
       case End:
         oBuilder.End();
         --iDepth;
         break;
-      default: throw std::invalid_argument("A snapshot has no items of kind " + std::to_string(eItem));
+      default:
+        throw std::invalid_argument("A snapshot has no items of kind " + std::to_string(eItem));
     }
   }
   if (iDepth != 0) throw std::invalid_argument("A snapshot ends before its elements do");

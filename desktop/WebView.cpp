@@ -62,9 +62,12 @@ WebKitSettings* MakeSettings() {
 
 const char* ReasonText(WebKitWebProcessTerminationReason eReason) {
   switch (eReason) {
-    case WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT: return "it needed too much memory";
-    case WEBKIT_WEB_PROCESS_TERMINATED_BY_API: return "it was ended";
-    case WEBKIT_WEB_PROCESS_CRASHED: break;
+    case WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT:
+      return "it needed too much memory";
+    case WEBKIT_WEB_PROCESS_TERMINATED_BY_API:
+      return "it was ended";
+    case WEBKIT_WEB_PROCESS_CRASHED:
+      break;
   }
   return "it crashed or was killed";
 }
@@ -98,9 +101,8 @@ struct WebView::Native_ {
   static WebView& Self(gpointer pData) { return *static_cast<WebView*>(pData); }
 
   static void Message(WebKitUserContentManager*, WebKitJavascriptResult* oResult, gpointer pData) {
-    Self(pData).Guarded("A message of the page", [&] {
-      Self(pData).m_oEvents.Message(TextOf(webkit_javascript_result_get_js_value(oResult)));
-    });
+    Self(pData).Guarded("A message of the page",
+                        [&] { Self(pData).m_oEvents.Message(TextOf(webkit_javascript_result_get_js_value(oResult))); });
   }
 
   static gboolean KeyPress(GtkWidget*, GdkEventKey* oEvent, gpointer pData) {
@@ -145,7 +147,8 @@ struct WebView::Native_ {
   }
 
   static void ProcessTerminated(WebKitWebView*, WebKitWebProcessTerminationReason eReason, gpointer pData) {
-    Self(pData).Guarded("The end of a web process", [&] { Self(pData).m_oEvents.ProcessTerminated(ReasonText(eReason)); });
+    Self(pData).Guarded("The end of a web process",
+                        [&] { Self(pData).m_oEvents.ProcessTerminated(ReasonText(eReason)); });
   }
 
   static gboolean ScriptDialog(WebKitWebView*, WebKitScriptDialog* oDialog, gpointer pData) {

@@ -19,8 +19,9 @@ namespace {
 class DesktopWebBrowserTest : public TestBrowser {};
 
 TEST_F(DesktopWebBrowserTest, ReportsANavigationInOrderAndReadsTheDocument) {
-  ShowBody("<p id=\"p\">one &amp; <b>two</b><!-- no --> three</p>"
-           "<script>document.getElementById('p').title = 'set'</script>");
+  ShowBody(
+      "<p id=\"p\">one &amp; <b>two</b><!-- no --> three</p>"
+      "<script>document.getElementById('p').title = 'set'</script>");
   EXPECT_EQ(Events.Log, (std::vector<std::string>{"before", "navigated", "complete"}));
   EXPECT_EQ(ByID(*Browser, "p").innerText(), "one & two three");
   EXPECT_EQ(ByID(*Browser, "p").title(), "set");
@@ -29,7 +30,8 @@ TEST_F(DesktopWebBrowserTest, ReportsANavigationInOrderAndReadsTheDocument) {
 
 TEST_F(DesktopWebBrowserTest, FindsPageFilesInFoldersOfAnyName) {
   for (const std::string sFolder : {"with blank", "100%25 #1 ?x=y&z", "Übung/日本", "a'b\"c;d+e"}) {
-    const std::string sPath = PageFile(sFolder + "/Page.htm", "<p id=\"p\">" + sFolder + "</p><img id=\"i\" src=\"i.svg\">");
+    const std::string sPath =
+        PageFile(sFolder + "/Page.htm", "<p id=\"p\">" + sFolder + "</p><img id=\"i\" src=\"i.svg\">");
     std::ofstream(std::filesystem::path(sPath).parent_path() / "i.svg")
         << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"7\" height=\"7\"/>";
     std::string sControl = Folder.string() + "\\" + sFolder + "\\\\Page.htm";
@@ -51,7 +53,10 @@ TEST_F(DesktopWebBrowserTest, ShowsADocumentThatSaysWhatCannotBeShown) {
   Show("http://127.0.0.1:9/");
   EXPECT_NE(Browser->Document()->body()->innerText().find("Only local pages"), std::string::npos);
 
-  std::ofstream(Folder / "data.bin") << std::string("\x7f" "ELF\0\1\2", 7);
+  std::ofstream(Folder / "data.bin") << std::string(
+      "\x7f"
+      "ELF\0\1\2",
+      7);
   Show((Folder / "data.bin").string());
   EXPECT_NE(Browser->Document()->body()->innerText().find("data.bin"), std::string::npos);
 
@@ -94,17 +99,33 @@ class Fuzzer {
   void Change() {
     Element& oElement = *Pick(m_oElements);
     switch (m_oRandom() % 9) {
-      case 0: Leaf(oElement).innerText(Text()); break;
-      case 1: oElement.setAttribute("data-x" + std::to_string(m_oRandom() % 3), Text()); break;
-      case 2: oElement.removeAttribute("data-x" + std::to_string(m_oRandom() % 3)); break;
-      case 3: oElement.style().display(m_oRandom() % 2 == 0 ? "none" : ""); break;
-      case 4: oElement.appendChild(Clone()); break;
+      case 0:
+        Leaf(oElement).innerText(Text());
+        break;
+      case 1:
+        oElement.setAttribute("data-x" + std::to_string(m_oRandom() % 3), Text());
+        break;
+      case 2:
+        oElement.removeAttribute("data-x" + std::to_string(m_oRandom() % 3));
+        break;
+      case 3:
+        oElement.style().display(m_oRandom() % 2 == 0 ? "none" : "");
+        break;
+      case 4:
+        oElement.appendChild(Clone());
+        break;
       case 5:
         if (oElement.parentElement() != nullptr) oElement.after(Clone());
         break;
-      case 6: oElement.title(Text()); break;
-      case 7: Leaf(oElement).innerHTML("x<b title=\"a&quot;b\">" + std::string("y&amp;z</b> ") + "t<br>u"); break;
-      case 8: oElement.className("c" + std::to_string(m_oRandom() % 5)); break;
+      case 6:
+        oElement.title(Text());
+        break;
+      case 7:
+        Leaf(oElement).innerHTML("x<b title=\"a&quot;b\">" + std::string("y&amp;z</b> ") + "t<br>u");
+        break;
+      case 8:
+        oElement.className("c" + std::to_string(m_oRandom() % 5));
+        break;
     }
   }
 
@@ -126,17 +147,16 @@ class Fuzzer {
   }
 
   std::string Text() {
-    static const std::vector<std::string> Hostile = {
-        "\"quotes\" 'and' `ticks` ${x}",
-        "</script><script>alert(1)</script><!-- ",
-        "\xE2\x80\xA8line\xE2\x80\xA9paragraph\r\nnew\ttab\v\f\b",
-        std::string("nul\0in the middle", 17),
-        "invalid \xFF\xC3( \xED\xA0\x80 \xF4\x90\x80\x80 cut \xE2\x82",
-        "\\u0041 \\ \\\\' \\\" &amp; &lt;",
-        "\xF0\x9F\x98\x80 \xE6\x97\xA5\xEF\xBB\xBF\xEF\xBF\xBF\x7F",
-        "',0);throw 1;('",
-        "   blanks   ",
-        ""};
+    static const std::vector<std::string> Hostile = {"\"quotes\" 'and' `ticks` ${x}",
+                                                     "</script><script>alert(1)</script><!-- ",
+                                                     "\xE2\x80\xA8line\xE2\x80\xA9paragraph\r\nnew\ttab\v\f\b",
+                                                     std::string("nul\0in the middle", 17),
+                                                     "invalid \xFF\xC3( \xED\xA0\x80 \xF4\x90\x80\x80 cut \xE2\x82",
+                                                     "\\u0041 \\ \\\\' \\\" &amp; &lt;",
+                                                     "\xF0\x9F\x98\x80 \xE6\x97\xA5\xEF\xBB\xBF\xEF\xBF\xBF\x7F",
+                                                     "',0);throw 1;('",
+                                                     "   blanks   ",
+                                                     ""};
     return Hostile[m_oRandom() % Hostile.size()];
   }
 
@@ -290,9 +310,13 @@ TEST_F(DesktopWebBrowserTest, APageCanNeitherLeaveNorAskNorReachTheNetwork) {
     EXPECT_EQ(Events.Documents, iDocuments);
   }
 
-  ShowBody("<img id=\"i\" onerror=\"title = 'blocked'\" src=\"" + sURL + "i.png\">"
-           "<link rel=\"stylesheet\" href=\"" + sURL + "i.css\"><script src=\"" + sURL + "i.js\"></script>"
-           "<script>fetch('" + sURL + "').catch(() => 0)</script><iframe src=\"" + sURL + "\"></iframe>");
+  ShowBody("<img id=\"i\" onerror=\"title = 'blocked'\" src=\"" + sURL +
+           "i.png\">"
+           "<link rel=\"stylesheet\" href=\"" +
+           sURL + "i.css\"><script src=\"" + sURL +
+           "i.js\"></script>"
+           "<script>fetch('" +
+           sURL + "').catch(() => 0)</script><iframe src=\"" + sURL + "\"></iframe>");
   EXPECT_EQ(ByID(*Browser, "i").title(), "blocked");
   EXPECT_FALSE(oListener.Visited());
 }

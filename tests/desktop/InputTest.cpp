@@ -34,10 +34,11 @@ class InputTest : public TestBrowser {
 };
 
 TEST_F(InputTest, AClickIsReportedWithItsElementAndHasNoOtherEffect) {
-  ShowBody("<a id=\"link\" href=\"\">link</a> <a id=\"out\" href=\"Elsewhere.htm\"><b id=\"bold\">out</b></a>"
-           "<table><tr><td id=\"cell\"><span id=\"span\">in a cell</span></td></tr></table>"
-           "<form action=\"Elsewhere.htm\"><button id=\"button\">go</button></form><p id=\"text\">only text</p>"
-           "<div id=\"tab\" tabindex=\"0\">div</div>");
+  ShowBody(
+      "<a id=\"link\" href=\"\">link</a> <a id=\"out\" href=\"Elsewhere.htm\"><b id=\"bold\">out</b></a>"
+      "<table><tr><td id=\"cell\"><span id=\"span\">in a cell</span></td></tr></table>"
+      "<form action=\"Elsewhere.htm\"><button id=\"button\">go</button></form><p id=\"text\">only text</p>"
+      "<div id=\"tab\" tabindex=\"0\">div</div>");
   for (const char* sID : {"link", "bold", "span", "button", "text", "tab"}) {
     ClickOn(*Browser, sID);
     WaitForClicks(Clicked.size() + 1);
@@ -60,18 +61,17 @@ TEST_F(InputTest, KeysArriveOnceWithTheirClassicCodes) {
   ShowBody("<a id=\"link\" href=\"#\">link</a>");
   Focus("link");
   const std::vector<std::pair<std::string, int>> oKeys = {
-      {"Escape", 27}, {"F5", 116}, {"F1", 112},  {"a", 65},      {"shift+a", 16}, {"Left", 37},     {"Up", 38},
+      {"Escape", 27}, {"F5", 116},  {"F1", 112},    {"a", 65},     {"shift+a", 16}, {"Left", 37},    {"Up", 38},
       {"Right", 39},  {"Down", 40}, {"Delete", 46}, {"Prior", 33}, {"7", 55},       {"KP_Add", 107}, {"minus", 189}};
   for (const bool b : {true, false}) {
     bSwallow = b;
     for (const auto& [sKey, iCode] : oKeys) {
+      const std::vector<int> oExpected = sKey == "shift+a" ? std::vector{16, 65} : std::vector{iCode};
       Keys.clear();
       Press(sKey);
-      WaitForKeys(sKey == "shift+a" ? 2 : 1);
+      WaitForKeys(oExpected.size());
       // A key that comes by a second time would do so before the next one.
-      EXPECT_EQ(Keys.front(), iCode) << sKey;
-      if (sKey == "shift+a") EXPECT_EQ(Keys.back(), 65);
-      EXPECT_EQ(Keys.size(), sKey == "shift+a" ? 2u : 1u) << sKey;
+      EXPECT_EQ(Keys, oExpected) << sKey;
     }
   }
   EXPECT_EQ(Events.Documents, 1);
@@ -97,8 +97,10 @@ TEST_F(InputTest, OnlyKeysThatAreNotSwallowedReachThePageAndTheProgram) {
 }
 
 TEST_F(InputTest, EnterAndSpaceClickWhatIsActive) {
-  ShowBody("<a id=\"link\" href=\"Elsewhere.htm\">link</a><button id=\"button\">b</button><div id=\"div\" tabindex=\"0\">d</div>"
-           "<table><tr><td id=\"cell\">cell</td></tr></table>");
+  ShowBody(
+      "<a id=\"link\" href=\"Elsewhere.htm\">link</a><button id=\"button\">b</button><div id=\"div\" "
+      "tabindex=\"0\">d</div>"
+      "<table><tr><td id=\"cell\">cell</td></tr></table>");
   for (const char* sID : {"link", "button", "div"}) {
     Focus(sID);
     for (const char* sKey : {"Return", "space", "KP_Enter"}) {

@@ -131,23 +131,22 @@ void TestWindow::ExpectLiveEqualsReplica(DesktopWebBrowser& oBrowser) {
 }
 
 void TestWindow::ClickOn(DesktopWebBrowser& oBrowser, const std::string& sID, int iButton) {
-  const std::string sPlace = Ask(oBrowser, "(() => { const r = document.getElementById('" + sID +
-                                               "').getBoundingClientRect();"
-                                               "return Math.round(r.x + r.width / 2) + ' ' + Math.round(r.y + r.height / 2); })()");
+  const std::string sPlace =
+      Ask(oBrowser, "(() => { const r = document.getElementById('" + sID +
+                        "').getBoundingClientRect();"
+                        "return Math.round(r.x + r.width / 2) + ' ' + Math.round(r.y + r.height / 2); })()");
   int x = 0;
   int y = 0;
   std::istringstream(sPlace) >> x >> y;
   const wxPoint oOrigin = Frame->ClientToScreen(wxPoint(0, 0));
   wxExecute("xdotool mousemove " + std::to_string(oOrigin.x + x) + " " + std::to_string(oOrigin.y + y) + " click " +
                 std::to_string(iButton),
-            wxEXEC_ASYNC);
+            wxEXEC_SYNC | wxEXEC_NODISABLE);
 }
 
-void TestWindow::Press(const std::string& sKey) { wxExecute("xdotool key " + sKey, wxEXEC_ASYNC); }
+void TestWindow::Press(const std::string& sKey) { wxExecute("xdotool key " + sKey, wxEXEC_SYNC | wxEXEC_NODISABLE); }
 
-TestBrowser::TestBrowser() : Browser(std::make_unique<DesktopWebBrowser>(*Platform, Events)) {
-  Browser->Visible(true);
-}
+TestBrowser::TestBrowser() : Browser(std::make_unique<DesktopWebBrowser>(*Platform, Events)) { Browser->Visible(true); }
 
 std::vector<int> WebProcesses() {
   std::vector<int> oProcesses;

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <wx/image.h>
+
+class wxWindow;
+
+namespace ZELWbr3::Desktop {
+
+/// A picture of a window with all that is in it, web views included, as it was
+/// painted last. The window need not be in front.
+wxImage TakePicture(wxWindow& oWindow);
+
+}  // namespace ZELWbr3::Desktop

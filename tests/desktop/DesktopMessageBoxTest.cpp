@@ -1,0 +1,63 @@
+#include "tests/desktop/TestWindow.h"
+
+#include <wx/dialog.h>
+#include <wx/timer.h>
+
+namespace ZELWbr3::Desktop {
+namespace {
+
+using Buttons = MessageBox::Buttons;
+using Answer = MessageBox::Answer;
+
+class DesktopMessageBoxTest : public TestBrowser {
+ protected:
+  /// Shows a box and presses a key in it as soon as it has the keyboard.
+  Answer Ask(Buttons eButtons, const std::string& sKey) {
+    wxTimer oPoll;
+    bool bPressed = false;
+    oPoll.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+      if (bPressed || Frame->IsActive()) return;
+      bPressed = true;
+      Press(sKey);
+    });
+    oPoll.Start(50);
+    return Platform->MessageBox().Show("Really take it offline? <b>&amp;", "Question", eButtons,
+                                       MessageBox::Icon::Question);
+  }
+};
+
+TEST_F(DesktopMessageBoxTest, EscapeIsTheCancellingAnswer) {
+  EXPECT_EQ(Ask(Buttons::OK, "Escape"), Answer::OK);
+  EXPECT_EQ(Ask(Buttons::OKCancel, "Escape"), Answer::Cancel);
+  EXPECT_EQ(Ask(Buttons::YesNo, "Escape"), Answer::No);
+}
+
+TEST_F(DesktopMessageBoxTest, MnemonicsAnswer) {
+  EXPECT_EQ(Ask(Buttons::YesNo, "alt+y"), Answer::Yes);
+  EXPECT_EQ(Ask(Buttons::YesNo, "alt+n"), Answer::No);
+  EXPECT_EQ(Ask(Buttons::OKCancel, "alt+o"), Answer::OK);
+  EXPECT_EQ(Ask(Buttons::OKCancel, "alt+c"), Answer::Cancel);
+}
+
+TEST_F(DesktopMessageBoxTest, WorksFromWithinAClickAndAKeyOfThePage) {
+  ShowBody("<a id=\"link\" href=\"#\">link</a>");
+  std::vector<Answer> oAnswers;
+  Events.OnClick = [&] { oAnswers.push_back(Ask(Buttons::OKCancel, "Return")); };
+  Events.OnKey = [&] {
+    oAnswers.push_back(Ask(Buttons::YesNo, "Escape"));
+    return true;
+  };
+  ClickOn(*Browser, "link");
+  WaitFor("the first answer", [&] { return oAnswers.size() == 1; });
+  Browser->Focus();
+  WaitFor("the window", [&] { return Browser->View()->HasFocus(); });
+  Press("F5");
+  WaitFor("the second answer", [&] { return oAnswers.size() == 2; });
+  EXPECT_EQ(oAnswers, (std::vector{Answer::OK, Answer::No}));
+  // The page goes on as before.
+  ByID(*Browser, "link").innerText("changed");
+  ExpectLiveEqualsReplica(*Browser);
+}
+
+}  // namespace
+}  // namespace ZELWbr3::Desktop
