@@ -28,7 +28,12 @@ void Page::BeginReload() {
 
 void Page::DocumentComplete(const std::shared_ptr<ZELWbr3::Document>& oDocument) {
   m_oDocument = oDocument;
-  Fill();
+  try {
+    Fill();
+  } catch (const std::exception& oError) {
+    // Somebody waits for the completion, and would for ever.
+    if (HasBrowser()) m_oBrowser->Platform().Trace("Filling the page " + Name() + " failed: " + oError.what());
+  }
   if (HasBrowser()) m_oBrowser->NotifyPageComplete(shared_from_this());
   // The host's handler may have cleaned the page up.
   if (std::exchange(m_bActionPending, false) && HasBrowser()) m_oBrowser->RaiseActionComplete(false);

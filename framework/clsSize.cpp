@@ -21,7 +21,12 @@ std::size_t Index(Long lUnit, int iLast) {
 
 Long clsSize::NumDigitsAfterDecimals(Long lUnit) const { return m_digits[Index(lUnit, Automatic)]; }
 
-void clsSize::NumDigitsAfterDecimals(Long lUnit, Long lDigits) { m_digits[Index(lUnit, Automatic)] = lDigits; }
+void clsSize::NumDigitsAfterDecimals(Long lUnit, Long lDigits) {
+  if (lDigits < 0 || lDigits > 255) {
+    throw std::out_of_range("A number cannot be shown with " + std::to_string(lDigits) + " fractional digits");
+  }
+  m_digits[Index(lUnit, Automatic)] = lDigits;
+}
 
 void clsSize::PageBytes(Long lPageBytes) {
   m_lPageBytes = lPageBytes;

@@ -26,7 +26,7 @@ class clsSize {
   explicit clsSize(const UserLocale& oLocale) : m_oLocale(&oLocale) {}
 
   /// Fractional digits that ValueStr shows for a unit, 0 to 5; another unit
-  /// raises std::out_of_range.
+  /// raises std::out_of_range, and so do digits that are not 0 to 255.
   Long NumDigitsAfterDecimals(Long lUnit) const;
   void NumDigitsAfterDecimals(Long lUnit, Long lDigits);
 

@@ -34,7 +34,7 @@ double Parse(const std::string& sText, const UserLocale& oLocale) {
       return NAN;
     }
   }
-  if (sNumber.starts_with('+')) sNumber.erase(0, 1);
+  if (sNumber.starts_with('+') && !sNumber.starts_with("+-")) sNumber.erase(0, 1);
   double dValue = 0;
   const auto [pEnd, eError] = std::from_chars(sNumber.data(), sNumber.data() + sNumber.size(), dValue);
   return eError == std::errc() && pEnd == sNumber.data() + sNumber.size() ? dValue : NAN;

@@ -163,6 +163,7 @@ std::string Number(double dValue, int iDecimals, const UserLocale& oLocale) {
 }
 
 std::string GeneralDate(const Date& dDate, const UserLocale& oLocale) {
+  if (dDate == Date()) return {};
   return oLocale.ShortDate(dDate) + " " + oLocale.LongTime(dDate);
 }
 

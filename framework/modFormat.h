@@ -28,7 +28,7 @@ std::string Fixed(float fValue, int iDecimals, const UserLocale& oLocale);
 /// The user's number format: as Fixed, in the user's groups.
 std::string Number(double dValue, int iDecimals, const UserLocale& oLocale);
 
-/// Short date, one blank, long time.
+/// Short date, one blank, long time; the empty text for no date.
 std::string GeneralDate(const Date& dDate, const UserLocale& oLocale);
 
 /// The leading number of a text, blanks ignored; 0 when there is none.

@@ -2,11 +2,9 @@
 
 #include "dom/DocumentBuilder.h"
 #include "dom/Text.h"
+#include "headless/ReadFile.h"
 
 #include <gumbo.h>
-
-#include <fstream>
-#include <iterator>
 
 namespace ZELWbr3::Headless {
 
@@ -63,14 +61,10 @@ std::shared_ptr<Document> ParseHTML(std::string_view sHTML) {
 }
 
 std::shared_ptr<Document> LoadPageFile(const std::string& sPath) {
-  std::ifstream oFile(sPath, std::ios::binary);
-  std::string sHTML{std::istreambuf_iterator<char>(oFile), {}};
-  if (oFile.fail() || sHTML.empty()) {
-    sHTML =
-        "<!DOCTYPE html><html lang=\"en\"><head><title>Page not found</title></head><body><h1>Page not found</h1><p>" +
-        Text::EscapeHTML(sPath) + " cannot be read.</p></body></html>";
-  }
-  return ParseHTML(sHTML);
+  if (const auto sHTML = ReadFile(sPath); sHTML && !sHTML->empty()) return ParseHTML(*sHTML);
+  return ParseHTML(
+      "<!DOCTYPE html><html lang=\"en\"><head><title>Page not found</title></head><body><h1>Page not found</h1><p>" +
+      Text::EscapeHTML(sPath) + " cannot be read.</p></body></html>");
 }
 
 }  // namespace ZELWbr3::Headless

@@ -59,19 +59,24 @@ void HeadlessWebBrowser::Click(const std::string& sID) {
 
 bool HeadlessWebBrowser::Key(Long lKeyCode) {
   if (m_oDocument == nullptr) return false;
-  const auto oDocument = m_oDocument;  // the handler may replace it
+  const auto oDocument = m_oDocument;
+  const std::weak_ptr oNavigation = m_oNavigation;
   WindowEvent oEvent{lKeyCode};
   {
     const CurrentEvent oCurrent(oDocument->parentWindow(), oEvent);
     if (m_oEvents.KeyDown()) return true;
   }
+  if (oNavigation.expired()) return false;  // the handler has left the document, or ended the control
   const Element* oActive = oDocument->activeElement();
   const bool bClicks = lKeyCode == KeyEnter || lKeyCode == KeySpace;
   if (bClicks && oActive != nullptr && oActive != oDocument->body() && !TakesText(*oActive)) m_oEvents.Click();
   return false;
 }
 
-void HeadlessWebBrowser::Focus(const std::string& sID) { m_oDocument->Activate(&Find(sID)); }
+void HeadlessWebBrowser::Focus(const std::string& sID) {
+  Element& oElement = Find(sID);
+  m_oDocument->Activate(&oElement);
+}
 
 void HeadlessWebBrowser::Crash(const std::string& sReason) {
   m_oNavigation.reset();

@@ -1,22 +1,11 @@
 #include "headless/ReportWriter.h"
 
 #include "dom/HTMLWriter.h"
+#include "headless/ReadFile.h"
 
-#include <fstream>
-#include <iterator>
 #include <optional>
 
 namespace ZELWbr3::Headless {
-
-namespace {
-
-std::optional<std::string> ReadFile(const std::string& sPath) {
-  std::ifstream oFile(sPath, std::ios::binary);
-  if (!oFile) return std::nullopt;
-  return std::string{std::istreambuf_iterator<char>(oFile), {}};
-}
-
-}  // namespace
 
 std::string WriteReport(const Document& oDocument, const std::string& sFolder) {
   const auto Inlined = [&](const std::string& sTag, const std::string& sFile) -> std::optional<std::string> {

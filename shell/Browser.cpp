@@ -54,6 +54,7 @@ void Browser::CleanUp() {
 
 Long Browser::Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) {
   BrowserFrame& oFrame = Frame(lWebBrowser);
+  if (oPage == nullptr) throw std::invalid_argument("There is no page to show");
   // 1. The page shown so far goes, unless it is shown again.
   if (oFrame.Page != nullptr && oFrame.Page->Name() != oPage->Name()) oFrame.Page->Hide();
   // 2. and 3. The frame's page and URL.
@@ -68,7 +69,14 @@ Long Browser::Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) {
   // 7. Show it.
   BringToFront(lWebBrowser);
   // 8. Wait until the page has filled it and the screen shows that.
-  WaitUntil([this] { return m_bPageComplete; });
+  WaitUntil([&] {
+    // Whoever took the page out of the frame meanwhile has ended this wait,
+    // unless another page was shown instead.
+    if (!m_bPageComplete && oFrame.Page == nullptr) {
+      throw WaitError("The frame was emptied before the page " + oPage->Name() + " was complete");
+    }
+    return m_bPageComplete;
+  });
   WaitUntil([&oFrame] { return oFrame.WebBrowser().Settled(); });
   // 9. Document events follow the frame in front, which this may no longer be.
   return lWebBrowser;
@@ -81,7 +89,8 @@ void Browser::ShowOnTop(Long lWebBrowser) {
 
 void Browser::Navigate(const std::string& sURL, Long lWebBrowser) {
   BrowserFrame& oFrame = Frame(lWebBrowser);
-  ReleasePage(oFrame);
+  if (const auto oPage = std::exchange(oFrame.Page, nullptr)) oPage->Hide();
+  if (m_lCurrentFrame == lWebBrowser) ShowCommandsOf(nullptr);
   oFrame.URL = sURL;
   oFrame.WebBrowser().Navigate(sURL, NavigateFlags::None);
 }
@@ -93,10 +102,6 @@ void Browser::Refresh(Long lWebBrowser) {
 
 void Browser::Clear(Long lWebBrowser) { Navigate("about:blank", lWebBrowser); }
 
-void Browser::ReleasePage(BrowserFrame& oFrame) {
-  if (const auto oPage = std::exchange(oFrame.Page, nullptr)) oPage->Hide();
-}
-
 void Browser::BringToFront(Long lWebBrowser) {
   BrowserFrame& oFrame = Frame(lWebBrowser);
   if (m_lCurrentFrame != lWebBrowser) {
@@ -104,9 +109,10 @@ void Browser::BringToFront(Long lWebBrowser) {
     oFrame.WebBrowser().Visible(true);
     m_lCurrentFrame = lWebBrowser;
   }
-  // The host's command list shows the list of the page in front, which is
-  // empty for a page that has none.
-  const auto oPage = oFrame.Page;
+  ShowCommandsOf(oFrame.Page);
+}
+
+void Browser::ShowCommandsOf(const std::shared_ptr<Page>& oPage) {
   if (const auto oCommandlist = oPage == nullptr ? nullptr : oPage->Commandlist()) m_oCommandlist = oCommandlist;
   if (const auto oCommandlist = m_oCommandlist.lock()) {
     oCommandlist->BringToFront(oPage == nullptr ? Long(int{zelWebBrowserPageNone}) : oPage->PageType());

@@ -166,7 +166,9 @@ class Browser : private PageSite, private BrowserFrame::Owner {
 
   BrowserFrame& Frame(Long lWebBrowser) const;
   void BringToFront(Long lWebBrowser);
-  void ReleasePage(BrowserFrame& oFrame);
+  /// Makes the host's command list show what belongs to the page in front:
+  /// nothing for a page that has no commands, and for none.
+  void ShowCommandsOf(const std::shared_ptr<Page>& oPage);
   void WaitUntil(const std::function<bool()>& oDone);
 
   static std::shared_ptr<void> s_oResource;

@@ -40,10 +40,11 @@ void BrowserFrame::DocumentComplete(bool bTopLevel) {
 
 void BrowserFrame::Click() {
   HandleDocumentEvent([this](Document& oDocument) {
-    Element* oElement = oDocument.activeElement();
-    if (oElement == nullptr || Page == nullptr) return;
+    const Element* oElement = oDocument.activeElement();
+    const auto oPage = Page;  // the handler may take it out of the frame
+    if (oElement == nullptr || oPage == nullptr) return;
     const std::string sID = oElement->id();
-    if (!sID.empty()) Page->HandleOnClick(sID);
+    if (!sID.empty()) oPage->HandleOnClick(sID);
   });
 }
 
