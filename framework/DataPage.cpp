@@ -13,6 +13,7 @@ void DataPage::Commandlist(std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist) 
   m_oCL = std::move(oCommandlist);
   if (m_oCL == nullptr) return;
   m_oItemClick = m_oCL->ItemClick.Connect([this](Long lPageType, const ZELCmd3::CommandItem& oItem) {
+    const auto oSelf = weak_from_this().lock();  // what the click does may clean the control up
     if (lPageType == PageType()) oCL_ItemClick(oItem);
   });
 }
