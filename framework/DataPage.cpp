@@ -58,7 +58,7 @@ void DataPage::Command(Long lCommand) {
       Close();
       break;
     default:
-      OnCommand(lCommand);
+      Guarded([&] { OnCommand(lCommand); });
   }
 }
 
@@ -102,10 +102,45 @@ Element& DataPage::RequiredElement(std::string_view sID) const {
   return *oElement;
 }
 
+Element& DataPage::RequiredRow(std::string_view sTable, std::string_view sID) const {
+  Element* oRow = RequiredElement(sTable).all().item(sID);
+  if (oRow == nullptr) {
+    throw std::runtime_error("The page file " + Name() + ".htm has no row \"" + std::string(sID) + "\" in \"" +
+                             std::string(sTable) + "\"");
+  }
+  return *oRow;
+}
+
+void DataPage::FillLocale() {
+  const auto SetIfPresent = [this](std::string_view sID, std::string_view sText) {
+    if (Element* oElement = Document()->all().item(sID)) oElement->innerText(sText);
+  };
+  SetIfPresent("LocaleDecimalSymbole", Browser().LocaleDecimalSymbole());
+  SetIfPresent("LocaleDecimalPlaces", std::to_string(Browser().LocaleDecimalPlaces()));
+  SetIfPresent("LocaleThousendGroupingSymbole", Browser().LocaleThousendGroupingSymbole());
+}
+
 void DataPage::ReportLastError() { ReportError(m_oDatabase->LastError()); }
 
 void DataPage::ReportError(const ZELLib3::Error& oError) {
-  InFront([&](MessageBox& oBox) { modZELError::ShowError(oBox, oError, "Error"); });
+  if (!HasBrowser()) return;  // cleaned up by what has just failed
+  FrontBoxes oBoxes = Boxes();
+  modZELError::ShowError(oBoxes, oError, "Error", Browser().MessageHelp(std::to_string(oError.ErrorCode)));
+}
+
+void DataPage::Busy(const std::function<void()>& oWork) {
+  const auto oSelf = shared_from_this();  // the program may end while messages are pumped
+  const clsHourglass::Scope oWait(Hourglass());
+  NoEvents(true);
+  try {
+    Browser().FlushDocuments();
+    Browser().Platform().MessagePump().Drain();
+    if (HasBrowser()) Guarded(oWork);
+  } catch (...) {
+    NoEvents(false);
+    throw;
+  }
+  NoEvents(false);
 }
 
 bool DataPage::Guarded(const std::function<void()>& oWork) {
@@ -117,18 +152,19 @@ bool DataPage::Guarded(const std::function<void()>& oWork) {
   } catch (const ZELLib3::InstanceError& oError) {
     ReportError(oError.ErrorObject());
   } catch (const std::exception& oError) {
-    InFront([&](MessageBox& oBox) { modZELError::ShowError(oBox, oError, "Error"); });
+    if (!HasBrowser()) return false;
+    FrontBoxes oBoxes = Boxes();
+    modZELError::ShowError(oBoxes, oError, "Error");
   }
   return false;
 }
 
-void DataPage::InFront(const std::function<void(MessageBox&)>& oShow) {
-  if (!HasBrowser()) return;  // cleaned up by what has just failed
-  Browser().FlushDocuments();
-  const auto oHourglass = Hourglass();
-  oHourglass->Break();
-  oShow(Browser().Platform().MessageBox());
-  oHourglass->Continue();
+void DataPage::Act(const std::function<void()>& oAction) {
+  clsHourglass::Scope oWait(Hourglass());
+  Browser().RaiseActionBegin();
+  Guarded(oAction);
+  // What was done may have cleaned the page up.
+  if (HasBrowser()) Browser().RaiseActionComplete(false);
 }
 
 const std::shared_ptr<clsHourglass>& DataPage::Hourglass() {

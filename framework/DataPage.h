@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/FrontBoxes.h"
 #include "framework/Page.h"
 #include "framework/ZELHTMLForm.h"
 #include "framework/ZELLib3/Database.h"
@@ -45,7 +46,8 @@ class DataPage : public Page {
  protected:
   /// Writes the content. What it throws is reported; what was written stays.
   virtual void FillContent() = 0;
-  /// The page's own clicks, and commands from 2 on.
+  /// The page's own clicks, and commands from 2 on. What they throw is
+  /// reported.
   virtual bool OnClick(const std::string&) { return false; }
   virtual void OnCommand(Long) {}
   /// Whether the footer is shown together with the content.
@@ -60,19 +62,34 @@ class DataPage : public Page {
   /// std::runtime_error that names it otherwise.
   void SetText(std::string_view sID, std::string_view sText);
   Element& RequiredElement(std::string_view sID) const;
+  /// The same for a row of a table, whose id other tables may use, too.
+  Element& RequiredRow(std::string_view sTable, std::string_view sID) const;
+  /// Writes the user's number settings into the three elements from which a
+  /// page's own script reads them; one that the page file lacks is skipped.
+  void FillLocale();
 
   /// The common error display for the instance's last error, or a given one.
   void ReportLastError();
   void ReportError(const ZELLib3::Error& oError);
 
+  /// For what the page asks the user.
+  FrontBoxes Boxes() { return {Browser(), Hourglass()}; }
+
+  /// Runs something that may keep the program from handling messages for long:
+  /// lets the screen catch up first and ignores clicks and keys, shows the wait
+  /// cursor, and reports what is thrown.
+  void Busy(const std::function<void()>& oWork);
+
   /// Runs something and reports what it throws; false when it threw. A wait
   /// that cannot end is no failure of the page and passes.
   bool Guarded(const std::function<void()>& oWork);
 
+  /// Carries out a command of the page's own: the host hears of its begin and
+  /// end, the wait cursor stands meanwhile, what it throws is reported.
+  void Act(const std::function<void()>& oAction);
+
  private:
   void Fill() override;
-  /// Shows a message box by way of oShow, with the wait cursor suspended.
-  void InFront(const std::function<void(MessageBox&)>& oShow);
   const std::shared_ptr<clsHourglass>& Hourglass();
 
   std::shared_ptr<ZELLib3::Database> m_oDatabase;

@@ -4,6 +4,7 @@
 #include "platform/Checked.h"
 #include "platform/Platform.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -41,6 +42,9 @@ class PageSite {
   virtual const std::string& LocaleDecimalSymbole() const = 0;
   virtual Long LocaleDecimalPlaces() const = 0;
   virtual const std::string& LocaleThousendGroupingSymbole() const = 0;
+
+  /// What opens the help topic of a message; empty when there is no such topic.
+  virtual std::function<void()> MessageHelp(const std::string& sHelpID) = 0;
 
   virtual void NotifyPageComplete(const std::shared_ptr<Page>& oPage) = 0;
   virtual void RaiseActionBegin() = 0;

@@ -25,4 +25,10 @@ clsHourglass::Scope::Scope(std::shared_ptr<clsHourglass> oHourglass) : m_oHourgl
 
 clsHourglass::Scope::~Scope() { m_oHourglass->Hide(); }
 
+clsHourglass::Pause::Pause(std::shared_ptr<clsHourglass> oHourglass) : m_oHourglass(std::move(oHourglass)) {
+  m_oHourglass->Break();
+}
+
+clsHourglass::Pause::~Pause() { m_oHourglass->Continue(); }
+
 }  // namespace ZELWbr3

@@ -33,6 +33,18 @@ class clsHourglass {
     std::shared_ptr<clsHourglass> m_oHourglass;
   };
 
+  /// Break and Continue around something modal.
+  class Pause {
+   public:
+    explicit Pause(std::shared_ptr<clsHourglass> oHourglass);
+    ~Pause();
+    Pause(const Pause&) = delete;
+    Pause& operator=(const Pause&) = delete;
+
+   private:
+    std::shared_ptr<clsHourglass> m_oHourglass;
+  };
+
  private:
   ScreenPointer& m_oScreen;
   Long m_lNesting = 0;

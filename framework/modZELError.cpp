@@ -10,8 +10,14 @@ void ShowText(MessageBox& oBox, const std::string& sText, const std::string& sTi
 
 }  // namespace
 
-void ShowError(MessageBox& oBox, const ZELLib3::Error& oError, const std::string& sTitle) {
-  ShowText(oBox, std::to_string(oError.ErrorCode) + " " + oError.ErrorText, sTitle);
+void ShowError(MessageBox& oBox, const ZELLib3::Error& oError, const std::string& sTitle,
+               const std::function<void()>& oHelp) {
+  const std::string sText = std::to_string(oError.ErrorCode) + " " + oError.ErrorText;
+  if (oHelp) {
+    oBox.ShowWithHelp(sText, sTitle, MessageBox::Icon::Exclamation, oHelp);
+  } else {
+    ShowText(oBox, sText, sTitle);
+  }
 }
 
 void ShowError(MessageBox& oBox, const std::exception& oError, const std::string& sTitle) {

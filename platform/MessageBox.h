@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace ZELWbr3 {
@@ -16,6 +17,13 @@ class MessageBox {
   /// Returns when the user has answered. Closing the box without a choice is
   /// its cancelling answer: Cancel, No, or OK when there is only that.
   virtual Answer Show(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon) = 0;
+
+  /// A box with OK and a Help button, which calls oHelp and leaves the box
+  /// open. Where there is no such button it is a box with OK.
+  virtual void ShowWithHelp(const std::string& sText, const std::string& sTitle, Icon eIcon,
+                            const std::function<void()>& /*oHelp*/) {
+    Show(sText, sTitle, Buttons::OK, eIcon);
+  }
 };
 
 }  // namespace ZELWbr3

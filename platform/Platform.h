@@ -1,12 +1,16 @@
 #pragma once
 
+#include "platform/DialogBox.h"
+#include "platform/HelpFile.h"
 #include "platform/MessageBox.h"
 #include "platform/MessagePump.h"
+#include "platform/MessageWindow.h"
 #include "platform/ScreenPointer.h"
 #include "platform/UserLocale.h"
 #include "platform/WebBrowser.h"
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 namespace ZELWbr3 {
@@ -25,6 +29,19 @@ class Platform {
   virtual ZELWbr3::ScreenPointer& ScreenPointer() = 0;
   virtual ZELWbr3::MessageBox& MessageBox() = 0;
   virtual const ZELWbr3::UserLocale& UserLocale() const = 0;
+
+  // A platform may be without these.
+
+  virtual ZELWbr3::DialogBox& DialogBox() { throw std::logic_error("This program cannot show dialogs"); }
+  /// Makes a message window, not shown yet. It reports to oEvents, which
+  /// outlives it.
+  virtual std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents&) {
+    throw std::logic_error("This program cannot show help");
+  }
+  virtual ZELWbr3::HelpFile& HelpFile() {
+    static ZELWbr3::HelpFile oNone;
+    return oNone;
+  }
 
   /// A line for whoever develops or supports the program; users do not see it.
   virtual void Trace(const std::string& sText) = 0;

@@ -1,6 +1,7 @@
 #include "shell/Browser.h"
 
 #include "framework/modLocal.h"
+#include "shell/frmMessage.h"
 
 #include <stdexcept>
 
@@ -101,6 +102,20 @@ void Browser::Refresh(Long lWebBrowser) {
 }
 
 void Browser::Clear(Long lWebBrowser) { Navigate("about:blank", lWebBrowser); }
+
+void Browser::ShowMessageHelpID(const std::string& sHelpID) {
+  frmMessage oMessage(m_oPlatform);
+  oMessage.HTMLPath(m_sHTMLPath);
+  oMessage.CHMPath(m_sCHMPath);
+  oMessage.ShowMessageHelpID(sHelpID);
+}
+
+std::function<void()> Browser::MessageHelp(const std::string& sHelpID) {
+  if (m_sCHMPath.empty() || !m_oPlatform.HelpFile().HasTopic(m_sCHMPath, sHelpID)) return {};
+  return [this, oAlive = std::weak_ptr(m_oAlive), sHelpID] {
+    if (!oAlive.expired()) ShowMessageHelpID(sHelpID);
+  };
+}
 
 void Browser::BringToFront(Long lWebBrowser) {
   BrowserFrame& oFrame = Frame(lWebBrowser);

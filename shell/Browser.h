@@ -108,6 +108,9 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   void Refresh(Long lWebBrowser) override;
   /// Takes the frame's page away and empties it.
   void Clear(Long lWebBrowser);
+  /// Explains a message by a topic of the help file, in a window of its own;
+  /// returns when the user has closed that.
+  void ShowMessageHelpID(const std::string& sHelpID);
 
   /// Gives all frames the size of the control, in the platform's pixels.
   void Resize(int iWidth, int iHeight);
@@ -139,6 +142,8 @@ class Browser : private PageSite, private BrowserFrame::Owner {
                     std::shared_ptr<ZELLib3::SQLTable> oSQLTable) override;
   void ShowHistoryItem(std::shared_ptr<ZELLib3::Database> oDatabase,
                        std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) override;
+
+  std::function<void()> MessageHelp(const std::string& sHelpID) override;
 
   void NotifyPageComplete(const std::shared_ptr<Page>& oPage) override;
   void RaiseActionBegin() override { ActionBegin.Raise(); }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/WebBrowser.h"
+
+namespace ZELWbr3 {
+
+/// What a message window reports: what its browser does, and its own size.
+class MessageWindowEvents : public WebBrowserEvents {
+ public:
+  /// The window's inside has got this size, in the platform's pixels. Also
+  /// before it is seen for the first time.
+  virtual void Resize(int iWidth, int iHeight) = 0;
+};
+
+/// The window that explains a message: modal to the control's window, with one
+/// embedded web browser. Escape closes it and Ctrl+C copies what is selected.
+class MessageWindow {
+ public:
+  virtual ~MessageWindow() = default;
+
+  virtual ZELWbr3::WebBrowser& WebBrowser() = 0;
+  /// Returns when the user has closed the window.
+  virtual void ShowModal() = 0;
+};
+
+}  // namespace ZELWbr3

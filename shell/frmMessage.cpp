@@ -1,0 +1,31 @@
+#include "shell/frmMessage.h"
+
+namespace ZELWbr3 {
+
+void frmMessage::ShowMessageHelpID(const std::string& sHelpID) {
+  m_sTopicURL = "mk:@MSITStore:" + m_sCHMPath + "::/" + sHelpID + ".htm";
+  m_oWindow = m_oPlatform.MakeMessageWindow(*this);
+  m_oWindow->WebBrowser().Navigate(m_sHTMLPath + "\\Message.htm", NavigateFlags::None);
+  m_oWindow->ShowModal();
+  m_oWindow.reset();
+}
+
+void frmMessage::DocumentComplete(bool bTopLevel) {
+  if (!bTopLevel) return;
+  WebBrowser& oWebBrowser = m_oWindow->WebBrowser();
+  const auto oDocument = oWebBrowser.Document();
+  if (oDocument == nullptr || oDocument->body() == nullptr) return;
+  if (Element* oFrame = oDocument->body()->all().item("Message1.Txt")) oFrame->setAttribute("src", m_sTopicURL);
+  oWebBrowser.Flush();
+}
+
+void frmMessage::ProcessTerminated(const std::string& sReason) {
+  m_oPlatform.Trace("The message window's browser process ended: " + sReason);
+}
+
+void frmMessage::Resize(int iWidth, int iHeight) {
+  // The platform may size the window while it makes it.
+  if (m_oWindow != nullptr) m_oWindow->WebBrowser().Move(0, 0, iWidth, iHeight);
+}
+
+}  // namespace ZELWbr3
