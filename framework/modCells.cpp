@@ -5,6 +5,7 @@
 #include "framework/modFormat.h"
 
 #include <array>
+#include <stdexcept>
 
 namespace ZELWbr3::modCells {
 
@@ -12,6 +13,15 @@ Element& AddRowFromTemplate(Element& oSection, Element& oTemplate) {
   Element& oRow = oSection.appendChild(oTemplate.cloneNode(true));
   modElement::ShowElement(&oRow, true);
   return oRow;
+}
+
+std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t iCells) {
+  const std::vector<Element*> oCells = AddRowFromTemplate(*oTemplate.parentElement(), oTemplate).cells();
+  if (oCells.size() < iCells) {
+    throw std::runtime_error("The template row \"" + oTemplate.id() + "\" has " + std::to_string(oCells.size()) +
+                             " cells instead of " + std::to_string(iCells));
+  }
+  return oCells;
 }
 
 void SetCellText(Element& oCell, std::string_view sText) { oCell.innerText(sText.empty() ? " " : sText); }
@@ -31,14 +41,17 @@ std::string FormatPercent(float fPercent, const UserLocale& oLocale) {
 float Percentage(float fWhole, float fPart) { return fWhole > 0 ? fPart * 100 / fWhole : 100; }
 
 void FillParamCell(Element& oCell, const ZELLib3::Parameter& oParameter) {
+  FillParamCell(oCell, oParameter.Name(), oParameter.Group());
+}
+
+void FillParamCell(Element& oCell, std::string_view sName, Long lGroup) {
   static constexpr std::array<const char*, 4> Classes = {"zelTblCellParGen", "zelTblCellParExt", "zelTblCellParSup",
                                                          "zelTblCellParInf"};
-  const Long lGroup = oParameter.Group();
   const bool bKnown = lGroup >= 0 && lGroup < static_cast<int>(Classes.size());
-  const std::string sName = Text::Trim(oParameter.Name());
+  const std::string sTrimmed = Text::Trim(sName);
   oCell.className(bKnown ? Classes[static_cast<std::size_t>(lGroup)] : "zelTblCellParNon");
-  oCell.innerText(sName);
-  oCell.id("PARAM" + sName);
+  oCell.innerText(sTrimmed);
+  oCell.id("PARAM" + sTrimmed);
 }
 
 bool Behind(std::string_view sPrefix, std::string_view sID, std::string& sRest) {

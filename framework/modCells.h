@@ -6,12 +6,16 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Rows made from hidden template rows, and what pages write into their cells.
 namespace ZELWbr3::modCells {
 
 /// Appends a visible copy of a template row to a table section.
 Element& AddRowFromTemplate(Element& oSection, Element& oTemplate);
+/// The same behind the template's own rows, answering the cells of the copy;
+/// throws std::runtime_error when there are fewer than iCells.
+std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t iCells);
 
 /// An empty text is written as a blank: an empty cell would collapse.
 void SetCellText(Element& oCell, std::string_view sText);
@@ -28,6 +32,7 @@ float Percentage(float fWhole, float fPart);
 /// Makes a cell a parameter's name: its group's class, its name, and the id
 /// "PARAM" with the name that a click is recognised by.
 void FillParamCell(Element& oCell, const ZELLib3::Parameter& oParameter);
+void FillParamCell(Element& oCell, std::string_view sName, Long lGroup);
 
 /// What an id says behind a prefix, such as the name in "PARAM" + name; false
 /// when it does not begin with it.

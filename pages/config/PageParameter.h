@@ -1,11 +1,13 @@
 #pragma once
 
-#include "pages/PageUnfilled.h"
+#include "framework/DataPage.h"
+#include "framework/PageType.h"
 
 namespace ZELWbr3 {
 
-/// One configuration parameter.
-class PageParameter : public PageUnfilled {
+/// One configuration parameter: its value, the one that is to come, what it is
+/// for, and how it has changed.
+class PageParameter : public DataPage {
  public:
   static constexpr int Type = zelWebBrowserPageParameter;
 
@@ -13,12 +15,23 @@ class PageParameter : public PageUnfilled {
   Long PageType() const override { return Type; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
 
-  void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::Parameter> oParameter) {
-    m_oParameter = std::move(oParameter);
-    PageUnfilled::Show(std::move(oDatabase));
-  }
+  /// Keeps a parameter of the instance and shows the page with it. One that
+  /// the instance does not know shows an error and an empty page.
+  void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::Parameter> oParameter);
+
+  void Hide() override;
+  void CleanUp() override;
+
+ protected:
+  void FillContent() override;
+  bool OnClick(const std::string& sID) override;
 
  private:
+  void FillCommandlist();
+  void FillHistory();
+  /// The value that the parameter is going to have.
+  std::string NewValue() const;
+
   std::shared_ptr<ZELLib3::Parameter> m_oParameter;
 };
 

@@ -1,9 +1,9 @@
 #include "pages/main/PageMain.h"
 
 #include "dom/EmbeddedObject.h"
-#include "framework/modCmdEnum.h"
 #include "framework/modElement.h"
 #include "framework/modFormat.h"
+#include "framework/modTopWarning.h"
 #include "pages/main/HotStandbyTable.h"
 #include "pages/main/MainDetails.h"
 #include "pages/main/StateCommands.h"
@@ -59,7 +59,7 @@ void PageMain::FillContent() {
   FillLogRows();
   FillDetails();
   FillHotStandby();
-  FillTopWarning();
+  modTopWarning::Show(Form(), *Database());
 }
 
 void PageMain::FillPicture() {
@@ -187,22 +187,6 @@ void PageMain::FillDetails() {
 void PageMain::FillHotStandby() {
   HotStandbyTable oTable([this](std::string_view sID) -> Element& { return RequiredElement(sID); }, *Document());
   oTable.Fill(*Database());
-}
-
-void PageMain::FillTopWarning() {
-  using modCmdEnum::CommandLink;
-  const Long lStatus = State()->Status();
-  const bool bRunning = lStatus == 3 || lStatus == 4 || lStatus == 5;
-  if (!bRunning || !State()->AnyAreaFull()) {
-    Form().HideTopWarning();
-  } else if (State()->DataFull()) {
-    Form().ShowTopWarning("Data Area Full", "To extend the data area add a data volume. (Instance->Configuration->" +
-                                                CommandLink(modCmdEnum::cmdVolumes, "Volumes") + ")");
-  } else if (State()->LogFull()) {
-    Form().ShowTopWarning("Log Area Full",
-                          "To empty the log area make a log backup or turn AutoLog on. (Instance->Backup->" +
-                              CommandLink(modCmdEnum::cmdBackupWizard, "Backup Wizard") + ")");
-  }
 }
 
 bool PageMain::AreasOpen() const {

@@ -34,7 +34,6 @@ class PageMain : public DataPage {
   void FillLogRows();
   void FillDetails();
   void FillHotStandby();
-  void FillTopWarning();
 
   /// The state as it is now; never kept.
   std::shared_ptr<ZELLib3::StateInfo> State() const { return Database()->StateInfo(); }

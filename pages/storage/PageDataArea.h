@@ -1,17 +1,16 @@
 #pragma once
 
-#include "pages/PageUnfilled.h"
+#include "framework/PageType.h"
+#include "pages/storage/PageStorageArea.h"
 
 namespace ZELWbr3 {
 
 /// The data area.
-class PageDataArea : public PageUnfilled {
+class PageDataArea : public PageStorageArea {
  public:
   static constexpr int Type = zelWebBrowserPageDataArea;
 
-  std::string Name() const override { return "DataArea"; }
-  Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+  PageDataArea() : PageStorageArea(DataStorageArea) {}
 };
 
 }  // namespace ZELWbr3

@@ -1,17 +1,16 @@
 #pragma once
 
-#include "pages/PageUnfilled.h"
+#include "framework/PageType.h"
+#include "pages/storage/PageStorageArea.h"
 
 namespace ZELWbr3 {
 
 /// The log area.
-class PageLogArea : public PageUnfilled {
+class PageLogArea : public PageStorageArea {
  public:
   static constexpr int Type = zelWebBrowserPageLogArea;
 
-  std::string Name() const override { return "LogArea"; }
-  Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+  PageLogArea() : PageStorageArea(LogStorageArea) {}
 };
 
 }  // namespace ZELWbr3
