@@ -72,6 +72,7 @@ std::string SystemLocale::Format(const Date& dDate, char cConversion) const {
   oTime.tm_hour = dDate.Hour;
   oTime.tm_min = dDate.Minute;
   oTime.tm_sec = dDate.Second;
+  oTime.tm_isdst = -1;  // some locales end their times in a zone's name, which is not known here
   const std::chrono::year_month_day oDay{std::chrono::year(dDate.Year),
                                          std::chrono::month(static_cast<unsigned>(dDate.Month)),
                                          std::chrono::day(static_cast<unsigned>(dDate.Day))};
@@ -79,7 +80,7 @@ std::string SystemLocale::Format(const Date& dDate, char cConversion) const {
   std::wostringstream oStream;
   oStream.imbue(m_oLocale);
   std::use_facet<Times>(m_oLocale).put(std::ostreambuf_iterator(oStream), oStream, L' ', &oTime, cConversion);
-  return ToUTF8(oStream.str());
+  return Text::Trim(ToUTF8(oStream.str()));
 }
 
 }  // namespace ZELWbr3
