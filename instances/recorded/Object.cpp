@@ -7,9 +7,9 @@ const Json& Object::Nothing() {
   return oNothing;
 }
 
-const Json& Object::List(const char* sName) const {
+const Json& Object::ListOf(const Json& oObject, const char* sName) {
   static const Json oEmpty = Json::array();
-  const Json* const pList = Find(*m_oPlace.pValue, sName);
+  const Json* const pList = Find(oObject, sName);
   return pList != nullptr ? *pList : oEmpty;
 }
 
@@ -26,7 +26,7 @@ bool Object::Fails(const char* sName) const {
 void Object::CheckRaises(const char* sName) const {
   if (!Lists(Shared().oRaises, sName)) return;
   ZELLib3::Error oError = Shared().oRecordedError;
-  if (oError.ErrorCode == 0 && oError.ErrorText.empty()) oError.ErrorText = Join(m_sClass, sName) + " cannot be read";
+  if (oError.ErrorCode == 0 && oError.ErrorText.empty()) oError.ErrorText = Join(m_sClass, sName) + " raised an error";
   throw ZELLib3::InstanceError(oError);
 }
 

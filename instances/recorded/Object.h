@@ -67,7 +67,8 @@ class Object {
   }
 
   /// A list, empty where the recording has none.
-  const Json& List(const char* sName) const;
+  const Json& List(const char* sName) const { return ListOf(*m_oPlace.pValue, sName); }
+  static const Json& ListOf(const Json& oObject, const char* sName);
 
   /// Raises what a member in "raises" raises.
   void Check(const char* sName) const {

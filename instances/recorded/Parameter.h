@@ -26,7 +26,9 @@ class Parameter final : public Of<ZELLib3::Parameter> {
   ParameterChange Change(const char* sName, Long lEntry) const {
     Check(sName);
     const Json& oChanges = List("History");
-    if (lEntry < 1 || static_cast<std::size_t>(lEntry) > oChanges.size()) {
+    const Json* const pCount = Find(*Here().pValue, "HistoryCount");
+    if (lEntry < 1 || static_cast<std::size_t>(lEntry) > oChanges.size() ||
+        (pCount != nullptr && lEntry > pCount->get<std::int64_t>())) {
       throw std::out_of_range("The parameter's history has no entry " + std::to_string(lEntry));
     }
     return FromJson<ParameterChange>(oChanges[lEntry - 1]);

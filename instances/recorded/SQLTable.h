@@ -7,7 +7,7 @@ namespace ZELWbr3::Recorded {
 /// A table that is looked up among the recorded ones when it is opened.
 class SQLTable final : public Rows<ZELLib3::SQLTable> {
  public:
-  using Rows::Rows;
+  explicit SQLTable(const Place& oPlace) : Rows(oPlace, Nothing()) {}
 
  private:
   const Json* Source() override {
@@ -17,7 +17,6 @@ class SQLTable final : public Rows<ZELLib3::SQLTable> {
     Shared().FailedBecause("The recording does not hold the table " + Owner() + "." + Name());
     return nullptr;
   }
-  const Json& Closed() const override { return Nothing(); }
 };
 
 }  // namespace ZELWbr3::Recorded

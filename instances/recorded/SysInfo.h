@@ -6,16 +6,12 @@ namespace ZELWbr3::Recorded {
 
 class SysInfo final : public Rows<ZELLib3::SysInfo> {
  public:
-  using Rows::Rows;
+  explicit SysInfo(const Place& oPlace) : Rows(oPlace, *oPlace.pValue) {}
 
   Long Index() const override { return Get<Long>("Index"); }
   std::string Name() const override { return Get<std::string>("Name"); }
   std::string Description() const override { return Get<std::string>("Description"); }
   bool IsRecord() const override { return Get<bool>("IsRecord"); }
-
- private:
-  const Json* Source() override { return Here().pValue; }
-  const Json& Closed() const override { return *Here().pValue; }
 };
 
 }  // namespace ZELWbr3::Recorded

@@ -148,6 +148,17 @@ TEST(RecordedMembers, ACollectionMaySayAnotherCount) {
   EXPECT_THROW(oDatabase->DataArea()->Volumes()->Item(2), std::out_of_range);
 }
 
+TEST(RecordedMembers, AParameterMaySayAnotherHistoryCount) {
+  const Json oChanges = {{{"Value", "1"}}, {{"Value", "2"}}};
+  for (const int lCount : {1, 2, 3}) {
+    const auto oParameter =
+        OpenWith({{"Parameters", {{{"HistoryCount", lCount}, {"History", oChanges}}}}})->Parameters()->Item(1);
+    EXPECT_EQ(lCount, oParameter->HistoryCount());
+    EXPECT_EQ("1", oParameter->HistoryValue(1));
+    EXPECT_THROW(oParameter->HistoryValue(std::min(lCount, 2) + 1), std::out_of_range);
+  }
+}
+
 TEST(RecordedMembers, AParameterIsFoundWithoutTheBlanksAroundItsName) {
   const auto oParameters = OpenWith({{"Parameters",
                                       {{{"Name", " PADDED  "}, {"Value", "1"}, {"Exists", true}},

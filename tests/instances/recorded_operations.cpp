@@ -175,10 +175,10 @@ TEST(RecordedOperations, AMemberInRaisesRaises) {
                                    {"SysInfos", {{{"Columns", {{{"Name", "A"}}}}, {"Rows", {{"1"}}}}}},
                                    {"Analyzer", Json::object()}},
                                   {{"raises", oPaths}}, oCalls.Observer());
-  EXPECT_EQ("0 StateInfo.DataTotal cannot be read", RaisedBy([&] { oDatabase->StateInfo()->DataTotal(); }));
+  EXPECT_EQ("0 StateInfo.DataTotal raised an error", RaisedBy([&] { oDatabase->StateInfo()->DataTotal(); }));
   EXPECT_EQ("nothing", RaisedBy([&] { oDatabase->StateInfo()->DataUsed(); }));
-  EXPECT_EQ("0 Shutdown cannot be read", RaisedBy([&] { oDatabase->Shutdown(); }));
-  EXPECT_EQ("0 Caches.Refresh cannot be read", RaisedBy([&] { oDatabase->Caches()->Refresh(); }));
+  EXPECT_EQ("0 Shutdown raised an error", RaisedBy([&] { oDatabase->Shutdown(); }));
+  EXPECT_EQ("0 Caches.Refresh raised an error", RaisedBy([&] { oDatabase->Caches()->Refresh(); }));
   EXPECT_EQ((Texts{"!Shutdown[]", "Caches.Refresh[]"}), oCalls.Take());
   EXPECT_NE("nothing", RaisedBy([&] { oDatabase->Snapshot(); }));
   EXPECT_NE("nothing", RaisedBy([&] { oDatabase->Parameters()->Item("A"); }));
@@ -203,8 +203,8 @@ TEST(RecordedOperations, AMemberInRaisesRaises) {
 }
 
 TEST(RecordedOperations, WhatIsRaisedIsTheRecordedError) {
-  const auto oDatabase =
-      OpenWith(Json::object(), {{"raises", {"Version.Number"}}, {"LastError", {{"ErrorCode", -7}, {"ErrorText", "gone"}}}});
+  const auto oDatabase = OpenWith(
+      Json::object(), {{"raises", {"Version.Number"}}, {"LastError", {{"ErrorCode", -7}, {"ErrorText", "gone"}}}});
   EXPECT_EQ("-7 gone", RaisedBy([&] { oDatabase->Version()->Number(); }));
 }
 
