@@ -23,6 +23,9 @@ class HeadlessPlatform : public Platform {
   MessageQueue& MessagePump() override { return m_oQueue; }
   ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
   ScriptedAnswers& MessageBox() override { return m_oAnswers; }
+  ScriptedAnswers& DialogBox() override { return m_oAnswers; }
+  /// A window that is closed as soon as its document has come to rest.
+  std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents& oEvents) override;
   const ZELWbr3::UserLocale& UserLocale() const override { return *m_oLocale; }
   void Trace(const std::string& sText) override { Traced.Raise(sText); }
 
@@ -31,6 +34,8 @@ class HeadlessPlatform : public Platform {
   /// The browser in front; throws std::logic_error when none is.
   HeadlessWebBrowser& FrontFrame() const;
 
+  /// A message window was shown; its browser still holds the document.
+  Event<const HeadlessWebBrowser&> MessageWindowShown;
   /// A line was traced.
   Event<const std::string&> Traced;
 

@@ -47,6 +47,20 @@ void EventLog::Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform,
                     {"icon", Headless::Word(oBox.Picture)},
                     {"answer", Headless::Word(oBox.Given)}}));
   }));
+  Keep(oPlatform.DialogBox().DialogShown.Connect([this](const Headless::ScriptedAnswers::AnsweredDialog& oDialog) {
+    WriteLine(Line({{"event", "Dialog"},
+                    {"name", oDialog.Shown.Name},
+                    {"text", Headless::FullText(oDialog.Shown)},
+                    {"answer", Headless::Word(oDialog.Given)}}));
+  }));
+  Keep(oPlatform.MessageWindowShown.Connect([this](const Headless::HeadlessWebBrowser& oBrowser) {
+    const auto oDocument = oBrowser.Document();
+    const Element* const oTopic = oDocument == nullptr ? nullptr : oDocument->all().item("Message1.Txt");
+    WriteLine(Line({{"event", "Dialog"},
+                    {"name", "frmMessage"},
+                    {"text", oTopic == nullptr ? std::string() : oTopic->getAttribute("src")},
+                    {"answer", "cancel"}}));
+  }));
   Keep(oPlatform.Traced.Connect([this](const std::string& sText) {
     WriteLine(Line({{"event", "Trace"}, {"text", sText}}));
   }));

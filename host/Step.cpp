@@ -1,9 +1,9 @@
 #include "host/Step.h"
 
+#include "headless/ScriptedAnswer.h"
 #include "host/HostPages.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <stdexcept>
 
@@ -25,8 +25,6 @@ constexpr Form Forms[] = {
     {"show", Step::Kind::Show, Needs::Text},         {"answer", Step::Kind::Answer, Needs::Text},
     {"command", Step::Kind::Command, Needs::Number}, {"print", Step::Kind::Print, Needs::Nothing},
 };
-
-constexpr std::array<std::string_view, 5> Answers = {"ok", "cancel", "yes", "no", "quick"};
 
 [[noreturn]] void Fail(const std::string& sStep, const std::string& sWhat) {
   throw std::invalid_argument("The step \"" + sStep + "\" " + sWhat);
@@ -63,9 +61,12 @@ Step Step::Parse(const std::string& sStep) {
     }
   }
   if (oStep.What == Kind::Show) HostPages::Find(sArgument);
-  if (oStep.What == Kind::Answer &&
-      std::ranges::find(Answers, sArgument.substr(0, sArgument.find(' '))) == Answers.end()) {
-    Fail(sStep, "is none of ok, cancel, yes, no, quick");
+  if (oStep.What == Kind::Answer) {
+    try {
+      Headless::ScriptedAnswer::Parse(sArgument);
+    } catch (const std::invalid_argument& oError) {
+      Fail(sStep, oError.what());
+    }
   }
   return oStep;
 }

@@ -62,6 +62,35 @@ void PageMain::FillContent() {
   modTopWarning::Show(Form(), *Database());
 }
 
+void PageMain::OnCommand(Long lCommand) {
+  const auto oDatabase = Database();
+  if (oDatabase == nullptr) return;
+  FrontBoxes oBoxes = Boxes();
+  const auto oDecision = StateCommands::Ask(lCommand, *oDatabase, oBoxes, Locale());
+  // While the user was asked the page may have been hidden or cleaned up.
+  if (Document() == nullptr || Database() != oDatabase) return;
+
+  using Kind = StateCommands::Decision::Kind;
+  if (oDecision.What == Kind::Confirmed) {
+    ChangeState(oDecision.Operation);
+  } else if (oDecision.What == Kind::Failed) {
+    ReportLastError();
+  } else if (oDecision.InstanceChanged) {
+    Browser().Refresh(WebBrowser());
+  }
+}
+
+void PageMain::ChangeState(const std::function<bool(ZELLib3::Database&)>& oOperation) {
+  const auto oDatabase = Database();
+  BeginReload();
+  // The host has just been called: the document may be gone.
+  if (Document() != nullptr) RequiredElement("imgInstance").object().Property("Wait", true);
+  Busy([&] {
+    if (!oOperation(*oDatabase)) ReportError(oDatabase->LastError());
+  });
+  if (HasBrowser()) Browser().Refresh(WebBrowser());
+}
+
 void PageMain::FillPicture() {
   const auto PictureState = [this] {
     if (!Database()->Connected()) return 1;

@@ -24,9 +24,14 @@ class PageMain : public DataPage {
 
  protected:
   void FillContent() override;
+  void OnCommand(Long lCommand) override;
   bool ShowsFooter() const override { return true; }
 
  private:
+  /// Runs an operation that changes the instance's state, and shows what is
+  /// true then.
+  void ChangeState(const std::function<bool(ZELLib3::Database&)>& oOperation);
+
   void FillPicture();
   void FillNameAndState();
   void FillBars();
