@@ -64,6 +64,11 @@ void DataPage::Command(Long lCommand) {
 
 void DataPage::Close() { Browser().ShowOnTop(PageSite::zelWebBrowserMain); }
 
+void DataPage::CloseDetail() {
+  const bool bWork = Browser().HasPage(PageSite::zelWebBrowserWork);
+  Browser().ShowOnTop(bWork ? PageSite::zelWebBrowserWork : PageSite::zelWebBrowserMain);
+}
+
 bool DataPage::HandleOnClick(const std::string& sID) {
   if (NoEvents()) return false;
   bool bHandled = false;

@@ -54,6 +54,9 @@ class DataPage : public Page {
   virtual bool ShowsFooter() const { return false; }
   /// Leaves the page; by default for the main frame.
   virtual void Close();
+  /// Leaves a page that others have opened: for the work frame when a page is
+  /// there, else for the main frame.
+  void CloseDetail();
 
   ZELHTMLForm& Form() { return m_oForm; }
   const UserLocale& Locale() const { return Browser().Platform().UserLocale(); }

@@ -27,6 +27,8 @@ class PageSite {
   virtual Long PreferredUnit() const = 0;
   /// A page is loaded in the frame.
   virtual bool HasPage(Long lWebBrowser) const = 0;
+  /// The frame lies in front of the others.
+  virtual bool IsInFront(int iFrame) const = 0;
 
   // Pages that other pages open.
   virtual void ShowDefault() = 0;
@@ -55,6 +57,10 @@ class PageSite {
   /// Sends what was written to the documents so far, before something that
   /// pumps messages lets the user look at them.
   virtual void FlushDocuments() = 0;
+  /// Whether clicks and keys are dropped, as they are while one is handled. A
+  /// handler that works for long and pumps messages lets them in until it has
+  /// finished, and must be ready for what they do. Answers what it was before.
+  virtual bool DropEvents(bool bDrop) = 0;
 
  protected:
   ~PageSite() = default;

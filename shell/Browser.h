@@ -154,7 +154,8 @@ class Browser : private PageSite, private BrowserFrame::Owner {
 
   void NavigateCompleted() override { m_bNavigateComplete = true; }
   bool IsInFront(int iFrame) const override { return m_lCurrentFrame == iFrame; }
-  bool EnterDocumentEvent() override { return !std::exchange(m_bBusy, true); }
+  bool DropEvents(bool bDrop) override { return std::exchange(m_bBusy, bDrop); }
+  bool EnterDocumentEvent() override { return !DropEvents(true); }
   void LeaveDocumentEvent() override { m_bBusy = false; }
   void ProcessTerminated(const std::string& sReason) override;
   void TraceError(const std::string& sText) override { m_oPlatform.Trace(sText); }

@@ -1,11 +1,14 @@
 #pragma once
 
-#include "pages/PageUnfilled.h"
+#include "framework/DataPage.h"
+#include "framework/PageType.h"
+#include "framework/ZELLib3/HistoryItem.h"
 
 namespace ZELWbr3 {
 
-/// One entry of the backup history.
-class PageHistoryItem : public PageUnfilled {
+/// One entry of the backup history: what it was, its names and values, and
+/// what went wrong.
+class PageHistoryItem : public DataPage {
  public:
   static constexpr int Type = zelWebBrowserPageHistoryItem;
 
@@ -13,12 +16,25 @@ class PageHistoryItem : public PageUnfilled {
   Long PageType() const override { return Type; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
 
-  void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) {
+  const std::shared_ptr<const ZELLib3::HistoryItem>& HistoryItem() const { return m_oHistoryItem; }
+  void HistoryItem(std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) {
     m_oHistoryItem = std::move(oHistoryItem);
-    PageUnfilled::Show(std::move(oDatabase));
   }
 
+  using DataPage::Show;
+  /// Keeps both and shows the page.
+  void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem);
+
+  void CleanUp() override;
+
+ protected:
+  void FillContent() override;
+  void Close() override { CloseDetail(); }
+  bool OnClick(const std::string& sID) override;
+
  private:
+  void FillError();
+
   std::shared_ptr<const ZELLib3::HistoryItem> m_oHistoryItem;
 };
 

@@ -1,25 +1,24 @@
 #pragma once
 
-#include "pages/PageUnfilled.h"
+#include "framework/ZELLib3/SQLTable.h"
+#include "pages/monitor/RowsPage.h"
 
 namespace ZELWbr3 {
 
 /// The rows of one table.
-class PageSQLTable : public PageUnfilled {
+class PageSQLTable : public RowsPage<ZELLib3::SQLTable> {
  public:
   static constexpr int Type = zelWebBrowserPageSQLTable;
 
   std::string Name() const override { return "SQLTable"; }
   Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
 
-  void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SQLTable> oSQLTable) {
-    m_oSQLTable = std::move(oSQLTable);
-    PageUnfilled::Show(std::move(oDatabase));
-  }
+  const std::shared_ptr<ZELLib3::SQLTable>& SQLTable() const { return Rows(); }
+  void SQLTable(std::shared_ptr<ZELLib3::SQLTable> oSQLTable) { Rows(std::move(oSQLTable)); }
 
  private:
-  std::shared_ptr<ZELLib3::SQLTable> m_oSQLTable;
+  void FillHead() override { SetText("txtFormTitle", SQLTable()->Owner() + "." + SQLTable()->Name()); }
+  void BeginTable() override { RowsPage::BeginTable("tabSQLTable", BlockTable::View::Columns); }
 };
 
 }  // namespace ZELWbr3

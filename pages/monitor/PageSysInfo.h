@@ -1,25 +1,25 @@
 #pragma once
 
-#include "pages/PageUnfilled.h"
+#include "framework/ZELLib3/SysInfo.h"
+#include "pages/monitor/RowsPage.h"
 
 namespace ZELWbr3 {
 
-/// One system information view.
-class PageSysInfo : public PageUnfilled {
+/// One system information view: a table of its rows, or names and values when
+/// it is one record.
+class PageSysInfo : public RowsPage<ZELLib3::SysInfo> {
  public:
   static constexpr int Type = zelWebBrowserPageSysInfo;
 
   std::string Name() const override { return "SysInfo"; }
   Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
 
-  void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SysInfo> oSysInfo) {
-    m_oSysInfo = std::move(oSysInfo);
-    PageUnfilled::Show(std::move(oDatabase));
-  }
+  const std::shared_ptr<ZELLib3::SysInfo>& SysInfo() const { return Rows(); }
+  void SysInfo(std::shared_ptr<ZELLib3::SysInfo> oSysInfo) { Rows(std::move(oSysInfo)); }
 
  private:
-  std::shared_ptr<ZELLib3::SysInfo> m_oSysInfo;
+  void FillHead() override;
+  void BeginTable() override;
 };
 
 }  // namespace ZELWbr3
