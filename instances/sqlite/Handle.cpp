@@ -1,5 +1,7 @@
 #include "instances/sqlite/Handle.h"
 
+#include "instances/sqlite/OneLine.h"
+
 #include <sqlite3.h>
 
 #include <string_view>
@@ -7,14 +9,6 @@
 namespace ZELWbr3::SQLite {
 
 namespace {
-
-/// A file name may hold line breaks; an error text has one line.
-std::string OneLine(std::string sText) {
-  for (char& c : sText) {
-    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) c = '?';
-  }
-  return sText;
-}
 
 std::string EncodeURIPath(std::string_view sPath) {
   static constexpr char kHex[] = "0123456789ABCDEF";

@@ -1,17 +1,15 @@
 #include "instances/sqlite/SampleDatabase.h"
 
+#include "instances/sqlite/Descriptor.h"
 #include "instances/sqlite/Handle.h"
 #include "instances/sqlite/SampleRows.h"
+#include "instances/sqlite/UserFolder.h"
 
-#include <fcntl.h>
-#include <pwd.h>
 #include <sqlite3.h>
 #include <sys/file.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
@@ -23,25 +21,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-
-[[noreturn]] void RaiseSystemError(const std::string& sPath) {
-  throw std::system_error(errno, std::generic_category(), sPath);
-}
-
-/// A file held open as long as the object lives.
-class Descriptor {
- public:
-  Descriptor(const std::string& sPath, int lFlags) : m_lFile(open(sPath.c_str(), lFlags | O_CLOEXEC, 0666)) {
-    if (m_lFile < 0) RaiseSystemError(sPath);
-  }
-  ~Descriptor() { close(m_lFile); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  operator int() const { return m_lFile; }
-
- private:
-  int m_lFile;
-};
 
 /// Held by the process that makes the sample; the system takes it away from one
 /// that dies.
@@ -88,17 +67,7 @@ void Build(const std::string& sPath, const SampleProgress& oProgress) {
 
 }  // namespace
 
-std::string SamplePath() {
-  const char* sData = std::getenv("XDG_DATA_HOME");
-  if (sData && *sData == '/') return fs::path(sData) / "zelwbr3" / "sample.db";
-  const char* sHome = std::getenv("HOME");
-  if (!sHome || *sHome != '/') {
-    const passwd* pUser = getpwuid(geteuid());
-    sHome = pUser ? pUser->pw_dir : nullptr;
-  }
-  if (!sHome || *sHome != '/') throw std::runtime_error("The sample database needs a home folder, and HOME is not set");
-  return fs::path(sHome) / ".local" / "share" / "zelwbr3" / "sample.db";
-}
+std::string SamplePath() { return UserFolder(UserFiles::Data) / "sample.db"; }
 
 void MakeSample(const std::string& sPath, const SampleProgress& oProgress) {
   const std::string sTarget = fs::absolute(sPath).lexically_normal();
