@@ -14,7 +14,7 @@ void Page::CleanUp() {
 }
 
 PageSite& Page::Browser() const {
-  if (m_oBrowser == nullptr) throw std::logic_error("The page " + Name() + " does not belong to a control any more");
+  if (m_oBrowser == nullptr) throw std::logic_error("The page " + Name() + " does not belong to a control");
   return *m_oBrowser;
 }
 

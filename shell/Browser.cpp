@@ -25,13 +25,16 @@ Browser::Browser(ZELWbr3::Platform& oPlatform) : m_oPlatform(oPlatform) {
 
 Browser::~Browser() {
   m_oAlive.reset();
-  for (const auto& oFrame : m_frames) {
-    if (oFrame->Page != nullptr) oFrame->Page->CleanUp();
-    oFrame->Detach();
+  for (const auto& oWeak : m_adopted) {
+    if (const auto oPage = oWeak.lock()) oPage->CleanUp();
   }
-  for (const auto& oPage : m_registry) {
-    if (oPage != nullptr) oPage->CleanUp();
-  }
+  for (const auto& oFrame : m_frames) oFrame->Detach();
+}
+
+void Browser::AdoptPage(const std::shared_ptr<Page>& oPage) {
+  std::erase_if(m_adopted, [&](const auto& oWeak) { return oWeak.expired() || oWeak.lock() == oPage; });
+  m_adopted.push_back(oPage);
+  Adopt(*oPage);
 }
 
 std::shared_ptr<Page> Browser::ActPageObj() const {
@@ -59,7 +62,7 @@ Long Browser::Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) {
   // 1. The page shown so far goes, unless it is shown again.
   if (oFrame.Page != nullptr && oFrame.Page->Name() != oPage->Name()) oFrame.Page->Hide();
   // 2. and 3. The frame's page and URL.
-  Adopt(*oPage);
+  AdoptPage(oPage);
   oFrame.Page = oPage;
   oFrame.URL = m_sHTMLPath + "\\" + oPage->Name() + ".htm";
   // 4. to 6. Navigate and wait for the document.

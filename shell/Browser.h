@@ -25,6 +25,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace ZELWbr3 {
 
@@ -165,12 +166,13 @@ class Browser : private PageSite, private BrowserFrame::Owner {
     auto& oSlot = m_registry[PageClass::Type];
     if (oSlot == nullptr) {
       oSlot = std::make_shared<PageClass>();
-      Adopt(*oSlot);
+      AdoptPage(oSlot);
     }
     return std::static_pointer_cast<PageClass>(oSlot);
   }
 
   BrowserFrame& Frame(Long lWebBrowser) const;
+  void AdoptPage(const std::shared_ptr<Page>& oPage);
   void BringToFront(Long lWebBrowser);
   /// Makes the host's command list show what belongs to the page in front:
   /// nothing for a page that has no commands, and for none.
@@ -188,6 +190,9 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   std::string m_sThousendGroupingSymbole;
 
   std::array<std::shared_ptr<Page>, zelWebBrowserPageDBAnalyzer + 1> m_registry;  // 0 stays empty
+  /// Every page that may still call this control: the registry's and those
+  /// that the host showed.
+  std::vector<std::weak_ptr<Page>> m_adopted;
   std::array<std::shared_ptr<BrowserFrame>, 4> m_frames;
   std::weak_ptr<ZELCmd3::FCommandlist> m_oCommandlist;
   Long m_lCurrentFrame = -1;

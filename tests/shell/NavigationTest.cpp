@@ -1,0 +1,262 @@
+// The control's showing, waiting and navigating, at the doors of the platform.
+
+#include "shell/Browser.h"
+#include "tests/shell/RecordingPlatform.h"
+#include "tests/support/TestPage.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace ZELWbr3 {
+
+using Testing::RecordingPlatform;
+using Testing::TestPage;
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class NavigationTest : public testing::Test {
+ protected:
+  NavigationTest() {
+    Control.HTMLPath("/pages");
+    m_oComplete = Control.PageComplete.Connect(
+        [this](const std::shared_ptr<Page>& oPage) { Log.push_back("PageComplete " + oPage->Name()); });
+  }
+
+  std::shared_ptr<TestPage> MakePage(const char* sName = "Test", int iFrame = 1) {
+    return std::make_shared<TestPage>(Log, sName, iFrame);
+  }
+  void Show(const std::shared_ptr<TestPage>& oPage) { Control.Show(oPage, oPage->WebBrowser()); }
+  /// Queues what a browser reports of one navigation.
+  void Loads(int iFrame) {
+    auto& oBrowser = *Platform.Frames[iFrame];
+    Platform.Queue.Post([&oBrowser] { oBrowser.Events.BeforeNavigate(true); });
+    Platform.Queue.Post([&, this] {
+      Log.push_back("arrived");
+      oBrowser.Events.NavigateComplete();
+    });
+    Platform.Queue.Post([&oBrowser] {
+      oBrowser.Load();
+      oBrowser.Events.DocumentComplete(true);
+    });
+  }
+  Lines TakeLog() { return std::exchange(Log, {}); }
+
+  Lines Log;
+  RecordingPlatform Platform{Log};
+  Browser Control{Platform};
+
+ private:
+  Connection m_oComplete;
+};
+
+// What only pages may do is out of a host's reach.
+template <typename Control>
+concept LetsTheHostNotify = requires(Control& o) {
+  o.NotifyPageComplete(nullptr);
+};
+template <typename Control>
+concept LetsTheHostRaise = requires(Control& o) {
+  o.RaiseActionBegin();
+}
+|| requires(Control& o) { o.RaiseActionComplete(true); }
+|| requires(Control& o) { o.RaiseCommand(1); };
+template <typename PageClass>
+concept LetsTheHostAdopt = requires(PageClass& o, PageSite& oSite) {
+  o.SetBrowser(oSite);
+};
+static_assert(!LetsTheHostNotify<Browser> && !LetsTheHostRaise<Browser> && !LetsTheHostAdopt<PageDefault>);
+static_assert(LetsTheHostNotify<PageSite> && LetsTheHostRaise<PageSite>);  // the concepts themselves work
+static_assert(!std::is_convertible_v<Browser&, PageSite&> && !std::is_convertible_v<Browser&, WebBrowserEvents&>);
+
+}  // namespace
+
+TEST_F(NavigationTest, ShowTakesItsStepsInOrder) {
+  const auto oFirst = MakePage("First");
+  Loads(1);
+  Platform.Queue.Post([this] { Log.push_back("a later message"); });
+  Platform.Frames[1]->Unsettled = 2;
+  EXPECT_EQ(Control.Show(oFirst, 1), 1);
+  EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\First.htm flags 14", "arrived", "show 1", "First.Fill",
+                              "PageComplete First", "not settled 1", "a later message", "not settled 1"}));
+  EXPECT_EQ(Control.ActPage(), 1);
+  EXPECT_GT(Platform.Frames[1]->Flushes, 0);
+
+  // The same page again is not hidden; another one in its frame hides it.
+  Loads(1);
+  oFirst->Show();
+  EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\First.htm flags 14", "arrived", "First.Fill", "PageComplete First"}));
+  Loads(1);
+  Show(MakePage("Second"));
+  EXPECT_EQ(TakeLog().front(), "First.Hide");
+  EXPECT_EQ(oFirst->Document(), nullptr);
+
+  // Another frame comes to the front as soon as its document arrives.
+  Loads(2);
+  Show(MakePage("Third", 2));
+  EXPECT_EQ(TakeLog(), (Lines{"Navigate 2 /pages\\Third.htm flags 14", "arrived", "hide 1", "show 2", "Third.Fill",
+                              "PageComplete Third"}));
+}
+
+TEST_F(NavigationTest, AnyFramesArrivalEndsTheFirstWaitOnly) {
+  auto& oBrowser = *Platform.Frames[1];
+  Platform.Queue.Post([&] { Platform.Frames[3]->Events.NavigateComplete(); });  // a sub-frame, or another frame
+  Platform.Queue.Post([&] {
+    oBrowser.Load();
+    oBrowser.Events.DocumentComplete(false);  // a sub-frame's document is none of the page's
+  });
+  const auto oPage = MakePage();
+  EXPECT_THROW(Show(oPage), WaitError);
+  EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\Test.htm flags 14", "show 1"}));
+  EXPECT_EQ(Control.ActPage(), 0);
+
+  oBrowser.Events.BeforeNavigate(false);
+  EXPECT_FALSE(oPage->NoEvents());
+  oBrowser.Events.BeforeNavigate(true);
+  EXPECT_TRUE(oPage->NoEvents());
+  oBrowser.Loaded = nullptr;  // a document that never came still ends the silence
+  oBrowser.Events.DocumentComplete(true);
+  EXPECT_FALSE(oPage->NoEvents());
+  EXPECT_TRUE(Log.empty());
+}
+
+TEST_F(NavigationTest, AShowInsideAShowSatisfiesBoth) {
+  const auto oInner = MakePage("Inner", 2);
+  const auto oOuter = MakePage("Outer");
+  Platform.Queue.Post([&] {
+    Loads(2);
+    Loads(1);
+    Show(oInner);
+    Log.push_back("inner shown");
+  });
+  Control.Show(oOuter, 1);
+  Platform.Queue.Drain();
+  EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\Outer.htm flags 14", "Navigate 2 /pages\\Inner.htm flags 14",
+                              "arrived", "show 2", "Inner.Fill", "PageComplete Inner", "inner shown",
+                              // The flags are the control's: the outer page counts as complete now.
+                              "hide 2", "show 1", "arrived", "Outer.Fill", "PageComplete Outer"}));
+}
+
+TEST_F(NavigationTest, TheDeathOfABrowserEndsEveryWait) {
+  const auto oInner = MakePage("Inner", 2);
+  const auto oOuter = MakePage("Outer");
+  std::string sInner;
+  Platform.Queue.Post([&] {
+    Platform.Queue.Post([&] { Platform.Frames[2]->Events.ProcessTerminated("out of memory"); });
+    Platform.Queue.Post([] { FAIL() << "somebody waited on"; });
+    try {
+      Show(oInner);
+    } catch (const WaitError& oError) {
+      sInner = oError.what();
+    }
+  });
+  EXPECT_THROW(Show(oOuter), WaitError);
+  EXPECT_EQ(sInner, "The browser's process ended: out of memory");
+}
+
+TEST_F(NavigationTest, AControlIsUsableAfterAWaitThatFailed) {
+  const auto oPage = MakePage();
+  EXPECT_THROW(Show(oPage), WaitError);
+  Loads(1);
+  Show(oPage);
+  EXPECT_EQ(TakeLog().back(), "PageComplete Test");
+}
+
+TEST_F(NavigationTest, EmptyingTheFrameEndsTheWaitForItsPage) {
+  const auto oPage = MakePage();
+  Platform.Queue.Post([&] { Control.Clear(1); });
+  Platform.Queue.Post([&] { Platform.Frames[1]->Events.NavigateComplete(); });
+  Platform.Queue.Post([] { FAIL() << "somebody waited on"; });
+  try {
+    Show(oPage);
+    FAIL() << "shown";
+  } catch (const WaitError& oError) {
+    EXPECT_STREQ(oError.what(), "The frame was emptied before the page Test was complete");
+  }
+  EXPECT_EQ(TakeLog(),
+            (Lines{"Navigate 1 /pages\\Test.htm flags 14", "Test.Hide", "Navigate 1 about:blank flags 0", "show 1"}));
+}
+
+TEST_F(NavigationTest, AFillThatFailsStillCompletesThePage) {
+  const auto oPage = MakePage();
+  oPage->OnFill = [] { throw std::runtime_error("no such luck"); };
+  Loads(1);
+  Show(oPage);
+  EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\Test.htm flags 14", "arrived", "show 1", "Test.Fill",
+                              "Trace Filling the page Test failed: no such luck", "PageComplete Test"}));
+}
+
+TEST_F(NavigationTest, ShowOnTopAnnouncesThePageThatIsThere) {
+  const auto oPage = MakePage();
+  Loads(1);
+  Show(oPage);
+  TakeLog();
+  Control.ShowOnTop(3);
+  EXPECT_EQ(TakeLog(), (Lines{"hide 1", "show 3"}));  // no page, nothing to announce
+  EXPECT_EQ(Control.ActPage(), 1);
+  Control.ShowOnTop(1);
+  EXPECT_EQ(TakeLog(), (Lines{"hide 3", "show 1", "PageComplete Test"}));
+}
+
+TEST_F(NavigationTest, NavigatesWithAndWithoutAPage) {
+  const auto oPage = MakePage();
+  Control.HTMLPath("/pages\\");  // the separator is added all the same
+  Loads(1);
+  Show(oPage);
+  EXPECT_EQ(TakeLog().front(), "Navigate 1 /pages\\\\Test.htm flags 14");
+  Control.Refresh(1);
+  EXPECT_EQ(TakeLog(), Lines{"Navigate 1 /pages\\\\Test.htm flags 14"});
+  Control.Navigate("http://127.0.0.1/", 1);
+  EXPECT_EQ(TakeLog(), (Lines{"Test.Hide", "Navigate 1 http://127.0.0.1/ flags 0"}));
+  Control.Refresh(1);
+  EXPECT_EQ(TakeLog(), Lines{"Navigate 1 http://127.0.0.1/ flags 14"});
+  Control.Clear(1);
+  EXPECT_EQ(TakeLog(), Lines{"Navigate 1 about:blank flags 0"});
+}
+
+TEST_F(NavigationTest, RefusesFramesThatAreNotThere) {
+  const auto oPage = MakePage();
+  for (const int iFrame : {-1, 4, 1'000'000}) {
+    EXPECT_THROW(Control.Show(oPage, iFrame), std::out_of_range);
+    EXPECT_THROW(Control.ShowOnTop(iFrame), std::out_of_range);
+    EXPECT_THROW(Control.Navigate("x", iFrame), std::out_of_range);
+    EXPECT_THROW(Control.Refresh(iFrame), std::out_of_range);
+    EXPECT_THROW(Control.Clear(iFrame), std::out_of_range);
+  }
+  EXPECT_THROW(Control.Show(nullptr, 1), std::invalid_argument);
+  EXPECT_THROW(oPage->Show(), std::logic_error);  // nobody's page yet
+  EXPECT_TRUE(Log.empty());
+  EXPECT_EQ(Control.VisibleDocument(), nullptr);
+  Control.Clear(3);  // has no name, and is there
+}
+
+TEST_F(NavigationTest, GivesAllFramesTheSizeOfTheControl) {
+  Control.Resize(640, 480);
+  EXPECT_EQ(TakeLog(), (Lines{"Move 0 0 0 640 480", "Move 1 0 0 640 480", "Move 2 0 0 640 480", "Move 3 0 0 640 480"}));
+}
+
+TEST_F(NavigationTest, CleanUpEmptiesTheNamedFramesAndForgetsThePages) {
+  const auto oMain = Control.PageMain();
+  EXPECT_EQ(Control.PageMain(), oMain);
+  EXPECT_EQ(Control.ActPageObj(), nullptr);
+  const auto oOwn = MakePage("Own", 3);  // a page of the host's own
+  Loads(3);
+  Show(oOwn);
+  Loads(1);
+  Control.PageDefault()->Show();
+  EXPECT_EQ(Control.ActPageObj(), Control.PageDefault());
+  TakeLog();
+  Control.CleanUp();
+  EXPECT_EQ(TakeLog(), (Lines{"Navigate 0 about:blank flags 0", "Navigate 1 about:blank flags 0",
+                              "Navigate 2 about:blank flags 0"}));
+  EXPECT_EQ(Control.ActPage(), 1);
+  EXPECT_EQ(Control.ActPageObj(), nullptr);
+  EXPECT_THROW(oMain->Show(), std::logic_error);
+  EXPECT_NE(Control.PageMain(), oMain);
+  Control.CleanUp();
+  Control.CleanUp();
+}
+
+}  // namespace ZELWbr3

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "dom/DocumentBuilder.h"
+#include "headless/MessageQueue.h"
+#include "headless/ScriptedAnswers.h"
+#include "platform/Platform.h"
+#include "tests/support/TestLocale.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace ZELWbr3::Testing {
+
+/// A platform that does nothing by itself: it writes down what the control
+/// asks of its browsers, and a test plays the browser by way of Events.
+class RecordingPlatform : public Platform {
+ public:
+  class Browser : public WebBrowser {
+   public:
+    Browser(std::vector<std::string>& log, int iFrame, WebBrowserEvents& oEvents)
+        : Events(oEvents), m_log(log), m_sFrame(std::to_string(iFrame)) {}
+
+    void Navigate(const std::string& sURL, NavigateFlags eFlags) override {
+      m_log.push_back("Navigate " + m_sFrame + " " + sURL + " flags " + std::to_string(static_cast<int>(eFlags)));
+    }
+    std::shared_ptr<ZELWbr3::Document> Document() const override { return Loaded; }
+    void Flush() override { ++Flushes; }
+    bool Settled() const override {
+      if (Unsettled > 0) m_log.push_back("not settled " + m_sFrame);
+      return Unsettled == 0 || --Unsettled == 0;
+    }
+    void Visible(bool bVisible) override { m_log.push_back((bVisible ? "show " : "hide ") + m_sFrame); }
+    void Move(int iLeft, int iTop, int iWidth, int iHeight) override {
+      std::string sPlace;
+      for (const int i : {iLeft, iTop, iWidth, iHeight}) sPlace += " " + std::to_string(i);
+      m_log.push_back("Move " + m_sFrame + sPlace);
+    }
+
+    void Load() {
+      Loaded = std::make_shared<ZELWbr3::Document>();
+      DocumentBuilder oBuilder(*Loaded);
+      oBuilder.Begin("html");
+      oBuilder.Begin("body");
+    }
+
+    WebBrowserEvents& Events;
+    std::shared_ptr<ZELWbr3::Document> Loaded;
+    int Flushes = 0;
+    mutable int Unsettled = 0;  ///< questions until it has settled
+
+   private:
+    std::vector<std::string>& m_log;
+    std::string m_sFrame;
+  };
+
+  explicit RecordingPlatform(std::vector<std::string>& log) : m_log(log) {}
+
+  std::unique_ptr<WebBrowser> MakeWebBrowser(int iFrame, WebBrowserEvents& oEvents) override {
+    auto oBrowser = std::make_unique<Browser>(m_log, iFrame, oEvents);
+    Frames.at(static_cast<std::size_t>(iFrame)) = oBrowser.get();
+    return oBrowser;
+  }
+  Headless::MessageQueue& MessagePump() override { return Queue; }
+  ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
+  ZELWbr3::MessageBox& MessageBox() override { return m_oAnswers; }
+  const ZELWbr3::UserLocale& UserLocale() const override { return m_oLocale; }
+  void Trace(const std::string& sText) override { m_log.push_back("Trace " + sText); }
+
+  std::array<Browser*, 4> Frames = {};
+  Headless::MessageQueue Queue;
+
+ private:
+  struct Pointer : ZELWbr3::ScreenPointer {
+    Integer MousePointer() const override { return 0; }
+    void MousePointer(Integer) override {}
+  };
+
+  std::vector<std::string>& m_log;
+  Pointer m_oPointer;
+  Headless::ScriptedAnswers m_oAnswers;
+  TestLocale m_oLocale;
+};
+
+}  // namespace ZELWbr3::Testing

@@ -1,0 +1,112 @@
+// The message window: which page and topic it shows, and when help is offered.
+
+#include "headless/HeadlessPlatform.h"
+#include "shell/Browser.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/TestDatabase.h"
+
+#include <gtest/gtest.h>
+
+namespace ZELWbr3::Testing {
+namespace {
+
+/// A platform that knows help topics, with a message box that has Help.
+class HelpPlatform : public Headless::HeadlessPlatform {
+ public:
+  struct Topics : ZELWbr3::HelpFile {
+    std::string Known;
+    std::vector<std::string> Asked;
+    bool HasTopic(const std::string& sCHMPath, const std::string& sHelpID) override {
+      Asked.push_back(sCHMPath + "|" + sHelpID);
+      return sHelpID == Known;
+    }
+  };
+  struct HelpBox : Headless::ScriptedAnswers {
+    std::string Offered;
+    void ShowWithHelp(const std::string& sText, const std::string&, Icon, const std::function<void()>& oHelp) override {
+      Offered = sText;
+      oHelp();
+    }
+  };
+
+  Topics& HelpFile() override { return m_oTopics; }
+  HelpBox& MessageBox() override { return m_oBox; }
+
+ private:
+  Topics m_oTopics;
+  HelpBox m_oBox;
+};
+
+/// What message windows showed: the page's URL and the topic's.
+struct MessageWindows {
+  explicit MessageWindows(Headless::HeadlessPlatform& oPlatform)
+      : Handler(oPlatform.MessageWindowShown.Connect([this](const Headless::HeadlessWebBrowser& oBrowser) {
+          const Element* oTopic = oBrowser.Document()->all().item("Message1.Txt");
+          Windows.push_back(oBrowser.URL() + " " + (oTopic == nullptr ? "no frame" : oTopic->getAttribute("src")));
+        })) {}
+  std::vector<std::string> Windows;
+  Connection Handler;
+};
+
+std::string HTML() { return std::string(ZELWBR3_SOURCE_DIR) + "/html"; }
+
+TEST(MessageWindow, ShowsATopicOfTheHelpFileInItsPage) {
+  Headless::HeadlessPlatform oPlatform;
+  MessageWindows oShown(oPlatform);
+  Browser oBrowser(oPlatform);
+  oBrowser.HTMLPath(HTML());
+  oBrowser.CHMPath("C:\\Help\\Messages.chm");
+  oBrowser.ShowMessageHelpID("12345");
+  EXPECT_EQ(oShown.Windows,
+            std::vector<std::string>{HTML() + "\\Message.htm mk:@MSITStore:C:\\Help\\Messages.chm::/12345.htm"});
+}
+
+TEST(MessageWindow, ShowsNoTopicWithoutItsPage) {
+  Headless::HeadlessPlatform oPlatform;
+  MessageWindows oShown(oPlatform);
+  Browser oBrowser(oPlatform);
+  oBrowser.HTMLPath("/nowhere");
+  oBrowser.ShowMessageHelpID("1");
+  EXPECT_EQ(oShown.Windows, std::vector<std::string>{"/nowhere\\Message.htm no frame"});
+}
+
+TEST(MessageWindow, IsClosedBeforeTheCallReturnsAndMayBeTheControlsEnd) {
+  Headless::HeadlessPlatform oPlatform;
+  auto oBrowser = std::make_unique<Browser>(oPlatform);
+  oBrowser->HTMLPath(HTML());
+  const auto oHandler = oPlatform.MessageWindowShown.Connect([&](const auto&) { oBrowser.reset(); });
+  oBrowser->ShowMessageHelpID("1");
+  EXPECT_EQ(oBrowser, nullptr);
+}
+
+TEST(ErrorDisplay, OffersHelpWhereThereIsATopicForTheError) {
+  const auto oDatabase = std::make_shared<TestDatabase>();
+  oDatabase->Raises = {"Version"};
+
+  const auto Run = [&](const std::string& sCHMPath, const std::string& sKnown, HelpPlatform& oPlatform) {
+    oPlatform.HelpFile().Known = sKnown;
+    Browser oBrowser(oPlatform);
+    oBrowser.HTMLPath(HTML());
+    oBrowser.CHMPath(sCHMPath);
+    oBrowser.PageMain()->Show(oDatabase);
+  };
+
+  HelpPlatform oKnown;
+  MessageWindows oShown(oKnown);
+  Run("/help.chm", "-1000", oKnown);
+  EXPECT_EQ(oKnown.MessageBox().Offered, "-1000 Version cannot be read");
+  EXPECT_EQ(oKnown.HelpFile().Asked, std::vector<std::string>{"/help.chm|-1000"});
+  EXPECT_EQ(oShown.Windows, std::vector<std::string>{HTML() + "\\Message.htm mk:@MSITStore:/help.chm::/-1000.htm"});
+
+  HelpPlatform oOther;
+  Run("/help.chm", "-999", oOther);
+  EXPECT_EQ(oOther.MessageBox().Offered, "");
+
+  HelpPlatform oNoFile;
+  Run("", "-1000", oNoFile);
+  EXPECT_EQ(oNoFile.MessageBox().Offered, "");
+  EXPECT_TRUE(oNoFile.HelpFile().Asked.empty());
+}
+
+}  // namespace
+}  // namespace ZELWbr3::Testing

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "headless/HeadlessCommandlist.h"
+#include "headless/HeadlessPlatform.h"
+#include "shell/Browser.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/TestDatabase.h"
+#include "tests/support/TestLocale.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ZELWbr3::Testing {
+
+/// A control without a screen, with an English locale, an instance and a
+/// command list. An error display that the test has not announced fails it.
+class Shown : public testing::Test {
+ protected:
+  Shown();
+  void TearDown() override;
+
+  /// Writes a page file and shows page files from that folder from now on.
+  void PageFile(const std::string& sName, const std::string& sHTML);
+  /// Announces the next error display.
+  void ExpectError(const std::string& sText) { m_expected.push_back(sText); }
+
+  void ShowMain() { Control->PageMain()->Show(Instance); }
+  /// Lets everything that is under way arrive.
+  void Settle() { Platform.MessagePump().Drain(); }
+  void Click(const std::string& sID);
+  bool Key(int iKeyCode);
+
+  /// An element of the document in front; throws when there is none.
+  Element& At(const std::string& sID);
+  std::string Text(const std::string& sID) { return At(sID).innerText(); }
+  bool IsShown(const std::string& sID);
+  std::string Property(const std::string& sID, const std::string& sName);
+  /// The command list in one line, such as "2 &Offline, 5 -, (6 Restart)";
+  /// disabled items stand in brackets.
+  std::string Commands() const;
+
+  /// What the host heard of, in order: events, boxes but error displays,
+  /// traces.
+  std::vector<std::string> Log;
+  TestLocale* Locale = nullptr;
+  Headless::HeadlessPlatform Platform;
+  std::shared_ptr<Headless::HeadlessCommandlist> Commandlist = std::make_shared<Headless::HeadlessCommandlist>();
+  std::shared_ptr<TestDatabase> Instance = std::make_shared<TestDatabase>();
+  std::unique_ptr<Browser> Control;
+  std::vector<Connection> Connections;
+
+ private:
+  std::unique_ptr<TempFolder> m_oFolder;
+  std::vector<std::string> m_expected;
+  std::vector<std::string> m_errors;
+};
+
+}  // namespace ZELWbr3::Testing

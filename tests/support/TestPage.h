@@ -1,0 +1,65 @@
+#pragma once
+
+#include "framework/Page.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace ZELWbr3::Testing {
+
+/// A page of a host's own: tells what is done to it, and does what a test says.
+class TestPage : public Page {
+ public:
+  explicit TestPage(std::vector<std::string>& log, std::string sName = "Test", int iFrame = 1, int iType = 1)
+      : m_log(log), m_sName(std::move(sName)), m_iFrame(iFrame), m_iType(iType) {}
+
+  std::function<void()> OnFill = [] {};
+  std::function<bool(const std::string&)> OnClick = [](const std::string&) { return true; };
+  std::function<bool(Long&)> OnKey = [](Long&) { return false; };
+
+  std::string Name() const override { return m_sName; }
+  Long PageType() const override { return m_iType; }
+  Long WebBrowser() const override { return m_iFrame; }
+  void Show() { ShowInFrame(); }
+  void Hide() override {
+    m_log.push_back(m_sName + ".Hide");
+    Page::Hide();
+  }
+  void CleanUp() override {
+    m_log.push_back(m_sName + ".CleanUp");
+    Page::CleanUp();
+  }
+  bool HandleOnClick(const std::string& sID) override {
+    const auto Handler = OnClick;  // outlives the page
+    m_log.push_back(m_sName + ".Click " + sID);
+    return Handler(sID);
+  }
+  bool HandleOnKeyDown(Long& lKeyCode, Element* oElement) override {
+    const auto Handler = OnKey;
+    m_log.push_back(m_sName + ".Key " + std::to_string(lKeyCode) + " on " +
+                    (oElement == nullptr ? "-" : oElement->id()));
+    return Handler(lKeyCode);
+  }
+
+  using Page::BeginReload;
+  using Page::Browser;
+  using Page::Document;
+  using Page::HasBrowser;
+  using Page::NoEvents;
+
+ protected:
+  void Fill() override {
+    const auto Handler = OnFill;
+    m_log.push_back(m_sName + ".Fill" + (NoEvents() ? "" : " with events"));
+    Handler();
+  }
+
+ private:
+  std::vector<std::string>& m_log;
+  std::string m_sName;
+  int m_iFrame;
+  int m_iType;
+};
+
+}  // namespace ZELWbr3::Testing
