@@ -41,10 +41,8 @@
   const NumberKey = Symbol("number");
   const oNodes = [null];
 
-  const NumberOf = (oNode) => {
-    while (oNode !== null && oNode[NumberKey] === undefined) oNode = oNode.parentNode;
-    return oNode?.[NumberKey] ?? 0;
-  };
+  /** 0 for what the page's own scripts have added: a click or the focus there is no business of the control. */
+  const NumberOf = (oNode) => oNode[NumberKey] ?? 0;
 
   /** Gives a copy and all below it the numbers from iNext on; returns the next free one. */
   const Adopt = (oSource, oCopy, iNext) => {

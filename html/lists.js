@@ -1,0 +1,287 @@
+/*
+ * The lists of the page files: sorted by a click on a column's heading,
+ * filtered by a text, and copied as a spreadsheet takes them.
+ *
+ * A list is a table of class "zelTblSort" whose headings are the first row of
+ * its body, with a hidden template row below them. Whoever fills the page
+ * appends rows to that body, at any time.
+ *
+ * The control keeps its own picture of the document and never asks for it back,
+ * so what it reads is what it has written, in its order, whatever happens here.
+ * The script moves rows, and nothing else that the control knows: sorted by no
+ * column and filtered by no text, the document is again exactly the control's.
+ * What the script adds (the bar above the list, a button in each heading, a
+ * body for the rows filtered out) comes after the load, when the control has
+ * taken its picture.
+ */
+(() => {
+  "use strict";
+
+  // ---- numbers --------------------------------------------------------------
+
+  const Scale = { bytes: 1, kb: 2 ** 10, mb: 2 ** 20, gb: 2 ** 30, pages: 1, "%": 1 };
+  const Unit = `(?:\\s*(${Object.keys(Scale).join("|")}))?$`;
+  const Escape = (sText) => sText.replace(/[.*+?^${}()|[\]\\]/g, "\\$&");
+
+  /** Reads numbers as the user writes them, with or without groups and a unit, and as programs write them. */
+  class NumberReader {
+    constructor(sDecimal, sGroup) {
+      const sGroups = sGroup === "" ? "" : `\\d{1,3}(?:${Escape(sGroup)}\\d{2,3})*${Escape(sGroup)}\\d{3}|`;
+      const sFraction = sDecimal === "" ? "()" : `(?:${Escape(sDecimal)}(\\d*))?`;
+      this.oUsers = new RegExp(`^([-+]?)(${sGroups}\\d+)${sFraction}${Unit}`, "i");
+      this.oPrograms = new RegExp(`^([-+]?)(\\d+)(?:\\.(\\d+))?(e[-+]?\\d{1,3})?${Unit}`, "i");
+    }
+
+    /** The settings that the control has written into the page. */
+    static OfDocument() {
+      const Setting = (sId, sDefault) => document.getElementById(sId)?.textContent || sDefault;
+      return new NumberReader(Setting("LocaleDecimalSymbole", "."), Setting("LocaleThousendGroupingSymbole", ""));
+    }
+
+    /** NaN for what is no number. */
+    Read(sText) {
+      if (sText.length > 64) return NaN;
+      let oMatch = this.oUsers.exec(sText);
+      let sExponent = "";
+      let sUnit = oMatch?.[4];
+      if (oMatch === null) {
+        oMatch = this.oPrograms.exec(sText);
+        if (oMatch === null) return NaN;
+        sExponent = oMatch[4] ?? "";
+        sUnit = oMatch[5];
+      }
+      const dNumber = Number(`${oMatch[1]}${oMatch[2].replace(/\D/g, "")}.${oMatch[3] || "0"}${sExponent}`);
+      return dNumber * Scale[(sUnit ?? "bytes").toLowerCase()];
+    }
+  }
+
+  const Texts = new Intl.Collator(undefined, { numeric: true, sensitivity: "base" });
+
+  /** Numbers stand before texts, in both directions, and nothing stands last. */
+  const Rank = (oKey) => (oKey.sText === "" ? 2 : Number.isNaN(oKey.dNumber) ? 1 : 0);
+
+  const Compare = (oKey, oOther, iDirection) => {
+    const iRank = Rank(oKey);
+    if (iRank !== Rank(oOther)) return iRank - Rank(oOther);
+    if (iRank === 2) return 0;
+    return iDirection * (iRank === 0 ? oKey.dNumber - oOther.dNumber : Texts.compare(oKey.sText, oOther.sText));
+  };
+
+  // ---- lists ----------------------------------------------------------------
+
+  const Make = (sTag, sClass, oProperties = {}) => Object.assign(document.createElement(sTag), { className: sClass }, oProperties);
+
+  const IsHidden = (oRow) => oRow.style.display === "none";
+
+  const Directions = ["none", "ascending", "descending"];
+
+  class List {
+    constructor(oTable) {
+      this.oTable = oTable;
+      this.oBody = oTable.tBodies[0];
+      this.oHeadings = this.oBody.rows[0];
+      this.oOut = Make("tbody", "", { hidden: true });
+      /** All rows but headings and template, in the order in which they came. */
+      this.oRows = [];
+      this.iColumn = -1;
+      this.iDirection = 0;
+      this.sFilter = "";
+      /** When the rows may be arranged again, and the timer that waits for it. */
+      this.dNext = 0;
+      this.iTimer = 0;
+
+      this.MakeBar();
+      this.Collect([...this.oBody.rows]);
+      this.Decorate();
+      oTable.append(this.oOut);
+      this.oHeadings.addEventListener("click", (oEvent) => this.OnHeading(oEvent));
+
+      this.oObserver = new MutationObserver((oRecords) => this.OnRows(oRecords));
+      this.oObserver.observe(this.oBody, { childList: true });
+      new MutationObserver(() => this.Decorate()).observe(this.oHeadings, { childList: true, subtree: true });
+    }
+
+    // ---- the bar and the headings
+
+    MakeBar() {
+      this.oFilter = Make("input", "zelListFilter", { type: "search", placeholder: "Filter rows", spellcheck: false, autocomplete: "off" });
+      this.oFilter.setAttribute("aria-label", "Filter rows");
+      this.oFilter.addEventListener("input", () => {
+        this.sFilter = this.oFilter.value.trim().toLowerCase();
+        this.Schedule(100);
+      });
+      this.oCount = Make("span", "zelListCount");
+      this.oCount.setAttribute("role", "status");
+      this.oBar = Make("div", "zelListBar");
+      this.oBar.append(this.oFilter, this.oCount);
+      if (this.oTable.classList.contains("zelTblGrid")) this.oBar.append(this.MakeWrapButton());
+      this.oTable.before(this.oBar);
+    }
+
+    // A long text takes one line until the user asks for all of it.
+    MakeWrapButton() {
+      const oButton = Make("button", "zelBtn zelListWrap", { type: "button", textContent: "Wrap long texts" });
+      oButton.setAttribute("aria-pressed", "false");
+      oButton.addEventListener("click", () => {
+        oButton.setAttribute("aria-pressed", String(this.oBar.classList.toggle("zelWrap")));
+      });
+      return oButton;
+    }
+
+    /** Gives every heading the button that sorts by keyboard; the control's writing takes it away. */
+    Decorate() {
+      for (const oHeading of this.oHeadings.cells) {
+        if (oHeading.lastElementChild?.className === "zelListSort") continue;
+        const oButton = Make("button", "zelListSort", { type: "button" });
+        oButton.setAttribute("aria-label", `Sort by ${oHeading.textContent}`);
+        oHeading.append(oButton);
+      }
+    }
+
+    OnHeading(oEvent) {
+      const oHeading = oEvent.target.closest("th");
+      // Who has just selected a heading's text wants to copy it.
+      if (oHeading === null || !getSelection().isCollapsed) return;
+      const iColumn = oHeading.cellIndex;
+      this.iDirection = iColumn === this.iColumn ? (this.iDirection + 1) % Directions.length : 1;
+      this.iColumn = iColumn;
+      for (const oOther of this.oHeadings.cells) oOther.removeAttribute("aria-sort");
+      if (this.iDirection !== 0) oHeading.setAttribute("aria-sort", Directions[this.iDirection]);
+      this.Arrange();
+    }
+
+    // ---- the rows
+
+    get bArranged() {
+      return this.iDirection !== 0 || this.sFilter !== "";
+    }
+
+    Collect(oNodes) {
+      for (const oNode of oNodes) {
+        if (oNode instanceof HTMLTableRowElement && oNode !== this.oHeadings && !IsHidden(oNode)) this.oRows.push(oNode);
+      }
+    }
+
+    OnRows(oRecords) {
+      for (const oRecord of oRecords) this.Collect(oRecord.addedNodes);
+      if (this.bArranged) this.Schedule(100);
+    }
+
+    // Rows that go on coming are arranged again and again: so seldom that it
+    // takes but a small part of the time, however many there are.
+    Schedule(dDelay) {
+      clearTimeout(this.iTimer);
+      this.iTimer = setTimeout(() => this.Arrange(), Math.max(dDelay, this.dNext - performance.now()));
+    }
+
+    /** Puts the rows that match into their order and the others aside. */
+    Arrange() {
+      clearTimeout(this.iTimer);
+      const dBegin = performance.now();
+      this.OnRows(this.oObserver.takeRecords());
+      clearTimeout(this.iTimer);
+      const oFocused = document.activeElement;
+
+      const oIn = [];
+      const oOut = [];
+      for (const oRow of this.oRows) (this.Matches(oRow) ? oIn : oOut).push(oRow);
+      this.Place(this.oBody, this.iDirection === 0 ? oIn : this.Sorted(oIn));
+      this.Place(this.oOut, oOut);
+      this.oObserver.takeRecords();
+      this.oCount.textContent = this.sFilter === "" ? "" : `${oIn.length} of ${this.oRows.length}`;
+
+      if (oFocused !== document.activeElement) oFocused?.focus({ preventScroll: true });
+      const dEnd = performance.now();
+      this.dNext = dEnd + 10 * (dEnd - dBegin);
+    }
+
+    Matches(oRow) {
+      if (this.sFilter === "") return true;
+      for (const oCell of oRow.cells) {
+        if (oCell.textContent.toLowerCase().includes(this.sFilter)) return true;
+      }
+      return false;
+    }
+
+    Sorted(oRows) {
+      const oReader = NumberReader.OfDocument();
+      const oKeys = oRows.map((oRow) => {
+        const oCell = oRow.cells[this.iColumn];
+        const sText = (oCell?.dataset.sort ?? oCell?.textContent ?? "").trim();
+        return { oRow, sText, dNumber: oReader.Read(sText) };
+      });
+      const iSign = Directions[this.iDirection] === "descending" ? -1 : 1;
+      return oKeys.sort((oKey, oOther) => Compare(oKey, oOther, iSign)).map(({ oRow }) => oRow);
+    }
+
+    /** Makes rows the last ones of a body, in this order, moving none in vain. */
+    Place(oBody, oRows) {
+      let oAt = oBody.lastElementChild;
+      for (let i = oRows.length - 1; ; --i) {
+        if (i < 0) return;
+        if (oAt !== oRows[i]) break;
+        oAt = oAt.previousElementSibling;
+      }
+      const oFragment = document.createDocumentFragment();
+      for (const oRow of oRows) oFragment.append(oRow);
+      oBody.append(oFragment);
+    }
+  }
+
+  // ---- copying --------------------------------------------------------------
+
+  /** What of a cell lies in a range, in one line. */
+  const Selected = (oCell, oRange) => {
+    const oPart = document.createRange();
+    oPart.selectNodeContents(oCell);
+    if (oRange.compareBoundaryPoints(Range.START_TO_START, oPart) > 0) oPart.setStart(oRange.startContainer, oRange.startOffset);
+    if (oRange.compareBoundaryPoints(Range.END_TO_END, oPart) < 0) oPart.setEnd(oRange.endContainer, oRange.endOffset);
+    return oPart.toString().replace(/[\t\r\n]+/g, " ");
+  };
+
+  const CaptionOf = (oTable, oRange) => {
+    const oCaption = oTable.caption;
+    return oCaption !== null && oRange.intersectsNode(oCaption) ? [oCaption.textContent.trim()] : [];
+  };
+
+  const RowsOf = (oTable, oRange) => {
+    const oLines = [];
+    for (const oRow of oTable.rows) {
+      if (IsHidden(oRow) || oRow.parentElement.hidden || !oRange.intersectsNode(oRow)) continue;
+      const oCells = [...oRow.cells].filter((oCell) => oRange.intersectsNode(oCell));
+      if (oCells.length > 0) oLines.push(oCells.map((oCell) => Selected(oCell, oRange)).join("\t"));
+    }
+    return oLines;
+  };
+
+  document.addEventListener("copy", (oEvent) => {
+    const oSelection = getSelection();
+    if (oSelection.rangeCount === 0 || oSelection.isCollapsed || oEvent.target instanceof HTMLInputElement) return;
+    const oRange = oSelection.getRangeAt(0);
+    const oInside = oRange.commonAncestorContainer;
+    const oAround = oInside instanceof Element ? oInside : oInside.parentElement;
+    // Part of one cell is plain text, and so is what holds no table.
+    if (oAround.closest("td, th") !== null) return;
+    const oOne = oAround.closest("table");
+    const oTables = (oOne === null ? [...oAround.querySelectorAll("table")] : [oOne]).filter(
+      (oTable) => oTable.getClientRects().length > 0 && oRange.intersectsNode(oTable)
+    );
+    const oParts = oTables.map((oTable) => [...CaptionOf(oTable, oRange), ...RowsOf(oTable, oRange)].join("\n"));
+    const sText = oParts.filter((sPart) => sPart !== "").join("\n\n");
+    if (sText === "") return;
+    oEvent.clipboardData.setData("text/plain", sText + "\n");
+    oEvent.preventDefault();
+  });
+
+  // ---- the page ---------------------------------------------------------------
+
+  window.addEventListener("load", () => {
+    const oLists = [...document.querySelectorAll("table.zelTblSort")].map((oTable) => new List(oTable));
+    document.addEventListener("keydown", (oEvent) => {
+      if (oLists.length === 0 || oEvent.key !== "f" || !oEvent.ctrlKey || oEvent.altKey || oEvent.shiftKey) return;
+      oEvent.preventDefault();
+      oLists[0].oFilter.focus();
+      oLists[0].oFilter.select();
+    });
+  });
+})();
