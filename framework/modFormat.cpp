@@ -2,6 +2,7 @@
 
 #include "framework/modLocal.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <stdexcept>
@@ -167,6 +168,19 @@ std::string GeneralDate(const Date& dDate, const UserLocale& oLocale) {
   return oLocale.ShortDate(dDate) + " " + oLocale.LongTime(dDate);
 }
 
+namespace {
+
+/// Of the digits of a number beyond what a double holds: it is too close to
+/// zero rather than too large.
+bool IsTiny(std::string_view sDigits) {
+  const auto iExponent = sDigits.find_first_of("eE");
+  if (iExponent != std::string_view::npos) return sDigits.substr(iExponent + 1).starts_with('-');
+  sDigits.remove_prefix(std::min(sDigits.find_first_not_of('0'), sDigits.size()));
+  return sDigits.starts_with('.');
+}
+
+}  // namespace
+
 double Val(std::string_view sText) {
   std::string sNumber;
   for (const char c : sText) {
@@ -179,7 +193,12 @@ double Val(std::string_view sText) {
   if (bNegative || sRest.starts_with('+')) sRest.remove_prefix(1);
   if (sRest.empty() || std::string_view("0123456789.").find(sRest.front()) == std::string_view::npos) return 0;
   double dValue = 0;
-  if (std::from_chars(sRest.data(), sRest.data() + sRest.size(), dValue).ec != std::errc()) return 0;
+  const auto oRead = std::from_chars(sRest.data(), sRest.data() + sRest.size(), dValue);
+  if (oRead.ec == std::errc::result_out_of_range) {
+    dValue = IsTiny(sRest.substr(0, static_cast<std::size_t>(oRead.ptr - sRest.data()))) ? 0 : HUGE_VAL;
+  } else if (oRead.ec != std::errc()) {
+    return 0;
+  }
   return bNegative ? -dValue : dValue;
 }
 

@@ -31,7 +31,8 @@ std::string Number(double dValue, int iDecimals, const UserLocale& oLocale);
 /// Short date, one blank, long time; the empty text for no date.
 std::string GeneralDate(const Date& dDate, const UserLocale& oLocale);
 
-/// The leading number of a text, blanks ignored; 0 when there is none.
+/// The leading number of a text, blanks ignored; 0 when there is none,
+/// infinite when no double is that large.
 double Val(std::string_view sText);
 /// Rounded half to even; throws std::overflow_error beyond 32 bits.
 Long ToLong(double dValue);

@@ -1,0 +1,177 @@
+// What the dialogs say, take and hand back, seen from the platform that draws
+// them.
+
+#include "framework/modDate.h"
+#include "headless/ScriptedAnswers.h"
+#include "pages/analyzer/frmDBAnalyzerDelete.h"
+#include "pages/analyzer/frmDBAnalyzerStart.h"
+#include "pages/main/frmOnlineUntil.h"
+#include "pages/main/frmShutdown.h"
+
+#include <gtest/gtest.h>
+
+namespace ZELWbr3::Testing {
+namespace {
+
+using Answer = Dialog::Answer;
+
+/// A platform whose user does something with a dialog and presses a button.
+struct User : DialogBox {
+  std::function<Answer(Dialog&)> Does;
+  explicit User(std::function<Answer(Dialog&)> oDoes) : Does(std::move(oDoes)) {}
+  Answer Show(Dialog& oDialog) override { return Does(oDialog); }
+};
+
+std::string Described(const Dialog& oDialog) {
+  std::string sButtons;
+  for (const auto& oButton : oDialog.Buttons) sButtons += "[" + oButton.Caption + "]";
+  return oDialog.Caption + ": " + Headless::FullText(oDialog) + "\n" + sButtons;
+}
+
+TEST(Dialogs, SayWhatTheyAsk) {
+  std::string sSaid;
+  User oUser([&](Dialog& oDialog) {
+    sSaid = Described(oDialog);
+    return Answer::Cancel;
+  });
+  frmShutdown(oUser).Shutdown("A&B");
+  EXPECT_EQ(sSaid,
+            "Confirm Database Shut Down: Are you sure you want to shut down the database instance 'A&B'?\n\n"
+            "To wait until all running transactions are finished choose 'OK'. \n"
+            "To break off all running transactions choose 'Quick'.\n[OK][&Quick][&Cancel]");
+  frmOnlineUntil(oUser).OnlineUntil("<script>&\"");
+  EXPECT_EQ(sSaid,
+            "Restart Until: Enter date and time to restart the database instance <b>'&lt;script&gt;&amp;&quot;'</b> "
+            "until a specific time.<br><br><img src=\"exclamation\" alt=\"Warning:\"> Data after the specified time "
+            "will be lost.\n&Date:\n&Time:\n[OK][&Cancel]");
+  frmDBAnalyzerStart(oUser).StartIt();
+  EXPECT_EQ(sSaid,
+            "Start Database Analyzer: For the start of the database analyzer it is possible to specify start options "
+            "below. If no options were specified, the database analyzer will use the default options.\nStart Options\n"
+            "&Configuration File:\n&Number: Number of desired evaluations.\n"
+            "&Interval: Time interval (in seconds) between two evaluations.\n"
+            "&Delete Protocols: Delete todays protocol files.\n"
+            "&Reconnect: Reconnect after a restart of the database instance.\n[OK][&Cancel]");
+  frmDBAnalyzerDelete(oUser).DeleteProtSets();
+  EXPECT_EQ(sSaid,
+            "Delete Protocol Sets: To delete Database Analyzer protocol sets specify a date below.<br><br><img "
+            "src=\"exclamation\" alt=\"Warning:\"> All protocol set until the specified date will have "
+            "deleted.\n&Date:\n[OK][&Cancel]");
+}
+
+TEST(Dialogs, HandBackWhatWasPressed) {
+  const auto Pressed = [](Answer eAnswer) {
+    User oUser([=](Dialog&) { return eAnswer; });
+    return frmShutdown(oUser).Shutdown("DEMO");
+  };
+  EXPECT_FALSE(Pressed(Answer::OK).Quick);
+  EXPECT_FALSE(Pressed(Answer::OK).Cancelled);
+  EXPECT_TRUE(Pressed(Answer::Quick).Quick);
+  EXPECT_FALSE(Pressed(Answer::Quick).Cancelled);
+  EXPECT_FALSE(Pressed(Answer::Cancel).Quick);
+  EXPECT_TRUE(Pressed(Answer::Cancel).Cancelled);
+}
+
+TEST(Dialogs, StartAtTheCurrentTime) {
+  const Date dBefore = modDate::Now();
+  Date dOffered, dToday;
+  User oUser([&](Dialog& oDialog) {
+    (oDialog.Name == "frmOnlineUntil" ? dOffered : dToday) = oDialog.Fields[0].When;
+    return Answer::OK;
+  });
+  EXPECT_EQ(frmOnlineUntil(oUser).OnlineUntil("DEMO"), dOffered);
+  frmDBAnalyzerDelete(oUser).DeleteProtSets();
+  EXPECT_LE(dBefore, dOffered);
+  EXPECT_LE(dOffered, modDate::Now());
+  EXPECT_LE(modDate::Compact(dBefore), modDate::Compact(dToday));
+}
+
+TEST(Dialogs, JoinTheDayOfOneInputAndTheTimeOfTheOther) {
+  User oUser([](Dialog& oDialog) {
+    oDialog.Fields[0].When = {2024, 2, 29, 23, 59, 59};
+    oDialog.Fields[1].When = {1999, 12, 31, 1, 2, 3};
+    return Answer::OK;
+  });
+  EXPECT_EQ(frmOnlineUntil(oUser).OnlineUntil("DEMO"), (Date{2024, 2, 29, 1, 2, 3}));
+}
+
+TEST(Dialogs, RefuseDatesThatDoNotExist) {
+  const auto Complaint = [](const Date& dDay) {
+    std::string sComplaint;
+    User oUser([&](Dialog& oDialog) {
+      for (auto& oField : oDialog.Fields) oField.When = dDay;
+      sComplaint = oDialog.Complaint();
+      return Answer::Cancel;
+    });
+    frmOnlineUntil(oUser).OnlineUntil("DEMO");
+    return sComplaint;
+  };
+  EXPECT_EQ(Complaint({2024, 2, 29, 0, 0, 0}), "");
+  EXPECT_EQ(Complaint({1, 1, 1, 0, 0, 0}), "");
+  EXPECT_EQ(Complaint({9999, 12, 31, 23, 59, 59}), "");
+  EXPECT_EQ(Complaint({2026, 2, 29, 12, 0, 0}), "There is no 2026-02-29 12:00:00.");
+  EXPECT_EQ(Complaint({1900, 2, 29, 0, 0, 0}), "There is no 1900-02-29 00:00:00.");
+  EXPECT_EQ(Complaint({2026, 13, 1, 0, 0, 0}), "There is no 2026-13-01 00:00:00.");
+  EXPECT_EQ(Complaint({2026, 1, 0, 0, 0, 0}), "There is no 2026-01-00 00:00:00.");
+  EXPECT_EQ(Complaint({0, 1, 1, 0, 0, 0}), "There is no 0000-01-01 00:00:00.");
+  EXPECT_EQ(Complaint({2026, 1, 1, 24, 0, 0}), "There is no 2026-01-01 24:00:00.");
+  EXPECT_EQ(Complaint({2026, 1, 1, 0, 60, 60}), "There is no 2026-01-01 00:60:60.");
+}
+
+Dialog::Field& NumberField(Dialog& oDialog) { return oDialog.Fields[1]; }
+
+TEST(StartDialog, TakesOnlyDigitsAndBackspaceInItsNumberFields) {
+  std::string sTaken;
+  User oUser([&](Dialog& oDialog) {
+    EXPECT_FALSE(oDialog.Fields[0].TakesKey) << "a file's name may have any character";
+    for (int iKey = 0; iKey < 256; ++iKey) {
+      if (NumberField(oDialog).TakesKey(iKey)) sTaken += std::to_string(iKey) + " ";
+    }
+    return Answer::Cancel;
+  });
+  EXPECT_FALSE(frmDBAnalyzerStart(oUser).StartIt());
+  EXPECT_EQ(sTaken, "8 48 49 50 51 52 53 54 55 56 57 ");
+}
+
+TEST(StartDialog, CountsPastedTextByItsLeadingNumber) {
+  const auto Number = [](const std::string& sPasted) {
+    User oUser([&](Dialog& oDialog) {
+      NumberField(oDialog).Text = sPasted;
+      return oDialog.Complaint().empty() ? Answer::OK : Answer::Cancel;
+    });
+    const auto oOptions = frmDBAnalyzerStart(oUser).StartIt();
+    return oOptions ? std::to_string(oOptions->Number) : "refused";
+  };
+  EXPECT_EQ(Number(""), "0");
+  EXPECT_EQ(Number("often"), "0");
+  EXPECT_EQ(Number(" 12 times"), "12");
+  EXPECT_EQ(Number("2.5"), "2");
+  EXPECT_EQ(Number("3.5"), "4");
+  EXPECT_EQ(Number("-7"), "-7");
+  EXPECT_EQ(Number("2147483647"), "2147483647");
+  EXPECT_EQ(Number("2147483648"), "refused");
+  EXPECT_EQ(Number(std::string(400, '9')), "refused");
+}
+
+TEST(StartDialog, SelectsTheTextOfAFieldThatIsEntered) {
+  struct Box : TextBox {
+    Long start = -1, length = -1;
+    std::string Text() const override { return "Grüße"; }
+    void SelStart(Long l) override { start = l; }
+    void SelLength(Long l) override { length = l; }
+  };
+  User oUser([](Dialog& oDialog) {
+    for (const auto& oField : oDialog.Fields) {
+      if (oField.What != Dialog::Field::Kind::TextBox) continue;
+      Box oBox;
+      oField.Entered(oBox);
+      EXPECT_EQ(oBox.start, 0);
+      EXPECT_EQ(oBox.length, 5);
+    }
+    return Answer::Cancel;
+  });
+  frmDBAnalyzerStart(oUser).StartIt();
+}
+
+}  // namespace
+}  // namespace ZELWbr3::Testing

@@ -1,0 +1,96 @@
+// Dialogs answered from a script.
+
+#include "headless/ScriptedAnswers.h"
+#include "pages/analyzer/frmDBAnalyzerStart.h"
+#include "pages/main/frmShutdown.h"
+
+#include <gtest/gtest.h>
+
+namespace ZELWbr3::Testing {
+namespace {
+
+using Headless::ScriptedAnswer;
+using Headless::ScriptedAnswers;
+
+std::string Parsed(const std::string& sText) {
+  try {
+    const auto oAnswer = ScriptedAnswer::Parse(sText);
+    std::string sParsed = oAnswer.Word;
+    for (const auto& oEntry : oAnswer.Entries) sParsed += "|" + oEntry.Name + "|" + oEntry.Value;
+    return sParsed;
+  } catch (const std::invalid_argument& oError) {
+    return std::string("error: ") + oError.what();
+  }
+}
+
+TEST(ScriptedAnswer, ReadsValuesUpToTheNextName) {
+  EXPECT_EQ(Parsed("quick"), "quick");
+  EXPECT_EQ(Parsed("ok config=/my dir/x=1 y.cfg number=5"), "ok|config|/my dir/x=1 y.cfg|number|5");
+  EXPECT_EQ(Parsed("ok number= interval= reconnect=no"), "ok|number||interval||reconnect|no");
+  EXPECT_EQ(Parsed("ok config= a  number=1"), "ok|config| a |number|1");
+  EXPECT_EQ(Parsed("ok date=2026-02-30 time=99:00:00"), "ok|date|2026-02-30|time|99:00:00");
+}
+
+TEST(ScriptedAnswer, SaysWhatIsWrongWithIt) {
+  EXPECT_EQ(Parsed("maybe"), "error: is none of ok, cancel, yes, no, quick");
+  EXPECT_EQ(Parsed("cancel number=1"), "error: takes nothing behind its word");
+  EXPECT_EQ(Parsed("ok colour=red"),
+            "error: has \"colour=red\", which begins with none of date=, time=, config=, number=, interval=, delete=, "
+            "reconnect=");
+  EXPECT_EQ(Parsed("ok number=1 number=2"), "error: has number= twice");
+  EXPECT_EQ(Parsed("ok date=tomorrow"), "error: date=tomorrow, where date= needs YYYY-MM-DD");
+  EXPECT_EQ(Parsed("ok date=2026-1-2"), "error: date=2026-1-2, where date= needs YYYY-MM-DD");
+  EXPECT_EQ(Parsed("ok time=12:00"), "error: time=12:00, where time= needs HH:MM:SS");
+  EXPECT_EQ(Parsed("ok delete=maybe"), "error: delete=maybe, where delete= needs yes or no");
+}
+
+struct Asked {
+  explicit Asked(const std::vector<std::string>& answers) {
+    for (const auto& sAnswer : answers) Answers.Add(sAnswer);
+    Unsuitable = Answers.Unsuitable.Connect([this](const std::string& sText) { Wrong = sText; });
+  }
+  ScriptedAnswers Answers;
+  std::string Wrong;
+  Connection Unsuitable;
+};
+
+TEST(ScriptedAnswers, TypeKeyByKey) {
+  Asked o({"ok number=1a2\b\b34é interval=é5 config=Grüße\b!"});
+  const auto oOptions = frmDBAnalyzerStart(o.Answers).StartIt();
+  ASSERT_TRUE(oOptions);
+  EXPECT_EQ(oOptions->Number, 34);
+  EXPECT_EQ(oOptions->Interval, 5);
+  EXPECT_EQ(oOptions->Config, "Grüß!");
+}
+
+TEST(ScriptedAnswers, CancelADialogThatCannotTakeThem) {
+  Asked oButton({"yes"});
+  EXPECT_TRUE(frmShutdown(oButton.Answers).Shutdown("DEMO").Cancelled);
+  EXPECT_EQ(oButton.Wrong, "the dialog frmShutdown does not offer the answer yes");
+
+  Asked oField({"ok number=1"});
+  EXPECT_TRUE(frmShutdown(oField.Answers).Shutdown("DEMO").Cancelled);
+  EXPECT_EQ(oField.Wrong, "the dialog frmShutdown has nothing to enter number= into");
+
+  Asked oLarge({"ok number=99999999999"});
+  EXPECT_FALSE(frmDBAnalyzerStart(oLarge.Answers).StartIt());
+  EXPECT_EQ(oLarge.Wrong, "the dialog frmDBAnalyzerStart cannot be confirmed: The number 99999999999 is too large.");
+
+  Asked oBox({"ok number=1"});
+  EXPECT_EQ(oBox.Answers.Show("Sure?", "Confirm", MessageBox::Buttons::OKCancel, MessageBox::Icon::Question),
+            MessageBox::Answer::Cancel);
+  EXPECT_EQ(oBox.Wrong, "the box \"Confirm\" does not offer the answer ok number=1");
+}
+
+TEST(ScriptedAnswers, ServeBoxesAndDialogsInOneOrder) {
+  Asked o({"no", "quick", "ok"});
+  EXPECT_EQ(o.Answers.Show("Sure?", "Confirm", MessageBox::Buttons::YesNo, MessageBox::Icon::Question),
+            MessageBox::Answer::No);
+  EXPECT_TRUE(frmShutdown(o.Answers).Shutdown("DEMO").Quick);
+  EXPECT_TRUE(frmDBAnalyzerStart(o.Answers).StartIt());
+  EXPECT_TRUE(o.Answers.Empty());
+  EXPECT_TRUE(frmShutdown(o.Answers).Shutdown("DEMO").Cancelled);
+}
+
+}  // namespace
+}  // namespace ZELWbr3::Testing
