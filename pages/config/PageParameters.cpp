@@ -36,7 +36,7 @@ void PageParameters::FillTabs() {
   m_filled.fill(false);
   m_oRow = nullptr;
   FillTab(0);
-  FillTab(ChosenTab());
+  if (ChosenTab() != 0) FillTab(ChosenTab());
 }
 
 void PageParameters::FillTab(Long lTab) {
