@@ -67,7 +67,7 @@ void Build(const std::string& sPath, const SampleProgress& oProgress) {
 
 }  // namespace
 
-std::string SamplePath() { return UserFolder(UserFiles::Data) / "sample.db"; }
+std::string SamplePath() { return UserFolder::Data() + "/sample.db"; }
 
 void MakeSample(const std::string& sPath, const SampleProgress& oProgress) {
   const std::string sTarget = fs::absolute(sPath).lexically_normal();

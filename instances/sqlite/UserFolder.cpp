@@ -4,33 +4,32 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
-#include <string>
 
 namespace ZELWbr3::SQLite {
 
 namespace {
 
-// A relative path in one of the variables counts as not set.
-std::filesystem::path AbsoluteFrom(const char* sVariable) {
-  const char* sValue = std::getenv(sVariable);
-  return sValue && *sValue == '/' ? sValue : "";
+std::string Folder(const char* sVariable, const char* sBelowHome) {
+  namespace fs = std::filesystem;
+  const char* sBase = std::getenv(sVariable);
+  if (sBase && *sBase == '/') return fs::path(sBase) / "zelwbr3";
+  const char* sHome = std::getenv("HOME");
+  if (!sHome || *sHome != '/') {
+    const passwd* pUser = getpwuid(geteuid());
+    sHome = pUser ? pUser->pw_dir : nullptr;
+  }
+  if (!sHome || *sHome != '/') {
+    throw std::runtime_error(std::string("A home folder is needed, and neither HOME nor ") + sVariable + " is set");
+  }
+  return fs::path(sHome) / ".local" / sBelowHome / "zelwbr3";
 }
 
 }  // namespace
 
-std::filesystem::path UserFolder(UserFiles eFiles) {
-  const bool bState = eFiles == UserFiles::State;
-  if (const auto oPath = AbsoluteFrom(bState ? "XDG_STATE_HOME" : "XDG_DATA_HOME"); !oPath.empty()) {
-    return oPath / "zelwbr3";
-  }
-  auto oHome = AbsoluteFrom("HOME");
-  if (oHome.empty()) {
-    const passwd* pUser = getpwuid(geteuid());
-    if (pUser && pUser->pw_dir && *pUser->pw_dir == '/') oHome = pUser->pw_dir;
-  }
-  if (oHome.empty()) throw std::runtime_error("The user has no home folder, and HOME is not set");
-  return oHome / ".local" / (bState ? "state" : "share") / "zelwbr3";
-}
+std::string UserFolder::Data() { return Folder("XDG_DATA_HOME", "share"); }
+
+std::string UserFolder::State() { return Folder("XDG_STATE_HOME", "state"); }
 
 }  // namespace ZELWbr3::SQLite

@@ -1,17 +1,16 @@
 #pragma once
 
-#include <filesystem>
+#include <string>
 
 namespace ZELWbr3::SQLite {
 
-/// What the user's programs keep, by how long.
-enum class UserFiles {
-  Data,   ///< $XDG_DATA_HOME, otherwise ~/.local/share
-  State,  ///< $XDG_STATE_HOME, otherwise ~/.local/state
+/// Where this program keeps files of a user.
+struct UserFolder {
+  /// $XDG_DATA_HOME, or ~/.local/share, then zelwbr3. Raises
+  /// std::runtime_error when the user has no home folder.
+  static std::string Data();
+  /// $XDG_STATE_HOME, or ~/.local/state, then zelwbr3. As Data.
+  static std::string State();
 };
-
-/// This system's own folder among the user's files; it need not exist. Raises
-/// std::runtime_error when the user has no home folder.
-std::filesystem::path UserFolder(UserFiles eFiles);
 
 }  // namespace ZELWbr3::SQLite
