@@ -93,6 +93,7 @@
       this.MakeBar();
       this.Collect([...this.oBody.rows]);
       this.Decorate();
+      this.Count(this.oRows.length);
       oTable.append(this.oOut);
       this.oHeadings.addEventListener("click", (oEvent) => this.OnHeading(oEvent));
 
@@ -113,8 +114,9 @@
       this.oCount = Make("span", "zelListCount");
       this.oCount.setAttribute("role", "status");
       this.oBar = Make("div", "zelListBar");
-      this.oBar.append(this.oFilter, this.oCount);
+      this.oBar.append(this.oFilter);
       if (this.oTable.classList.contains("zelTblGrid")) this.oBar.append(this.MakeWrapButton());
+      this.oBar.append(this.oCount);
       this.oTable.before(this.oBar);
     }
 
@@ -165,6 +167,12 @@
     OnRows(oRecords) {
       for (const oRecord of oRecords) this.Collect(oRecord.addedNodes);
       if (this.bArranged) this.Schedule(100);
+      else this.Count(this.oRows.length);
+    }
+
+    Count(iShown) {
+      const iAll = this.oRows.length;
+      this.oCount.textContent = iAll === 0 ? "No rows" : iShown === iAll ? "" : `${iShown} of ${iAll}`;
     }
 
     // Rows that go on coming are arranged again and again: so seldom that it
@@ -188,7 +196,7 @@
       this.Place(this.oBody, this.iDirection === 0 ? oIn : this.Sorted(oIn));
       this.Place(this.oOut, oOut);
       this.oObserver.takeRecords();
-      this.oCount.textContent = this.sFilter === "" ? "" : `${oIn.length} of ${this.oRows.length}`;
+      this.Count(oIn.length);
 
       if (oFocused !== document.activeElement) oFocused?.focus({ preventScroll: true });
       const dEnd = performance.now();
