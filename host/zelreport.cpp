@@ -60,7 +60,13 @@ int Run(const Arguments& oArguments) {
 
   Report oReport(oDatabase, oEvents);
   std::ostringstream oOut;
-  oReport.Run(oArguments.Page, steps, oOut);
+  try {
+    oReport.Run(oArguments.Page, steps, oOut);
+  } catch (...) {
+    // What the steps have printed so far is good.
+    if (!oOut.str().empty()) WriteOut(oArguments.Out, oOut.str());
+    throw;
+  }
   WriteOut(oArguments.Out, oOut.str());
   oEvents.Close();
 

@@ -1,0 +1,214 @@
+// zelreport as a user runs it: a process with arguments, files and an exit code.
+
+#include "dom/HTMLWriter.h"
+#include "headless/HTMLParser.h"
+#include "tests/host/Run.h"
+#include "tests/support/AgentModel.h"
+#include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <sstream>
+
+namespace ZELWbr3 {
+
+using Testing::Ended;
+using Testing::RunZelreport;
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+std::string Recording(const std::string& sName) {
+  return "recorded:" ZELWBR3_SOURCE_DIR "/tests/recordings/" + sName + ".json";
+}
+
+class ZelreportTest : public testing::Test {
+ protected:
+  /// Runs a story and answers the lines of its events file.
+  Lines EventsOf(std::vector<std::string> arguments, int iExit = 0) {
+    arguments.insert(arguments.end(), {"--events", Folder.Path("events"), "--out", Folder.Path("out.html")});
+    const Ended oEnded = RunZelreport(arguments);
+    EXPECT_EQ(oEnded.Exit, iExit) << oEnded.Err;
+    EXPECT_EQ(oEnded.Out, "");
+    Lines lines;
+    std::istringstream oEvents(Folder.Read("events"));
+    for (std::string sLine; std::getline(oEvents, sLine);) lines.push_back(sLine);
+    return lines;
+  }
+
+  void ExpectComplaint(const std::vector<std::string>& arguments, const std::string& sAbout,
+                       const std::vector<std::string>& environment = {}) {
+    const Ended oEnded = RunZelreport(arguments, environment);
+    SCOPED_TRACE(oEnded.Err);
+    EXPECT_EQ(oEnded.Exit, 1);
+    EXPECT_EQ(oEnded.Out, "");
+    EXPECT_TRUE(oEnded.Err.starts_with("zelreport: "));
+    EXPECT_EQ(std::ranges::count(oEnded.Err, '\n'), 1);
+    EXPECT_NE(oEnded.Err.find(sAbout), std::string::npos) << sAbout;
+  }
+
+  Testing::TempFolder Folder;
+};
+
+}  // namespace
+
+TEST_F(ZelreportTest, WritesThePageSoThatItNeedsNoOtherFile) {
+  const Ended oEnded = RunZelreport({Recording("hostile")});
+  EXPECT_EQ(oEnded.Exit, 0);
+  EXPECT_EQ(oEnded.Err, "");
+  EXPECT_TRUE(oEnded.Out.starts_with("<!DOCTYPE html>\n<html lang=\"en\">"));
+  const auto oPage = Headless::ParseHTML(oEnded.Out);
+  const auto Text = [&](const char* sID) { return oPage->all().item(sID)->innerText(); };
+  EXPECT_EQ(Text("txtName"), "'; DROP TABLE CITY; --");
+  EXPECT_EQ(Text("General.OS.Val"), "&lt;b&gt; &amp; (line one\nline two\ttab)");
+  EXPECT_EQ(Text("General.RunDir.Val"), "nul\xEF\xBF\xBDinside");
+  EXPECT_EQ(oPage->all().item("pbrData")->getAttribute("data-percent"), "-1");
+  EXPECT_EQ(oEnded.Out.find("<link"), std::string::npos);
+  EXPECT_EQ(oEnded.Out.find("<script src"), std::string::npos);
+  EXPECT_NE(oEnded.Out.find("customElements.define"), std::string::npos);
+  EXPECT_NE(oEnded.Out.find(".zelTblProps"), std::string::npos);
+  // To the blank: writing what was read gives the same text again, but for the
+  // line end behind the document, which a parser takes into the body.
+  const auto UpToItsEnd = [](std::string sHTML) {
+    sHTML.erase(sHTML.find_last_not_of('\n', sHTML.rfind("</body>") - 1) + 1);
+    return sHTML;
+  };
+  const std::string sAgain = "<!DOCTYPE html>\n" + HTMLWriter().Outer(*oPage->documentElement());
+  EXPECT_TRUE(UpToItsEnd(sAgain) == UpToItsEnd(oEnded.Out));
+}
+
+TEST_F(ZelreportTest, SaysInOneLineWhatIsWrong) {
+  const std::string sDemo = Recording("demo");
+  ExpectComplaint({}, "INSTANCE");
+  ExpectComplaint({sDemo, "--bogus"}, "--bogus");
+  ExpectComplaint({sDemo, "extra"}, "extra");
+  ExpectComplaint({sDemo, "--page"}, "--page");
+  ExpectComplaint({"demo.json"}, "demo.json");
+  ExpectComplaint({"oracle:demo"}, "oracle:demo");
+  ExpectComplaint({"recorded:"}, "recorded:");
+  ExpectComplaint({"recorded:" + Folder.Path("missing\nfile.json")}, "file.json");
+  ExpectComplaint({"recorded:" + Folder.Path()}, Folder.Path());
+  ExpectComplaint({"recorded:" + Folder.Write("broken.json", "{\"Database\": {")}, "broken.json");
+  ExpectComplaint({"recorded:" + Folder.Write("empty.json", "")}, "empty.json");
+  ExpectComplaint({"recorded:" + Folder.Write("key.json", "{\"Database\": {\"Nmae\": 1}}")}, "Database.Nmae");
+  ExpectComplaint({"sqlite:" + Folder.Path("missing.db")}, "missing.db");
+  ExpectComplaint({sDemo, "--page", "Nope"}, "\"Nope\"");
+  ExpectComplaint({sDemo, "--page", "main"}, "\"main\"");
+  ExpectComplaint({sDemo, "--page", ""}, "\"\"");
+  ExpectComplaint({sDemo, "--page", "SysInfo"}, "\"SysInfo\"");
+  ExpectComplaint({sDemo}, "/nowhere", {"ZELWBR3_HTML=/nowhere"});
+  ExpectComplaint({sDemo, "--out", "/nowhere/x.html"}, "/nowhere/x.html");
+  ExpectComplaint({sDemo, "--events", "/nowhere/x"}, "/nowhere/x");
+  ExpectComplaint({sDemo, "--record", "/nowhere/x"}, "/nowhere/x");
+
+  for (const char* sStep : {"", "jump x", "click", "click ", "key", "key x", "key 99999999999", "key 1 2", "item -",
+                            "print x", "answer", "answer maybe", "show Nope", "show SysInfo", "Click x", " click x"}) {
+    ExpectComplaint({sDemo, "--do", sStep},
+                    "\"" + std::string(sStep).substr(std::string(sStep).starts_with("show") ? 5 : 0) + "\"");
+  }
+  ExpectComplaint({sDemo, "--do", "click no.such"}, "\"no.such\"");
+  ExpectComplaint({sDemo, "--do", "focus no.such"}, "\"no.such\"");
+  ExpectComplaint({sDemo, "--do", "item 99"}, "99");
+  ExpectComplaint({sDemo, "--do", "item 4"}, "4");  // disabled while online
+  ExpectComplaint({sDemo, "--page", "Default", "--do", "command 0"}, "Default");
+}
+
+TEST_F(ZelreportTest, ASteppedRunThatFailsKeepsWhatWasPrintedBefore) {
+  const Ended oEnded = RunZelreport({Recording("demo"), "--do", "print", "--do", "click no.such"});
+  EXPECT_EQ(oEnded.Exit, 1);
+  EXPECT_TRUE(oEnded.Out.starts_with("<!-- step 1 -->\n<!DOCTYPE html>"));
+}
+
+TEST_F(ZelreportTest, TellsWhatHappenedInOrder) {
+  EXPECT_EQ(EventsOf({Recording("full-data"), "--do", "click guicmd00065", "--do", "key 116", "--do", "answer no",
+                      "--do", "item 2", "--do", "show DataArea", "--do", "key 27", "--do", "key 65"}),
+            (Lines{
+                R"({"event":"PageComplete","page":"Main"})",
+                R"({"event":"Commandlist","items":[{"key":2,"text":"&Offline","picture":41,"enabled":true},)"
+                R"({"key":3,"text":"&Admin","picture":40,"enabled":true},)"
+                R"({"key":4,"text":"&Online","picture":42,"enabled":false},{"key":5,"separator":true},)"
+                R"({"key":6,"text":"Restart &Until","picture":109,"enabled":false}]})",
+                R"({"event":"Command","number":65})",
+                R"({"event":"ActionBegin"})",
+                R"({"event":"PageComplete","page":"Main"})",
+                R"({"event":"ActionComplete","refresh":false})",
+                R"({"event":"MessageBox","title":"Confirm Database Shut Down","text":"Are you sure you want to shut )"
+                R"(down the database instance 'FULLDATA'?","buttons":"yesno","icon":"question","answer":"no"})",
+                R"({"event":"PageComplete","page":"DataArea"})",
+                R"({"event":"Commandlist","items":[]})",
+                R"({"event":"PageComplete","page":"Main"})",
+                R"({"event":"Commandlist","items":[{"key":2,"text":"&Offline","picture":41,"enabled":true},)"
+                R"({"key":3,"text":"&Admin","picture":40,"enabled":true},)"
+                R"({"key":4,"text":"&Online","picture":42,"enabled":false},{"key":5,"separator":true},)"
+                R"({"key":6,"text":"Restart &Until","picture":109,"enabled":false}]})",
+            }));
+}
+
+TEST_F(ZelreportTest, AnErrorDisplayIsToldAndFailsTheRun) {
+  const std::string sFile = Folder.Write(
+      "r.json", R"({"LastError":{"ErrorCode":-8888,"ErrorText":"connection\nbroken"},"raises":["StateInfo.LogTotal"],)"
+                R"("Database":{"InstanceName":"R","StateInfo":{"Status":5,"InfoAvailable":true}}})");
+  EXPECT_EQ(EventsOf({"recorded:" + sFile}, 1).front(),
+            R"({"event":"MessageBox","title":"Error","text":"-8888 connection\nbroken","buttons":"ok",)"
+            R"("icon":"exclamation","answer":"ok"})");
+  EXPECT_NE(Folder.Read("out.html").find("id=\"txtName\">R<"), std::string::npos);  // what could be shown is
+  const Ended oEnded = RunZelreport({"recorded:" + sFile});
+  EXPECT_EQ(oEnded.Err, "zelreport: the page reported an error: -8888 connection broken\n");
+
+  EXPECT_EQ(RunZelreport({Recording("demo"), "--do", "answer quick", "--do", "item 2"}).Exit, 1);  // not offered
+}
+
+TEST_F(ZelreportTest, PrintsTheDocumentAsItStandsAtEachStep) {
+  const Ended oEnded = RunZelreport(
+      {Recording("full-data"), "--do", "print", "--do", "show Default", "--do", "print", "--do", "show Main"});
+  EXPECT_EQ(oEnded.Exit, 0);
+  const auto Title = [&](const std::string& sMark) {
+    const auto iMark = oEnded.Out.find(sMark + "\n<!DOCTYPE html>");
+    const auto iTitle = oEnded.Out.find("<title>", iMark) + 7;
+    return iMark == std::string::npos ? "no " + sMark
+                                      : oEnded.Out.substr(iTitle, oEnded.Out.find('<', iTitle) - iTitle);
+  };
+  EXPECT_EQ(Title("<!-- step 1 -->"), "Instance Overview");
+  EXPECT_EQ(Title("<!-- step 3 -->"), "No Page Selected");
+  EXPECT_EQ(Title("<!-- step 4 -->"), "Instance Overview");
+  EXPECT_EQ(oEnded.Out.find("<!-- step 2 -->"), std::string::npos);
+}
+
+TEST_F(ZelreportTest, ARecordingOfARecordingShowsTheSame) {
+  for (const char* sName : {"demo", "full-log", "hot-standby", "disconnected"}) {
+    SCOPED_TRACE(sName);
+    const Ended oFirst = RunZelreport({Recording(sName), "--record", Folder.Path("1.json")});
+    const Ended oSecond = RunZelreport({"recorded:" + Folder.Path("1.json"), "--record", Folder.Path("2.json")});
+    EXPECT_EQ(oFirst.Exit, oSecond.Exit);
+    EXPECT_FALSE(oFirst.Out.empty());
+    EXPECT_EQ(oFirst.Out, oSecond.Out);
+    EXPECT_EQ(nlohmann::json::parse(Folder.Read("1.json")), nlohmann::json::parse(Folder.Read("2.json")));
+  }
+}
+
+TEST_F(ZelreportTest, WritesNumbersAndDatesAsTheUserDoes) {
+  const auto Of = [](const char* sLocale, const char* sID) {
+    const Ended oEnded = RunZelreport({Recording("demo")}, {std::string("LC_ALL=") + sLocale});
+    EXPECT_EQ(oEnded.Exit, 0) << oEnded.Err;
+    return Headless::ParseHTML(oEnded.Out)->all().item(sID)->innerText();
+  };
+  const std::string sPlain = Of("C", "txtData");
+  std::string sGerman = Of("de_DE.UTF-8", "txtData");
+  EXPECT_EQ(sPlain.find_first_of(".,"), std::string::npos);
+  EXPECT_NE(sGerman.find('.'), std::string::npos);
+  std::erase(sGerman, '.');
+  EXPECT_EQ(sGerman, sPlain);
+  EXPECT_EQ(Of("tlh_QX", "txtData"), sPlain);
+  EXPECT_NE(Of("de_DE.UTF-8", "General.StartOn.Val"), Of("en_US.UTF-8", "General.StartOn.Val"));
+}
+
+TEST_F(ZelreportTest, HelpIsNoFailure) {
+  const Ended oEnded = RunZelreport({"--help"});
+  EXPECT_EQ(oEnded.Exit, 0);
+  EXPECT_NE(oEnded.Out.find("--events"), std::string::npos);
+}
+
+}  // namespace ZELWbr3
