@@ -2,7 +2,7 @@
 include(CMakePackageConfigHelpers)
 
 set(targets zelwbr3_core zelwbr3_headless zelwbr3_recorded zelwbr3_sqlite)
-set(programs zelreport)
+set(programs zelreport zelanalyzer)
 set(headers platform dom framework pages shell headless instances)
 if(ZELWBR3_DESKTOP)
   list(APPEND targets zelwbr3_desktop zelwbr3_wx)

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <string>
 
 namespace ZELWbr3::SQLite {
 
@@ -20,6 +21,9 @@ struct Options {
   /// The most pages the application lets the file grow to; 0 = SQLite's own
   /// limit.
   std::int64_t MaxPageCount = 0;
+  /// Where the program zelanalyzer is, which the analyzer is started with.
+  /// Empty = what $ZELWBR3_ANALYZER says, otherwise beside the running program.
+  std::string AnalyzerProgram = {};
 };
 
 }  // namespace ZELWbr3::SQLite

@@ -4,6 +4,7 @@
 #include "instances/sqlite/SQLiteLogSettings.h"
 #include "instances/sqlite/SQLiteStateInfo.h"
 #include "instances/sqlite/SQLiteVersion.h"
+#include "instances/sqlite/analyzer/SQLiteAnalyzer.h"
 
 #include <sys/utsname.h>
 
@@ -28,13 +29,17 @@ std::string JournalMode(Connection& oConnection) {
 }  // namespace
 
 SQLiteDatabase::SQLiteDatabase(const std::string& sPath, const Options& oOptions)
-    : m_oFile(std::make_shared<InstanceFile>(sPath, oOptions)) {}
+    : m_oFile(std::make_shared<InstanceFile>(sPath, oOptions)), m_sAnalyzerProgram(oOptions.AnalyzerProgram) {}
 
 std::shared_ptr<ZELLib3::StateInfo> SQLiteDatabase::StateInfo() { return std::make_shared<SQLiteStateInfo>(m_oFile); }
 
 std::shared_ptr<ZELLib3::LogSettings> SQLiteDatabase::LogSettings() {
   Connection* pConnection = m_oFile->Read()->Figures() ? m_oFile->Current() : nullptr;
   return std::make_shared<SQLiteLogSettings>(pConnection ? JournalMode(*pConnection) : std::string());
+}
+
+std::shared_ptr<ZELLib3::Analyzer> SQLiteDatabase::Analyzer() {
+  return std::make_shared<SQLiteAnalyzer>(m_oFile, m_sAnalyzerProgram);
 }
 
 ZELLib3::Error SQLiteDatabase::LastError() { return m_oFile->LastError(); }

@@ -26,6 +26,8 @@ class SQLiteDatabase : public ZELLib3::Database {
 
   std::shared_ptr<ZELLib3::StateInfo> StateInfo() override;
   std::shared_ptr<ZELLib3::LogSettings> LogSettings() override;
+  /// Runs in the background, whether or not this program does.
+  std::shared_ptr<ZELLib3::Analyzer> Analyzer() override;
   ZELLib3::Error LastError() override;
   /// The file's name without its folder.
   std::string InstanceName() override;
@@ -50,6 +52,7 @@ class SQLiteDatabase : public ZELLib3::Database {
 
  private:
   std::shared_ptr<InstanceFile> m_oFile;
+  std::string m_sAnalyzerProgram;
 };
 
 /// Opens an existing database file; the errors are those of SQLiteDatabase.

@@ -1,0 +1,81 @@
+// zelanalyzer: evaluates a database file at an interval, in the background.
+
+#include "host/OneLine.h"
+#include "instances/sqlite/analyzer/AnalyzerRun.h"
+#include "instances/sqlite/analyzer/Background.h"
+
+#include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <iostream>
+#include <limits>
+
+namespace {
+
+using namespace ZELWbr3;
+
+int Complain(const std::string& sText) {
+  std::cerr << "zelanalyzer: " << Host::OneLine(sText) << '\n';
+  return 1;
+}
+
+std::string Absolute(const std::string& sPath) { return std::filesystem::absolute(sPath).lexically_normal().string(); }
+
+/// The database file that the instance's name stands for.
+std::string DatabaseFile(const std::string& sInstance) {
+  const std::string sKind = "sqlite:";
+  if (!sInstance.starts_with(sKind)) {
+    throw std::invalid_argument("The instance \"" + sInstance + "\" is not sqlite:FILE");
+  }
+  if (sInstance == sKind) throw std::invalid_argument("The instance \"" + sInstance + "\" names no file");
+  return Absolute(sInstance.substr(sKind.size()));
+}
+
+int Run(SQLite::AnalyzerOptions oOptions, const std::string& sInstance) {
+  oOptions.Database = DatabaseFile(sInstance);
+  if (!oOptions.ConfigFile.empty()) oOptions.ConfigFile = Absolute(oOptions.ConfigFile);
+  const auto oConfig = SQLite::AnalyzerConfig::Read(oOptions.ConfigFile);
+  return SQLite::RunInBackground([&](const SQLite::Started& oStarted) {
+    SQLite::AnalyzerRun oRun(oOptions, oConfig);
+    try {
+      oStarted();
+    } catch (const std::exception& oError) {
+      oRun.End(oError.what());
+      throw;
+    }
+    return oRun.Run() ? 0 : 1;
+  });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string sInstance;
+  SQLite::AnalyzerOptions oOptions;
+  const CLI::Range oCount(0, std::numeric_limits<int>::max());
+  CLI::App oApp(
+      "Starts the analyzer of a database file in the background: it evaluates the file at an interval and writes "
+      "protocol sets.",
+      "zelanalyzer");
+  oApp.add_option("INSTANCE", sInstance, "sqlite:FILE")->required();
+  oApp.add_option("--config", oOptions.ConfigFile, "Configuration file: which groups of figures are written");
+  oApp.add_option("--number", oOptions.Number, "Evaluations until it ends, 0 (endless) unless given")->check(oCount);
+  oApp.add_option("--interval", oOptions.Interval,
+                  "Seconds between two evaluations, " + std::to_string(SQLite::AnalyzerOptions::DefaultInterval) +
+                      " when 0 or not given")
+      ->check(oCount);
+  oApp.add_flag("--delete", oOptions.DeleteToday, "Delete today's protocol files first");
+  oApp.add_flag("--reconnect", oOptions.Reconnect, "Go on when the database cannot be read for a while");
+  try {
+    oApp.parse(argc, argv);
+  } catch (const CLI::Success& oSuccess) {
+    return oApp.exit(oSuccess);  // help was asked for
+  } catch (const CLI::ParseError& oError) {
+    return Complain(oError.what());
+  }
+  try {
+    return Run(oOptions, sInstance);
+  } catch (const std::exception& oError) {
+    return Complain(oError.what());
+  }
+}
