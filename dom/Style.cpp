@@ -37,6 +37,8 @@ std::string Style::display() const {
 }
 
 void Style::display(std::string_view sValue) {
+  // Neither does a browser write the attribute anew for a value that it has.
+  if (display() == sValue) return;
   std::string sStyle;
   for (const std::string& sDeclaration : Declarations(m_oElement.getAttribute("style"))) {
     if (!IsDisplay(sDeclaration)) sStyle += sDeclaration + "; ";

@@ -32,7 +32,7 @@
   };
 
   document.addEventListener("keydown", (oEvent) => {
-    bTabKey = oEvent.key === "Tab";
+    bTabKey = oEvent.code === "Tab";  // together with Shift its key has no name in WebKit
     if (oEvent.ctrlKey || oEvent.altKey || oEvent.metaKey) return;
     const oStrip = StripOf(oEvent.target);
     if (oStrip === null) return;
