@@ -26,8 +26,7 @@ EventLog::EventLog(const std::string& sFile) : m_sFile(sFile) {
   if (!m_oFile) throw std::runtime_error("The events file \"" + sFile + "\" cannot be written");
 }
 
-void EventLog::Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform,
-                     Headless::HeadlessCommandlist& oCommandlist) {
+void EventLog::Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform) {
   const auto Keep = [this](Connection oConnection) { m_connections.push_back(std::move(oConnection)); };
   Keep(oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
     WriteLine(Line({{"event", "PageComplete"}, {"page", oPage->Name()}}));
@@ -64,7 +63,6 @@ void EventLog::Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform,
   Keep(oPlatform.Traced.Connect([this](const std::string& sText) {
     WriteLine(Line({{"event", "Trace"}, {"text", sText}}));
   }));
-  Keep(oCommandlist.Changed.Connect([this] { m_bCommandlistChanged = true; }));
 }
 
 void EventLog::Write(const Recorded::Call& oCall) {
@@ -77,9 +75,12 @@ void EventLog::Write(const Recorded::Call& oCall) {
 }
 
 void EventLog::EndStep(const Headless::HeadlessCommandlist& oCommandlist) {
-  if (!std::exchange(m_bCommandlistChanged, false)) return;
+  // What is disabled only while a step is under way has not changed by it.
+  auto items = oCommandlist.Items();
+  if (items == m_items) return;
+  m_items = std::move(items);
   JSON oItems = JSON::array();
-  for (const auto& oItem : oCommandlist.Items()) oItems.push_back(Item(oItem));
+  for (const auto& oItem : m_items) oItems.push_back(Item(oItem));
   WriteLine(Line({{"event", "Commandlist"}, {"items", oItems}}));
 }
 

@@ -19,11 +19,12 @@ class EventLog {
   /// names the file when it cannot be written.
   explicit EventLog(const std::string& sFile);
 
-  /// Connects to all that reports something.
-  void Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform, Headless::HeadlessCommandlist& oCommandlist);
+  /// Connects to all that reports something by itself.
+  void Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform);
   /// An operation was called on the instance.
   void Write(const Recorded::Call& oCall);
-  /// A step has ended: the command list is written if it has changed.
+  /// A step has ended: the command list is written unless it is as it was
+  /// before.
   void EndStep(const Headless::HeadlessCommandlist& oCommandlist);
   /// Throws as the constructor when something could not be written.
   void Close();
@@ -33,7 +34,8 @@ class EventLog {
 
   std::string m_sFile;
   std::ofstream m_oFile;
-  bool m_bCommandlistChanged = false;
+  /// The command list as it was written last.
+  std::vector<ZELCmd3::CommandItem> m_items;
   std::vector<Connection> m_connections;
 };
 

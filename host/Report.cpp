@@ -12,7 +12,7 @@ namespace ZELWbr3::Host {
 Report::Report(std::shared_ptr<ZELLib3::Database> oDatabase, EventLog& oEvents)
     : m_oBrowser(m_oPlatform), m_oPages(m_oBrowser, std::move(oDatabase), m_oCommandlist), m_oEvents(oEvents) {
   m_oBrowser.HTMLPath(HTMLFolder());
-  m_oEvents.Watch(m_oBrowser, m_oPlatform, *m_oCommandlist);
+  m_oEvents.Watch(m_oBrowser, m_oPlatform);
   m_connections.push_back(m_oPlatform.MessageBox().Shown.Connect([this](const Headless::ScriptedAnswers::Box& oBox) {
     if (oBox.Title == "Error") m_errors.push_back(oBox.Text);
   }));

@@ -151,6 +151,9 @@ TEST(StartDialog, CountsPastedTextByItsLeadingNumber) {
   EXPECT_EQ(Number("2147483647"), "2147483647");
   EXPECT_EQ(Number("2147483648"), "refused");
   EXPECT_EQ(Number(std::string(400, '9')), "refused");
+  EXPECT_EQ(Number("1e999"), "refused");
+  EXPECT_EQ(Number("0." + std::string(400, '0') + "1"), "0");
+  EXPECT_EQ(Number("1e-999"), "0");
 }
 
 TEST(StartDialog, SelectsTheTextOfAFieldThatIsEntered) {
