@@ -1,7 +1,5 @@
 #include "instances/sqlite/Connection.h"
 
-#include "instances/sqlite/Statement.h"
-
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
@@ -82,6 +80,7 @@ void Connection::Open() {
 
 void Connection::Configure() {
   sqlite3* pHandle = Handle();
+  m_oCounter.Watch(pHandle);
   BusyTimeout(m_oOptions.BusyTimeout);
   sqlite3_progress_handler(pHandle, 10000, &Connection::OnProgress, this);
   sqlite3_db_config(pHandle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
@@ -129,15 +128,22 @@ void Connection::BusyTimeout(std::chrono::milliseconds dTimeout) {
   sqlite3_busy_timeout(Handle(), static_cast<int>(dTimeout.count()));
 }
 
-std::int64_t Connection::Number(const std::string& sSQL, const std::string& sAsked) {
+std::string Connection::JournalMode() {
+  return UsesWal() ? "wal" : Text("PRAGMA main.journal_mode", "reading the journal mode");
+}
+
+Statement Connection::Prepare(const std::string& sSQL, const std::string& sAsked) {
   m_dDeadline = std::chrono::steady_clock::now() + m_oOptions.StatementTimeout;
-  Statement oStatement(Handle(), sSQL, sAsked);
+  return Statement(Handle(), sSQL, sAsked);
+}
+
+std::int64_t Connection::Number(const std::string& sSQL, const std::string& sAsked) {
+  Statement oStatement = Prepare(sSQL, sAsked);
   return oStatement.Step() ? oStatement.Number(0) : 0;
 }
 
 std::string Connection::Text(const std::string& sSQL, const std::string& sAsked) {
-  m_dDeadline = std::chrono::steady_clock::now() + m_oOptions.StatementTimeout;
-  Statement oStatement(Handle(), sSQL, sAsked);
+  Statement oStatement = Prepare(sSQL, sAsked);
   return oStatement.Step() ? oStatement.Text(0) : std::string();
 }
 

@@ -4,6 +4,8 @@
 #include "instances/sqlite/FileId.h"
 #include "instances/sqlite/Handle.h"
 #include "instances/sqlite/Options.h"
+#include "instances/sqlite/Statement.h"
+#include "instances/sqlite/StatementCounter.h"
 
 #include <chrono>
 #include <string>
@@ -59,6 +61,15 @@ class Connection {
   /// How long a read waits for a lock; 0 = it fails at once.
   void BusyTimeout(std::chrono::milliseconds dTimeout);
 
+  /// What the statements of this connection have done since it was opened.
+  const StatementCounter& Counter() const { return m_oCounter; }
+  /// The journal mode of a file in WAL mode; otherwise each connection chooses
+  /// its own, and only this one's is known.
+  std::string JournalMode();
+
+  /// A statement that may run from now for as long as the options say. sAsked
+  /// stands in the error.
+  Statement Prepare(const std::string& sSQL, const std::string& sAsked);
   /// The first column of the first row; 0 without a row. sAsked stands in the
   /// error.
   std::int64_t Number(const std::string& sSQL, const std::string& sAsked);
@@ -78,6 +89,7 @@ class Connection {
   Access m_eAccess;
   Options m_oOptions;
   FileId m_oFile;
+  StatementCounter m_oCounter;  ///< outlives the handle, which tells it
   SQLite::Handle m_oHandle;
   FileHeader m_oHeader;
   bool m_bUnchanging = false;  ///< opened as a file that never changes

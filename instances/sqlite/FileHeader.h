@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string>
 
 struct sqlite3_file;
@@ -19,6 +21,11 @@ struct FileHeader {
   /// process holds on it. Raises ZELLib3::InstanceError, which names sPath, for
   /// a file that is not a database.
   static FileHeader Read(sqlite3_file* pFile, const std::string& sPath);
+
+  static constexpr std::size_t Size = 100;
+  using Bytes = std::array<unsigned char, Size>;
+  /// The header itself, all zero for a file that is still empty. As Read.
+  static Bytes ReadBytes(sqlite3_file* pFile, const std::string& sPath);
 };
 
 }  // namespace ZELWbr3::SQLite

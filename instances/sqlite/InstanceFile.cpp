@@ -1,9 +1,10 @@
 #include "instances/sqlite/InstanceFile.h"
 
+#include "instances/sqlite/LocalTime.h"
+
 #include <sqlite3.h>
 #include <unistd.h>
 
-#include <ctime>
 #include <filesystem>
 #include <utility>
 
@@ -12,13 +13,6 @@ namespace ZELWbr3::SQLite {
 using Condition = Reading::Condition;
 
 namespace {
-
-ZELLib3::Date Now() {
-  const std::time_t tNow = std::time(nullptr);
-  std::tm oTime{};
-  localtime_r(&tNow, &oTime);
-  return {oTime.tm_year + 1900, oTime.tm_mon + 1, oTime.tm_mday, oTime.tm_hour, oTime.tm_min, oTime.tm_sec};
-}
 
 std::string AbsolutePath(const std::string& sPath) {
   if (sPath.empty()) RaiseError(SQLITE_CANTOPEN, "\"\"", "no file name given");
@@ -30,10 +24,17 @@ int PrimaryCode(const ZELLib3::InstanceError& oError) { return oError.ErrorObjec
 
 }  // namespace
 
-InstanceFile::InstanceFile(const std::string& sPath, const Options& oOptions)
+InstanceFile::InstanceFile(const std::string& sPath, const SQLite::Options& oOptions)
     : m_sPath(AbsolutePath(sPath)), m_oOptions(oOptions) {
   Open(State::Online);
   Read();
+}
+
+/// The library follows links before it adds an ending.
+std::string InstanceFile::PathBeside(const std::string& sEnding) const {
+  std::error_code oIgnored;  // a file that is not there has no links
+  const auto oTarget = std::filesystem::canonical(m_sPath, oIgnored);
+  return (oIgnored ? m_sPath : oTarget.string()) + sEnding;
 }
 
 void InstanceFile::Open(State eState) {
@@ -42,7 +43,7 @@ void InstanceFile::Open(State eState) {
   m_eState = eState;
   m_bLocked = false;
   m_iPageSize = m_oConnection->PageSize();
-  m_dOpenedOn = Now();
+  m_dOpenedOn = LocalTime::Now();
 }
 
 void InstanceFile::Close() {
@@ -146,6 +147,42 @@ void InstanceFile::Recover() {
 bool InstanceFile::Refuse(const std::string& sWhy) {
   m_oLastError = {SQLITE_ERROR, m_sPath + ": " + sWhy};
   return false;
+}
+
+bool InstanceFile::Attempt(const std::function<void(Connection&)>& oOperation) {
+  Connection* pConnection = Current();
+  if (!pConnection) return m_eState == State::Offline ? Refuse("the database is offline") : false;
+  try {
+    oOperation(*pConnection);
+    return true;
+  } catch (const ZELLib3::InstanceError& oError) {
+    m_oLastError = oError.ErrorObject();
+    return false;
+  }
+}
+
+bool InstanceFile::Refresh() {
+  try {
+    switch (Read()->Found()) {
+      case Condition::Offline:
+      case Condition::Admin:
+      case Condition::Online:
+        return true;
+      case Condition::Locked:
+        return Refuse("another connection has locked the database");
+      case Condition::NeedsRecovery:
+        return Refuse("an interrupted transaction has to be rolled back first");
+      case Condition::NotConnected:
+        return false;  // LastError says why it could not be opened
+    }
+  } catch (const ZELLib3::InstanceError& oError) {
+    m_oLastError = oError.ErrorObject();
+  }
+  return false;
+}
+
+bool InstanceFile::RefreshFigures() {
+  return Refresh() && (m_oReading->Figures() || Refuse("there are figures only while the database is online"));
 }
 
 }  // namespace ZELWbr3::SQLite

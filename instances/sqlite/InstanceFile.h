@@ -4,6 +4,7 @@
 #include "instances/sqlite/Reading.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -20,10 +21,12 @@ class InstanceFile {
   enum class State { Offline, Admin, Online };
   /// Opens the file and reads it once. Raises ZELLib3::InstanceError when it is
   /// not an existing, readable database.
-  InstanceFile(const std::string& sPath, const Options& oOptions);
+  InstanceFile(const std::string& sPath, const SQLite::Options& oOptions);
 
   /// Absolute.
   const std::string& Path() const { return m_sPath; }
+  /// A file that the library keeps beside the database, such as "-wal".
+  std::string PathBeside(const std::string& sEnding) const;
   /// What stands at the moment, or did within the reading's lifetime. Raises
   /// ZELLib3::InstanceError when the file is open but damaged.
   std::shared_ptr<const Reading> Read();
@@ -33,10 +36,20 @@ class InstanceFile {
   /// Offline closes the file; bInterrupt breaks running statements off first.
   /// When the change fails the state stays, and LastError says why.
   bool Change(State eState, bool bInterrupt = false);
-  /// Answers false, for an operation that a file does not have.
+  /// Answers false, for an operation that cannot be.
   bool Refuse(const std::string& sWhy);
+  /// Calls an operation with the present connection. False, and LastError says
+  /// why, without a connection or when the operation raises InstanceError.
+  bool Attempt(const std::function<void(Connection&)>& oOperation);
+  /// False, and LastError says why, when a look at the file failed. A file that
+  /// the user has closed or reserved can be looked at.
+  bool Refresh();
+  /// False, and LastError says why, unless figures can be read.
+  bool RefreshFigures();
 
   const ZELLib3::Error& LastError() const { return m_oLastError; }
+  void LastError(const ZELLib3::Error& oError) { m_oLastError = oError; }
+  const SQLite::Options& Options() const { return m_oOptions; }
   /// When the present connection was opened.
   ZELLib3::Date OpenedOn() const { return m_dOpenedOn; }
   /// Bytes; the last known while the file is closed.
@@ -50,7 +63,7 @@ class InstanceFile {
   Reading LookInside(Connection& oConnection);
 
   std::string m_sPath;
-  Options m_oOptions;
+  SQLite::Options m_oOptions;
   State m_eState = State::Online;
   std::unique_ptr<Connection> m_oConnection;
   std::shared_ptr<const Reading> m_oReading;

@@ -24,6 +24,10 @@ struct Options {
   /// Where the program zelanalyzer is, which the analyzer is started with.
   /// Empty = what $ZELWBR3_ANALYZER says, otherwise beside the running program.
   std::string AnalyzerProgram = {};
+  /// Where it is remembered what was observed about database files; empty =
+  /// the user's state folder. Made when it is missing and something is to be
+  /// remembered.
+  std::string StateFolder = {};
 };
 
 }  // namespace ZELWbr3::SQLite

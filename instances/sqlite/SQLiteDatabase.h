@@ -9,6 +9,8 @@
 namespace ZELWbr3::SQLite {
 
 class InstanceFile;
+class ParameterList;
+class SideFile;
 
 /// A SQLite database file as an instance.
 ///
@@ -25,7 +27,17 @@ class SQLiteDatabase : public ZELLib3::Database {
   explicit SQLiteDatabase(const std::string& sPath, const Options& oOptions = {});
 
   std::shared_ptr<ZELLib3::StateInfo> StateInfo() override;
+  std::shared_ptr<ZELLib3::Parameters> Parameters() override;
   std::shared_ptr<ZELLib3::LogSettings> LogSettings() override;
+  std::shared_ptr<ZELLib3::SysInfos> SysInfos() override;
+  std::shared_ptr<ZELLib3::ParameterHistory> ParameterHistory() override;
+  std::shared_ptr<ZELLib3::Caches> Caches() override;
+  std::shared_ptr<ZELLib3::Activity> Activity() override;
+  std::shared_ptr<ZELLib3::SQLTables> SQLTables() override;
+  std::shared_ptr<ZELLib3::DataArea> DataArea() override;
+  std::shared_ptr<ZELLib3::LogArea> LogArea() override;
+  std::shared_ptr<ZELLib3::Sessions> Sessions() override;
+  std::shared_ptr<ZELLib3::History> History() override;
   /// Runs in the background, whether or not this program does.
   std::shared_ptr<ZELLib3::Analyzer> Analyzer() override;
   ZELLib3::Error LastError() override;
@@ -50,8 +62,16 @@ class SQLiteDatabase : public ZELLib3::Database {
   bool RestartUntil(const ZELLib3::Date&) override;
   bool AutoLogOff() override;
 
+  /// Adds a copy of the file that the host has made to the backup history. sFile
+  /// may be anywhere, also where this program cannot look; dMade is local time.
+  /// False, and LastError says why, without a name or a date, or when it cannot
+  /// be written down.
+  bool RegisterCopy(const std::string& sFile, const ZELLib3::Date& dMade, const std::string& sLabel);
+
  private:
   std::shared_ptr<InstanceFile> m_oFile;
+  std::shared_ptr<SideFile> m_oSideFile;
+  std::shared_ptr<ParameterList> m_oParameters;
   std::string m_sAnalyzerProgram;
 };
 

@@ -2,8 +2,6 @@
 
 #include "instances/sqlite/OpenFiles.h"
 
-#include <algorithm>
-
 namespace ZELWbr3::SQLite {
 
 using ZELLib3::Long;
@@ -68,10 +66,7 @@ bool SQLiteStateInfo::DataFull() const {
   return pUsage && pUsage->PageCount >= pUsage->MaxPageCount && pUsage->FreePages == 0;
 }
 
-Long SQLiteStateInfo::LogTotal() const {
-  const Usage* pUsage = Figures();
-  return pUsage && pUsage->UsesWal ? std::max(pUsage->Wal.FileFrames, pUsage->AutoCheckpoint) : 0;
-}
+Long SQLiteStateInfo::LogTotal() const { return Figures() ? Figures()->LogTotal() : 0; }
 
 Long SQLiteStateInfo::LogUsed() const { return Figures() ? Figures()->Wal.Used() : 0; }
 

@@ -2,13 +2,22 @@
 
 #include <concepts>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 struct sqlite3;
 struct sqlite3_stmt;
+struct sqlite3_value;
 
 namespace ZELWbr3::SQLite {
+
+struct FreeValue {
+  void operator()(sqlite3_value* pValue) const;
+};
+
+/// A value as a database stores it, kept beyond the row it was read from.
+using StoredValue = std::unique_ptr<sqlite3_value, FreeValue>;
 
 /// A prepared statement. Lives no longer than its handle. Every failure raises
 /// ZELLib3::InstanceError that names sAsked.
@@ -27,6 +36,21 @@ class Statement {
   /// Columns of the current row count from 0.
   std::int64_t Number(int iColumn) const;
   std::string Text(int iColumn) const;
+  /// As a page shows it: "(null)" for no value, a blob as its size and the
+  /// first bytes in hexadecimal, anything else whole.
+  std::string CellText(int iColumn) const;
+  StoredValue Value(int iColumn) const;
+
+  int ColumnCount() const;
+  std::string ColumnName(int iColumn) const;
+  /// The type that the table's definition gives, "(null)" for an expression.
+  std::string ColumnType(int iColumn) const;
+
+  /// Parameters count from 1. A text is bound without a copy: it outlives the
+  /// steps.
+  void BindNumber(int iIndex, std::int64_t lValue);
+  void BindText(int iIndex, std::string_view sText);
+  void BindValue(int iIndex, const StoredValue& oValue);
 
   /// Binds the values to the parameters 1, 2, …, steps to the end and resets.
   /// A text is bound without a copy: it outlives the call.
@@ -44,9 +68,8 @@ class Statement {
   void Bind(int iIndex, T value) {
     BindNumber(iIndex, static_cast<std::int64_t>(value));
   }
-  void Bind(int iIndex, std::string_view sText);
+  void Bind(int iIndex, std::string_view sText) { BindText(iIndex, sText); }
   void Bind(int iIndex, std::nullptr_t);
-  void BindNumber(int iIndex, std::int64_t lValue);
   void Check(int rc) const;
 
   sqlite3_stmt* m_pStatement = nullptr;

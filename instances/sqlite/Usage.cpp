@@ -53,6 +53,8 @@ Usage Usage::Read(Connection& oConnection) {
   oUsage.CacheUsed = std::min(lUsedBytes / oConnection.PageSize(), oUsage.CachePages);
   oUsage.CacheHits = HandleStatus(oConnection, SQLITE_DBSTATUS_CACHE_HIT);
   oUsage.CacheMisses = HandleStatus(oConnection, SQLITE_DBSTATUS_CACHE_MISS);
+  oUsage.CacheWrites = HandleStatus(oConnection, SQLITE_DBSTATUS_CACHE_WRITE);
+  oUsage.SchemaBytes = HandleStatus(oConnection, SQLITE_DBSTATUS_SCHEMA_USED);
   return oUsage;
 }
 

@@ -3,6 +3,7 @@
 #include "instances/sqlite/FileId.h"
 #include "instances/sqlite/WalFile.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace ZELWbr3::SQLite {
@@ -24,6 +25,12 @@ struct Usage {
   std::int64_t CacheUsed = 0;
   std::int64_t CacheHits = 0;
   std::int64_t CacheMisses = 0;
+  std::int64_t CacheWrites = 0;
+  std::int64_t SchemaBytes = 0;  ///< memory that holds the schema
+
+  /// Frames that the log file has room for, but at least the number at which a
+  /// writer runs a checkpoint. 0 without a log.
+  std::int64_t LogTotal() const { return UsesWal ? std::max(Wal.FileFrames, AutoCheckpoint) : 0; }
 
   /// Raises ZELLib3::InstanceError.
   static Usage Read(Connection& oConnection);

@@ -41,11 +41,15 @@ bool IsSettled(const volatile char* pIndex) {
 
 }  // namespace
 
+std::int64_t WalFile::FramesIn(std::int64_t lFileBytes, int iPageSize) {
+  return lFileBytes > kWalHeaderBytes ? (lFileBytes - kWalHeaderBytes) / (kFrameHeaderBytes + iPageSize) : 0;
+}
+
 WalFile WalFile::Read(const Connection& oConnection) {
   WalFile oResult;
   if (!oConnection.SharesWal()) return oResult;
-  if (const auto oFile = FileId::Of(oConnection.WalPath()); oFile && oFile->Bytes > kWalHeaderBytes) {
-    oResult.FileFrames = (oFile->Bytes - kWalHeaderBytes) / (kFrameHeaderBytes + oConnection.PageSize());
+  if (const auto oFile = FileId::Of(oConnection.WalPath())) {
+    oResult.FileFrames = FramesIn(oFile->Bytes, oConnection.PageSize());
   }
   // Mapped already by the read transaction. Opening the shared memory file
   // here would, on closing it, drop the locks that this process holds on it.

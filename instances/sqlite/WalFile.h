@@ -20,6 +20,9 @@ struct WalFile {
   /// been copied.
   std::int64_t Used() const { return Checkpointed < Frames ? Frames : 0; }
 
+  /// Frames that a log file of this size holds. iPageSize is bytes.
+  static std::int64_t FramesIn(std::int64_t lFileBytes, int iPageSize);
+
   /// Call within a read transaction. All zero without a log. Raises
   /// ZELLib3::InstanceError.
   static WalFile Read(const Connection& oConnection);

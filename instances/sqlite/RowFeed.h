@@ -1,0 +1,48 @@
+#pragma once
+
+#include "instances/sqlite/RowBlock.h"
+
+#include <utility>
+
+namespace ZELWbr3::SQLite {
+
+class Connection;
+
+/// The rows of one list, block by block.
+///
+/// Between two blocks nothing is kept open in the database: in a file with a
+/// rollback journal an open statement would keep writers out for as long as
+/// somebody looks at the page. So each block is a reading of its own, and the
+/// rows of different blocks are of different moments.
+class RowFeed {
+ public:
+  virtual ~RowFeed() = default;
+
+  const std::vector<RowColumn>& Columns() const { return m_oColumns; }
+  /// Fills the block with the next rows. Answers whether there are more behind
+  /// it. Raises ZELLib3::InstanceError; the next call then begins at the same
+  /// row once more.
+  virtual bool Read(Connection& oConnection, RowBlock& oBlock) = 0;
+
+ protected:
+  std::vector<RowColumn> m_oColumns;
+};
+
+/// A short list that is there already.
+class ListFeed : public RowFeed {
+ public:
+  ListFeed(std::vector<RowColumn> oColumns, std::vector<RowTexts> oRows) : m_oRows(std::move(oRows)) {
+    m_oColumns = std::move(oColumns);
+  }
+
+  bool Read(Connection&, RowBlock& oBlock) override {
+    while (m_lNext < m_oRows.size() && !oBlock.IsFull()) oBlock.Add(m_oRows[m_lNext++]);
+    return m_lNext < m_oRows.size();
+  }
+
+ private:
+  std::vector<RowTexts> m_oRows;
+  std::size_t m_lNext = 0;
+};
+
+}  // namespace ZELWbr3::SQLite
