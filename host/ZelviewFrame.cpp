@@ -1,0 +1,210 @@
+#include "host/ZelviewFrame.h"
+
+#include "desktop/DesktopWebBrowser.h"
+#include "host/HTMLFolder.h"
+#include "host/OneLine.h"
+#include "host/OpenInstance.h"
+#include "instances/recorded/WriteRecording.h"
+
+#include <stdexcept>
+
+#include <wx/bitmap.h>
+#include <wx/dcmemory.h>
+#include <wx/dcscreen.h>
+#include <wx/filedlg.h>
+#include <wx/menu.h>
+#include <wx/msgdlg.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+#include <wx/textdlg.h>
+
+namespace ZELWbr3::Host {
+
+namespace {
+
+wxString Text(const std::string& sText) { return wxString::FromUTF8(sText.c_str(), sText.size()); }
+
+std::string UTF8(const wxString& sText) { return std::string(sText.utf8_str()); }
+
+constexpr const char* Units[] = {"&Kilobytes", "&Megabytes", "&Gigabytes", "&Pages", "&Automatic"};
+
+}  // namespace
+
+ZelviewFrame::ZelviewFrame(std::shared_ptr<ZELLib3::Database> oDatabase)
+    : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPosition, wxSize(1180, 860)) {
+  SetMinSize(wxSize(720, 480));
+  CreateStatusBar();
+  m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*this);
+  MakePageList();
+  m_oPanel = new Desktop::BrowserPanel(this);
+
+  auto* oRight = new wxBoxSizer(wxVERTICAL);
+  oRight->Add(m_oCommandlist->Window(), 0, wxEXPAND);
+  oRight->Add(m_oPanel, 1, wxEXPAND);
+  auto* oAll = new wxBoxSizer(wxHORIZONTAL);
+  oAll->Add(m_oPageList, 0, wxEXPAND);
+  oAll->Add(oRight, 1, wxEXPAND);
+  SetSizer(oAll);
+
+  m_oPanel->Browser().HTMLPath(HTMLFolder());
+  MakeMenus();
+  Connect();
+  Open(std::move(oDatabase));
+}
+
+void ZelviewFrame::MakePageList() {
+  m_oPageList = new wxListBox(this, wxID_ANY, wxDefaultPosition, wxSize(FromDIP(190), -1), 0, nullptr,
+                              wxLB_SINGLE | wxBORDER_NONE);
+  for (const HostPages::Entry& oEntry : HostPages::All()) m_oPageList->Append(oEntry.Title);
+  m_oPageList->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& oEvent) {
+    if (oEvent.GetSelection() >= 0) ShowPage(HostPages::All()[static_cast<std::size_t>(oEvent.GetSelection())].Name);
+  });
+}
+
+void ZelviewFrame::MakeMenus() {
+  const auto Add = [this](wxMenu* oMenu, const wxString& sText, std::function<void()> oWork,
+                          wxItemKind eKind = wxITEM_NORMAL) {
+    const int iID = oMenu->Append(wxID_ANY, sText, wxString(), eKind)->GetId();
+    Bind(
+        wxEVT_MENU, [oWork](wxCommandEvent&) { oWork(); }, iID);
+  };
+
+  auto* oFile = new wxMenu;
+  Add(oFile, "&Open Database File…\tCtrl+O", [this] { OpenFile("Open a SQLite database file", "*", "sqlite:"); });
+  Add(oFile, "Open &Recording…", [this] { OpenFile("Open a recording", "*.json", "recorded:"); });
+  Add(oFile, "&Save Recording…\tCtrl+S", [this] { Later([this] { SaveRecording(); }); });
+  oFile->AppendSeparator();
+  Add(oFile, "&Quit\tCtrl+Q", [this] { Close(); });
+
+  auto* oView = new wxMenu;
+  for (int iUnit = 0; iUnit < static_cast<int>(std::size(Units)); ++iUnit) {
+    Add(
+        oView, wxString("Sizes in ") + Units[iUnit],
+        [this, iUnit] {
+          PreferredUnit(iUnit);
+          Later([this] {
+            if (const auto oPage = std::dynamic_pointer_cast<DataPage>(m_oPanel->Browser().ActPageObj())) {
+              oPage->Command(DataPage::CommandRefresh);
+            }
+          });
+        },
+        wxITEM_RADIO);
+  }
+  oView->AppendSeparator();
+  Add(
+      oView, "&Light", [this] { m_oPanel->Platform().Theme(Desktop::Theme::Light); }, wxITEM_RADIO);
+  Add(
+      oView, "&Dark", [this] { m_oPanel->Platform().Theme(Desktop::Theme::Dark); }, wxITEM_RADIO);
+  if (m_oPanel->Platform().Theme() == Desktop::Theme::Dark) {
+    oView->FindItemByPosition(oView->GetMenuItemCount() - 1)->Check();
+  }
+
+  auto* oHelp = new wxMenu;
+  Add(oHelp, "&Message…", [this] { Later([this] { ShowMessage(); }); });
+
+  auto* oBar = new wxMenuBar;
+  oBar->Append(oFile, "&File");
+  oBar->Append(oView, "&View");
+  oBar->Append(oHelp, "&Help");
+  SetMenuBar(oBar);
+}
+
+void ZelviewFrame::Connect() {
+  Browser& oBrowser = m_oPanel->Browser();
+  m_connections.push_back(oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
+    const auto oEntries = HostPages::All();
+    for (std::size_t i = 0; i < oEntries.size(); ++i) {
+      if (oPage->Name().starts_with(oEntries[i].Name)) m_oPageList->SetSelection(static_cast<int>(i));
+    }
+    Say("");
+  }));
+  m_connections.push_back(oBrowser.ActionBegin.Connect([this] { Say("Working…"); }));
+  m_connections.push_back(oBrowser.ActionComplete.Connect([this](bool) { Say(""); }));
+  m_connections.push_back(oBrowser.Command.Connect([this](Long lCommand) {
+    Say("A program around this page would carry out its command " + std::to_string(lCommand) + " now.");
+  }));
+}
+
+void ZelviewFrame::Open(std::shared_ptr<ZELLib3::Database> oDatabase) {
+  m_oDatabase = std::move(oDatabase);
+  m_oPages = std::make_unique<HostPages>(m_oPanel->Browser(), m_oDatabase, m_oCommandlist);
+  SetTitle(Text(m_oDatabase->InstanceName() + " - zelview"));
+}
+
+void ZelviewFrame::ShowFirst(const std::string& sPage) {
+  m_oPages->Show("Main");
+  if (sPage != "Main") m_oPages->Show(sPage);
+  m_oPanel->SetFocus();
+}
+
+void ZelviewFrame::PreferredUnit(Long lUnit) {
+  m_oPanel->Browser().PreferredUnit(lUnit);
+  if (lUnit < 0) return;
+  // The radio items stand first in their menu, in the order of the units.
+  GetMenuBar()->GetMenu(1)->FindItemByPosition(static_cast<std::size_t>(lUnit))->Check();
+}
+
+void ZelviewFrame::OpenFile(const wxString& sTitle, const wxString& sPattern, const std::string& sKind) {
+  wxFileDialog oDialog(this, sTitle, "", "", sPattern, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  if (oDialog.ShowModal() != wxID_OK) return;
+  const std::string sInstance = sKind + UTF8(oDialog.GetPath());
+  Later([this, sInstance] {
+    Open(OpenInstance(sInstance));
+    ShowFirst("Main");
+  });
+}
+
+void ZelviewFrame::SaveRecording() {
+  wxFileDialog oDialog(this, "Save a recording of the instance", "", "", "*.json", wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  if (oDialog.ShowModal() != wxID_OK) return;
+  const auto notes = Recorded::WriteRecording(*m_oDatabase, UTF8(oDialog.GetPath()));
+  Say(notes.empty() ? "The recording is written." : OneLine(notes.front()));
+}
+
+void ZelviewFrame::ShowMessage() {
+  wxTextEntryDialog oDialog(this, "Show what is known about a message.\n\nMessage number or topic:", "Message");
+  if (oDialog.ShowModal() == wxID_OK) m_oPanel->Browser().ShowMessageHelpID(UTF8(oDialog.GetValue().Trim()));
+}
+
+void ZelviewFrame::ShowPage(const std::string& sName) {
+  Later([this, sName] { m_oPages->Show(sName); });
+}
+
+void ZelviewFrame::Later(std::function<void()> oWork) {
+  CallAfter([this, oWork = std::move(oWork)] {
+    const wxWeakRef<ZelviewFrame> oThis(this);
+    try {
+      oWork();
+    } catch (const std::exception& oError) {
+      // The window may be on its way out, and the wait ended because of that.
+      if (oThis && !oThis->IsBeingDeleted())
+        wxMessageBox(Text(oError.what()), "zelview", wxOK | wxICON_ERROR, oThis.get());
+    }
+  });
+}
+
+void ZelviewFrame::AfterPaint(std::function<void()> oDone) {
+  for (Desktop::DesktopWebBrowser* oBrowser : m_oPanel->Platform().Browsers()) {
+    if (oBrowser->IsVisible()) {
+      oBrowser->AfterPaint(std::move(oDone));
+      return;
+    }
+  }
+  oDone();
+}
+
+void ZelviewFrame::SaveScreenshot(const std::string& sFile) {
+  const wxRect oRect = GetScreenRect();
+  wxBitmap oBitmap(oRect.GetSize());
+  wxScreenDC oScreen;
+  wxMemoryDC oPicture(oBitmap);
+  oPicture.Blit(wxPoint(0, 0), oRect.GetSize(), &oScreen, oRect.GetPosition());
+  oPicture.SelectObject(wxNullBitmap);
+  if (!oBitmap.ConvertToImage().SaveFile(Text(sFile), wxBITMAP_TYPE_PNG)) {
+    throw std::runtime_error("The picture \"" + sFile + "\" cannot be written");
+  }
+}
+
+void ZelviewFrame::Say(const std::string& sText) { SetStatusText(Text(sText)); }
+
+}  // namespace ZELWbr3::Host

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "desktop/BrowserPanel.h"
+#include "desktop/DesktopCommandlist.h"
+#include "host/HostPages.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <wx/frame.h>
+#include <wx/listbox.h>
+
+namespace ZELWbr3::Host {
+
+/// The window of zelview: the pages at the left, the command list above, the
+/// control in the middle, and a line for what the control reports.
+class ZelviewFrame : public wxFrame {
+ public:
+  explicit ZelviewFrame(std::shared_ptr<ZELLib3::Database> oDatabase);
+
+  /// Shows the main page and then another one; throws as HostPages::Show.
+  void ShowFirst(const std::string& sPage);
+  void PreferredUnit(Long lUnit);
+  /// Calls oDone when what is shown has been painted.
+  void AfterPaint(std::function<void()> oDone);
+  /// Writes a picture of the window as it stands on the screen; throws
+  /// std::runtime_error that names the file.
+  void SaveScreenshot(const std::string& sFile);
+
+ private:
+  void MakeMenus();
+  void MakePageList();
+  void Connect();
+  void Open(std::shared_ptr<ZELLib3::Database> oDatabase);
+  void OpenFile(const wxString& sTitle, const wxString& sPattern, const std::string& sKind);
+  void SaveRecording();
+  void ShowMessage();
+  /// Shows a page out of a menu or list; errors go to a message box.
+  void ShowPage(const std::string& sName);
+  /// Runs something that the user asked for, once the toolkit is done with the
+  /// event, and shows what it throws.
+  void Later(std::function<void()> oWork);
+  void Say(const std::string& sText);
+
+  std::shared_ptr<ZELLib3::Database> m_oDatabase;
+  Desktop::BrowserPanel* m_oPanel;
+  wxListBox* m_oPageList;
+  std::shared_ptr<Desktop::DesktopCommandlist> m_oCommandlist;
+  std::unique_ptr<HostPages> m_oPages;
+  std::vector<Connection> m_connections;
+};
+
+}  // namespace ZELWbr3::Host

@@ -1,0 +1,138 @@
+// zelview: a window with the pages of an instance.
+
+#include "host/HostPages.h"
+#include "host/OneLine.h"
+#include "host/OpenInstance.h"
+#include "host/ZelviewFrame.h"
+#include "instances/recorded/WriteRecording.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+#include <iostream>
+
+#include <wx/app.h>
+#include <wx/image.h>
+#include <wx/log.h>
+#include <wx/timer.h>
+
+namespace {
+
+using namespace ZELWbr3::Host;
+
+struct Arguments {
+  std::string Instance;
+  std::string Page = "Main";
+  int Unit = 0;
+  std::string Screenshot;
+  std::string Record;
+};
+
+int Complain(const std::string& sText) {
+  std::cerr << "zelview: " << OneLine(sText) << '\n';
+  return 1;
+}
+
+class Zelview : public wxApp {
+ public:
+  explicit Zelview(Arguments oArguments) : m_oArguments(std::move(oArguments)) {}
+
+  bool OnInit() override {
+    // What the toolkit has to say belongs on standard error, not into a box.
+    wxLog::SetActiveTarget(new wxLogStderr);
+    wxImage::AddHandler(new wxPNGHandler);
+    try {
+      const auto oDatabase = m_oArguments.Instance.empty() ? OpenSample() : OpenInstance(m_oArguments.Instance);
+      if (!m_oArguments.Record.empty()) {
+        for (const std::string& sNote : ZELWbr3::Recorded::WriteRecording(*oDatabase, m_oArguments.Record)) {
+          Complain(sNote);
+        }
+      }
+      m_oFrame = new ZelviewFrame(oDatabase);
+      m_oFrame->PreferredUnit(m_oArguments.Unit);
+      m_oFrame->Show();
+    } catch (const std::exception& oError) {
+      m_iResult = Complain(oError.what());
+      return false;
+    }
+    if (!m_oArguments.Screenshot.empty()) Watch();
+    m_oFrame->CallAfter([this] { Start(); });
+    return true;
+  }
+
+  int OnRun() override {
+    wxApp::OnRun();
+    return m_iResult;
+  }
+
+ private:
+  void Start() {
+    const wxWeakRef<ZelviewFrame> oFrame(m_oFrame);
+    try {
+      m_oFrame->ShowFirst(m_oArguments.Page);
+      if (!m_oArguments.Screenshot.empty()) m_oFrame->AfterPaint([this] { m_oPicture.StartOnce(Settling); });
+    } catch (const std::exception& oError) {
+      if (!oFrame || oFrame->IsBeingDeleted()) return;  // closed while the page was waited for
+      m_iResult = Complain(oError.what());
+      oFrame->Close(true);
+    }
+  }
+
+  /// Takes the picture when the page is there; gives up when it never is, for
+  /// instance behind an error display that nobody answers.
+  void Watch() {
+    m_oPicture.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+      try {
+        m_oFrame->SaveScreenshot(m_oArguments.Screenshot);
+      } catch (const std::exception& oError) {
+        m_iResult = Complain(oError.what());
+      }
+      m_oFrame->Close(true);
+    });
+    m_oDeadline.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+      m_oFrame->SaveScreenshot(m_oArguments.Screenshot);
+      std::_Exit(Complain("the page was not shown in time; the picture shows what stands in front"));
+    });
+    m_oDeadline.StartOnce(GivingUp);
+  }
+
+  /// The page has been painted, the toolkit's own widgets follow within a frame
+  /// or two.
+  static constexpr int Settling = 200;  // milliseconds
+  static constexpr int GivingUp = 30000;
+
+  Arguments m_oArguments;
+  ZelviewFrame* m_oFrame = nullptr;
+  wxTimer m_oPicture;
+  wxTimer m_oDeadline;
+  int m_iResult = 0;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Arguments oArguments;
+  CLI::App oCommandLine("Shows the pages of a database instance in a window.", "zelview");
+  oCommandLine.add_option("INSTANCE", oArguments.Instance,
+                          "recorded:FILE or sqlite:FILE; a sample database unless given");
+  oCommandLine.add_option("--page", oArguments.Page, "The page to show, Main unless given");
+  oCommandLine.add_option("--unit", oArguments.Unit, "Sizes in: 0 KB, 1 MB, 2 GB, 3 pages, 4 automatic, -1 bytes")
+      ->check(CLI::Range(-1, 4));
+  oCommandLine.add_option("--screenshot", oArguments.Screenshot, "Write a picture of the window (PNG) and end");
+  oCommandLine.add_option("--record", oArguments.Record, "File to write a recording of the instance to");
+  try {
+    oCommandLine.parse(argc, argv);
+    HostPages::Find(oArguments.Page);
+  } catch (const CLI::Success& oSuccess) {
+    return oCommandLine.exit(oSuccess);  // help was asked for
+  } catch (const std::exception& oError) {
+    return Complain(oError.what());
+  }
+
+  // The toolkit complains about a missing display by itself and ends.
+  auto* oApp = new Zelview(std::move(oArguments));
+  wxApp::SetInstance(oApp);
+  int iNone = 1;
+  const int iResult = wxEntry(iNone, argv);
+  return iResult == 0 ? 0 : 1;
+}
