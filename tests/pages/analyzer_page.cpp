@@ -85,12 +85,13 @@ TEST(AnalyzerPage, ShowsOnlyTheStateOfAnAnalyzerThatDoesNotRun) {
 
 TEST(AnalyzerPage, ListsProtocolSetsAsTheInstanceGivesThem) {
   Analyzer o(
-      "{\"State\": 2, \"ProtocolSets\": [{\"Date\": \"2026-03-02T07:00:00\", \"Texts\": [\"a\", \"b\", \"too much\"]}, "
+      "{\"State\": 2, \"ProtocolSets\": [{\"Date\": \"2026-03-02T07:00:00\", \"Texts\": [\"a\", \"b\", \"c\", \"too "
+      "much\"]}, "
       "{\"Date\": \"2026-02-01T00:00:01\", \"Texts\": [\"<i>\"]}, {\"Texts\": []}]}");
   EXPECT_EQ(o.Sets(),
-            "[2026-03-02 07:00:00][a][b]\n"
-            "[2026-02-01 00:00:01][<i>][ ]\n"
-            "[ ][ ][ ]\n");
+            "[2026-03-02 07:00:00][a][b][c]\n"
+            "[2026-02-01 00:00:01][<i>][ ][ ]\n"
+            "[ ][ ][ ][ ]\n");
 }
 
 TEST(AnalyzerPage, ReportsWhatCannotBeRead) {
@@ -179,7 +180,7 @@ TEST(AnalyzerPage, DeletesProtocolSetsUpToADay) {
   o.Item(Delete);
   EXPECT_EQ(o.Lines(),
             "begin\ndialog frmDBAnalyzerDelete -> ok\ncall Analyzer.DeleteProtocols(\"20260301\")\ncomplete\n");
-  EXPECT_EQ(o.Sets(), "[2026-03-02 07:00:00][new][ ]\n");
+  EXPECT_EQ(o.Sets(), "[2026-03-02 07:00:00][new][ ][ ]\n");
 }
 
 TEST(AnalyzerPage, OffersNothingToDoWithoutAnAnalyzer) {
