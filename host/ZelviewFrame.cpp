@@ -62,9 +62,9 @@ void ZelviewFrame::MakePageList() {
 }
 
 void ZelviewFrame::MakeMenus() {
-  const auto Add = [this](wxMenu* oMenu, const wxString& sText, std::function<void()> oWork,
+  const auto Add = [this](wxMenu* oMenu, const std::string& sText, std::function<void()> oWork,
                           wxItemKind eKind = wxITEM_NORMAL) {
-    const int iID = oMenu->Append(wxID_ANY, sText, wxString(), eKind)->GetId();
+    const int iID = oMenu->Append(wxID_ANY, Text(sText), wxString(), eKind)->GetId();
     Bind(
         wxEVT_MENU, [oWork](wxCommandEvent&) { oWork(); }, iID);
   };
@@ -79,7 +79,7 @@ void ZelviewFrame::MakeMenus() {
   auto* oView = new wxMenu;
   for (int iUnit = 0; iUnit < static_cast<int>(std::size(Units)); ++iUnit) {
     Add(
-        oView, wxString("Sizes in ") + Units[iUnit],
+        oView, std::string("Sizes in ") + Units[iUnit],
         [this, iUnit] {
           PreferredUnit(iUnit);
           Later([this] {

@@ -129,7 +129,15 @@ int main(int argc, char** argv) {
     return Complain(oError.what());
   }
 
-  // The toolkit complains about a missing display by itself and ends.
+  if (std::getenv("DISPLAY") == nullptr && std::getenv("WAYLAND_DISPLAY") == nullptr) {
+    return Complain("there is no display; DISPLAY names none");
+  }
+  // An assertion of the toolkit is a line for a developer, not a box that waits
+  // for the user.
+  wxSetAssertHandler(
+      [](const wxString& sFile, int iLine, const wxString&, const wxString& sCondition, const wxString&) {
+        std::cerr << "zelview: " << sFile.utf8_str() << ':' << iLine << ": " << sCondition.utf8_str() << '\n';
+      });
   auto* oApp = new Zelview(std::move(oArguments));
   wxApp::SetInstance(oApp);
   int iNone = 1;
