@@ -33,6 +33,7 @@ void BrowserPanel::SetFocus() {
   if (Browser().VisibleDocument() != nullptr) {
     Platform().Focus();
   } else {
+    SetCanFocus(true);  // wx takes it away from every panel that has children
     SetFocusIgnoringChildren();
   }
 }

@@ -19,6 +19,17 @@ constexpr int Space = 32;
 
 const char* ThemeName(Theme eTheme) { return eTheme == Theme::Dark ? "dark" : "light"; }
 
+/// The picture box. The toolkit must not look for the keyboard's target in it,
+/// for it does not know the web view: the control's own window is that target
+/// and passes the keyboard on.
+class PictureBox : public wxPanel {
+ public:
+  using wxPanel::wxPanel;
+  bool AcceptsFocus() const override { return false; }
+  bool AcceptsFocusFromKeyboard() const override { return false; }
+  bool AcceptsFocusRecursively() const override { return false; }
+};
+
 /// Elements in which Enter and Space have a meaning of their own.
 bool IsTextField(const Element& oElement) {
   static constexpr std::array<std::string_view, 9> Buttons = {"button", "submit", "reset", "image", "checkbox",
@@ -33,7 +44,7 @@ bool IsTextField(const Element& oElement) {
 DesktopWebBrowser::DesktopWebBrowser(DesktopPlatform& oPlatform, WebBrowserEvents& oEvents)
     : m_oPlatform(oPlatform), m_oEvents(oEvents) {
   wxWindow* oParent = oPlatform.Parent();
-  m_oBox = new wxPanel(oParent, wxID_ANY, wxDefaultPosition, oParent->GetClientSize(), wxBORDER_NONE);
+  m_oBox = new PictureBox(oParent, wxID_ANY, wxDefaultPosition, oParent->GetClientSize(), wxBORDER_NONE);
   m_oBox->Hide();
   m_oPlatform.m_oBrowsers.push_back(this);
 }

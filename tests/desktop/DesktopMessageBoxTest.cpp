@@ -1,7 +1,6 @@
 #include "tests/desktop/TestWindow.h"
 
-#include <wx/dialog.h>
-#include <wx/timer.h>
+#include <wx/utils.h>
 
 namespace ZELWbr3::Desktop {
 namespace {
@@ -11,16 +10,9 @@ using Answer = MessageBox::Answer;
 
 class DesktopMessageBoxTest : public TestBrowser {
  protected:
-  /// Shows a box and presses a key in it as soon as it has the keyboard.
+  /// Shows a box and presses a key in it as soon as it is there.
   Answer Ask(Buttons eButtons, const std::string& sKey) {
-    wxTimer oPoll;
-    bool bPressed = false;
-    oPoll.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
-      if (bPressed || Frame->IsActive()) return;
-      bPressed = true;
-      Press(sKey);
-    });
-    oPoll.Start(50);
+    wxExecute(InWindow("Question", "key --window 0 " + sKey), wxEXEC_ASYNC);
     return Platform->MessageBox().Show("Really take it offline? <b>&amp;", "Question", eButtons,
                                        MessageBox::Icon::Question);
   }

@@ -16,7 +16,7 @@ class InputTest : public TestBrowser {
   }
 
   void WaitForClicks(std::size_t iCount) {
-    WaitFor("a click", [&] { return Clicked.size() >= iCount; });
+    WaitFor(("click " + std::to_string(iCount)).c_str(), [&] { return Clicked.size() >= iCount; });
   }
   void WaitForKeys(std::size_t iCount) {
     WaitFor("a key", [&] { return Keys.size() >= iCount; });
@@ -40,8 +40,9 @@ TEST_F(InputTest, AClickIsReportedWithItsElementAndHasNoOtherEffect) {
       "<form action=\"Elsewhere.htm\"><button id=\"button\">go</button></form><p id=\"text\">only text</p>"
       "<div id=\"tab\" tabindex=\"0\">div</div>");
   for (const char* sID : {"link", "bold", "span", "button", "text", "tab"}) {
+    const std::size_t iBefore = Clicked.size();
     ClickOn(*Browser, sID);
-    WaitForClicks(Clicked.size() + 1);
+    WaitForClicks(iBefore + 1);
   }
   EXPECT_EQ(Clicked, (std::vector<std::string>{"link", "out", "cell", "button", "body", "tab"}));
   EXPECT_EQ(Events.Documents, 1);

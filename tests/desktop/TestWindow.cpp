@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 #include <wx/app.h>
+#include <wx/evtloop.h>
 #include <wx/timer.h>
 #include <wx/utils.h>
 
@@ -77,7 +78,8 @@ void TestWindow::WaitFor(const char* sWhat, const std::function<bool()>& oCondit
   wxTimer oDeadline;
   oDeadline.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { bLate = true; });
   oDeadline.StartOnce(20'000);
-  while (!oCondition() && !bLate) Platform->Pump().Turn();
+  // Not with the platform's pump: a test's waiting must not count as the control's.
+  while (!oCondition() && !bLate) wxEventLoopBase::GetActive()->Dispatch();
   if (!bLate) return;
   std::string sTraces;
   for (const std::string& sTrace : Traces) sTraces += "\n" + sTrace;
@@ -131,6 +133,10 @@ void TestWindow::ExpectLiveEqualsReplica(DesktopWebBrowser& oBrowser) {
 }
 
 void TestWindow::ClickOn(DesktopWebBrowser& oBrowser, const std::string& sID, int iButton) {
+  // Laid out for the size that it has on the screen by now.
+  const std::string sWidth = std::to_string(Frame->GetClientSize().x);
+  for (int i = 0; i < 1000 && Ask(oBrowser, "innerWidth") != sWidth; ++i) {
+  }
   const std::string sPlace =
       Ask(oBrowser, "(() => { const r = document.getElementById('" + sID +
                         "').getBoundingClientRect();"
@@ -145,6 +151,17 @@ void TestWindow::ClickOn(DesktopWebBrowser& oBrowser, const std::string& sID, in
 }
 
 void TestWindow::Press(const std::string& sKey) { wxExecute("xdotool key " + sKey, wxEXEC_SYNC | wxEXEC_NODISABLE); }
+
+std::string TestWindow::InWindow(const std::string& sTitle, const std::string& sAction) {
+  // Repeated, because a search fails when some window goes meanwhile.
+  return "sh -c \"until xdotool search --sync --onlyvisible --name ^" + sTitle + "$ windowfocus --sync " + sAction +
+         " 2>/dev/null; do :; done\"";
+}
+
+void TestWindow::ActivateFrame() {
+  wxExecute(InWindow("Test", ""), wxEXEC_SYNC | wxEXEC_NODISABLE);
+  WaitFor("the active window", [this] { return Frame->IsActive(); });
+}
 
 TestBrowser::TestBrowser() : Browser(std::make_unique<DesktopWebBrowser>(*Platform, Events)) { Browser->Visible(true); }
 

@@ -64,6 +64,11 @@ class TestWindow : public testing::Test {
   /// Real input: a click in the middle of an element, and a key by its name.
   void ClickOn(DesktopWebBrowser& oBrowser, const std::string& sID, int iButton = 1);
   void Press(const std::string& sKey);
+  /// What a window manager does with a new window; there is none here.
+  void ActivateFrame();
+  /// A command that waits for a window, gives it the keyboard and does
+  /// something there.
+  static std::string InWindow(const std::string& sTitle, const std::string& sAction);
 
   wxFrame* Frame;
   std::unique_ptr<DesktopPlatform> Platform;
