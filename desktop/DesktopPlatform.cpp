@@ -14,6 +14,7 @@ DesktopPlatform::DesktopPlatform(wxWindow& oParent)
     : m_oParent(&oParent),
       m_oPump([this](const std::string& sText) { Trace(sText); }),
       m_oMessageBox(oParent),
+      m_oDialogBox(oParent),
       m_eTheme(SystemTheme()),
       m_oCloseGuard(std::make_unique<CloseGuard>(oParent, m_oPump)) {
   oParent.Bind(wxEVT_SYS_COLOUR_CHANGED, &DesktopPlatform::OnColoursChanged, this);

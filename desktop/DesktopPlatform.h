@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/DesktopDialogBox.h"
 #include "desktop/DesktopMessageBox.h"
 #include "desktop/DesktopPump.h"
 #include "desktop/DesktopScreenPointer.h"
@@ -40,6 +41,7 @@ class DesktopPlatform : public Platform {
   ZELWbr3::MessagePump& MessagePump() override { return m_oPump; }
   ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
   ZELWbr3::MessageBox& MessageBox() override { return m_oMessageBox; }
+  ZELWbr3::DialogBox& DialogBox() override { return m_oDialogBox; }
   const ZELWbr3::UserLocale& UserLocale() const override { return m_oLocale; }
   void Trace(const std::string& sText) override;
 
@@ -72,6 +74,7 @@ class DesktopPlatform : public Platform {
   DesktopPump m_oPump;
   DesktopScreenPointer m_oPointer;
   DesktopMessageBox m_oMessageBox;
+  DesktopDialogBox m_oDialogBox;
   SystemLocale m_oLocale;
   std::optional<Desktop::Theme> m_eChosenTheme;
   Desktop::Theme m_eTheme;
