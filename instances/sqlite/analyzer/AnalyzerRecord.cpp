@@ -52,7 +52,8 @@ std::string AnalyzerRecord::Encode() const {
   for (const Field& oField : kFields) {
     sText.append(oField.Name).append("=").append(TextOf(*this, oField.What)).append("\n");
   }
-  sText.append(kCheck).append(Hash(sText)).append("\n");
+  const std::string sCheck = Hash(sText);
+  sText.append(kCheck).append(sCheck).append("\n");
   sText.resize(Bytes, '\n');
   return sText;
 }

@@ -1,0 +1,129 @@
+#pragma once
+
+#include "instances/sqlite/SQLiteDatabase.h"
+#include "instances/sqlite/analyzer/AnalyzerFolder.h"
+#include "instances/sqlite/analyzer/LockFile.h"
+#include "instances/sqlite/analyzer/Program.h"
+#include "instances/sqlite/analyzer/ProtocolFolder.h"
+#include "tests/instances/SQLiteFiles.h"
+
+#include <signal.h>
+#include <sys/inotify.h>
+#include <sys/poll.h>
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// A database file in WAL mode with real analyzers, which keep their files
+/// below a folder of the test's own and end with it at the latest.
+class AnalyzerRuns : public testing::Test {
+ protected:
+  using Options = ZELLib3::Analyzer::StartOptions;
+  using LockFile = ZELWbr3::SQLite::LockFile;
+  using RunningProcess = ZELWbr3::SQLite::RunningProcess;
+
+  static constexpr std::chrono::seconds kPatience{30};
+  static constexpr int kNever = 86400;  ///< seconds between two evaluations
+
+  AnalyzerRuns() {
+    setenv("XDG_STATE_HOME", (m_oFolder / "state").c_str(), 1);
+    setenv("ZELWBR3_ANALYZER", ZELANALYZER, 1);
+    SQLiteFiles::Application(File(), "PRAGMA journal_mode=WAL; CREATE TABLE t(v)");
+    m_oDatabase = ZELWbr3::SQLite::OpenDatabase(File());
+  }
+  ~AnalyzerRuns() override {
+    if (!std::filesystem::is_directory(Analyzer().Path())) return;
+    if (const auto lProcess = LockFile::Holder(Analyzer().LockPath())) Kill(*lProcess);
+  }
+
+  std::string File() const { return m_oFolder / "a.db"; }
+  ZELWbr3::SQLite::AnalyzerFolder Analyzer() const { return ZELWbr3::SQLite::AnalyzerFolder(File()); }
+  ZELWbr3::SQLite::ProtocolFolder Protocols() const { return ZELWbr3::SQLite::ProtocolFolder(Analyzer().Path()); }
+
+  static Options Every(int lSeconds, int lNumber = 0) {
+    Options oOptions;
+    oOptions.Interval = lSeconds;
+    oOptions.Number = lNumber;
+    return oOptions;
+  }
+
+  /// "ok", or the error text without the file that it begins with.
+  std::string Done(bool bDone) const {
+    const std::string sText = bDone ? "ok" : m_oDatabase->LastError().ErrorText;
+    const std::string sFile = File() + ": ";
+    return sText.starts_with(sFile) ? sText.substr(sFile.size()) : sText;
+  }
+  std::string Start(const Options& oOptions) const { return Done(m_oDatabase->Analyzer()->Start(oOptions)); }
+  std::string Stop() const { return Done(m_oDatabase->Analyzer()->Stop()); }
+  std::string Delete(const std::string& sUntil) const { return Done(m_oDatabase->Analyzer()->DeleteProtocols(sUntil)); }
+
+  /// "1" or "2", and the error text behind it.
+  std::string State() const {
+    const auto oAnalyzer = m_oDatabase->Analyzer();
+    EXPECT_EQ(oAnalyzer->HasError(), !oAnalyzer->ErrorText().empty());
+    return std::to_string(oAnalyzer->State()) + (oAnalyzer->HasError() ? " " + oAnalyzer->ErrorText() : "");
+  }
+  int ProcessID() const { return std::stoi(m_oDatabase->Analyzer()->ProcessID()); }
+
+  static bool HasEnded(int lProcess) {
+    try {
+      return RunningProcess(lProcess).WaitForEnd(std::chrono::milliseconds::zero());
+    } catch (const std::system_error&) {
+      return true;  // and its parent has taken note
+    }
+  }
+  static void Kill(int lProcess) {
+    const RunningProcess oProcess(lProcess);
+    kill(lProcess, SIGKILL);
+    EXPECT_TRUE(oProcess.WaitForEnd(kPatience));
+  }
+  /// Waits until the analyzer has ended by itself.
+  void AwaitEnd() const {
+    const auto lProcess = LockFile::Holder(Analyzer().LockPath());
+    if (!lProcess) return;
+    try {
+      EXPECT_TRUE(RunningProcess(*lProcess).WaitForEnd(kPatience)) << "the analyzer still runs";
+    } catch (const std::system_error&) {
+      // It ended just now.
+    }
+  }
+  /// Waits until what the analyzer writes into its lock file makes something
+  /// true.
+  void Await(const std::function<bool()>& oIsTrue) const {
+    const ZELWbr3::SQLite::Descriptor oWatch(inotify_init1(IN_CLOEXEC), "inotify");
+    ASSERT_GE(inotify_add_watch(oWatch, Analyzer().LockPath().c_str(), IN_MODIFY), 0);
+    const auto dEnd = std::chrono::steady_clock::now() + kPatience;
+    while (!oIsTrue()) {
+      ASSERT_LT(std::chrono::steady_clock::now(), dEnd) << "the analyzer's state is " << State();
+      pollfd oPoll{oWatch, POLLIN, 0};
+      poll(&oPoll, 1, 1000);
+      char events[4096];
+      if (oPoll.revents == 0) continue;
+      ASSERT_GT(read(oWatch, events, sizeof events), 0);
+    }
+  }
+
+  /// The lines of one protocol file of all sets, oldest first, without their
+  /// times.
+  std::vector<std::string> Lines(const std::string& sFile) const {
+    std::vector<std::string> lines;
+    std::vector<std::filesystem::path> sets;
+    for (const auto& oEntry : std::filesystem::directory_iterator(Analyzer().Path())) sets.push_back(oEntry.path());
+    std::sort(sets.begin(), sets.end());
+    for (const auto& oSet : sets) {
+      std::ifstream oStream(oSet / (sFile + ".csv"));
+      for (std::string sLine; std::getline(oStream, sLine);) {
+        const auto lTime = sLine.find(',');
+        lines.push_back(sLine.erase(lTime, sLine.find(',', lTime + 1) - lTime));
+      }
+    }
+    return lines;
+  }
+
+  SQLiteFiles::Folder m_oFolder;
+  std::shared_ptr<ZELLib3::Database> m_oDatabase;
+};
