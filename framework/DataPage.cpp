@@ -8,6 +8,17 @@
 
 namespace ZELWbr3 {
 
+namespace {
+
+/// Ends what a page was doing when it has been left: passes Guarded, as any
+/// wait that cannot end, and ends where the page was called.
+class PageLeft : public WaitError {
+ public:
+  using WaitError::WaitError;
+};
+
+}  // namespace
+
 void DataPage::Commandlist(std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist) {
   m_oItemClick.Disconnect();
   m_oCL = std::move(oCommandlist);
@@ -41,7 +52,7 @@ void DataPage::CleanUp() {
 void DataPage::Fill() {
   clsHourglass::Scope oWait(Hourglass());
   m_oForm.Init(Document());
-  Guarded([this] {
+  Handle([this] {
     if (m_oDatabase == nullptr) throw std::logic_error("The page " + Name() + " has no instance to show");
     FillContent();
   });
@@ -72,7 +83,7 @@ void DataPage::CloseDetail() {
 bool DataPage::HandleOnClick(const std::string& sID) {
   if (NoEvents()) return false;
   bool bHandled = false;
-  Guarded([&] {
+  Handle([&] {
     if (sID == "btnFormClose") {
       bHandled = true;
       Command(CommandClose);
@@ -88,13 +99,13 @@ bool DataPage::HandleOnClick(const std::string& sID) {
 
 bool DataPage::HandleOnKeyDown(Long& lKeyCode, Element*) {
   if (NoEvents() || (lKeyCode != KeyCode::Escape && lKeyCode != KeyCode::F5)) return false;
-  Guarded([&] { Command(lKeyCode == KeyCode::Escape ? CommandClose : CommandRefresh); });
+  Handle([&] { Command(lKeyCode == KeyCode::Escape ? CommandClose : CommandRefresh); });
   return true;
 }
 
 void DataPage::oCL_ItemClick(const ZELCmd3::CommandItem& oItem) {
   if (NoEvents()) return;
-  Guarded([&] { Command(oItem.Key); });
+  Handle([&] { Command(oItem.Key); });
 }
 
 void DataPage::SetText(std::string_view sID, std::string_view sText) { RequiredElement(sID).innerText(sText); }
@@ -128,9 +139,19 @@ void DataPage::FillLocale() {
 void DataPage::ReportLastError() { ReportError(m_oDatabase->LastError()); }
 
 void DataPage::ReportError(const ZELLib3::Error& oError) {
+  ShowFailure([&](FrontBoxes& oBoxes) {
+    modZELError::ShowError(oBoxes, oError, "Error", Browser().MessageHelp(std::to_string(oError.ErrorCode)));
+  });
+}
+
+void DataPage::ShowFailure(const std::function<void(FrontBoxes&)>& oShow) {
   if (!HasBrowser()) return;  // cleaned up by what has just failed
+  const auto oDocument = Document();
   FrontBoxes oBoxes = Boxes();
-  modZELError::ShowError(oBoxes, oError, "Error", Browser().MessageHelp(std::to_string(oError.ErrorCode)));
+  oShow(oBoxes);
+  // A box pumps messages: the host may have hidden the page meanwhile, and
+  // whatever ran into the failure has nothing left to work on.
+  if (Document() != oDocument) throw PageLeft("The page " + Name() + " was left while an error was displayed");
 }
 
 void DataPage::Busy(const std::function<void()>& oWork) {
@@ -148,6 +169,14 @@ void DataPage::Busy(const std::function<void()>& oWork) {
   NoEvents(false);
 }
 
+void DataPage::Handle(const std::function<void()>& oWork) {
+  try {
+    Guarded(oWork);
+  } catch (const PageLeft&) {
+    // Whoever took the page away knows.
+  }
+}
+
 bool DataPage::Guarded(const std::function<void()>& oWork) {
   try {
     oWork();
@@ -157,9 +186,7 @@ bool DataPage::Guarded(const std::function<void()>& oWork) {
   } catch (const ZELLib3::InstanceError& oError) {
     ReportError(oError.ErrorObject());
   } catch (const std::exception& oError) {
-    if (!HasBrowser()) return false;
-    FrontBoxes oBoxes = Boxes();
-    modZELError::ShowError(oBoxes, oError, "Error");
+    ShowFailure([&](FrontBoxes& oBoxes) { modZELError::ShowError(oBoxes, oError, "Error"); });
   }
   return false;
 }
@@ -167,9 +194,17 @@ bool DataPage::Guarded(const std::function<void()>& oWork) {
 void DataPage::Act(const std::function<void()>& oAction) {
   clsHourglass::Scope oWait(Hourglass());
   Browser().RaiseActionBegin();
-  Guarded(oAction);
-  // What was done may have cleaned the page up.
-  if (HasBrowser()) Browser().RaiseActionComplete(false);
+  // What is done may clean the page up.
+  const auto Complete = [this] {
+    if (HasBrowser()) Browser().RaiseActionComplete(false);
+  };
+  try {
+    Guarded(oAction);
+  } catch (...) {
+    Complete();
+    throw;
+  }
+  Complete();
 }
 
 const std::shared_ptr<clsHourglass>& DataPage::Hourglass() {

@@ -72,6 +72,8 @@ class DataPage : public Page {
   void FillLocale();
 
   /// The common error display for the instance's last error, or a given one.
+  /// Throws WaitError, which ends what the page was doing, when the host hides
+  /// the page or loads it anew meanwhile.
   void ReportLastError();
   void ReportError(const ZELLib3::Error& oError);
 
@@ -93,6 +95,9 @@ class DataPage : public Page {
 
  private:
   void Fill() override;
+  /// Guarded, for what the control or the command list calls.
+  void Handle(const std::function<void()>& oWork);
+  void ShowFailure(const std::function<void(FrontBoxes&)>& oShow);
   const std::shared_ptr<clsHourglass>& Hourglass();
 
   std::shared_ptr<ZELLib3::Database> m_oDatabase;

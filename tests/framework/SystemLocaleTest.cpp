@@ -13,14 +13,16 @@ namespace {
 
 constexpr Date When{2026, 2, 3, 14, 5, 6};
 
-/// A locale of the machine, which the test's environment has made.
+/// Locales of the machine, as the build has made them.
 class SystemLocaleTest : public testing::Test {
  protected:
+  static void SetUpTestSuite() { setenv("LOCPATH", ZELWBR3_LOCALES, 1); }
+
   static SystemLocale Named(const char* sName) {
     try {
       return SystemLocale(std::locale(sName));
     } catch (const std::runtime_error&) {
-      throw std::runtime_error(std::string("The locale ") + sName + " is not in LOCPATH");
+      throw std::runtime_error(std::string("The locale ") + sName + " is not in " ZELWBR3_LOCALES);
     }
   }
   static std::string Item(const SystemLocale& oLocale, UserLocale::Item eItem) {

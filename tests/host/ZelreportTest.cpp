@@ -191,7 +191,8 @@ TEST_F(ZelreportTest, ARecordingOfARecordingShowsTheSame) {
 
 TEST_F(ZelreportTest, WritesNumbersAndDatesAsTheUserDoes) {
   const auto Of = [](const char* sLocale, const char* sID) {
-    const Ended oEnded = RunZelreport({Recording("demo")}, {std::string("LC_ALL=") + sLocale});
+    const Ended oEnded =
+        RunZelreport({Recording("demo")}, {std::string("LC_ALL=") + sLocale, "LOCPATH=" ZELWBR3_LOCALES});
     EXPECT_EQ(oEnded.Exit, 0) << oEnded.Err;
     return Headless::ParseHTML(oEnded.Out)->all().item(sID)->innerText();
   };

@@ -120,6 +120,16 @@ TEST_F(LifetimeTest, DestroyedWhileAnErrorIsDisplayed) {
   EXPECT_THROW(ShowMain(), WaitError);
 }
 
+TEST_F(LifetimeTest, CleanedUpWhileAnErrorIsDisplayed) {
+  Control->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
+  Instance->SessionsRefresh = false;
+  ExpectError("-24988 SQL error");
+  Connections.push_back(
+      Platform.MessageBox().Shown.Connect([this](const Headless::ScriptedAnswers::Box&) { Control->CleanUp(); }));
+  EXPECT_THROW(Control->PageSessions()->Show(Instance), WaitError);
+  EXPECT_TRUE(Log.empty());
+}
+
 TEST_F(LifetimeTest, APageOutlivesItsControl) {
   const auto oMain = Control->PageMain();
   auto oOwn = std::make_shared<TestPage>(Log);

@@ -101,7 +101,7 @@ class TestDatabase : public ZELLib3::Database {
   std::string Name = "DEMO";
   Long Number = 0, Type = 0, Role = 0, Page = 8192;
   Long VersionNumber = 0x07060010, ReleaseNumber = 0x07060000;
-  bool IsConnected = true, StandbyWarning = false;
+  bool IsConnected = true, StandbyWarning = false, SessionsRefresh = true;
 
   std::shared_ptr<ZELLib3::StateInfo> StateInfo() override { return Read("StateInfo", State); }
   std::shared_ptr<ZELLib3::LogSettings> LogSettings() override { return Read("LogSettings", Log); }
@@ -119,6 +119,14 @@ class TestDatabase : public ZELLib3::Database {
       Long Release() const override { return release; }
     };
     return Read("Version", std::make_shared<TestVersion>(*this));
+  }
+  std::shared_ptr<ZELLib3::Sessions> Sessions() override {
+    struct TestSessions : ZELLib3::Sessions {
+      explicit TestSessions(bool b) : refresh(b) {}
+      bool refresh;
+      bool Refresh() override { return refresh; }
+    };
+    return std::make_shared<TestSessions>(SessionsRefresh);
   }
   ZELLib3::Error LastError() override { return {-24988, "SQL error"}; }
   std::string InstanceName() override { return Read("InstanceName", Name); }
