@@ -58,11 +58,10 @@ TEST_F(StoragePages, SharesOfAnAreaWithoutAWholeAreZero) {
 }
 
 TEST_F(StoragePages, SharesAreComputedInSinglePrecision) {
-  // As singles both numbers are 33554432; exactly it would be 99.99999...
-  Configured->DataSizes = {33554433, 33554431, 0, 0, 0, 0};
+  Configured->DataSizes = {100, 16777217, 0, 0, 0, 0};  // a single has no room for the last digit
   Configured->VersionNumber = 0x07030000;
   ShowDataArea();
-  EXPECT_EQ(Text("txtPermUsablePct"), "100.00%");
+  EXPECT_EQ(Text("txtPermUsablePct"), "16777216.00%");
 }
 
 TEST_F(StoragePages, TheKernelsVersionDecidesAboutRowsAndParametersOfTheDataArea) {
