@@ -2,8 +2,6 @@
 
 #include "instances/sqlite/Connection.h"
 
-#include <sqlite3.h>
-
 namespace ZELWbr3::SQLite {
 
 namespace {
@@ -26,16 +24,11 @@ KeyedFeed::KeyedFeed(Connection& oConnection, const std::string& sFrom, const Ta
   m_sNext = sSelect + " WHERE (" + oKey.List() + ")" + (oKey.Descending ? " < (" : " > (") + Parameters(m_iKeys) + ")" +
             sOrder;
   const Statement oStatement = oConnection.Prepare(m_sNext, m_sAsked);
-  for (int i = m_iKeys; i < oStatement.ColumnCount(); ++i) {
-    m_oColumns.push_back({oStatement.ColumnName(i), oStatement.ColumnType(i)});
-  }
+  m_oColumns = ColumnsOf(oStatement, m_iKeys);
 }
 
 bool KeyedFeed::Read(Connection& oConnection, RowBlock& oBlock) {
   Statement oStatement = oConnection.Prepare(m_oLast.empty() ? m_sFirst : m_sNext, m_sAsked);
-  if (oStatement.ColumnCount() != m_iKeys + static_cast<int>(m_oColumns.size())) {
-    RaiseError(SQLITE_SCHEMA, m_sAsked, "its columns have changed meanwhile; refresh the page");
-  }
   for (std::size_t i = 0; i < m_oLast.size(); ++i) oStatement.BindValue(static_cast<int>(i) + 1, m_oLast[i]);
   std::vector<StoredValue> oLast;
   while (oStatement.Step()) {
@@ -43,9 +36,7 @@ bool KeyedFeed::Read(Connection& oConnection, RowBlock& oBlock) {
       m_oLast = std::move(oLast);
       return true;
     }
-    RowTexts oRow;
-    for (int i = m_iKeys; i < oStatement.ColumnCount(); ++i) oRow.push_back(oStatement.CellText(i));
-    oBlock.Add(std::move(oRow));
+    oBlock.Add(RowOf(oStatement, m_iKeys, m_sAsked));
     if (!oBlock.IsFull()) continue;
     for (int i = 0; i < m_iKeys; ++i) oLast.push_back(oStatement.Value(i));
   }

@@ -7,6 +7,7 @@
 namespace ZELWbr3::SQLite {
 
 class Connection;
+class Statement;
 
 /// The rows of one list, block by block.
 ///
@@ -25,6 +26,13 @@ class RowFeed {
   virtual bool Read(Connection& oConnection, RowBlock& oBlock) = 0;
 
  protected:
+  /// The columns of a statement from iFirst on.
+  static std::vector<RowColumn> ColumnsOf(const Statement& oStatement, int iFirst);
+  /// The current row of it. Raises ZELLib3::InstanceError, naming sAsked, when
+  /// the table has other columns by now: the library notices that in the first
+  /// step, and prepares the statement anew by itself.
+  RowTexts RowOf(const Statement& oStatement, int iFirst, const std::string& sAsked) const;
+
   std::vector<RowColumn> m_oColumns;
 };
 

@@ -30,7 +30,8 @@ StatementCounter::Figures& StatementCounter::Figures::operator+=(const Figures& 
 }
 
 void StatementCounter::Watch(sqlite3* pHandle) {
-  sqlite3_trace_v2(pHandle, SQLITE_TRACE_ROW | SQLITE_TRACE_PROFILE, &StatementCounter::OnTrace, this);
+  sqlite3_trace_v2(pHandle, SQLITE_TRACE_STMT | SQLITE_TRACE_ROW | SQLITE_TRACE_PROFILE, &StatementCounter::OnTrace,
+                   this);
 }
 
 std::int64_t StatementCounter::Runs(std::string_view sWord) const {
@@ -38,15 +39,26 @@ std::int64_t StatementCounter::Runs(std::string_view sWord) const {
   return it == m_oByWord.end() ? 0 : it->second;
 }
 
-int StatementCounter::OnTrace(unsigned lEvent, void* pThis, void* pStatement, void* pDetail) {
+int StatementCounter::OnTrace(unsigned lEvent, void* pThis, void* pStatement, void*) {
   auto& oThis = *static_cast<StatementCounter*>(pThis);
-  auto* pEnded = static_cast<sqlite3_stmt*>(pStatement);
-  if (lEvent == SQLITE_TRACE_ROW) ++oThis.m_oRows[pEnded];
-  if (lEvent == SQLITE_TRACE_PROFILE) oThis.Ended(pEnded, *static_cast<const sqlite3_int64*>(pDetail));
+  auto* pTraced = static_cast<sqlite3_stmt*>(pStatement);
+  switch (lEvent) {
+    case SQLITE_TRACE_STMT:
+      oThis.m_oRunning.try_emplace(pTraced);
+      break;
+    case SQLITE_TRACE_ROW:
+      ++oThis.m_oRunning[pTraced].Rows;
+      break;
+    case SQLITE_TRACE_PROFILE:
+      oThis.Ended(pTraced);
+      break;
+  }
   return 0;
 }
 
-void StatementCounter::Ended(sqlite3_stmt* pStatement, std::int64_t lNanoseconds) {
+void StatementCounter::Ended(sqlite3_stmt* pStatement) {
+  const Running oEnded = m_oRunning[pStatement];
+  m_oRunning.erase(pStatement);
   const auto Since = [&](int lCounter) -> std::int64_t { return sqlite3_stmt_status(pStatement, lCounter, 1); };
   Figures oRun;
   oRun.Runs = 1;
@@ -58,11 +70,8 @@ void StatementCounter::Ended(sqlite3_stmt* pStatement, std::int64_t lNanoseconds
   oRun.Sorts = Since(SQLITE_STMTSTATUS_SORT);
   oRun.AutoIndexRows = Since(SQLITE_STMTSTATUS_AUTOINDEX);
   oRun.Steps = Since(SQLITE_STMTSTATUS_VM_STEP);
-  oRun.Nanoseconds = lNanoseconds;
-  if (const auto it = m_oRows.find(pStatement); it != m_oRows.end()) {
-    oRun.Rows = it->second;
-    m_oRows.erase(it);
-  }
+  oRun.Rows = oEnded.Rows;
+  oRun.Nanoseconds = std::chrono::nanoseconds(std::chrono::steady_clock::now() - oEnded.Began).count();
   const char* sSQL = sqlite3_sql(pStatement);
   std::string sText = sSQL ? sSQL : "";
   m_oTotal += oRun;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -23,7 +24,7 @@ class StatementCounter {
     std::int64_t Sorts = 0;
     std::int64_t AutoIndexRows = 0;  ///< rows put into indexes made for one run
     std::int64_t Steps = 0;          ///< of the library's virtual machine
-    std::int64_t Nanoseconds = 0;
+    std::int64_t Nanoseconds = 0;    ///< from begin to end, waiting included
 
     Figures& operator+=(const Figures& oOther);
   };
@@ -43,13 +44,19 @@ class StatementCounter {
   const std::map<std::string, Figures>& ByText() const { return m_oByText; }
 
  private:
+  /// The library's own clock has milliseconds only.
+  struct Running {
+    std::chrono::steady_clock::time_point Began = std::chrono::steady_clock::now();
+    std::int64_t Rows = 0;
+  };
+
   static int OnTrace(unsigned lEvent, void* pThis, void* pStatement, void* pDetail);
-  void Ended(sqlite3_stmt* pStatement, std::int64_t lNanoseconds);
+  void Ended(sqlite3_stmt* pStatement);
 
   Figures m_oTotal;
   std::map<std::string, std::int64_t, std::less<>> m_oByWord;
   std::map<std::string, Figures> m_oByText;
-  std::map<sqlite3_stmt*, std::int64_t> m_oRows;  ///< of statements that run
+  std::map<sqlite3_stmt*, Running> m_oRunning;
 };
 
 }  // namespace ZELWbr3::SQLite

@@ -10,6 +10,10 @@ namespace ZELWbr3::SQLite {
 
 /// The queries on the schema and on pragmas from which system views and system
 /// tables are filled. All raise ZELLib3::InstanceError.
+///
+/// Pragmas are joined by CROSS JOIN, which keeps the order: the library may
+/// otherwise call one before it knows both of its arguments, and finds nothing
+/// then.
 namespace SystemQueries {
 
 using Feed = std::unique_ptr<RowFeed>;

@@ -176,25 +176,25 @@ constexpr SystemView kViews[] = {
     {"COLUMNS", "Columns of tables and views", false,
      &Query<"SELECT t.schema, t.name AS \"table\", c.cid + 1 AS position, c.name AS column, c.type,"
             " c.\"notnull\" AS \"not null\", c.dflt_value AS \"default\", c.pk AS \"primary key\", c.hidden"
-            " FROM pragma_table_list AS t JOIN pragma_table_xinfo(t.name, t.schema) AS c WHERE t.ncol > 0"
+            " FROM pragma_table_list AS t CROSS JOIN pragma_table_xinfo(t.name, t.schema) AS c WHERE t.ncol > 0"
             " ORDER BY t.schema, t.name, c.cid">},
     {"VIEWS", "Views and their statements", false, &Views},
     {"TRIGGERS", "Triggers and their statements", false, &Triggers},
     {"INDEXES", "Indexes", false,
      &Query<"SELECT t.schema, t.name AS \"table\", i.name AS \"index\", i.\"unique\", i.origin, i.partial"
-            " FROM pragma_table_list AS t JOIN pragma_index_list(t.name, t.schema) AS i"
+            " FROM pragma_table_list AS t CROSS JOIN pragma_index_list(t.name, t.schema) AS i"
             " WHERE t.type IN ('table', 'shadow') ORDER BY t.schema, t.name, i.name">},
     {"INDEX COLUMNS", "What the indexes are sorted by", false,
      &Query<"SELECT t.schema, t.name AS \"table\", i.name AS \"index\", x.seqno + 1 AS position,"
             " coalesce(x.name, iif(x.cid = -1, 'rowid', 'expression')) AS column, x.\"desc\" AS descending,"
-            " x.coll AS collation FROM pragma_table_list AS t JOIN pragma_index_list(t.name, t.schema) AS i"
-            " JOIN pragma_index_xinfo(i.name, t.schema) AS x WHERE t.type IN ('table', 'shadow') AND x.key"
+            " x.coll AS collation FROM pragma_table_list AS t CROSS JOIN pragma_index_list(t.name, t.schema) AS i"
+            " CROSS JOIN pragma_index_xinfo(i.name, t.schema) AS x WHERE t.type IN ('table', 'shadow') AND x.key"
             " ORDER BY t.schema, t.name, i.name, x.seqno">},
     {"FOREIGN KEYS", "Foreign keys", false,
      &Query<"SELECT t.schema, t.name AS \"table\", f.id AS number, f.seq + 1 AS position, f.\"from\" AS column,"
             " f.\"table\" AS \"referenced table\", f.\"to\" AS \"referenced column\", f.on_update AS \"on update\","
             " f.on_delete AS \"on delete\" FROM pragma_table_list AS t"
-            " JOIN pragma_foreign_key_list(t.name, t.schema) AS f WHERE t.type IN ('table', 'shadow')"
+            " CROSS JOIN pragma_foreign_key_list(t.name, t.schema) AS f WHERE t.type IN ('table', 'shadow')"
             " ORDER BY t.schema, t.name, f.id, f.seq">},
     {"STATISTICS", "What ANALYZE has found out for the choice of indexes", false, &Statistics},
     {"SPACE", "Pages of each table and index; reads the whole file", false,

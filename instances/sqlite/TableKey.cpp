@@ -53,7 +53,8 @@ TableKey Rowid(const std::vector<std::string>& oColumns) {
 
 TableKey PrimaryKey(Connection& oConnection, const Table& oTable, const std::string& sTable) {
   Statement oStatement = oConnection.Prepare(
-      "SELECT x.name, x.\"desc\", x.coll FROM pragma_index_list(?1, ?2) AS i, pragma_index_xinfo(i.name, ?2) AS x"
+      "SELECT x.name, x.\"desc\", x.coll FROM pragma_index_list(?1, ?2) AS i CROSS JOIN pragma_index_xinfo(i.name, ?2) "
+      "AS x"
       " WHERE i.origin = 'pk' AND x.key ORDER BY x.seqno",
       "reading the primary key");
   oStatement.BindText(1, sTable);

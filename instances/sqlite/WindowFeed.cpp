@@ -2,8 +2,6 @@
 
 #include "instances/sqlite/Connection.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 
 namespace ZELWbr3::SQLite {
@@ -19,10 +17,7 @@ constexpr std::int64_t kWindowBytes = std::int64_t{64} << 20;
 
 WindowFeed::WindowFeed(Connection& oConnection, const std::string& sSQL, std::string sAsked)
     : m_sSQL(sSQL + " LIMIT ?1 OFFSET ?2"), m_sAsked(std::move(sAsked)) {
-  const Statement oStatement = oConnection.Prepare(m_sSQL, m_sAsked);
-  for (int i = 0; i < oStatement.ColumnCount(); ++i) {
-    m_oColumns.push_back({oStatement.ColumnName(i), oStatement.ColumnType(i)});
-  }
+  m_oColumns = ColumnsOf(oConnection.Prepare(m_sSQL, m_sAsked), 0);
 }
 
 bool WindowFeed::Read(Connection& oConnection, RowBlock& oBlock) {
@@ -39,10 +34,6 @@ bool WindowFeed::Read(Connection& oConnection, RowBlock& oBlock) {
 
 void WindowFeed::Fetch(Connection& oConnection) {
   Statement oStatement = oConnection.Prepare(m_sSQL, m_sAsked);
-  const int iColumns = oStatement.ColumnCount();
-  if (iColumns != static_cast<int>(m_oColumns.size())) {
-    RaiseError(SQLITE_SCHEMA, m_sAsked, "its columns have changed meanwhile; refresh the page");
-  }
   const std::int64_t lRows = std::max(kFirstWindow, m_lFetched / 2);
   oStatement.BindNumber(1, lRows + 1);  // the last one only tells that there are more
   oStatement.BindNumber(2, m_lFetched);
@@ -51,9 +42,7 @@ void WindowFeed::Fetch(Connection& oConnection) {
   while (oStatement.Step()) {
     bMore = oWindow.Rows() == lRows || oWindow.Bytes() >= kWindowBytes;
     if (bMore) break;
-    RowTexts oRow;
-    for (int i = 0; i < iColumns; ++i) oRow.push_back(oStatement.CellText(i));
-    oWindow.Write(oRow);
+    oWindow.Write(RowOf(oStatement, 0, m_sAsked));
   }
   m_lFetched += oWindow.Rows();
   m_bMore = bMore;

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "framework/ZELLib3/RowSource.h"
+#include "tests/instances/SQLiteFiles.h"
+#include "tests/instances/SQLiteOpened.h"
+
+#include <string>
+#include <vector>
+
+namespace SQLiteFiles {
+
+using Rows = std::vector<std::vector<std::string>>;
+
+/// The rows of the block that stands ready.
+inline Rows ReadBlock(ZELLib3::RowSource& oSource) {
+  Rows oRows;
+  while (oSource.NextRow()) {
+    auto& oRow = oRows.emplace_back();
+    for (int i = 0; i < oSource.ColumnCount(); ++i) oRow.push_back(oSource.Value(i));
+  }
+  return oRows;
+}
+
+/// All rows, block by block, of a source that is open.
+inline Rows ReadAll(ZELLib3::RowSource& oSource) {
+  Rows oRows = ReadBlock(oSource);
+  while (oSource.HasMore()) {
+    if (!oSource.ReadMore()) throw std::runtime_error("a block cannot be read");
+    for (auto& oRow : ReadBlock(oSource)) oRows.push_back(std::move(oRow));
+  }
+  return oRows;
+}
+
+inline std::shared_ptr<ZELLib3::SQLTable> Table(ZELLib3::Database& oDatabase, const std::string& sOwner,
+                                                const std::string& sName) {
+  auto oTable = oDatabase.SQLTables()->NewTable();
+  oTable->Owner(sOwner);
+  oTable->Name(sName);
+  return oTable;
+}
+
+inline Rows ReadTable(ZELLib3::Database& oDatabase, const std::string& sOwner, const std::string& sName) {
+  const auto oTable = Table(oDatabase, sOwner, sName);
+  if (!oTable->Open()) throw std::runtime_error(oDatabase.LastError().ErrorText);
+  return ReadAll(*oTable);
+}
+
+inline std::shared_ptr<ZELLib3::SysInfo> View(ZELLib3::Database& oDatabase, const std::string& sName) {
+  const auto oViews = oDatabase.SysInfos();
+  for (int i = 1; i <= oViews->Count(); ++i) {
+    if (oViews->Item(i)->Name() == sName) return oViews->Item(i);
+  }
+  throw std::runtime_error("no view " + sName);
+}
+
+inline Rows ReadView(ZELLib3::Database& oDatabase, const std::string& sName) {
+  const auto oView = View(oDatabase, sName);
+  if (!oView->Open()) throw std::runtime_error(oDatabase.LastError().ErrorText);
+  return ReadAll(*oView);
+}
+
+}  // namespace SQLiteFiles
