@@ -1,11 +1,11 @@
 #pragma once
 
-#include "instances/sqlite/SQLiteDatabase.h"
 #include "instances/sqlite/analyzer/AnalyzerFolder.h"
 #include "instances/sqlite/analyzer/LockFile.h"
 #include "instances/sqlite/analyzer/Program.h"
 #include "instances/sqlite/analyzer/ProtocolFolder.h"
 #include "tests/instances/SQLiteFiles.h"
+#include "tests/instances/SQLiteOpened.h"
 
 #include <signal.h>
 #include <sys/inotify.h>
@@ -33,7 +33,7 @@ class AnalyzerRuns : public testing::Test {
     setenv("XDG_STATE_HOME", (m_oFolder / "state").c_str(), 1);
     setenv("ZELWBR3_ANALYZER", ZELANALYZER, 1);
     SQLiteFiles::Application(File(), "PRAGMA journal_mode=WAL; CREATE TABLE t(v)");
-    m_oDatabase = ZELWbr3::SQLite::OpenDatabase(File());
+    m_oDatabase = SQLiteFiles::OpenDatabase(File());
   }
   ~AnalyzerRuns() override {
     if (!std::filesystem::is_directory(Analyzer().Path())) return;
