@@ -37,6 +37,15 @@ class Zelview : public wxApp {
  public:
   explicit Zelview(Arguments oArguments) : m_oArguments(std::move(oArguments)) {}
 
+  /// Fails without a display, about which the toolkit would try to show a box.
+  bool Initialize(int& argc, wxChar** argv) override {
+    const wxLogNull oQuiet;
+    if (wxApp::Initialize(argc, argv)) return true;
+    const char* pDisplay = std::getenv("DISPLAY");
+    Complain("the display \"" + std::string(pDisplay == nullptr ? "" : pDisplay) + "\" cannot be opened");
+    return false;
+  }
+
   bool OnInit() override {
     // What the toolkit has to say belongs on standard error, not into a box.
     wxLog::SetActiveTarget(new wxLogStderr);
@@ -82,6 +91,7 @@ class Zelview : public wxApp {
   /// instance behind an error display that nobody answers.
   void Watch() {
     m_oPicture.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+      const wxLogNull oQuiet;  // the exception says it
       try {
         m_oFrame->SaveScreenshot(m_oArguments.Screenshot);
       } catch (const std::exception& oError) {
@@ -129,9 +139,6 @@ int main(int argc, char** argv) {
     return Complain(oError.what());
   }
 
-  if (std::getenv("DISPLAY") == nullptr && std::getenv("WAYLAND_DISPLAY") == nullptr) {
-    return Complain("there is no display; DISPLAY names none");
-  }
   // An assertion of the toolkit is a line for a developer, not a box that waits
   // for the user.
   wxSetAssertHandler(
