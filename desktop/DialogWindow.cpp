@@ -107,7 +107,8 @@ wxSizer* DialogWindow::MakeText() {
   auto* oText = new wxBoxSizer(wxVERTICAL);
   const auto iImage = m_oDialog.Text.find("<img");
   auto* oAbove = MarkupLabel(this, m_oDialog.Text.substr(0, iImage));
-  oAbove->Wrap(FromDIP(TextWidth));
+  // Wrapping takes the markup away, so only a text that needs it is wrapped.
+  if (oAbove->GetBestSize().GetWidth() > FromDIP(2 * TextWidth)) oAbove->Wrap(FromDIP(TextWidth));
   oText->Add(oAbove);
   if (iImage != std::string::npos) {
     const auto iEnd = m_oDialog.Text.find('>', iImage);
