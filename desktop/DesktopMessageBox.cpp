@@ -2,9 +2,19 @@
 
 #include "dom/Text.h"
 
+#include <exception>
+
 #include <wx/msgdlg.h>
 
+#include <wx/generic/msgdlgg.h>  // needs the one before
+
 namespace ZELWbr3::Desktop {
+
+namespace {
+
+wxString Shown(const std::string& sText) { return wxString::FromUTF8(Text::Clean(sText)); }
+
+}  // namespace
 
 MessageBox::Answer DesktopMessageBox::Show(const std::string& sText, const std::string& sTitle, Buttons eButtons,
                                            Icon eIcon) {
@@ -20,7 +30,6 @@ MessageBox::Answer DesktopMessageBox::Show(const std::string& sText, const std::
       lStyle |= wxYES_NO;
       break;
   }
-  const auto Shown = [](const std::string& s) { return wxString::FromUTF8(Text::Clean(s)); };
   wxMessageDialog oDialog(wxGetTopLevelParent(m_oParent), Shown(sText), Shown(sTitle), lStyle);
   const int iAnswer = oDialog.ShowModal();
 
@@ -34,6 +43,27 @@ MessageBox::Answer DesktopMessageBox::Show(const std::string& sText, const std::
       return iAnswer == wxID_YES ? Answer::Yes : Answer::No;
   }
   return Answer::Cancel;
+}
+
+void DesktopMessageBox::ShowWithHelp(const std::string& sText, const std::string& sTitle, Icon eIcon,
+                                     const std::function<void()>& oHelp) {
+  // Not the native dialog, which any of its buttons closes.
+  wxGenericMessageDialog oDialog(wxGetTopLevelParent(m_oParent), Shown(sText), Shown(sTitle),
+                                 wxOK | wxHELP | (eIcon == Icon::Question ? wxICON_QUESTION : wxICON_EXCLAMATION));
+  std::exception_ptr oError;  // none may leave a handler of the toolkit
+  oDialog.Bind(
+      wxEVT_BUTTON,
+      [&](wxCommandEvent&) {
+        try {
+          oHelp();
+        } catch (...) {
+          oError = std::current_exception();
+          oDialog.EndModal(wxID_OK);
+        }
+      },
+      wxID_HELP);
+  oDialog.ShowModal();
+  if (oError != nullptr) std::rethrow_exception(oError);
 }
 
 }  // namespace ZELWbr3::Desktop

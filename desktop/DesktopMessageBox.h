@@ -13,6 +13,8 @@ class DesktopMessageBox : public MessageBox {
   explicit DesktopMessageBox(wxWindow& oParent) : m_oParent(&oParent) {}
 
   Answer Show(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon) override;
+  void ShowWithHelp(const std::string& sText, const std::string& sTitle, Icon eIcon,
+                    const std::function<void()>& oHelp) override;
 
  private:
   wxWeakRef<wxWindow> m_oParent;

@@ -1,6 +1,7 @@
 #include "desktop/DesktopPlatform.h"
 
 #include "desktop/CloseGuard.h"
+#include "desktop/DesktopMessageWindow.h"
 #include "desktop/DesktopWebBrowser.h"
 
 #include <wx/settings.h>
@@ -31,6 +32,10 @@ void DesktopPlatform::OnColoursChanged(wxSysColourChangedEvent& oEvent) {
 
 std::unique_ptr<WebBrowser> DesktopPlatform::MakeWebBrowser(int, WebBrowserEvents& oEvents) {
   return std::make_unique<DesktopWebBrowser>(*this, oEvents);
+}
+
+std::unique_ptr<MessageWindow> DesktopPlatform::MakeMessageWindow(MessageWindowEvents& oEvents) {
+  return std::make_unique<DesktopMessageWindow>(*this, oEvents);
 }
 
 void DesktopPlatform::Trace(const std::string& sText) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/DesktopDialogBox.h"
+#include "desktop/DesktopHelpFile.h"
 #include "desktop/DesktopMessageBox.h"
 #include "desktop/DesktopPump.h"
 #include "desktop/DesktopScreenPointer.h"
@@ -42,6 +43,8 @@ class DesktopPlatform : public Platform {
   ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
   ZELWbr3::MessageBox& MessageBox() override { return m_oMessageBox; }
   ZELWbr3::DialogBox& DialogBox() override { return m_oDialogBox; }
+  std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents& oEvents) override;
+  DesktopHelpFile& HelpFile() override { return m_oHelpFile; }
   const ZELWbr3::UserLocale& UserLocale() const override { return m_oLocale; }
   void Trace(const std::string& sText) override;
 
@@ -75,6 +78,7 @@ class DesktopPlatform : public Platform {
   DesktopScreenPointer m_oPointer;
   DesktopMessageBox m_oMessageBox;
   DesktopDialogBox m_oDialogBox;
+  DesktopHelpFile m_oHelpFile;
   SystemLocale m_oLocale;
   std::optional<Desktop::Theme> m_eChosenTheme;
   Desktop::Theme m_eTheme;

@@ -36,15 +36,18 @@ bool IsTextField(const Element& oElement) {
                                                               "radio",  "file",   "color", "range"};
   const std::string& sTag = oElement.tagName();
   if (sTag == "input") return std::ranges::find(Buttons, oElement.getAttribute("type")) == Buttons.end();
-  return sTag == "textarea" || sTag == "select" || sTag == "option" || oElement.hasAttribute("contenteditable");
+  return sTag == "textarea" || sTag == "select" || sTag == "option" || sTag == "iframe" ||
+         oElement.hasAttribute("contenteditable");
 }
 
 }  // namespace
 
 DesktopWebBrowser::DesktopWebBrowser(DesktopPlatform& oPlatform, WebBrowserEvents& oEvents)
+    : DesktopWebBrowser(oPlatform, *oPlatform.Parent(), oEvents) {}
+
+DesktopWebBrowser::DesktopWebBrowser(DesktopPlatform& oPlatform, wxWindow& oParent, WebBrowserEvents& oEvents)
     : m_oPlatform(oPlatform), m_oEvents(oEvents) {
-  wxWindow* oParent = oPlatform.Parent();
-  m_oBox = new PictureBox(oParent, wxID_ANY, wxDefaultPosition, oParent->GetClientSize(), wxBORDER_NONE);
+  m_oBox = new PictureBox(&oParent, wxID_ANY, wxDefaultPosition, oParent.GetClientSize(), wxBORDER_NONE);
   m_oBox->Hide();
   m_oPlatform.m_oBrowsers.push_back(this);
 }
@@ -100,6 +103,12 @@ void DesktopWebBrowser::Visible(bool bVisible) {
 
 void DesktopWebBrowser::Move(int iLeft, int iTop, int iWidth, int iHeight) {
   if (m_oBox != nullptr) m_oBox->SetSize(iLeft, iTop, std::max(iWidth, 0), std::max(iHeight, 0));
+}
+
+void DesktopWebBrowser::HelpFile(const std::string& sCHMPath) { NeedView().HelpFile(sCHMPath); }
+
+void DesktopWebBrowser::Copy() {
+  if (m_oView != nullptr) m_oView->Copy();
 }
 
 void DesktopWebBrowser::Focus() {

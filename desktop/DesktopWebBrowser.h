@@ -28,6 +28,8 @@ class DesktopPlatform;
 class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
  public:
   DesktopWebBrowser(DesktopPlatform& oPlatform, WebBrowserEvents& oEvents);
+  /// The same in another window than the control's.
+  DesktopWebBrowser(DesktopPlatform& oPlatform, wxWindow& oParent, WebBrowserEvents& oEvents);
   ~DesktopWebBrowser() override;
 
   void Navigate(const std::string& sURL, NavigateFlags eFlags) override;
@@ -40,6 +42,10 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
   bool IsVisible() const { return m_oBox != nullptr && m_oBox->IsShown(); }
   /// Follows the platform's theme.
   void ThemeChanged();
+  /// Lets the frames of the page show what is in this compiled help file.
+  void HelpFile(const std::string& sCHMPath);
+  /// Copies what is selected to the clipboard.
+  void Copy();
   /// Gives the keyboard to the page.
   void Focus();
   /// Calls oDone once what has been sent so far has been painted; at once when

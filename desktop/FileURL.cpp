@@ -39,6 +39,20 @@ std::string SchemeOf(std::string_view sURL) {
   return sScheme;
 }
 
+std::string EscapePath(std::string_view sPath) {
+  static constexpr char Hex[] = "0123456789ABCDEF";
+  std::string sEscaped;
+  for (const char c : sPath) {
+    if (IsPlain(c)) {
+      sEscaped += c;
+    } else {
+      const auto iByte = static_cast<unsigned char>(c);
+      sEscaped += {'%', Hex[iByte >> 4], Hex[iByte & 15]};
+    }
+  }
+  return sEscaped;
+}
+
 std::string MakeURL(std::string_view sPathOrURL) {
   if (!SchemeOf(sPathOrURL).empty()) return std::string(sPathOrURL);
 
@@ -46,18 +60,8 @@ std::string MakeURL(std::string_view sPathOrURL) {
   std::ranges::replace(sPath, '\\', '/');
   const bool bDrive = sPath.size() > 1 && IsLetter(sPath[0]) && sPath[1] == ':';
   if (!bDrive && !sPath.starts_with('/')) sPath = std::filesystem::absolute(sPath).string();
-
-  static constexpr char Hex[] = "0123456789ABCDEF";
-  std::string sURL = bDrive ? "file:///" + sPath.substr(0, 2) : "file://";
-  for (const char c : std::string_view(sPath).substr(bDrive ? 2 : 0)) {
-    if (IsPlain(c)) {
-      sURL += c;
-    } else {
-      const auto iByte = static_cast<unsigned char>(c);
-      sURL += {'%', Hex[iByte >> 4], Hex[iByte & 15]};
-    }
-  }
-  return sURL;
+  return bDrive ? "file:///" + sPath.substr(0, 2) + EscapePath(std::string_view(sPath).substr(2))
+                : "file://" + EscapePath(sPath);
 }
 
 std::string WithSerial(std::string_view sURL, std::uint32_t iSerial) {

@@ -12,6 +12,10 @@ namespace ZELWbr3::Desktop {
 /// has two letters at least, so a drive letter is not one.
 std::string MakeURL(std::string_view sPathOrURL);
 
+/// A path as part of a URL: everything but letters, digits and "/-._~" is
+/// percent-encoded.
+std::string EscapePath(std::string_view sPath);
+
 /// The scheme of a URL in lower case; empty when there is none.
 std::string SchemeOf(std::string_view sURL);
 

@@ -1,8 +1,9 @@
 #include "desktop/WebView.h"
 
+#include "desktop/ErrorPage.h"
 #include "desktop/FileURL.h"
+#include "desktop/HelpScheme.h"
 #include "desktop/WebContext.h"
-#include "dom/Text.h"
 
 #include <gtk/gtk.h>
 #include <webkit2/webkit2.h>
@@ -129,6 +130,8 @@ struct WebView::Native_ {
       bAllowed = eType == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION &&
                  webkit_navigation_action_get_navigation_type(oAction) == WEBKIT_NAVIGATION_TYPE_OTHER &&
                  IsAllowed(sURL) && (SchemeOf(sURL) != "about" || SerialOf(sURL) == iSerial);
+      const bool bHelp = !HelpFileOf(Self(pData).m_oView).empty();
+      bAllowed = bAllowed && (!bHelp || SchemeOf(sURL) == "mk" || SerialOf(sURL) == iSerial);
     }
     if (bAllowed) {
       webkit_policy_decision_use(oDecision);
@@ -256,14 +259,7 @@ std::uint32_t WebView::Load(const std::string& sURL) {
 }
 
 void WebView::ShowError(const std::string& sURL, const std::string& sReason) {
-  const std::string sHTML =
-      "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\"><title>Not shown</title><style>"
-      ":root{color-scheme:light;font:14px sans-serif;color:#1d2733;background:#fff}"
-      ":root[data-theme=dark]{color-scheme:dark;color:#dfe5ec;background:#1b2027}"
-      "body{margin:3em;max-width:40em}h1{font-size:1.3em;font-weight:600}code{overflow-wrap:anywhere}</style></head>"
-      "<body><h1>This page cannot be shown</h1><p><code>" +
-      Text::EscapeHTML(Text::Clean(WithoutSerial(sURL))) + "</code></p><p>" + Text::EscapeHTML(Text::Clean(sReason)) +
-      "</p></body></html>";
+  const std::string sHTML = ErrorPage(WithoutSerial(sURL), sReason);
   const std::string sAddress = WithSerial("about:blank", m_iSerial);
   webkit_web_view_load_alternate_html(m_oView, sHTML.c_str(), sAddress.c_str(), sAddress.c_str());
 }
@@ -307,6 +303,10 @@ bool WebView::OnKeyPress(const GdkEventKey& oEvent) {
   }
   return bSwallow;
 }
+
+void WebView::HelpFile(const std::string& sCHMPath) { GiveHelpFile(m_oView, sCHMPath); }
+
+void WebView::Copy() { webkit_web_view_execute_editing_command(m_oView, WEBKIT_EDITING_COMMAND_COPY); }
 
 void WebView::Focus() { gtk_widget_grab_focus(GTK_WIDGET(m_oView)); }
 

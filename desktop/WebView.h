@@ -65,6 +65,10 @@ class WebView {
   /// that cannot be loaded, shows an error page with this number instead.
   std::uint32_t Load(const std::string& sURL);
 
+  /// Lets the frames of the page show what is in this compiled help file, and
+  /// from then on nothing else.
+  void HelpFile(const std::string& sCHMPath);
+
   /// Runs a script, valid UTF-8, in the agent's world of the document shown,
   /// in order and without waiting. oDone is called in any case, the death of
   /// the process included, but not after this object is gone.
@@ -73,6 +77,8 @@ class WebView {
   /// visible view paints.
   void AfterPaint(std::function<void()> oDone);
 
+  /// Copies what is selected in the frame with the keyboard to the clipboard.
+  void Copy();
   void Focus();
   bool HasFocus() const;
   /// What is seen before a document has painted itself.

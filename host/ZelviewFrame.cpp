@@ -2,6 +2,7 @@
 
 #include "desktop/DesktopWebBrowser.h"
 #include "host/HTMLFolder.h"
+#include "host/HelpFile.h"
 #include "host/OneLine.h"
 #include "host/OpenInstance.h"
 #include "instances/recorded/WriteRecording.h"
@@ -47,6 +48,7 @@ ZelviewFrame::ZelviewFrame(std::shared_ptr<ZELLib3::Database> oDatabase)
   SetSizer(oAll);
 
   m_oPanel->Browser().HTMLPath(HTMLFolder());
+  m_oPanel->Browser().CHMPath(HelpFile());
   MakeMenus();
   Connect();
   Open(std::move(oDatabase));

@@ -2,6 +2,8 @@
 
 #include "platform/WebBrowser.h"
 
+#include <string>
+
 namespace ZELWbr3 {
 
 /// What a message window reports: what its browser does, and its own size.
@@ -19,6 +21,9 @@ class MessageWindow {
   virtual ~MessageWindow() = default;
 
   virtual ZELWbr3::WebBrowser& WebBrowser() = 0;
+  /// The compiled help file whose topics the page may show; before the first
+  /// navigation. Without one, or where help files cannot be read, it shows none.
+  virtual void CHMPath(const std::string& /*sPath*/) {}
   /// Returns when the user has closed the window.
   virtual void ShowModal() = 0;
 };

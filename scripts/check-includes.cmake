@@ -18,7 +18,7 @@ set(may_host ${may_shell} headless desktop instances host)
 
 # Vendor headers, by the folder that may include them.
 set(vendor_headless "gumbo\\.h")
-set(vendor_desktop "(wx|webkit2|gtk|gdk|glib|gio|jsc)/.*|webkit2/.*|chm_lib\\.h|(unistd|fcntl)\\.h|sys/.*")
+set(vendor_desktop "(wx|webkit2|gtk|gdk|glib|gio|jsc)/.*|webkit2/.*|chm_lib\\.h|glib\\.h|(unistd|fcntl)\\.h|sys/.*")
 set(vendor_instances_recorded "nlohmann/.*")
 set(vendor_instances_sqlite "sqlite3\\.h|unistd\\.h|fcntl\\.h|sys/.*|pwd\\.h|signal\\.h|spawn\\.h|dirent\\.h")
 set(vendor_instances_postgres "libpq-fe\\.h")

@@ -2,9 +2,31 @@
 
 namespace ZELWbr3 {
 
+namespace {
+
+/// What would end the path of a URL or begin an escape is escaped.
+std::string InURL(const std::string& sPath) {
+  std::string sEscaped;
+  for (const char c : sPath) {
+    if (c == '%') {
+      sEscaped += "%25";
+    } else if (c == '#') {
+      sEscaped += "%23";
+    } else if (c == '?') {
+      sEscaped += "%3F";
+    } else {
+      sEscaped += c;
+    }
+  }
+  return sEscaped;
+}
+
+}  // namespace
+
 void frmMessage::ShowMessageHelpID(const std::string& sHelpID) {
-  m_sTopicURL = "mk:@MSITStore:" + m_sCHMPath + "::/" + sHelpID + ".htm";
+  m_sTopicURL = "mk:@MSITStore:" + InURL(m_sCHMPath) + "::/" + InURL(sHelpID) + ".htm";
   m_oWindow = m_oPlatform.MakeMessageWindow(*this);
+  m_oWindow->CHMPath(m_sCHMPath);
   m_oWindow->WebBrowser().Navigate(m_sHTMLPath + "\\Message.htm", NavigateFlags::None);
   m_oWindow->ShowModal();
   m_oWindow.reset();
