@@ -55,7 +55,9 @@
     }
   }
 
-  const Texts = new Intl.Collator(undefined, { numeric: true, sensitivity: "base" });
+  // The user's language, but never a variant that puts all capitals before all small letters.
+  const sLanguage = new Intl.Locale(new Intl.Collator().resolvedOptions().locale).baseName;
+  const Texts = new Intl.Collator(sLanguage, { numeric: true, sensitivity: "base" });
 
   /** Numbers stand before texts, in both directions, and nothing stands last. */
   const Rank = (oKey) => (oKey.sText === "" ? 2 : Number.isNaN(oKey.dNumber) ? 1 : 0);
@@ -96,6 +98,8 @@
       this.Count(this.oRows.length);
       oTable.append(this.oOut);
       this.oHeadings.addEventListener("click", (oEvent) => this.OnHeading(oEvent));
+      // Two clicks in a row sort twice; they do not select the heading's text.
+      this.oHeadings.addEventListener("mousedown", (oEvent) => oEvent.detail > 1 && oEvent.preventDefault());
 
       this.oObserver = new MutationObserver((oRecords) => this.OnRows(oRecords));
       this.oObserver.observe(this.oBody, { childList: true });
