@@ -49,6 +49,7 @@ void RaiseLastError(sqlite3* pHandle, const std::string& sAsked) {
   const int rc = sqlite3_extended_errcode(pHandle);
   std::string sWhat = sAsked + ": " + sqlite3_errmsg(pHandle);
   if ((rc & 0xff) == SQLITE_NOTADB) sWhat += ", or it is encrypted";
+  if ((rc & 0xff) == SQLITE_INTERRUPT) sWhat += ", since it took too long or the database was closed";
   RaiseError(rc, sFile ? sFile : "", sWhat);
 }
 

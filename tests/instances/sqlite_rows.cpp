@@ -200,7 +200,8 @@ TEST_F(SQLiteRows, ReadingOnAfterAFailureLosesNothing) {
 
 TEST_F(SQLiteRows, WhatCannotBeReadIsSaid) {
   Run("CREATE TABLE t(v); CREATE VIEW broken AS SELECT * FROM gone; CREATE VIEW unsafe AS SELECT load_extension('x')");
-  Open({.BusyTimeout = std::chrono::milliseconds(1)});
+  Run("CREATE VIEW endless AS WITH n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) SELECT max(i) FROM n");
+  Open({.BusyTimeout = std::chrono::milliseconds(1), .StatementTimeout = std::chrono::milliseconds(50)});
   const auto ExpectFails = [&](const std::string& sName, const std::string& sWhy) {
     const auto oTable = Table(*m_oDatabase, "main", sName);
     EXPECT_FALSE(oTable->Open()) << sName;
@@ -211,6 +212,7 @@ TEST_F(SQLiteRows, WhatCannotBeReadIsSaid) {
   };
   ExpectFails("broken", "gone");
   ExpectFails("unsafe", "unsafe");
+  ExpectFails("endless", "took too long");
   Run("BEGIN EXCLUSIVE");
   ExpectFails("t", "locked");
   Run("COMMIT");
