@@ -26,13 +26,14 @@ std::shared_ptr<ZELLib3::Volumes> SQLiteLogArea::Volumes() const {
       const WalFile& oWal = pUsage->Wal;
       oVolume.Size = pUsage->LogTotal();
       oVolume.Used = oWal.Used();
-      oVolume.Info1 = Frames(oWal.Frames) + " committed, the file holds " + std::to_string(oWal.FileFrames);
-      oVolume.Info2 = CheckpointState(oWal);
+      oVolume.Info1 = Frames(oWal.Frames);  // short: the page gives it a narrow column
+      oVolume.Info2 = CheckpointState(oWal) + "; the file has room for " + std::to_string(oWal.FileFrames);
       oVolumes.push_back(oVolume);
     }
   } else if (const auto oFile = FileId::Of(oVolume.Name); oFile && oFile->Bytes > 0) {
     oVolume.Size = WalFile::FramesIn(oFile->Bytes, m_oFile->PageSize());
-    oVolume.Info1 = "the file holds " + Frames(oVolume.Size);
+    oVolume.Info1 = Frames(oVolume.Size);
+    oVolume.Info2 = "as far as the file's size tells";
     oVolumes.push_back(oVolume);
   }
   return std::make_shared<SQLiteVolumes>(std::move(oVolumes), 1);

@@ -77,8 +77,8 @@ TEST(SQLiteAreas, LogVolumeTellsWhatHasBeenCopied) {
   const std::string sFrames = std::to_string(iFrames);
   EXPECT_EQ(oFolder / "a.db-wal", Volume()->Name());
   EXPECT_EQ(2, Volume()->Kind());
-  EXPECT_EQ(sFrames + " frames committed, the file holds " + sFrames, Volume()->Info1());
-  EXPECT_EQ("0 of " + sFrames + " copied into the database file", Volume()->Info2());
+  EXPECT_EQ(sFrames + " frames", Volume()->Info1());
+  EXPECT_EQ("0 of " + sFrames + " copied into the database file; the file has room for " + sFrames, Volume()->Info2());
   EXPECT_EQ(iFrames, Volume()->UsedSize());
   EXPECT_EQ(oDatabase->StateInfo()->LogTotal(), Size(0));
   EXPECT_EQ(oDatabase->LogArea()->Volumes()->CurrentLogSize(), Size(0));
@@ -93,11 +93,11 @@ TEST(SQLiteAreas, LogVolumeTellsWhatHasBeenCopied) {
   InsertRows(oApplication, 10);
   const int iCopied = oApplication.Number("PRAGMA wal_checkpoint(PASSIVE)", 2);
   ASSERT_EQ(iFrames, iCopied);
-  EXPECT_EQ(sFrames + " of " + std::to_string(Size(3)) + " copied into the database file", Volume()->Info2());
+  EXPECT_EQ(0u, Volume()->Info2().find(sFrames + " of " + std::to_string(Size(3)) + " copied")) << Volume()->Info2();
   EXPECT_EQ(Size(3) - iFrames, Size(4));
   oReader.Run("COMMIT");
   oApplication.Run("PRAGMA wal_checkpoint(PASSIVE)");
-  EXPECT_EQ("all copied into the database file", Volume()->Info2());
+  EXPECT_EQ(0u, Volume()->Info2().find("all copied into the database file;")) << Volume()->Info2();
   EXPECT_EQ(0, Size(3));
   EXPECT_EQ(0, Size(4));
   EXPECT_EQ(Size(0), Size(2));
@@ -113,7 +113,7 @@ TEST(SQLiteAreas, SettingsSayWhatBecomesOfTheLog) {
   for (int i = -1; i < 7; ++i) EXPECT_EQ(0, oDatabase->LogArea()->Size(i));
   Application oApplication(oFolder / "a.db", "PRAGMA journal_mode=WAL");
   EXPECT_EQ("1 2 1", Codes(*oDatabase));
-  EXPECT_EQ("nothing to copy", oDatabase->LogArea()->Volumes()->Item(1)->Info2());
+  EXPECT_EQ("nothing to copy; the file has room for 0", oDatabase->LogArea()->Volumes()->Item(1)->Info2());
   oDatabase->Shutdown();
   EXPECT_EQ("0 0 0", Codes(*oDatabase));
 }
