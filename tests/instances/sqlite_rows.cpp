@@ -30,6 +30,8 @@ struct Kind {
   const char* Read = "base";
 };
 
+void PrintTo(const Kind& oKind, std::ostream* pStream) { *pStream << oKind.Name; }
+
 class SQLiteRowsOfKind : public SQLiteRows, public testing::WithParamInterface<Kind> {};
 
 }  // namespace
