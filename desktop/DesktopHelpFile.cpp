@@ -36,7 +36,7 @@ OpenFile Open(const std::string& sCHMPath) {
 std::optional<chmUnitInfo> Find(chmFile& oFile, const std::string& sObject) {
   chmUnitInfo oFound{};
   // The library takes a path up to its first NUL.
-  const bool bFound = sObject.find('\0') == std::string::npos &&
+  const bool bFound = !sObject.empty() && !sObject.ends_with('/') && sObject.find('\0') == std::string::npos &&
                       chm_resolve_object(&oFile, ("/" + sObject).c_str(), &oFound) == CHM_RESOLVE_SUCCESS;
   return bFound ? std::optional(oFound) : std::nullopt;
 }

@@ -39,6 +39,17 @@ std::string TypeOf(const std::string& sObject) {
   return it == Types.end() ? "application/octet-stream" : it->second;
 }
 
+/// In the document itself: for such schemes the browser takes no policy from
+/// the headers of a response.
+void AddPolicy(std::string& sHTML) {
+  std::size_t iPlace = 0;
+  if (g_ascii_strncasecmp(sHTML.c_str(), "<!doctype", 9) == 0) {
+    const auto iEnd = sHTML.find('>');
+    if (iEnd != std::string::npos) iPlace = iEnd + 1;
+  }
+  sHTML.insert(iPlace, std::string("<meta http-equiv=\"Content-Security-Policy\" content=\"") + ContentPolicy + "\">");
+}
+
 /// Goes on to the form of the URL that relative URLs work with.
 std::string Forward(const std::string& sURL) {
   return "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\"><title>Help</title>"
@@ -54,9 +65,6 @@ void Serve(WebKitURISchemeRequest* oRequest, gpointer) {
   GInputStream* oStream = g_memory_input_stream_new_from_bytes(oBytes);
   WebKitURISchemeResponse* oResponse = webkit_uri_scheme_response_new(oStream, static_cast<gint64>(iSize));
   webkit_uri_scheme_response_set_content_type(oResponse, oContent.Type.c_str());
-  SoupMessageHeaders* oHeaders = soup_message_headers_new(SOUP_MESSAGE_HEADERS_RESPONSE);
-  soup_message_headers_append(oHeaders, "Content-Security-Policy", ContentPolicy);
-  webkit_uri_scheme_response_set_http_headers(oResponse, oHeaders);  // takes them over
   webkit_uri_scheme_request_finish_with_response(oRequest, oResponse);
   g_object_unref(oResponse);
   g_object_unref(oStream);
@@ -73,7 +81,9 @@ HelpContent HelpContentOf(const std::string& sURL, const std::string& sCHMPath) 
   try {
     std::string sBytes = DesktopHelpFile::Read(sCHMPath, *sObject);
     if (IsUsualHelpURL(sURL)) return {Forward(HelpURL(sCHMPath, *sObject)), "text/html"};
-    return {std::move(sBytes), TypeOf(*sObject)};
+    const std::string sType = TypeOf(*sObject);
+    if (sType == "text/html") AddPolicy(sBytes);
+    return {std::move(sBytes), sType};
   } catch (const HelpError& oError) {
     return {ErrorPage(*sObject, oError.what()), "text/html"};
   }

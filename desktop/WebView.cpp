@@ -304,7 +304,11 @@ bool WebView::OnKeyPress(const GdkEventKey& oEvent) {
   return bSwallow;
 }
 
-void WebView::HelpFile(const std::string& sCHMPath) { GiveHelpFile(m_oView, sCHMPath); }
+void WebView::HelpFile(const std::string& sCHMPath) {
+  GiveHelpFile(m_oView, sCHMPath);
+  // Topics come from anywhere; the agent runs all the same.
+  webkit_settings_set_enable_javascript_markup(webkit_web_view_get_settings(m_oView), FALSE);
+}
 
 void WebView::Copy() { webkit_web_view_execute_editing_command(m_oView, WEBKIT_EDITING_COMMAND_COPY); }
 

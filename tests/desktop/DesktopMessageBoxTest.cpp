@@ -31,6 +31,23 @@ TEST_F(DesktopMessageBoxTest, MnemonicsAnswer) {
   EXPECT_EQ(Ask(Buttons::OKCancel, "alt+c"), Answer::Cancel);
 }
 
+TEST_F(DesktopMessageBoxTest, HelpLeavesTheBoxOpen) {
+  int iHelp = 0;
+  const auto Press = [](const std::string& sKey) {
+    wxExecute(InWindow("Error", "key --window 0 " + sKey), wxEXEC_ASYNC);
+  };
+  Press("alt+h");
+  Platform->MessageBox().ShowWithHelp("The database is locked", "Error", MessageBox::Icon::Exclamation,
+                                      [&] { Press(++iHelp < 2 ? "alt+h" : "alt+o"); });
+  EXPECT_EQ(iHelp, 2);
+  Press("Escape");
+  Platform->MessageBox().ShowWithHelp("The database is locked", "Error", MessageBox::Icon::Exclamation, {});
+  Press("alt+h");
+  EXPECT_THROW(Platform->MessageBox().ShowWithHelp("The database is locked", "Error", MessageBox::Icon::Exclamation,
+                                                   [] { throw std::runtime_error("no page"); }),
+               std::runtime_error);
+}
+
 TEST_F(DesktopMessageBoxTest, WorksFromWithinAClickAndAKeyOfThePage) {
   ShowBody("<a id=\"link\" href=\"#\">link</a>");
   std::vector<Answer> oAnswers;
