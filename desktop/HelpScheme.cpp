@@ -39,8 +39,8 @@ std::string TypeOf(const std::string& sObject) {
   return it == Types.end() ? "application/octet-stream" : it->second;
 }
 
-/// In the document itself: for such schemes the browser takes no policy from
-/// the headers of a response.
+/// Behind a document type, which must stay first. Scripts are kept from running
+/// by the view itself, see WebView::HelpFile.
 void AddPolicy(std::string& sHTML) {
   std::size_t iPlace = 0;
   if (g_ascii_strncasecmp(sHTML.c_str(), "<!doctype", 9) == 0) {

@@ -18,8 +18,8 @@ HelpContent HelpContentOf(const std::string& sURL, const std::string& sCHMPath);
 
 /// Serves the URLs of compiled help files (see HelpURL.h), scheme "mk", to the
 /// views of a context; once for each context. A view gets what is in the help
-/// file that it was given, and a page that says why for everything else. A
-/// document of this scheme runs no scripts and loads nothing but from its file.
+/// file that it was given, and a page that says why for everything else.
+/// A document of this scheme is asked to load nothing but from its file.
 void RegisterHelpScheme(WebKitWebContext* oContext);
 
 /// Gives a view the help file that it may show; none when the path is empty.
