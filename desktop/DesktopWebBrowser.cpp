@@ -6,16 +6,13 @@
 #include "desktop/Script.h"
 #include "desktop/Snapshot.h"
 #include "dom/Document.h"
-#include "framework/KeyCode.h"
+#include "framework/KeyClick.h"
 
 #include <algorithm>
-#include <array>
 
 namespace ZELWbr3::Desktop {
 
 namespace {
-
-constexpr int Space = 32;
 
 const char* ThemeName(Theme eTheme) { return eTheme == Theme::Dark ? "dark" : "light"; }
 
@@ -29,16 +26,6 @@ class PictureBox : public wxPanel {
   bool AcceptsFocusFromKeyboard() const override { return false; }
   bool AcceptsFocusRecursively() const override { return false; }
 };
-
-/// Elements in which Enter and Space have a meaning of their own.
-bool IsTextField(const Element& oElement) {
-  static constexpr std::array<std::string_view, 9> Buttons = {"button", "submit", "reset", "image", "checkbox",
-                                                              "radio",  "file",   "color", "range"};
-  const std::string& sTag = oElement.tagName();
-  if (sTag == "input") return std::ranges::find(Buttons, oElement.getAttribute("type")) == Buttons.end();
-  return sTag == "textarea" || sTag == "select" || sTag == "option" || sTag == "iframe" ||
-         oElement.hasAttribute("contenteditable");
-}
 
 }  // namespace
 
@@ -119,7 +106,7 @@ void DesktopWebBrowser::ThemeChanged() {
   const Desktop::Theme eTheme = m_oPlatform.Theme();
   if (m_oView != nullptr) {
     m_oView->Agent("const zelwbr3Theme = '" + std::string(ThemeName(eTheme)) + "';\n" + std::string(AgentSource));
-    m_oView->Background(eTheme == Theme::Dark ? 0x1B2027 : 0xFFFFFF);
+    m_oView->Background(eTheme == Theme::Dark ? 0x14181D : 0xFFFFFF);
   }
   // The attribute is part of the document like any other, so the document
   // shown follows by the same road as every change.
@@ -197,9 +184,7 @@ bool DesktopWebBrowser::KeyPress(const Key& oKey) {
 
   // Enter and Space click what is active. The browser would do so for links
   // and buttons only, and does not know an active cell at all.
-  const Element* oActive = oDocument->activeElement();
-  const bool bClicks = (oKey.Code == KeyCode::Enter || oKey.Code == Space) && !oKey.Modified;
-  if (!bClicks || oActive == nullptr || oActive == oDocument->body() || IsTextField(*oActive)) return false;
+  if (oKey.Modified || !ClicksActiveElement(*oDocument, oKey.Code)) return false;
   // Not within the key's own handling: the click may open a dialog.
   m_oBox->CallAfter([this, oDocument] {
     if (m_oDocument == oDocument && m_oSender != nullptr) m_oPlatform.Pump().Deliver([this] { m_oEvents.Click(); });

@@ -1,5 +1,6 @@
 #include "headless/HeadlessWebBrowser.h"
 
+#include "framework/KeyClick.h"
 #include "headless/HTMLParser.h"
 
 #include <algorithm>
@@ -9,17 +10,10 @@ namespace ZELWbr3::Headless {
 
 namespace {
 
-constexpr int KeyEnter = 13;
-constexpr int KeySpace = 32;
-
 /// The path of a page file's URL, in which a backslash separates folders, too.
 std::string PathOf(std::string sURL) {
   std::ranges::replace(sURL, '\\', '/');
   return sURL;
-}
-
-bool TakesText(const Element& oElement) {
-  return oElement.tagName() == "input" || oElement.tagName() == "textarea" || oElement.tagName() == "select";
 }
 
 }  // namespace
@@ -67,9 +61,7 @@ bool HeadlessWebBrowser::Key(Long lKeyCode) {
     if (m_oEvents.KeyDown()) return true;
   }
   if (oNavigation.expired()) return false;  // the handler has left the document, or ended the control
-  const Element* oActive = oDocument->activeElement();
-  const bool bClicks = lKeyCode == KeyEnter || lKeyCode == KeySpace;
-  if (bClicks && oActive != nullptr && oActive != oDocument->body() && !TakesText(*oActive)) m_oEvents.Click();
+  if (ClicksActiveElement(*oDocument, lKeyCode)) m_oEvents.Click();
   return false;
 }
 

@@ -1,6 +1,7 @@
 #include "host/ZelviewFrame.h"
 
 #include "desktop/DesktopWebBrowser.h"
+#include "desktop/Picture.h"
 #include "host/HTMLFolder.h"
 #include "host/HelpFile.h"
 #include "host/OneLine.h"
@@ -9,14 +10,12 @@
 
 #include <stdexcept>
 
-#include <wx/bitmap.h>
-#include <wx/dcmemory.h>
-#include <wx/dcscreen.h>
 #include <wx/filedlg.h>
 #include <wx/menu.h>
 #include <wx/msgdlg.h>
+#include <wx/settings.h>
 #include <wx/sizer.h>
-#include <wx/stattext.h>
+#include <wx/statline.h>
 #include <wx/textdlg.h>
 
 namespace ZELWbr3::Host {
@@ -34,16 +33,20 @@ constexpr const char* Units[] = {"&Kilobytes", "&Megabytes", "&Gigabytes", "&Pag
 ZelviewFrame::ZelviewFrame(std::shared_ptr<ZELLib3::Database> oDatabase)
     : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPosition, wxSize(1180, 860)) {
   SetMinSize(wxSize(720, 480));
-  CreateStatusBar();
+  // What the control reports, and what the instance is.
+  CreateStatusBar(2);
+  const int oWidths[] = {-2, -1};
+  SetStatusWidths(2, oWidths);
   m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*this);
-  MakePageList();
+  wxWindow* oLeft = MakePageList();
   m_oPanel = new Desktop::BrowserPanel(this);
 
   auto* oRight = new wxBoxSizer(wxVERTICAL);
   oRight->Add(m_oCommandlist->Window(), 0, wxEXPAND);
   oRight->Add(m_oPanel, 1, wxEXPAND);
   auto* oAll = new wxBoxSizer(wxHORIZONTAL);
-  oAll->Add(m_oPageList, 0, wxEXPAND);
+  oAll->Add(oLeft, 0, wxEXPAND);
+  oAll->Add(new wxStaticLine(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLI_VERTICAL), 0, wxEXPAND);
   oAll->Add(oRight, 1, wxEXPAND);
   SetSizer(oAll);
 
@@ -54,13 +57,23 @@ ZelviewFrame::ZelviewFrame(std::shared_ptr<ZELLib3::Database> oDatabase)
   Open(std::move(oDatabase));
 }
 
-void ZelviewFrame::MakePageList() {
-  m_oPageList = new wxListBox(this, wxID_ANY, wxDefaultPosition, wxSize(FromDIP(190), -1), 0, nullptr,
+wxWindow* ZelviewFrame::MakePageList() {
+  auto* oLeft = new wxPanel(this);
+  oLeft->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
+  oLeft->Bind(wxEVT_SYS_COLOUR_CHANGED, [oLeft](wxSysColourChangedEvent& oEvent) {
+    oLeft->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
+    oEvent.Skip();
+  });
+  m_oPageList = new wxListBox(oLeft, wxID_ANY, wxDefaultPosition, wxSize(FromDIP(190), -1), 0, nullptr,
                               wxLB_SINGLE | wxBORDER_NONE);
+  auto* oSizer = new wxBoxSizer(wxVERTICAL);
+  oSizer->Add(m_oPageList, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));
+  oLeft->SetSizer(oSizer);
   for (const HostPages::Entry& oEntry : HostPages::All()) m_oPageList->Append(oEntry.Title);
   m_oPageList->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& oEvent) {
     if (oEvent.GetSelection() >= 0) ShowPage(HostPages::All()[static_cast<std::size_t>(oEvent.GetSelection())].Name);
   });
+  return oLeft;
 }
 
 void ZelviewFrame::MakeMenus() {
@@ -131,6 +144,7 @@ void ZelviewFrame::Open(std::shared_ptr<ZELLib3::Database> oDatabase) {
   m_oDatabase = std::move(oDatabase);
   m_oPages = std::make_unique<HostPages>(m_oPanel->Browser(), m_oDatabase, m_oCommandlist);
   SetTitle(Text(m_oDatabase->InstanceName() + " - zelview"));
+  SetStatusText(Text(m_oDatabase->Version()->Text()), 1);
 }
 
 void ZelviewFrame::ShowFirst(const std::string& sPage) {
@@ -196,13 +210,7 @@ void ZelviewFrame::AfterPaint(std::function<void()> oDone) {
 }
 
 void ZelviewFrame::SaveScreenshot(const std::string& sFile) {
-  const wxRect oRect = GetScreenRect();
-  wxBitmap oBitmap(oRect.GetSize());
-  wxScreenDC oScreen;
-  wxMemoryDC oPicture(oBitmap);
-  oPicture.Blit(wxPoint(0, 0), oRect.GetSize(), &oScreen, oRect.GetPosition());
-  oPicture.SelectObject(wxNullBitmap);
-  if (!oBitmap.ConvertToImage().SaveFile(Text(sFile), wxBITMAP_TYPE_PNG)) {
+  if (!Desktop::TakePicture(*this).SaveFile(Text(sFile), wxBITMAP_TYPE_PNG)) {
     throw std::runtime_error("The picture \"" + sFile + "\" cannot be written");
   }
 }

@@ -24,13 +24,14 @@ class ZelviewFrame : public wxFrame {
   void PreferredUnit(Long lUnit);
   /// Calls oDone when what is shown has been painted.
   void AfterPaint(std::function<void()> oDone);
-  /// Writes a picture of the window as it stands on the screen; throws
+  /// Writes a picture of the window as it was painted last; throws
   /// std::runtime_error that names the file.
   void SaveScreenshot(const std::string& sFile);
 
  private:
   void MakeMenus();
-  void MakePageList();
+  /// The window to be placed at the left.
+  wxWindow* MakePageList();
   void Connect();
   void Open(std::shared_ptr<ZELLib3::Database> oDatabase);
   void OpenFile(const wxString& sTitle, const wxString& sPattern, const std::string& sKind);

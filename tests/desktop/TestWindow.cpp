@@ -60,7 +60,9 @@ std::string DescribeLive(const std::string& sList) {
 TestWindow::TestWindow() {
   std::string sTemplate = (std::filesystem::temp_directory_path() / "zelwbr3-desktop-XXXXXX").string();
   Folder = mkdtemp(sTemplate.data());
-  Frame = new wxFrame(nullptr, wxID_ANY, "Test", wxPoint(0, 0), wxSize(800, 600));
+  // Its own title: the window of the test before may still be going.
+  static int iWindows = 0;
+  Frame = new wxFrame(nullptr, wxID_ANY, "Test " + std::to_string(++iWindows), wxPoint(0, 0), wxSize(800, 600));
   Frame->Show();
   Platform = std::make_unique<DesktopPlatform>(*Frame);
   Platform->Trace([this](const std::string& sText) { Traces.push_back(sText); });
@@ -154,12 +156,12 @@ void TestWindow::Press(const std::string& sKey) { wxExecute("xdotool key " + sKe
 
 std::string TestWindow::InWindow(const std::string& sTitle, const std::string& sAction) {
   // Repeated, because a search fails when some window goes meanwhile.
-  return "sh -c \"until xdotool search --sync --onlyvisible --name ^" + sTitle + "$ windowfocus --sync " + sAction +
+  return "sh -c \"until xdotool search --sync --onlyvisible --name '^" + sTitle + "$' windowfocus --sync " + sAction +
          " 2>/dev/null; do :; done\"";
 }
 
 void TestWindow::ActivateFrame() {
-  wxExecute(InWindow("Test", ""), wxEXEC_SYNC | wxEXEC_NODISABLE);
+  wxExecute(InWindow(Frame->GetTitle().utf8_string(), ""), wxEXEC_SYNC | wxEXEC_NODISABLE);
   WaitFor("the active window", [this] { return Frame->IsActive(); });
 }
 
