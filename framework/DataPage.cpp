@@ -69,7 +69,11 @@ void DataPage::Command(Long lCommand) {
       Close();
       break;
     default:
+      const auto oSelf = shared_from_this();
       Guarded([&] { OnCommand(lCommand); });
+      // A command that the host gives is no document event, at whose end what
+      // was written is sent.
+      if (HasBrowser()) Browser().FlushDocuments();
   }
 }
 

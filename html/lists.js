@@ -13,6 +13,10 @@
  * What the script adds (the bar above the list, a button in each heading, a
  * body for the rows filtered out) comes after the load, when the control has
  * taken its picture.
+ *
+ * To lay out a row costs the browser ten times as much as to make it. A long
+ * list is therefore laid out little by little from the top, and the page stays
+ * usable meanwhile.
  */
 (() => {
   "use strict";
@@ -77,6 +81,9 @@
 
   const Directions = ["none", "ascending", "descending"];
 
+  /** Rows that are laid out at once, and with every further step at least. */
+  const RowsAtOnce = 1000;
+
   class List {
     constructor(oTable) {
       this.oTable = oTable;
@@ -88,14 +95,21 @@
       this.iColumn = -1;
       this.iDirection = 0;
       this.sFilter = "";
+      /** How many rows the filter leaves, and how many of these are laid out. */
+      this.iMatching = 0;
+      this.iShown = 0;
+      this.iShowTimer = 0;
       /** When the rows may be arranged again, and the timer that waits for it. */
       this.dNext = 0;
       this.iTimer = 0;
+      this.oSheet = new CSSStyleSheet();
+      document.adoptedStyleSheets = [...document.adoptedStyleSheets, this.oSheet];
 
       this.MakeBar();
       this.Collect([...this.oBody.rows]);
       this.Decorate();
-      this.Count(this.oRows.length);
+      this.ShowUpTo(RowsAtOnce);
+      this.Tell();
       oTable.append(this.oOut);
       this.oHeadings.addEventListener("click", (oEvent) => this.OnHeading(oEvent));
       // Two clicks in a row sort twice; they do not select the heading's text.
@@ -113,6 +127,7 @@
       this.oFilter.setAttribute("aria-label", "Filter rows");
       this.oFilter.addEventListener("input", () => {
         this.sFilter = this.oFilter.value.trim().toLowerCase();
+        this.ShowUpTo(RowsAtOnce);
         this.Schedule(100);
       });
       this.oCount = Make("span", "zelListCount");
@@ -148,6 +163,7 @@
       const oHeading = oEvent.target.closest("th");
       // Who has just selected a heading's text wants to copy it.
       if (oHeading === null || !getSelection().isCollapsed) return;
+      this.ShowUpTo(RowsAtOnce);
       const iColumn = oHeading.cellIndex;
       this.iDirection = iColumn === this.iColumn ? (this.iDirection + 1) % Directions.length : 1;
       this.iColumn = iColumn;
@@ -171,12 +187,34 @@
     OnRows(oRecords) {
       for (const oRecord of oRecords) this.Collect(oRecord.addedNodes);
       if (this.bArranged) this.Schedule(100);
-      else this.Count(this.oRows.length);
+      else this.Tell();
     }
 
-    Count(iShown) {
+    /** Says how many rows are seen, as far as it is not all, and goes on laying out. */
+    Tell() {
       const iAll = this.oRows.length;
-      this.oCount.textContent = iAll === 0 ? "No rows" : iShown === iAll ? "" : `${iShown} of ${iAll}`;
+      if (!this.bArranged) this.iMatching = iAll;
+      const iSeen = Math.min(this.iMatching, this.iShown);
+      this.oCount.textContent = iAll === 0 ? "No rows" : iSeen === iAll ? "" : `${iSeen} of ${iAll}`;
+      if (iSeen < this.iMatching && this.iShowTimer === 0) this.iShowTimer = setTimeout(() => this.ShowMore(), 200);
+    }
+
+    ShowMore() {
+      const dBegin = performance.now();
+      this.ShowUpTo(this.iShown + Math.max(RowsAtOnce, this.iShown >> 2));
+      void this.oBody.offsetHeight;
+      // Two thirds of the time are the user's, and the control's that may add rows.
+      this.iShowTimer = setTimeout(() => {
+        this.iShowTimer = 0;
+        if (this.iShown < this.iMatching) this.ShowMore();
+      }, 2 * (performance.now() - dBegin));
+      this.Tell();
+    }
+
+    ShowUpTo(iRows) {
+      this.iShown = iRows;
+      const sRows = `#${CSS.escape(this.oTable.id)} > tbody:first-of-type > tr:nth-child(n + ${iRows + 3})`;
+      this.oSheet.replaceSync(`@media screen { ${sRows} { display: none; } }`);
     }
 
     // Rows that go on coming are arranged again and again: so seldom that it
@@ -200,7 +238,8 @@
       this.Place(this.oBody, this.iDirection === 0 ? oIn : this.Sorted(oIn));
       this.Place(this.oOut, oOut);
       this.oObserver.takeRecords();
-      this.Count(oIn.length);
+      this.iMatching = oIn.length;
+      this.Tell();
 
       if (oFocused !== document.activeElement) oFocused?.focus({ preventScroll: true });
       const dEnd = performance.now();

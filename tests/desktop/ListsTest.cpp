@@ -157,6 +157,21 @@ TEST_F(ListsTest, ASelectionIsCopiedAsASpreadsheetTakesIt) {
   WaitFor("the copy", [&] { return Copied() == "ID\tNAME\tREMARK\n" + sRows; });
 }
 
+TEST_F(ListsTest, ALongListIsSeenAsAWholeInTheEnd) {
+  View->Rows.clear();
+  for (int i = 0; i < 4000; ++i) View->Rows.push_back({std::to_string(i), "n", "r"});
+  View->BlockSize = 4000;
+  ShowView();
+  const auto Seen = [&] {
+    return Ask(Front(),
+               "[...document.querySelectorAll('#tabSysInfo td:first-child')]"
+               ".filter(o => o.getClientRects().length > 0).length");
+  };
+  WaitFor("all rows", [&] { return Seen() == "4000"; });
+  EXPECT_EQ(Ask(Front(), "document.querySelector('.zelListCount').textContent"), "");
+  ExpectLiveEqualsReplica(Front());
+}
+
 TEST_F(ListsTest, EscapeEndsReadingThatAClickHasBegun) {
   for (int i = 0; i < 200'000; ++i) View->Rows.push_back({std::to_string(i), "n", "r"});
   ShowView();
