@@ -2,12 +2,14 @@
 
 #include "desktop/DesktopWebBrowser.h"
 #include "desktop/Picture.h"
+#include "dom/Text.h"
 #include "host/HTMLFolder.h"
 #include "host/HelpFile.h"
 #include "host/OneLine.h"
 #include "host/OpenInstance.h"
 #include "instances/recorded/WriteRecording.h"
 
+#include <optional>
 #include <stdexcept>
 
 #include <wx/filedlg.h>
@@ -22,11 +24,13 @@ namespace ZELWbr3::Host {
 
 namespace {
 
-wxString Text(const std::string& sText) { return wxString::FromUTF8(sText.c_str(), sText.size()); }
+/// A text from anywhere, for a title or a line of the window.
+wxString Text(const std::string& sText) { return wxString::FromUTF8(ZELWbr3::Text::Clean(OneLine(sText))); }
 
 std::string UTF8(const wxString& sText) { return std::string(sText.utf8_str()); }
 
-constexpr const char* Units[] = {"&Kilobytes", "&Megabytes", "&Gigabytes", "&Pages", "&Automatic"};
+constexpr const char* Units[] = {"Sizes in &Kilobytes", "Sizes in &Megabytes", "Sizes in &Gigabytes", "Sizes in &Pages",
+                                 "Sizes in a &Fitting Unit"};
 
 }  // namespace
 
@@ -79,7 +83,7 @@ wxWindow* ZelviewFrame::MakePageList() {
 void ZelviewFrame::MakeMenus() {
   const auto Add = [this](wxMenu* oMenu, const std::string& sText, std::function<void()> oWork,
                           wxItemKind eKind = wxITEM_NORMAL) {
-    const int iID = oMenu->Append(wxID_ANY, Text(sText), wxString(), eKind)->GetId();
+    const int iID = oMenu->Append(wxID_ANY, wxString::FromUTF8(sText), wxString(), eKind)->GetId();
     Bind(
         wxEVT_MENU, [oWork](wxCommandEvent&) { oWork(); }, iID);
   };
@@ -94,7 +98,7 @@ void ZelviewFrame::MakeMenus() {
   auto* oView = new wxMenu;
   for (int iUnit = 0; iUnit < static_cast<int>(std::size(Units)); ++iUnit) {
     Add(
-        oView, std::string("Sizes in ") + Units[iUnit],
+        oView, Units[iUnit],
         [this, iUnit] {
           PreferredUnit(iUnit);
           Later([this] {
@@ -106,13 +110,13 @@ void ZelviewFrame::MakeMenus() {
         wxITEM_RADIO);
   }
   oView->AppendSeparator();
-  Add(
-      oView, "&Light", [this] { m_oPanel->Platform().Theme(Desktop::Theme::Light); }, wxITEM_RADIO);
-  Add(
-      oView, "&Dark", [this] { m_oPanel->Platform().Theme(Desktop::Theme::Dark); }, wxITEM_RADIO);
-  if (m_oPanel->Platform().Theme() == Desktop::Theme::Dark) {
-    oView->FindItemByPosition(oView->GetMenuItemCount() - 1)->Check();
-  }
+  const auto AddTheme = [&](const char* sText, std::optional<Desktop::Theme> eTheme) {
+    Add(
+        oView, sText, [this, eTheme] { m_oPanel->Platform().Theme(eTheme); }, wxITEM_RADIO);
+  };
+  AddTheme("Theme of the &Desktop", std::nullopt);
+  AddTheme("&Light Theme", Desktop::Theme::Light);
+  AddTheme("Da&rk Theme", Desktop::Theme::Dark);
 
   auto* oHelp = new wxMenu;
   Add(oHelp, "&Message…", [this] { Later([this] { ShowMessage(); }); });
@@ -210,7 +214,7 @@ void ZelviewFrame::AfterPaint(std::function<void()> oDone) {
 }
 
 void ZelviewFrame::SaveScreenshot(const std::string& sFile) {
-  if (!Desktop::TakePicture(*this).SaveFile(Text(sFile), wxBITMAP_TYPE_PNG)) {
+  if (!Desktop::TakePicture(*this).SaveFile(wxString(sFile.c_str(), *wxConvFileName), wxBITMAP_TYPE_PNG)) {
     throw std::runtime_error("The picture \"" + sFile + "\" cannot be written");
   }
 }
