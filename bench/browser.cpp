@@ -3,6 +3,7 @@
 // both sides run on the same machine at the same time.
 
 #include "bench/BenchWindow.h"
+#include "bench/MemoryDatabase.h"
 #include "bench/Rows.h"
 #include "instances/recorded/OpenRecording.h"
 
@@ -17,6 +18,7 @@
 
 #include <wx/app.h>
 #include <wx/evtloop.h>
+#include <wx/timer.h>
 
 namespace {
 
@@ -126,6 +128,116 @@ void MeasureRows(BenchWindow& oWindow, Figures& oFigures) {
   oFigures.Add("replica_bytes_per_row", (HeapBytes() - dBefore) / 100000, "bytes of C++ heap a row");
 }
 
+/// Script that builds rows like those of a tab of the parameters page.
+constexpr const char* BuildParameters = R"((() => {
+  const count = 5000;
+  const parameters = [];
+  for (let i = 1; i <= count; ++i) parameters.push(['PARAMETER_' + i, 'value ' + i, 'What parameter ' + i + ' is good for']);
+  const start = performance.now();
+  const section = document.getElementById('tabExtended').tBodies[0];
+  const template = section.querySelector('#rowTemplate') ?? section.rows[section.rows.length - 1];
+  for (const [name, value, description] of parameters) {
+    const row = template.cloneNode(true);
+    section.appendChild(row);
+    row.style.display = '';
+    row.cells[0].id = 'PHIST' + name;
+    row.cells[1].className = 'zelTblCellParExt';
+    row.cells[1].textContent = name;
+    row.cells[1].id = 'PARAM' + name;
+    row.cells[2].textContent = value;
+    row.cells[3].textContent = description;
+  }
+  return performance.now() - start;
+})())";
+
+/// Script that builds rows like those of a view, below the header that the page
+/// has made.
+constexpr const char* BuildView = R"((() => {
+  const rows = [];
+  for (let i = 0; i < 100000; ++i) rows.push([0, 1, 2, 3, 4, 5].map((column) => 'value ' + (100000 + i * 6 + column)));
+  const start = performance.now();
+  const section = document.getElementById('tabSysInfo').tBodies[0];
+  const template = section.rows[1];
+  for (const texts of rows) {
+    const row = template.cloneNode(true);
+    section.appendChild(row);
+    row.style.display = '';
+    texts.forEach((text, column) => { row.cells[column].textContent = text; });
+  }
+  return performance.now() - start;
+})())";
+
+void MeasureParameters(BenchWindow& oWindow, Figures& oFigures) {
+  Browser& oBrowser = oWindow.Control();
+  oBrowser.HTMLPath(ZELWBR3_SOURCE_DIR "/html");
+  const auto oDatabase = std::make_shared<MemoryDatabase>();
+  constexpr int FillExtended = 3;
+  std::vector<double> ours;
+  std::vector<double> scripts;
+  for (int i = 0; i < 9; ++i) {
+    const auto oPage = std::make_shared<ZELWbr3::PageParameters>();
+    oPage->Database(oDatabase);
+    oBrowser.Show(oPage, 1);
+    scripts.push_back(std::stod(oWindow.Script(1, BuildParameters)));
+    oBrowser.Show(oPage, 1);
+    ours.push_back(Milliseconds([&] {
+      oPage->Command(FillExtended);
+      oWindow.Real(1).Flush();
+      oWindow.WaitFor([&] { return oWindow.Real(1).Settled(); });
+    }));
+  }
+  oFigures.Add("parameters_ms", Median(ours), "ms to fill a tab with 5,000 parameters");
+  oFigures.Add("parameters_ratio", Median(ours) / Median(scripts), "of that and script in the page");
+}
+
+/// The times between two turns of the message loop, as a timer sees them.
+class Turns : public wxTimer {
+ public:
+  void Begin() {
+    m_oLast = std::chrono::steady_clock::now();
+    Start(1);
+  }
+  std::vector<double> Gaps;
+
+ private:
+  void Notify() override {
+    const auto oNow = std::chrono::steady_clock::now();
+    Gaps.push_back(std::chrono::duration<double, std::milli>(oNow - m_oLast).count());
+    m_oLast = oNow;
+  }
+  std::chrono::steady_clock::time_point m_oLast;
+};
+
+void MeasureReadAll(BenchWindow& oWindow, Figures& oFigures) {
+  Browser& oBrowser = oWindow.Control();
+  const auto oDatabase = std::make_shared<MemoryDatabase>();
+  constexpr int ReadAll = 3;
+  std::vector<double> ours;
+  std::vector<double> scripts;
+  std::vector<double> freezes;
+  std::vector<double> blocks;
+  for (int i = 0; i < 3; ++i) {
+    const auto oPage = oBrowser.PageSysInfo();
+    oPage->Show(oDatabase, std::make_shared<MemoryView>());
+    scripts.push_back(std::stod(oWindow.Script(2, BuildView)));
+    oPage->Show(oDatabase, std::make_shared<MemoryView>());
+    Turns oTurns;
+    oTurns.Begin();
+    ours.push_back(Milliseconds([&] {
+      oPage->Command(ReadAll);
+      oTurns.Stop();
+      oWindow.Real(2).Flush();
+      oWindow.WaitFor([&] { return oWindow.Real(2).Settled(); });
+    }));
+    freezes.push_back(std::ranges::max(oTurns.Gaps));
+    blocks.push_back(Median(oTurns.Gaps));
+  }
+  oFigures.Add("readall_100k_ms", Median(ours), "ms to read all of 100,000 rows into a view, until confirmed");
+  oFigures.Add("readall_100k_ratio", Median(ours) / Median(scripts), "of that and script in the page");
+  oFigures.Add("longest_freeze_ms", Median(freezes), "ms at most between two turns of the message loop meanwhile");
+  oFigures.Add("longest_freeze_ratio", Median(freezes) / Median(blocks), "of that and the median, one block's fill");
+}
+
 class BenchApp : public wxApp {
  public:
   std::string JSONFile;
@@ -144,6 +256,8 @@ class BenchApp : public wxApp {
       BenchWindow oWindow;
       MeasureShow(oWindow, oFigures);
       MeasureRows(oWindow, oFigures);
+      MeasureParameters(oWindow, oFigures);
+      MeasureReadAll(oWindow, oFigures);
       if (!JSONFile.empty()) {
         std::ofstream oFile(JSONFile);
         oFile << oFigures.JSON().dump(2) << '\n';
