@@ -9,6 +9,7 @@
 #include "host/OpenInstance.h"
 #include "instances/recorded/WriteRecording.h"
 
+#include <cstdlib>
 #include <optional>
 #include <stdexcept>
 
@@ -130,6 +131,11 @@ void ZelviewFrame::MakeMenus() {
 
 void ZelviewFrame::Connect() {
   Browser& oBrowser = m_oPanel->Browser();
+  if (const char* pFile = std::getenv("ZELWBR3_TRACE")) {
+    m_oTrace = std::make_shared<clsTrace>(m_oPanel->Platform().UserLocale());
+    m_oTrace->StartLogging(pFile);
+    m_oPanel->Platform().Trace([oTrace = m_oTrace](const std::string& sText) { oTrace->Text(sText); });
+  }
   m_connections.push_back(oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
     const auto oEntries = HostPages::All();
     for (std::size_t i = 0; i < oEntries.size(); ++i) {

@@ -2,6 +2,7 @@
 
 #include "desktop/BrowserPanel.h"
 #include "desktop/DesktopCommandlist.h"
+#include "framework/clsTrace.h"
 #include "host/HostPages.h"
 
 #include <functional>
@@ -49,6 +50,8 @@ class ZelviewFrame : public wxFrame {
   wxListBox* m_oPageList;
   std::shared_ptr<Desktop::DesktopCommandlist> m_oCommandlist;
   std::unique_ptr<HostPages> m_oPages;
+  /// Into the file that ZELWBR3_TRACE names, if it does.
+  std::shared_ptr<clsTrace> m_oTrace;
   std::vector<Connection> m_connections;
 };
 

@@ -101,7 +101,7 @@ class Zelview : public wxApp {
     });
     m_oDeadline.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
       m_oFrame->SaveScreenshot(m_oArguments.Screenshot);
-      std::_Exit(Complain("the page was not shown in time; the picture shows what stands in front"));
+      std::_Exit(Complain("the page was not shown in time; the picture shows the window as it is"));
     });
     m_oDeadline.StartOnce(GivingUp);
   }
