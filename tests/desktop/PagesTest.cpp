@@ -1,0 +1,66 @@
+#include "desktop/BrowserPanel.h"
+#include "instances/recorded/OpenRecording.h"
+#include "tests/desktop/TestWindow.h"
+
+namespace ZELWbr3::Desktop {
+namespace {
+
+/// The control's own pages on the real browser.
+class PagesTest : public TestWindow {
+ protected:
+  PagesTest() : Panel(new BrowserPanel(Frame)) {
+    Frame->SendSizeEvent();
+    Panel->Platform().Theme(Theme::Light);
+    Control().HTMLPath(ZELWBR3_SOURCE_DIR "/html");
+  }
+
+  ZELWbr3::Browser& Control() { return Panel->Browser(); }
+  DesktopWebBrowser& Front() {
+    for (DesktopWebBrowser* oBrowser : Panel->Platform().Browsers()) {
+      if (oBrowser->IsVisible()) return *oBrowser;
+    }
+    throw std::runtime_error("No frame is visible");
+  }
+  static std::shared_ptr<ZELLib3::Database> Recording(const std::string& sName) {
+    return Recorded::OpenRecording(ZELWBR3_SOURCE_DIR "/tests/recordings/" + sName + ".json");
+  }
+
+  BrowserPanel* Panel;
+};
+
+TEST_F(PagesTest, TheBrowserShowsWhatThePagesHaveWritten) {
+  for (const char* sRecording : {"demo", "hostile", "full-data", "hot-standby"}) {
+    SCOPED_TRACE(sRecording);
+    const auto oDatabase = Recording(sRecording);
+    const auto Check = [&](const auto& oPage) {
+      SCOPED_TRACE(oPage->Name());
+      oPage->Show(oDatabase);
+      ExpectLiveEqualsReplica(Front());
+    };
+    Check(Control().PageMain());
+    Check(Control().PageDataArea());
+    Check(Control().PageLogArea());
+    Check(Control().PageParameters());
+    Check(Control().PageInfoCaches());
+    Check(Control().PageInfoActivity());
+    Check(Control().PageSessions());
+    Check(Control().PageSysInfos());
+    Check(Control().PageHistory());
+    Check(Control().PageDBAnalyzer());
+  }
+  Control().PageDefault()->Show();
+  ExpectLiveEqualsReplica(Front());
+}
+
+TEST_F(PagesTest, ManyDisplaysLeaveNoGrowthInViewsAndProcesses) {
+  const auto oDatabase = Recording("demo");
+  for (int i = 0; i < 100; ++i) {
+    Control().PageMain()->Show(oDatabase);
+    Control().PageDefault()->Show();
+  }
+  EXPECT_EQ(WebView::Count(), 2);
+  EXPECT_EQ(WebProcesses().size(), 2u);
+}
+
+}  // namespace
+}  // namespace ZELWbr3::Desktop
