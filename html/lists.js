@@ -10,13 +10,12 @@
  * so what it reads is what it has written, in its order, whatever happens here.
  * The script moves rows, and nothing else that the control knows: sorted by no
  * column and filtered by no text, the document is again exactly the control's.
- * What the script adds (the bar above the list, a button in each heading, a
- * body for the rows filtered out) comes after the load, when the control has
- * taken its picture.
+ * What the script adds (the bar above the list, a button in each heading, two
+ * hidden bodies) comes after the load, when the control has taken its picture.
  *
- * To lay out a row costs the browser ten times as much as to make it. A long
- * list is therefore laid out little by little from the top, and the page stays
- * usable meanwhile.
+ * To lay out a row costs the browser ten times as much as to make it. The rows
+ * of a long list therefore wait in a hidden body, from which they come little
+ * by little, and the page stays usable meanwhile.
  */
 (() => {
   "use strict";
@@ -89,28 +88,28 @@
       this.oTable = oTable;
       this.oBody = oTable.tBodies[0];
       this.oHeadings = this.oBody.rows[0];
-      this.oOut = Make("tbody", "", { hidden: true });
+      /** The rows still to be shown, and those that the filter keeps out. */
+      this.oLater = Make("tbody", "zelListLater", { hidden: true });
+      this.oOut = Make("tbody", "zelListOut", { hidden: true });
       /** All rows but headings and template, in the order in which they came. */
       this.oRows = [];
       this.iColumn = -1;
       this.iDirection = 0;
       this.sFilter = "";
-      /** How many rows the filter leaves, and how many of these are laid out. */
-      this.iMatching = 0;
+      /** How many rows may be shown, and how many are. */
+      this.iAllowed = RowsAtOnce;
       this.iShown = 0;
       this.iShowTimer = 0;
+      this.iKnown = 0;
       /** When the rows may be arranged again, and the timer that waits for it. */
       this.dNext = 0;
       this.iTimer = 0;
-      this.oSheet = new CSSStyleSheet();
-      document.adoptedStyleSheets = [...document.adoptedStyleSheets, this.oSheet];
 
       this.MakeBar();
-      this.Collect([...this.oBody.rows]);
+      oTable.append(this.oLater, this.oOut);
+      this.Add([...this.oBody.rows]);
       this.Decorate();
-      this.ShowUpTo(RowsAtOnce);
       this.Tell();
-      oTable.append(this.oOut);
       this.oHeadings.addEventListener("click", (oEvent) => this.OnHeading(oEvent));
       // Two clicks in a row sort twice; they do not select the heading's text.
       this.oHeadings.addEventListener("mousedown", (oEvent) => oEvent.detail > 1 && oEvent.preventDefault());
@@ -127,7 +126,7 @@
       this.oFilter.setAttribute("aria-label", "Filter rows");
       this.oFilter.addEventListener("input", () => {
         this.sFilter = this.oFilter.value.trim().toLowerCase();
-        this.ShowUpTo(RowsAtOnce);
+        this.iAllowed = RowsAtOnce;
         this.Schedule(100);
       });
       this.oCount = Make("span", "zelListCount");
@@ -163,7 +162,7 @@
       const oHeading = oEvent.target.closest("th");
       // Who has just selected a heading's text wants to copy it.
       if (oHeading === null || !getSelection().isCollapsed) return;
-      this.ShowUpTo(RowsAtOnce);
+      this.iAllowed = RowsAtOnce;
       const iColumn = oHeading.cellIndex;
       this.iDirection = iColumn === this.iColumn ? (this.iDirection + 1) % Directions.length : 1;
       this.iColumn = iColumn;
@@ -178,43 +177,55 @@
       return this.iDirection !== 0 || this.sFilter !== "";
     }
 
-    Collect(oNodes) {
-      for (const oNode of oNodes) {
-        if (oNode instanceof HTMLTableRowElement && oNode !== this.oHeadings && !IsHidden(oNode)) this.oRows.push(oNode);
-      }
-    }
-
     OnRows(oRecords) {
-      for (const oRecord of oRecords) this.Collect(oRecord.addedNodes);
+      for (const oRecord of oRecords) this.Add(oRecord.addedNodes);
       if (this.bArranged) this.Schedule(100);
       else this.Tell();
     }
 
-    /** Says how many rows are seen, as far as it is not all, and goes on laying out. */
+    /** Takes notice of rows that the body has got at its end, and moves on what is too much for it. */
+    Add(oNodes) {
+      for (const oNode of oNodes) {
+        if (!(oNode instanceof HTMLTableRowElement) || oNode === this.oHeadings || IsHidden(oNode)) continue;
+        this.oRows.push(oNode);
+        if (this.iShown < this.iAllowed) ++this.iShown;
+        else this.oLater.append(oNode);
+      }
+    }
+
+    /** Says how many rows are seen, as far as it is not all, and sees to it that more will be. */
     Tell() {
       const iAll = this.oRows.length;
-      if (!this.bArranged) this.iMatching = iAll;
-      const iSeen = Math.min(this.iMatching, this.iShown);
-      this.oCount.textContent = iAll === 0 ? "No rows" : iSeen === iAll ? "" : `${iSeen} of ${iAll}`;
-      if (iSeen < this.iMatching && this.iShowTimer === 0) this.iShowTimer = setTimeout(() => this.ShowMore(), 200);
+      this.oCount.textContent = iAll === 0 ? "No rows" : this.iShown === iAll ? "" : `${this.iShown} of ${iAll}`;
+      if (this.oLater.firstElementChild !== null && this.iShowTimer === 0) {
+        this.iShowTimer = setTimeout(() => this.ShowMore(), 200);
+      }
     }
 
     ShowMore() {
       const dBegin = performance.now();
-      this.ShowUpTo(this.iShown + Math.max(RowsAtOnce, this.iShown >> 2));
+      this.OnRows(this.oObserver.takeRecords());
+      this.Show(Math.max(RowsAtOnce, this.iShown >> 1));
       void this.oBody.offsetHeight;
-      // Two thirds of the time are the user's, and the control's that may add rows.
+      // Half of the time is the user's, and most of it the control's while it adds rows.
+      const iRest = this.oRows.length > this.iKnown ? 5 : 1;
+      this.iKnown = this.oRows.length;
       this.iShowTimer = setTimeout(() => {
         this.iShowTimer = 0;
-        if (this.iShown < this.iMatching) this.ShowMore();
-      }, 2 * (performance.now() - dBegin));
+        if (this.oLater.firstElementChild !== null) this.ShowMore();
+      }, iRest * (performance.now() - dBegin));
       this.Tell();
     }
 
-    ShowUpTo(iRows) {
-      this.iShown = iRows;
-      const sRows = `#${CSS.escape(this.oTable.id)} > tbody:first-of-type > tr:nth-child(n + ${iRows + 3})`;
-      this.oSheet.replaceSync(`@media screen { ${sRows} { display: none; } }`);
+    /** Shows so many of the rows that wait. */
+    Show(iRows) {
+      this.iAllowed = this.iShown + iRows;
+      const oFragment = document.createDocumentFragment();
+      for (; this.iShown < this.iAllowed && this.oLater.firstElementChild !== null; ++this.iShown) {
+        oFragment.append(this.oLater.firstElementChild);
+      }
+      this.oBody.append(oFragment);
+      this.oObserver.takeRecords();
     }
 
     // Rows that go on coming are arranged again and again: so seldom that it
@@ -224,7 +235,7 @@
       this.iTimer = setTimeout(() => this.Arrange(), Math.max(dDelay, this.dNext - performance.now()));
     }
 
-    /** Puts the rows that match into their order and the others aside. */
+    /** Puts the rows that match into their order and the others aside, all anew. */
     Arrange() {
       clearTimeout(this.iTimer);
       const dBegin = performance.now();
@@ -235,10 +246,12 @@
       const oIn = [];
       const oOut = [];
       for (const oRow of this.oRows) (this.Matches(oRow) ? oIn : oOut).push(oRow);
-      this.Place(this.oBody, this.iDirection === 0 ? oIn : this.Sorted(oIn));
+      const oOrdered = this.iDirection === 0 ? oIn : this.Sorted(oIn);
+      this.Place(this.oBody, oOrdered.slice(0, this.iAllowed));
+      this.Place(this.oLater, oOrdered.slice(this.iAllowed));
       this.Place(this.oOut, oOut);
       this.oObserver.takeRecords();
-      this.iMatching = oIn.length;
+      this.iShown = Math.min(oOrdered.length, this.iAllowed);
       this.Tell();
 
       if (oFocused !== document.activeElement) oFocused?.focus({ preventScroll: true });
@@ -298,7 +311,8 @@
   const RowsOf = (oTable, oRange) => {
     const oLines = [];
     for (const oRow of oTable.rows) {
-      if (IsHidden(oRow) || oRow.parentElement.hidden || !oRange.intersectsNode(oRow)) continue;
+      const bOut = IsHidden(oRow) || oRow.parentElement.className === "zelListOut";
+      if (bOut || !oRange.intersectsNode(oRow)) continue;
       const oCells = [...oRow.cells].filter((oCell) => oRange.intersectsNode(oCell));
       if (oCells.length > 0) oLines.push(oCells.map((oCell) => Selected(oCell, oRange)).join("\t"));
     }
@@ -328,6 +342,7 @@
 
   window.addEventListener("load", () => {
     const oLists = [...document.querySelectorAll("table.zelTblSort")].map((oTable) => new List(oTable));
+    window.addEventListener("beforeprint", () => oLists.forEach((oList) => oList.Show(Infinity)));
     document.addEventListener("keydown", (oEvent) => {
       if (oLists.length === 0 || oEvent.key !== "f" || !oEvent.ctrlKey || oEvent.altKey || oEvent.shiftKey) return;
       oEvent.preventDefault();
