@@ -54,7 +54,8 @@ AnalyzerConfig AnalyzerConfig::Read(const std::string& sPath) {
   for (std::string sLine; std::getline(oText, sLine);) {
     ++iLine;
     const auto Raise = [&](const std::string& sWhat) {
-      throw std::runtime_error(OneLine(sPath + ": line " + std::to_string(iLine) + ": " + sWhat));
+      const std::string sLineNumber = std::to_string(iLine);
+      throw std::runtime_error(OneLine(std::string(sPath).append(": line ").append(sLineNumber + ": ").append(sWhat)));
     };
     sLine = Trimmed(sLine.substr(0, sLine.find('#')));
     if (sLine.empty()) continue;

@@ -57,7 +57,7 @@ std::optional<AnalyzerRecord> LockFile::Read(const std::string& sPath) {
   for (int iTry = 0; iTry < 100; ++iTry) {
     const ssize_t lRead = pread(*oFile, sBytes.data(), sBytes.size(), 0);
     if (lRead < 0) RaiseSystemError(sPath);
-    if (const auto oRecord = AnalyzerRecord::Decode({sBytes.data(), static_cast<std::size_t>(lRead)})) return oRecord;
+    if (auto oRecord = AnalyzerRecord::Decode({sBytes.data(), static_cast<std::size_t>(lRead)})) return oRecord;
   }
   return std::nullopt;
 }

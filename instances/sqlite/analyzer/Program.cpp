@@ -73,6 +73,7 @@ class FileActions {
 
 int Spawn(const std::vector<std::string>& arguments, int lStandardError) {
   std::vector<char*> argv;
+  argv.reserve(arguments.size() + 1);
   for (const std::string& sArgument : arguments) argv.push_back(const_cast<char*>(sArgument.c_str()));
   argv.push_back(nullptr);
   pid_t lProcess = 0;

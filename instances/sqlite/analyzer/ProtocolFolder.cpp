@@ -86,6 +86,7 @@ void ProtocolFolder::Append(const std::string& sTimeStamp, const std::vector<Pro
   const Descriptor oSet(sSet, O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
 
   std::vector<ProtocolFile> files;
+  files.reserve(lines.size());
   for (const ProtocolLine& oLine : lines) files.emplace_back(oSet, sSet, oLine);
   if (files.empty()) return;
   const int lNumber = files.front().LastNumber() + 1;

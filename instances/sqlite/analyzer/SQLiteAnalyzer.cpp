@@ -32,7 +32,7 @@ auto Ask(const std::string& sFile, Function oRead) {
   }
 }
 
-std::string Without(std::string_view sBeginning, std::string sText) {
+std::string Without(std::string_view sBeginning, const std::string& sText) {
   return sText.starts_with(sBeginning) ? sText.substr(sBeginning.size()) : sText;
 }
 
