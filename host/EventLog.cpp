@@ -21,7 +21,8 @@ JSON Item(const ZELCmd3::CommandItem& oItem) {
 
 }  // namespace
 
-EventLog::EventLog(const std::string& sFile) : m_sFile(sFile) {
+void EventLog::Open(const std::string& sFile) {
+  m_sFile = sFile;
   if (!sFile.empty()) m_oFile.open(sFile, std::ios::trunc);
   if (!m_oFile) throw std::runtime_error("The events file \"" + sFile + "\" cannot be written");
 }

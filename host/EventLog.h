@@ -12,12 +12,12 @@
 namespace ZELWbr3::Host {
 
 /// Writes what happens to a control as one JSON object a line, in order of
-/// happening.
+/// happening. Nothing is written before a file is open.
 class EventLog {
  public:
-  /// Without a file name nothing is written. Throws std::runtime_error that
-  /// names the file when it cannot be written.
-  explicit EventLog(const std::string& sFile);
+  /// Empties the file; without a name none is opened. Throws std::runtime_error
+  /// that names the file when it cannot be written.
+  void Open(const std::string& sFile);
 
   /// Connects to all that reports something by itself.
   void Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform);
@@ -26,7 +26,7 @@ class EventLog {
   /// A step has ended: the command list is written unless it is as it was
   /// before.
   void EndStep(const Headless::HeadlessCommandlist& oCommandlist);
-  /// Throws as the constructor when something could not be written.
+  /// Throws as Open when something could not be written.
   void Close();
 
  private:

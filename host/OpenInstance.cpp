@@ -8,22 +8,46 @@
 
 namespace ZELWbr3::Host {
 
-std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Recorded::CallObserver oObserver) {
+namespace {
+
+/// What stands in front of the file.
+constexpr char RecordedKind[] = "recorded";
+constexpr char SQLiteKind[] = "sqlite";
+
+struct Argument {
+  std::string Kind;
+  std::string File;
+};
+
+Argument Parse(const std::string& sInstance) {
   const auto iColon = sInstance.find(':');
-  const std::string sKind = iColon == std::string::npos ? std::string() : sInstance.substr(0, iColon);
-  const std::string sFile = sInstance.substr(iColon + 1);
-  if ((sKind == "recorded" || sKind == "sqlite") && sFile.empty()) {
-    throw std::invalid_argument("The instance \"" + sInstance + "\" names no file");
+  Argument oArgument;
+  if (iColon != std::string::npos) oArgument = {sInstance.substr(0, iColon), sInstance.substr(iColon + 1)};
+  if (oArgument.Kind != RecordedKind && oArgument.Kind != SQLiteKind) {
+    throw std::invalid_argument("The instance \"" + sInstance + "\" is neither recorded:FILE nor sqlite:FILE");
   }
-  if (sKind == "recorded") return Recorded::OpenRecording(sFile, std::move(oObserver));
-  if (sKind == "sqlite") return SQLite::OpenDatabase(sFile);
-  throw std::invalid_argument("The instance \"" + sInstance + "\" is neither recorded:FILE nor sqlite:FILE");
+  if (oArgument.File.empty()) throw std::invalid_argument("The instance \"" + sInstance + "\" names no file");
+  return oArgument;
 }
 
-std::shared_ptr<ZELLib3::Database> OpenSample() {
+}  // namespace
+
+std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Recorded::CallObserver oObserver) {
+  const Argument oArgument = Parse(sInstance);
+  return oArgument.Kind == RecordedKind ? Recorded::OpenRecording(oArgument.File, std::move(oObserver))
+                                        : SQLite::OpenDatabase(oArgument.File);
+}
+
+std::vector<std::string> FilesOf(const std::string& sInstance) {
+  const auto [sKind, sFile] = Parse(sInstance);
+  if (sKind == RecordedKind) return {sFile};
+  return {sFile, sFile + "-wal", sFile + "-shm", sFile + "-journal"};
+}
+
+std::string SampleInstance() {
   const std::string sPath = SQLite::SamplePath();
   SQLite::MakeSample(sPath);
-  return SQLite::OpenDatabase(sPath);
+  return "sqlite:" + sPath;
 }
 
 }  // namespace ZELWbr3::Host

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace ZELWbr3::Host {
 
@@ -14,7 +15,12 @@ namespace ZELWbr3::Host {
 /// oObserver is told of the operations that are called on a recording.
 std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Recorded::CallObserver oObserver = {});
 
-/// The sample database, made when it is not there yet.
-std::shared_ptr<ZELLib3::Database> OpenSample();
+/// The files that such an instance consists of, whether they exist or not.
+/// Throws std::invalid_argument as OpenInstance.
+std::vector<std::string> FilesOf(const std::string& sInstance);
+
+/// The argument for the sample database, which is made when it is not there
+/// yet.
+std::string SampleInstance();
 
 }  // namespace ZELWbr3::Host

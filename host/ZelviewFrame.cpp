@@ -7,6 +7,7 @@
 #include "host/HelpFile.h"
 #include "host/OneLine.h"
 #include "host/OpenInstance.h"
+#include "host/OutputFiles.h"
 #include "instances/recorded/WriteRecording.h"
 
 #include <cstdlib>
@@ -35,7 +36,7 @@ constexpr const char* Units[] = {"Sizes in &Kilobytes", "Sizes in &Megabytes", "
 
 }  // namespace
 
-ZelviewFrame::ZelviewFrame(std::shared_ptr<ZELLib3::Database> oDatabase)
+ZelviewFrame::ZelviewFrame(const std::string& sInstance, std::shared_ptr<ZELLib3::Database> oDatabase)
     : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPosition, wxSize(1180, 860)) {
   SetMinSize(wxSize(720, 480));
   // What the control reports, and what the instance is.
@@ -59,7 +60,7 @@ ZelviewFrame::ZelviewFrame(std::shared_ptr<ZELLib3::Database> oDatabase)
   m_oPanel->Browser().CHMPath(HelpFile());
   MakeMenus();
   Connect();
-  Open(std::move(oDatabase));
+  Open(sInstance, std::move(oDatabase));
 }
 
 wxWindow* ZelviewFrame::MakePageList() {
@@ -150,7 +151,8 @@ void ZelviewFrame::Connect() {
   }));
 }
 
-void ZelviewFrame::Open(std::shared_ptr<ZELLib3::Database> oDatabase) {
+void ZelviewFrame::Open(const std::string& sInstance, std::shared_ptr<ZELLib3::Database> oDatabase) {
+  m_sInstance = sInstance;
   m_oDatabase = std::move(oDatabase);
   m_oPages = std::make_unique<HostPages>(m_oPanel->Browser(), m_oDatabase, m_oCommandlist);
   SetTitle(Text(m_oDatabase->InstanceName() + " - zelview"));
@@ -175,7 +177,7 @@ void ZelviewFrame::OpenFile(const wxString& sTitle, const wxString& sPattern, co
   if (oDialog.ShowModal() != wxID_OK) return;
   const std::string sInstance = sKind + UTF8(oDialog.GetPath());
   Later([this, sInstance] {
-    Open(OpenInstance(sInstance));
+    Open(sInstance, OpenInstance(sInstance));
     ShowFirst("Main");
   });
 }
@@ -183,7 +185,9 @@ void ZelviewFrame::OpenFile(const wxString& sTitle, const wxString& sPattern, co
 void ZelviewFrame::SaveRecording() {
   wxFileDialog oDialog(this, "Save a recording of the instance", "", "", "*.json", wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
   if (oDialog.ShowModal() != wxID_OK) return;
-  const auto notes = Recorded::WriteRecording(*m_oDatabase, UTF8(oDialog.GetPath()));
+  const std::string sFile = UTF8(oDialog.GetPath());
+  CheckOutputFiles(m_sInstance, {{"Save Recording", sFile}});
+  const auto notes = Recorded::WriteRecording(*m_oDatabase, sFile);
   Say(notes.empty() ? "The recording is written." : OneLine(notes.front()));
 }
 

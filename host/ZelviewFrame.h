@@ -18,7 +18,8 @@ namespace ZELWbr3::Host {
 /// control in the middle, and a line for what the control reports.
 class ZelviewFrame : public wxFrame {
  public:
-  explicit ZelviewFrame(std::shared_ptr<ZELLib3::Database> oDatabase);
+  /// sInstance is the argument that names the instance.
+  ZelviewFrame(const std::string& sInstance, std::shared_ptr<ZELLib3::Database> oDatabase);
 
   /// Shows the main page and then another one; throws as HostPages::Show.
   void ShowFirst(const std::string& sPage);
@@ -34,7 +35,7 @@ class ZelviewFrame : public wxFrame {
   /// The window to be placed at the left.
   wxWindow* MakePageList();
   void Connect();
-  void Open(std::shared_ptr<ZELLib3::Database> oDatabase);
+  void Open(const std::string& sInstance, std::shared_ptr<ZELLib3::Database> oDatabase);
   void OpenFile(const wxString& sTitle, const wxString& sPattern, const std::string& sKind);
   void SaveRecording();
   void ShowMessage();
@@ -45,6 +46,7 @@ class ZelviewFrame : public wxFrame {
   void Later(std::function<void()> oWork);
   void Say(const std::string& sText);
 
+  std::string m_sInstance;
   std::shared_ptr<ZELLib3::Database> m_oDatabase;
   Desktop::BrowserPanel* m_oPanel;
   wxListBox* m_oPageList;

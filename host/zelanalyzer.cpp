@@ -57,7 +57,7 @@ int main(int argc, char** argv) {
       "Starts the analyzer of a database file in the background: it evaluates the file at an interval and writes "
       "protocol sets.",
       "zelanalyzer");
-  oApp.add_option("INSTANCE", sInstance, "sqlite:FILE")->required();
+  oApp.add_option("INSTANCE", sInstance, "sqlite:FILE");
   oApp.add_option("--config", oOptions.ConfigFile, "Configuration file: which groups of figures are written");
   oApp.add_option("--number", oOptions.Number, "Evaluations until it ends, 0 (endless) unless given")->check(oCount);
   oApp.add_option("--interval", oOptions.Interval,
@@ -73,6 +73,8 @@ int main(int argc, char** argv) {
   } catch (const CLI::ParseError& oError) {
     return Complain(oError.what());
   }
+  // Not left to the parser, which would say so before it names an unknown option.
+  if (sInstance.empty()) return Complain("INSTANCE is required");
   try {
     return Run(oOptions, sInstance);
   } catch (const std::exception& oError) {

@@ -4,6 +4,7 @@
 #include "host/HostPages.h"
 #include "host/OneLine.h"
 #include "host/OpenInstance.h"
+#include "host/OutputFiles.h"
 #include "host/Report.h"
 #include "host/Step.h"
 #include "instances/recorded/WriteRecording.h"
@@ -51,9 +52,13 @@ int Run(const Arguments& oArguments) {
   std::vector<Step> steps;
   for (const std::string& sStep : oArguments.Steps) steps.push_back(Step::Parse(sStep));
 
-  EventLog oEvents(oArguments.Events);
+  CheckOutputFiles(oArguments.Instance,
+                   {{"--out", oArguments.Out}, {"--events", oArguments.Events}, {"--record", oArguments.Record}});
+
+  EventLog oEvents;
   const auto oDatabase =
       OpenInstance(oArguments.Instance, [&](const ZELWbr3::Recorded::Call& oCall) { oEvents.Write(oCall); });
+  oEvents.Open(oArguments.Events);
   if (!oArguments.Record.empty()) {
     for (const std::string& sNote : ZELWbr3::Recorded::WriteRecording(*oDatabase, oArguments.Record)) Complain(sNote);
   }
@@ -79,7 +84,7 @@ int Run(const Arguments& oArguments) {
 int main(int argc, char** argv) {
   Arguments oArguments;
   CLI::App oApp("Shows a page of a database instance without a screen and writes it as HTML.", "zelreport");
-  oApp.add_option("INSTANCE", oArguments.Instance, "recorded:FILE or sqlite:FILE")->required();
+  oApp.add_option("INSTANCE", oArguments.Instance, "recorded:FILE or sqlite:FILE");
   oApp.add_option("--page", oArguments.Page, "The page to show, Main unless given");
   oApp.add_option("--do", oArguments.Steps,
                   "A step: click ID, key CODE, focus ID, item KEY, show NAME, answer WORD, command N, print")
@@ -94,6 +99,8 @@ int main(int argc, char** argv) {
   } catch (const CLI::ParseError& oError) {
     return Complain(oError.what());
   }
+  // Not left to the parser, which would say so before it names an unknown option.
+  if (oArguments.Instance.empty()) return Complain("INSTANCE is required");
   try {
     return Run(oArguments);
   } catch (const std::exception& oError) {

@@ -3,6 +3,7 @@
 #include "host/HostPages.h"
 #include "host/OneLine.h"
 #include "host/OpenInstance.h"
+#include "host/OutputFiles.h"
 #include "host/ZelviewFrame.h"
 #include "instances/recorded/WriteRecording.h"
 
@@ -51,13 +52,15 @@ class Zelview : public wxApp {
     wxLog::SetActiveTarget(new wxLogStderr);
     wxImage::AddHandler(new wxPNGHandler);
     try {
-      const auto oDatabase = m_oArguments.Instance.empty() ? OpenSample() : OpenInstance(m_oArguments.Instance);
+      const std::string sInstance = m_oArguments.Instance.empty() ? SampleInstance() : m_oArguments.Instance;
+      CheckOutputFiles(sInstance, {{"--screenshot", m_oArguments.Screenshot}, {"--record", m_oArguments.Record}});
+      const auto oDatabase = OpenInstance(sInstance);
       if (!m_oArguments.Record.empty()) {
         for (const std::string& sNote : ZELWbr3::Recorded::WriteRecording(*oDatabase, m_oArguments.Record)) {
           Complain(sNote);
         }
       }
-      m_oFrame = new ZelviewFrame(oDatabase);
+      m_oFrame = new ZelviewFrame(sInstance, oDatabase);
       m_oFrame->PreferredUnit(m_oArguments.Unit);
       m_oFrame->Show();
     } catch (const std::exception& oError) {

@@ -33,9 +33,15 @@ class ZelreportTest : public testing::Test {
     const Ended oEnded = RunZelreport(arguments);
     EXPECT_EQ(oEnded.Exit, iExit) << oEnded.Err;
     EXPECT_EQ(oEnded.Out, "");
+    Said = oEnded.Err;
     Lines lines;
     std::istringstream oEvents(Folder.Read("events"));
     for (std::string sLine; std::getline(oEvents, sLine);) lines.push_back(sLine);
+    return lines;
+  }
+
+  static Lines Only(const std::string& sEvent, Lines lines) {
+    std::erase_if(lines, [&](const std::string& s) { return !s.starts_with(R"({"event":")" + sEvent + '"'); });
     return lines;
   }
 
@@ -51,6 +57,7 @@ class ZelreportTest : public testing::Test {
   }
 
   Testing::TempFolder Folder;
+  std::string Said;  ///< on standard error by the last story
 };
 
 }  // namespace
@@ -83,7 +90,7 @@ TEST_F(ZelreportTest, WritesThePageSoThatItNeedsNoOtherFile) {
 TEST_F(ZelreportTest, SaysInOneLineWhatIsWrong) {
   const std::string sDemo = Recording("demo");
   ExpectComplaint({}, "INSTANCE");
-  ExpectComplaint({sDemo, "--bogus"}, "--bogus");
+  ExpectComplaint({"--bogus"}, "--bogus");
   ExpectComplaint({sDemo, "extra"}, "extra");
   ExpectComplaint({sDemo, "--page"}, "--page");
   ExpectComplaint({"demo.json"}, "demo.json");
@@ -105,7 +112,8 @@ TEST_F(ZelreportTest, SaysInOneLineWhatIsWrong) {
   ExpectComplaint({sDemo, "--record", "/nowhere/x"}, "/nowhere/x");
 
   for (const char* sStep : {"", "jump x", "click", "click ", "key", "key x", "key 99999999999", "key 1 2", "item -",
-                            "print x", "answer", "answer maybe", "show Nope", "show SysInfo", "Click x", " click x"}) {
+                            "print x", "answer", "answer maybe", "answer ok colour=red", "answer quick number=1",
+                            "show Nope", "show SysInfo", "Click x", " click x"}) {
     ExpectComplaint({sDemo, "--do", sStep},
                     "\"" + std::string(sStep).substr(std::string(sStep).starts_with("show") ? 5 : 0) + "\"");
   }
@@ -114,6 +122,24 @@ TEST_F(ZelreportTest, SaysInOneLineWhatIsWrong) {
   ExpectComplaint({sDemo, "--do", "item 99"}, "99");
   ExpectComplaint({sDemo, "--do", "item 4"}, "4");  // disabled while online
   ExpectComplaint({sDemo, "--page", "Default", "--do", "command 0"}, "Default");
+}
+
+TEST_F(ZelreportTest, NoOutputIsWrittenOverTheInstanceOrAnotherOutput) {
+  const std::string sFile = Folder.Write("r.json", R"({"Database":{"InstanceName":"R"}})");
+  const std::string sBefore = Folder.Read("r.json");
+  Folder.Write("x.db", "");
+  std::filesystem::create_hard_link(sFile, Folder.Path("linked.json"));
+  for (const char* sOption : {"--out", "--events", "--record"}) {
+    ExpectComplaint({"recorded:" + sFile, sOption, Folder.Path("./r.json")}, sOption);
+    ExpectComplaint({"recorded:" + sFile, sOption, Folder.Path("linked.json")}, "linked.json");
+    ExpectComplaint({"sqlite:" + Folder.Path("x.db"), sOption, Folder.Path("x.db-wal")}, "x.db-wal");
+    EXPECT_EQ(Folder.Read("r.json"), sBefore);
+  }
+  ExpectComplaint({"recorded:" + sFile, "--out", Folder.Path("same"), "--events", Folder.Path("same")}, "--events");
+  // What another run has left stays when the instance cannot be opened.
+  Folder.Write("events", "kept");
+  ExpectComplaint({"recorded:" + Folder.Path("missing"), "--events", Folder.Path("events")}, "missing");
+  EXPECT_EQ(Folder.Read("events"), "kept");
 }
 
 TEST_F(ZelreportTest, ASteppedRunThatFailsKeepsWhatWasPrintedBefore) {
@@ -159,6 +185,36 @@ TEST_F(ZelreportTest, AnErrorDisplayIsToldAndFailsTheRun) {
   EXPECT_EQ(oEnded.Err, "zelreport: the page reported an error: -8888 connection broken\n");
 
   EXPECT_EQ(RunZelreport({Recording("demo"), "--do", "answer quick", "--do", "item 2"}).Exit, 1);  // not offered
+}
+
+TEST_F(ZelreportTest, ADialogIsToldWithItsFullTextAndAnswer) {
+  EXPECT_EQ(Only("Dialog", EventsOf({Recording("old-7.1"), "--do", "answer quick", "--do", "item 2"})),
+            Lines{R"({"event":"Dialog","name":"frmShutdown","text":"Are you sure you want to shut down the database )"
+                  R"(instance 'OLD'?\n\nTo wait until all running transactions are finished choose 'OK'. \n)"
+                  R"(To break off all running transactions choose 'Quick'.","answer":"quick"})"});
+
+  EXPECT_EQ(Only("Dialog", EventsOf({Recording("new-7.6"), "--do", "item 3", "--do",
+                                     "answer ok date=2026-02-30 time=01:02:03", "--do", "item 6"},
+                                    1))
+                .at(0)
+                .substr(0, 40),
+            R"({"event":"Dialog","name":"frmOnlineUntil)");
+  EXPECT_NE(Said.find("the dialog frmOnlineUntil cannot be confirmed: There is no 2026-02-30 01:02:03."),
+            std::string::npos);
+}
+
+TEST_F(ZelreportTest, AnswersAreGivenInTheirOrderAndDialogsHandOverWhatWasTyped) {
+  const Lines events = EventsOf({Recording("demo"), "--page", "DBAnalyzer", "--do", "item 3", "--do",
+                                 "answer ok config=my file.cfg number=1a2 delete=yes", "--do",
+                                 "answer ok date=2026-03-01", "--do", "item 2", "--do", "item 5"});
+  EXPECT_EQ(Only("Instance", events),
+            (Lines{
+                R"({"event":"Instance","call":"Analyzer.Stop","arguments":[]})",
+                R"({"event":"Instance","call":"Analyzer.Start","arguments":["my file.cfg",12,0,true,false]})",
+                R"({"event":"Instance","call":"Analyzer.DeleteProtocols","arguments":["20260301"]})",
+            }));
+  // The last step leaves the list as it was, although it disables it meanwhile.
+  EXPECT_EQ(Only("Commandlist", events).size(), 4U);
 }
 
 TEST_F(ZelreportTest, PrintsTheDocumentAsItStandsAtEachStep) {
