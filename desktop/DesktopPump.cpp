@@ -1,10 +1,13 @@
 #include "desktop/DesktopPump.h"
 
+#include "desktop/InputGrab.h"
+
 #include <wx/app.h>
 #include <wx/evtloop.h>
 
 #include <exception>
 #include <optional>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -13,6 +16,7 @@ namespace ZELWbr3::Desktop {
 struct DesktopPump::State {
   Trace oTrace;
   int iDepth = 0;
+  bool bWorking = false;
   /// Why the waits that are going on end; empty while they may go on.
   std::string sEnd;
   std::exception_ptr oError;
@@ -33,6 +37,37 @@ struct DesktopPump::State {
   }
 };
 
+/// One wait, from its beginning to its end.
+class DesktopPump::Wait {
+ public:
+  explicit Wait(std::shared_ptr<State> oState) : m_oState(std::move(oState)) { ++m_oState->iDepth; }
+  ~Wait() {
+    if (--m_oState->iDepth > 0) return;
+    m_oState->sEnd.clear();
+    for (auto& oTask : std::exchange(m_oState->oAfterWaits, {})) wxTheApp->CallAfter(std::move(oTask));
+  }
+  Wait(const Wait&) = delete;
+  Wait& operator=(const Wait&) = delete;
+
+  /// Blocks until something has arrived and handles it.
+  void Dispatch() {
+    // A program that shows a page before its main loop runs has no loop yet.
+    wxEventLoopBase* oLoop = wxEventLoopBase::GetActive();
+    std::unique_ptr<wxEventLoopBase> oOwn;
+    std::optional<wxEventLoopActivator> oActivator;
+    if (oLoop == nullptr) {
+      oOwn = std::make_unique<wxEventLoop>();
+      oLoop = oOwn.get();
+      oActivator.emplace(oLoop);
+    }
+    // The result says nothing: after a modal dialog it is false at every call.
+    oLoop->Dispatch();
+  }
+
+ private:
+  std::shared_ptr<State> m_oState;
+};
+
 DesktopPump::DesktopPump(Trace oTrace) : m_oState(std::make_shared<State>()) { m_oState->oTrace = std::move(oTrace); }
 
 DesktopPump::~DesktopPump() {
@@ -43,28 +78,8 @@ DesktopPump::~DesktopPump() {
 void DesktopPump::Turn() {
   const std::shared_ptr<State> oState = m_oState;
   oState->Check();
-
-  struct Level {
-    explicit Level(State& o) : oState(o) { ++oState.iDepth; }
-    ~Level() {
-      if (--oState.iDepth > 0) return;
-      oState.sEnd.clear();
-      for (auto& oTask : std::exchange(oState.oAfterWaits, {})) wxTheApp->CallAfter(std::move(oTask));
-    }
-    State& oState;
-  } oLevel(*oState);
-
-  // A program that shows a page before its main loop runs has no loop yet.
-  wxEventLoopBase* oLoop = wxEventLoopBase::GetActive();
-  std::unique_ptr<wxEventLoopBase> oOwn;
-  std::optional<wxEventLoopActivator> oActivator;
-  if (oLoop == nullptr) {
-    oOwn = std::make_unique<wxEventLoop>();
-    oLoop = oOwn.get();
-    oActivator.emplace(oLoop);
-  }
-  // The result says nothing: after a modal dialog it is false at every call.
-  oLoop->Dispatch();
+  Wait oWait(oState);
+  oWait.Dispatch();
   oState->Check();
 }
 
@@ -76,6 +91,33 @@ void DesktopPump::Drain() {
     oLoop->Dispatch();
     oState->Check();
   }
+}
+
+void DesktopPump::Work(const std::function<void()>& oWork) {
+  AwaitWork();
+  const std::shared_ptr<State> oState = m_oState;
+  Wait oWait(oState);
+  std::exception_ptr oFailure;
+  oState->bWorking = true;
+  {
+    const InputGrab oGrab;
+    const std::jthread oThread([&] {
+      try {
+        oWork();
+      } catch (...) {
+        oFailure = std::current_exception();
+      }
+      wxTheApp->CallAfter([oState] { oState->bWorking = false; });
+    });
+    while (oState->bWorking) oWait.Dispatch();
+  }
+  if (oFailure != nullptr) std::rethrow_exception(oFailure);
+  oState->Check();
+}
+
+void DesktopPump::AwaitWork() {
+  const std::shared_ptr<State> oState = m_oState;
+  while (oState->bWorking) Turn();
 }
 
 void DesktopPump::Deliver(const std::function<void()>& oHandler) {

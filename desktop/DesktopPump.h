@@ -22,6 +22,10 @@ class DesktopPump : public MessagePump {
 
   void Turn() override;
   void Drain() override;
+  /// Work cannot be broken off: a wait for it that has to end throws WaitError
+  /// only when the work is done.
+  void Work(const std::function<void()>& oWork) override;
+  void AwaitWork() override;
 
   /// Runs a handler of something that has arrived. What it throws is thrown by
   /// the innermost Turn that is going on, or else traced.
@@ -40,6 +44,7 @@ class DesktopPump : public MessagePump {
 
  private:
   struct State;
+  class Wait;
 
   /// Shared with every Turn going on, for the pump may be destroyed in it.
   std::shared_ptr<State> m_oState;

@@ -85,7 +85,7 @@ void DataPage::CloseDetail() {
 }
 
 bool DataPage::HandleOnClick(const std::string& sID) {
-  if (NoEvents()) return false;
+  if (IgnoresEvents()) return false;
   bool bHandled = false;
   Handle([&] {
     if (sID == "btnFormClose") {
@@ -102,13 +102,13 @@ bool DataPage::HandleOnClick(const std::string& sID) {
 }
 
 bool DataPage::HandleOnKeyDown(Long& lKeyCode, Element*) {
-  if (NoEvents() || (lKeyCode != KeyCode::Escape && lKeyCode != KeyCode::F5)) return false;
+  if (IgnoresEvents() || (lKeyCode != KeyCode::Escape && lKeyCode != KeyCode::F5)) return false;
   Handle([&] { Command(lKeyCode == KeyCode::Escape ? CommandClose : CommandRefresh); });
   return true;
 }
 
 void DataPage::oCL_ItemClick(const ZELCmd3::CommandItem& oItem) {
-  if (NoEvents()) return;
+  if (IgnoresEvents()) return;
   Handle([&] { Command(oItem.Key); });
 }
 
@@ -158,19 +158,34 @@ void DataPage::ShowFailure(const std::function<void(FrontBoxes&)>& oShow) {
   if (Document() != oDocument) throw PageLeft("The page " + Name() + " was left while an error was displayed");
 }
 
-void DataPage::Busy(const std::function<void()>& oWork) {
-  const auto oSelf = shared_from_this();  // the program may end while messages are pumped
-  const clsHourglass::Scope oWait(Hourglass());
-  NoEvents(true);
+DataPage::Busy::Busy(DataPage& oPage)
+    : m_oPage(std::static_pointer_cast<DataPage>(oPage.shared_from_this())), m_oWait(oPage.Hourglass()) {
+  ++oPage.m_lBusy;
   try {
-    Browser().FlushDocuments();
-    Browser().Platform().MessagePump().Drain();
-    if (HasBrowser()) Guarded(oWork);
+    oPage.Browser().FlushDocuments();
+    oPage.Browser().Platform().MessagePump().Drain();
+    if (!oPage.HasBrowser()) throw PageLeft("The page " + oPage.Name() + " was left before it began to work");
   } catch (...) {
-    NoEvents(false);
+    oPage.m_lBusy -= 1;
     throw;
   }
-  NoEvents(false);
+}
+
+DataPage::Busy::~Busy() { m_oPage->m_lBusy -= 1; }
+
+bool DataPage::Operate(const std::function<bool()>& oOperation) {
+  const Busy oBusy(*this);
+  bool bDone = false;
+  Browser().Platform().MessagePump().Work([&] { bDone = oOperation(); });
+  if (!HasBrowser()) throw PageLeft("The page " + Name() + " was left while the instance was at work");
+  return bDone;
+}
+
+void DataPage::AwaitInstance() {
+  const auto oSelf = shared_from_this();
+  const auto oDocument = Document();
+  Browser().Platform().MessagePump().AwaitWork();
+  if (Document() != oDocument) throw PageLeft("The page " + Name() + " was left while the instance was at work");
 }
 
 void DataPage::Handle(const std::function<void()>& oWork) {
@@ -182,6 +197,7 @@ void DataPage::Handle(const std::function<void()>& oWork) {
 }
 
 bool DataPage::Guarded(const std::function<void()>& oWork) {
+  if (HasBrowser()) AwaitInstance();
   try {
     oWork();
     return true;

@@ -80,10 +80,29 @@ class DataPage : public Page {
   /// For what the page asks the user.
   FrontBoxes Boxes() { return {Browser(), Hourglass()}; }
 
-  /// Runs something that may keep the program from handling messages for long:
-  /// lets the screen catch up first and ignores clicks and keys, shows the wait
-  /// cursor, and reports what is thrown.
-  void Busy(const std::function<void()>& oWork);
+  /// Clicks and keys are ignored: the document is being replaced, or the page is
+  /// busy.
+  bool IgnoresEvents() const { return NoEvents() || m_lBusy > 0; }
+
+  /// While one lives the wait cursor shows, and clicks and keys are ignored.
+  /// Lets the screen catch up first. Throws WaitError, which ends what the page
+  /// was doing, when the page is cleaned up meanwhile.
+  class Busy {
+   public:
+    explicit Busy(DataPage& oPage);
+    ~Busy();
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+
+   private:
+    std::shared_ptr<DataPage> m_oPage;
+    clsHourglass::Scope m_oWait;
+  };
+
+  /// Runs an operation of the instance that may take seconds; the page is busy
+  /// and the window repainted meanwhile. False when it failed; what it throws
+  /// is thrown on.
+  bool Operate(const std::function<bool()>& oOperation);
 
   /// Runs something and reports what it throws; false when it threw. A wait
   /// that cannot end is no failure of the page and passes.
@@ -97,6 +116,8 @@ class DataPage : public Page {
   void Fill() override;
   /// Guarded, for what the control or the command list calls.
   void Handle(const std::function<void()>& oWork);
+  /// The instance is asked nothing while one of its operations runs.
+  void AwaitInstance();
   void ShowFailure(const std::function<void(FrontBoxes&)>& oShow);
   const std::shared_ptr<clsHourglass>& Hourglass();
 
@@ -105,6 +126,7 @@ class DataPage : public Page {
   Connection m_oItemClick;
   ZELHTMLForm m_oForm;
   std::shared_ptr<clsHourglass> m_oHourglass;
+  Long m_lBusy = 0;
 };
 
 }  // namespace ZELWbr3

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <stdexcept>
 
 namespace ZELWbr3 {
@@ -26,6 +27,14 @@ class MessagePump {
   /// Handles what has arrived already, and returns at once when that is
   /// nothing. For long work that wants the window to stay responsive.
   virtual void Drain() = 0;
+
+  /// Runs work that may take seconds and returns when it is done; what it throws
+  /// is thrown on. Where there are windows, it runs on a thread of its own:
+  /// they are repainted meanwhile and take neither clicks nor keys. Work that
+  /// comes up while other work goes on waits for its end.
+  virtual void Work(const std::function<void()>& oWork) { oWork(); }
+  /// Returns when no work is going on, for whoever must not meet it.
+  virtual void AwaitWork() {}
 };
 
 }  // namespace ZELWbr3

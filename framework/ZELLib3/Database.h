@@ -29,7 +29,8 @@ namespace ZELLib3 {
 /// overrides what it knows and invents nothing. Sub-objects are fresh on every
 /// read and never null, Analyzer excepted. A member that cannot be read raises
 /// InstanceError; an operation that fails answers false and sets LastError.
-/// All calls come on the user-interface thread.
+/// One call at a time: reads come on the user-interface thread, operations that
+/// change the instance perhaps on another one, with no read meanwhile.
 class Database {
  public:
   virtual ~Database() = default;

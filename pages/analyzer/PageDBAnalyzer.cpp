@@ -50,7 +50,8 @@ void PageDBAnalyzer::OnCommand(Long lCommand) {
   Act([&] {
     EnableItems(false, false, false);
     bool bFilled = false;
-    Busy([&] {
+    const Busy oBusy(*this);
+    Guarded([&] {
       const auto oAnalyzer = Database()->Analyzer();
       if (oAnalyzer == nullptr) throw std::runtime_error("The database analyzer is unknown");
       if (!(this->*oAction)(*oAnalyzer) || Document() == nullptr) return;
@@ -64,15 +65,15 @@ void PageDBAnalyzer::OnCommand(Long lCommand) {
 bool PageDBAnalyzer::Start(ZELLib3::Analyzer& oAnalyzer) {
   FrontBoxes oBoxes = Boxes();
   const auto oOptions = frmDBAnalyzerStart(oBoxes).StartIt();
-  return oOptions && Done(oAnalyzer.Start(*oOptions));
+  return oOptions && Done(Operate([&] { return oAnalyzer.Start(*oOptions); }));
 }
 
-bool PageDBAnalyzer::Stop(ZELLib3::Analyzer& oAnalyzer) { return Done(oAnalyzer.Stop()); }
+bool PageDBAnalyzer::Stop(ZELLib3::Analyzer& oAnalyzer) { return Done(Operate([&] { return oAnalyzer.Stop(); })); }
 
 bool PageDBAnalyzer::DeleteProtocols(ZELLib3::Analyzer& oAnalyzer) {
   FrontBoxes oBoxes = Boxes();
   const auto dUntil = frmDBAnalyzerDelete(oBoxes).DeleteProtSets();
-  return dUntil && Done(oAnalyzer.DeleteProtocols(modDate::Compact(*dUntil)));
+  return dUntil && Done(Operate([&] { return oAnalyzer.DeleteProtocols(modDate::Compact(*dUntil)); }));
 }
 
 bool PageDBAnalyzer::Done(bool bDone) {

@@ -66,7 +66,8 @@ void PageMain::OnCommand(Long lCommand) {
   const auto oDatabase = Database();
   if (oDatabase == nullptr) return;
   FrontBoxes oBoxes = Boxes();
-  const auto oDecision = StateCommands::Ask(lCommand, *oDatabase, oBoxes, Locale());
+  const auto oDecision = StateCommands::Ask(lCommand, *oDatabase, oBoxes, Locale(),
+                                            [this](const auto& oOperation) { return Operate(oOperation); });
   // While the user was asked the page may have been hidden or cleaned up.
   if (Document() == nullptr || Database() != oDatabase) return;
 
@@ -85,8 +86,8 @@ void PageMain::ChangeState(const std::function<bool(ZELLib3::Database&)>& oOpera
   BeginReload();
   // The host has just been called: the document may be gone.
   if (Document() != nullptr) RequiredElement("imgInstance").object().Property("Wait", true);
-  Busy([&] {
-    if (!oOperation(*oDatabase)) ReportError(oDatabase->LastError());
+  Guarded([&] {
+    if (!Operate([&] { return oOperation(*oDatabase); })) ReportError(oDatabase->LastError());
   });
   if (HasBrowser()) Browser().Refresh(WebBrowser());
 }

@@ -66,7 +66,7 @@ Decision AskShutdown(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes) {
   return Confirmed(oChoice.Quick ? &ZELLib3::Database::ShutdownQuick : &ZELLib3::Database::Shutdown);
 }
 
-Decision AskOffline(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes) {
+Decision AskOffline(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const Operator& oOperate) {
   if (!oDatabase.StateInfo()->AutoLog()) return AskShutdown(oDatabase, oBoxes);
 
   const auto eAnswer =
@@ -75,7 +75,7 @@ Decision AskOffline(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes) {
                       "Choose 'OK' to turn automatic log backup off and continue with shut down.",
                   "Confirm Automatic Log Backup Off", MessageBox::Buttons::OKCancel, MessageBox::Icon::Exclamation);
   if (eAnswer != MessageBox::Answer::OK) return {};
-  if (!oDatabase.AutoLogOff()) return {Decision::Kind::Failed};
+  if (!oOperate([&] { return oDatabase.AutoLogOff(); })) return {Decision::Kind::Failed};
   Decision oDecision = AskShutdown(oDatabase, oBoxes);
   oDecision.InstanceChanged = true;
   return oDecision;
@@ -117,10 +117,11 @@ void FillCommandlist(ZELCmd3::FCommandlist& oCommandlist, Long lPageType, ZELLib
   oCommandlist.Enable(lPageType, KeyRestartUntil, oEnabled.RestartUntil);
 }
 
-Decision Ask(Long lKey, ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const UserLocale& oLocale) {
+Decision Ask(Long lKey, ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const UserLocale& oLocale,
+             const Operator& oOperate) {
   switch (lKey) {
     case KeyOffline:
-      return AskOffline(oDatabase, oBoxes);
+      return AskOffline(oDatabase, oBoxes, oOperate);
     case KeyAdmin:
       return Confirmed(&ZELLib3::Database::Admin);
     case KeyOnline:

@@ -36,9 +36,14 @@ struct Decision {
   bool InstanceChanged = false;
 };
 
+/// Carries out an operation that may take long, and answers as it does.
+using Operator = std::function<bool(const std::function<bool()>& oOperation)>;
+
 /// Asks what has to be asked before the command with that key, which is
 /// declined when it is none of a state command. Turns automatic log backup off
-/// where the user agrees to that, because no shutdown is possible with it.
-Decision Ask(Long lKey, ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const UserLocale& oLocale);
+/// where the user agrees to that, because no shutdown is possible with it; that
+/// is done by oOperate.
+Decision Ask(Long lKey, ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const UserLocale& oLocale,
+             const Operator& oOperate);
 
 }  // namespace ZELWbr3::StateCommands

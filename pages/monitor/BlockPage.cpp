@@ -78,7 +78,7 @@ bool BlockPage::OnClick(const std::string& sID) {
 }
 
 bool BlockPage::HandleOnKeyDown(Long& lKeyCode, Element* oElement) {
-  if (lKeyCode == KeyCode::Escape && m_oReading != nullptr && !NoEvents()) {
+  if (lKeyCode == KeyCode::Escape && m_oReading != nullptr && !IgnoresEvents()) {
     m_oReading->bStopped = true;
     return true;
   }
@@ -139,7 +139,7 @@ void BlockPage::ReadAll(const std::shared_ptr<Reading>& oReading) {
       oSent = oNow;
     }
     Pump();
-    if (m_oReading != oReading || oReading->bStopped || NoEvents()) return;
+    if (m_oReading != oReading || oReading->bStopped || IgnoresEvents()) return;
     if (bInFront && !Browser().IsInFront(WebBrowser())) return;
   }
 }

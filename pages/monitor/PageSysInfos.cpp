@@ -48,7 +48,7 @@ bool PageSysInfos::OnClick(const std::string& sID) {
 
 bool PageSysInfos::HandleOnKeyDown(Long& lKeyCode, Element* oElement) {
   if (lKeyCode != KeyCode::Enter) return DataPage::HandleOnKeyDown(lKeyCode, oElement);
-  if (NoEvents()) return false;
+  if (IgnoresEvents()) return false;
   if (oElement != nullptr) HandleOnClick(oElement->id());
   return true;
 }
