@@ -55,9 +55,11 @@ class Blocks : public Of<I> {
   const Json& Entries() const { return ListOfSource(m_sEntries); }
 
   bool Next() { return m_oCursor.Next(); }
-  /// The entry last stepped to; null before the first.
+  /// Which entry was last stepped to.
+  std::optional<std::size_t> CurrentIndex() const { return m_oCursor.Current(); }
+  /// That entry; null before the first.
   const Json* Current() const {
-    const auto lEntry = m_oCursor.Current();
+    const auto lEntry = CurrentIndex();
     return lEntry ? &Entries()[*lEntry] : nullptr;
   }
 

@@ -58,10 +58,10 @@ void PageHistory::AddItem(const ZELLib3::HistoryItem& oItem) {
 
   Element* oLink = oCells[0]->firstElementChild();
   if (oLink == nullptr) throw std::runtime_error("The template row of \"tabHistory\" has no link in its first cell");
-  oLink->innerText(oItem.Label);
+  modCells::SetCellTextExcept(*oLink, oItem.Label, MissingText);
   oLink->id(ListLink::ID(m_items.size()));
   modCells::SetCellText(*oCells[1], oKind.sName);
-  modCells::SetCellText(*oCells[2], oItem.Action);
+  modCells::SetCellTextExcept(*oCells[2], oItem.Action, MissingText);
   const bool bDated = oItem.Date != Date();
   modCells::SetCellText(*oCells[3], bDated ? modFormat::GeneralDate(oItem.Date, Locale()) : "");
   if (bDated) oCells[3]->setAttribute("data-sort", SortKey(oItem.Date));

@@ -19,8 +19,8 @@ class Properties {
 
   void Add(std::string_view sName, std::string_view sValue) {
     const auto oCells = modCells::AddRowCells(m_oTemplate, 2);
-    modCells::SetCellText(*oCells[0], sName);
-    modCells::SetCellText(*oCells[1], sValue);
+    modCells::SetCellTextExcept(*oCells[0], sName, MissingText);
+    modCells::SetCellTextExcept(*oCells[1], sValue, MissingText);
   }
 
  private:
@@ -45,7 +45,7 @@ void PageHistoryItem::FillContent() {
   const ZELLib3::HistoryItem& oItem = *m_oHistoryItem;
   FillLocale();
   Element& oTitle = RequiredElement("txtFormTitle");
-  oTitle.innerText(oTitle.innerText() + " - " + oItem.Label);
+  if (oItem.Label != MissingText) oTitle.innerText(oTitle.innerText() + " - " + oItem.Label);
   FillError();
 
   Properties oEntry(RequiredElement("tabHistoryItem"));
@@ -62,15 +62,12 @@ void PageHistoryItem::FillContent() {
 }
 
 void PageHistoryItem::FillError() {
-  const bool bFailed = m_oHistoryItem->ReturnCode != 0 || !m_oHistoryItem->ErrorText.empty();
-  if (bFailed) SetText("txtErrorText", m_oHistoryItem->ErrorText);
-  modElement::ShowElement(&RequiredElement("divError"), bFailed);
-}
-
-bool PageHistoryItem::OnClick(const std::string& sID) {
-  if (sID != "btnClose") return false;
-  Command(CommandClose);
-  return true;
+  const bool bFailed = m_oHistoryItem->ReturnCode != 0;
+  Element& oError = RequiredElement("divError");
+  oError.className(bFailed ? "zelError" : "zelNote");
+  SetText("txtErrorTitle", bFailed ? "The backup failed" : "Message");
+  SetText("txtErrorText", m_oHistoryItem->ErrorText);
+  modElement::ShowElement(&oError, bFailed || !m_oHistoryItem->ErrorText.empty());
 }
 
 }  // namespace ZELWbr3

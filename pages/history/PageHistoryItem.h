@@ -30,9 +30,9 @@ class PageHistoryItem : public DataPage {
  protected:
   void FillContent() override;
   void Close() override { CloseDetail(); }
-  bool OnClick(const std::string& sID) override;
 
  private:
+  /// What went wrong, or what a backup that did not fail has to say.
   void FillError();
 
   std::shared_ptr<const ZELLib3::HistoryItem> m_oHistoryItem;

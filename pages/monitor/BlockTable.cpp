@@ -10,7 +10,6 @@ namespace ZELWbr3 {
 
 namespace {
 
-constexpr std::string_view Missing = "(null)";
 constexpr const char* HeadingClass = "zelTblColHdrStd";
 constexpr const char* CellClass = "zelTblCellStd";
 constexpr const char* LastCellClass = "zelTblCellStdLast";
@@ -29,11 +28,11 @@ Element& AppendCopy(Element& oRow, Element& oCell, std::string_view sClass) {
 }
 
 void SetTooltip(Element& oCell, const std::string& sTitle) {
-  if (sTitle != Missing) oCell.title(sTitle);
+  if (sTitle != MissingText) oCell.title(sTitle);
 }
 
 void SetValue(Element& oCell, const std::string& sValue) {
-  if (sValue != Missing) modCells::SetCellTextExcept(oCell, sValue, "");
+  if (sValue != MissingText) modCells::SetCellTextExcept(oCell, sValue, "");
 }
 
 }  // namespace
