@@ -105,6 +105,14 @@ TEST_F(AnalyzerRuns, AnotherProcessWithItsNumberIsNotTakenForIt) {
   EXPECT_EQ("ok", Start(Every(kNever)));
 }
 
+TEST_F(AnalyzerRuns, WithItsLockFileTakenAwayItEndsAndMakesNoOther) {
+  EXPECT_EQ(Start(Every(1)), "ok");
+  const RunningProcess oProcess(ProcessID());
+  std::filesystem::remove_all(Analyzer().Path());
+  EXPECT_TRUE(oProcess.WaitForEnd(kPatience));
+  EXPECT_FALSE(std::filesystem::exists(Analyzer().Path()));
+}
+
 TEST_F(AnalyzerRuns, OfManyStartsAtOnceOneRuns) {
   std::vector<std::unique_ptr<Process>> hosts;
   for (int i = 0; i < 6; ++i) hosts.push_back(std::make_unique<Process>([&] { return Start(Every(kNever)); }));

@@ -81,6 +81,7 @@ bool AnalyzerRun::Run() {
 }
 
 void AnalyzerRun::Evaluate() {
+  m_oLock.CheckInPlace();
   const std::string sNow = TimeStamp(std::time(nullptr));
   const Figures oFigures = Figures::Read(m_oRecord.Database, m_oConfig);
   m_oProtocols.Append(sNow, oFigures.Lines);

@@ -1,5 +1,7 @@
 #include "instances/sqlite/analyzer/LockFile.h"
 
+#include <sys/stat.h>
+
 #include <stdexcept>
 
 namespace ZELWbr3::SQLite {
@@ -30,6 +32,16 @@ LockFile::LockFile(const std::string& sPath, const std::string& sDatabase)
   const auto lHolder = Holder(sPath);
   throw std::runtime_error(sDatabase + ": the analyzer is running already" +
                            (lHolder ? ", as process " + std::to_string(*lHolder) : std::string()));
+}
+
+void LockFile::CheckInPlace() const {
+  struct stat oHeld {};
+  struct stat oFound {};
+  if (fstat(m_oFile, &oHeld) != 0) RaiseSystemError(m_sPath);
+  const bool bFound = stat(m_sPath.c_str(), &oFound) == 0;
+  if (!bFound && errno != ENOENT) RaiseSystemError(m_sPath);
+  if (bFound && oHeld.st_dev == oFound.st_dev && oHeld.st_ino == oFound.st_ino) return;
+  throw std::runtime_error(m_sPath + ": the lock file has been removed while the analyzer was running");
 }
 
 void LockFile::Write(const AnalyzerRecord& oRecord) {

@@ -26,6 +26,10 @@ class LockFile {
   /// made.
   LockFile(const std::string& sPath, const std::string& sDatabase);
 
+  /// Raises std::runtime_error when the file is no longer there, or another one
+  /// is: then nobody can find the analyzer, and a second one may run.
+  void CheckInPlace() const;
+
   /// Raises std::system_error. Once it has been called it needs no room on the
   /// disk any more.
   void Write(const AnalyzerRecord& oRecord);
