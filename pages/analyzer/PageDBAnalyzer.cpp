@@ -49,16 +49,16 @@ void PageDBAnalyzer::OnCommand(Long lCommand) {
 
   Act([&] {
     EnableItems(false, false, false);
-    bool bFilled = false;
+    bool bChanged = false;
     const Busy oBusy(*this);
     Guarded([&] {
       const auto oAnalyzer = Database()->Analyzer();
       if (oAnalyzer == nullptr) throw std::runtime_error("The database analyzer is unknown");
       if (!(this->*oAction)(*oAnalyzer) || Document() == nullptr) return;
-      FillContent();
-      bFilled = true;
+      bChanged = true;
+      FillContent();  // enables the items, too
     });
-    if (!bFilled) EnableItems();
+    if (!bChanged) EnableItems();
   });
 }
 

@@ -103,6 +103,11 @@ TEST(AnalyzerPage, ReportsWhatCannotBeRead) {
   Analyzer oState(Running, "\"raises\": [\"Analyzer.State\"]");
   EXPECT_EQ(oState.Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\npage DBAnalyzer\n");
   EXPECT_EQ(oState.Items(), "(Start) (Stop) Delete Protocols");
+  oState.Answer("ok date=2026-03-01");
+  oState.Item(Delete);
+  EXPECT_EQ(oState.Lines(),
+            "begin\ndialog frmDBAnalyzerDelete -> ok\ncall Analyzer.DeleteProtocols(\"20260301\")\n"
+            "box Error [exclamation ok]: -24988 SQL error -> ok\ncomplete\n");
 }
 
 TEST(AnalyzerPage, StartsTheAnalyzerWithTheOptionsEntered) {
