@@ -8,6 +8,7 @@
 #include "host/OneLine.h"
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
+#include "host/ZelviewPictures.h"
 #include "instances/recorded/WriteRecording.h"
 
 #include <cstdlib>
@@ -34,6 +35,12 @@ std::string UTF8(const wxString& sText) { return std::string(sText.utf8_str()); 
 constexpr const char* Units[] = {"Sizes in &Kilobytes", "Sizes in &Megabytes", "Sizes in &Gigabytes", "Sizes in &Pages",
                                  "Sizes in a &Fitting Unit"};
 
+/// The picture of a command-list item, out of what the host has set.
+wxBitmapBundle PictureOf(Long lNumber) {
+  const auto oPictures = std::static_pointer_cast<ZelviewPictures>(Browser::Resource());
+  return oPictures == nullptr ? wxBitmapBundle() : oPictures->Picture(lNumber);
+}
+
 }  // namespace
 
 ZelviewFrame::ZelviewFrame(const std::string& sInstance, std::shared_ptr<ZELLib3::Database> oDatabase)
@@ -43,7 +50,8 @@ ZelviewFrame::ZelviewFrame(const std::string& sInstance, std::shared_ptr<ZELLib3
   CreateStatusBar(2);
   const int oWidths[] = {-2, -1};
   SetStatusWidths(2, oWidths);
-  m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*this);
+  Browser::Resource(std::make_shared<ZelviewPictures>());
+  m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*this, PictureOf);
   wxWindow* oLeft = MakePageList();
   m_oPanel = new Desktop::BrowserPanel(this);
 

@@ -3,6 +3,7 @@
 #include "framework/modCells.h"
 #include "framework/modElement.h"
 #include "framework/modFormat.h"
+#include "framework/modPicture.h"
 #include "pages/analyzer/frmDBAnalyzerDelete.h"
 #include "pages/analyzer/frmDBAnalyzerStart.h"
 
@@ -68,7 +69,9 @@ bool PageDBAnalyzer::Start(ZELLib3::Analyzer& oAnalyzer) {
   return oOptions && Done(Operate([&] { return oAnalyzer.Start(*oOptions); }));
 }
 
-bool PageDBAnalyzer::Stop(ZELLib3::Analyzer& oAnalyzer) { return Done(Operate([&] { return oAnalyzer.Stop(); })); }
+bool PageDBAnalyzer::Stop(ZELLib3::Analyzer& oAnalyzer) {
+  return Done(Operate([&] { return oAnalyzer.Stop(); }));
+}
 
 bool PageDBAnalyzer::DeleteProtocols(ZELLib3::Analyzer& oAnalyzer) {
   FrontBoxes oBoxes = Boxes();
@@ -85,9 +88,9 @@ bool PageDBAnalyzer::Done(bool bDone) {
 void PageDBAnalyzer::AddItems() {
   const auto oCommandlist = Commandlist();
   if (oCommandlist == nullptr || oCommandlist->HasList(PageType())) return;
-  oCommandlist->Add(PageType(), {CommandStart, "Start", 0});
-  oCommandlist->Add(PageType(), {CommandStop, "Stop", 0});
-  oCommandlist->Add(PageType(), {CommandDelete, "Delete Protocols", 0});
+  oCommandlist->Add(PageType(), {CommandStart, "Start", modPicture::Start});
+  oCommandlist->Add(PageType(), {CommandStop, "Stop", modPicture::Stop});
+  oCommandlist->Add(PageType(), {CommandDelete, "Delete Protocols", modPicture::Delete});
 }
 
 void PageDBAnalyzer::EnableItems() {

@@ -3,6 +3,7 @@
 #include "framework/modCells.h"
 #include "framework/modCheckCommands.h"
 #include "framework/modElement.h"
+#include "framework/modPicture.h"
 #include "pages/config/ParameterChange.h"
 
 #include <array>
@@ -61,7 +62,7 @@ void PageParameter::FillCommandlist() {
   const auto oCommandlist = Commandlist();
   if (oCommandlist == nullptr) return;
   oCommandlist->Reset(PageType());
-  oCommandlist->Add(PageType(), {int{CommandClose}, "&Close", 0});
+  oCommandlist->Add(PageType(), {int{CommandClose}, "&Close", modPicture::Close});
 }
 
 std::string PageParameter::NewValue() const {

@@ -1,6 +1,7 @@
 #include "pages/main/StateCommands.h"
 
 #include "framework/modFormat.h"
+#include "framework/modPicture.h"
 #include "pages/main/frmOnlineUntil.h"
 #include "pages/main/frmShutdown.h"
 
@@ -9,12 +10,6 @@ namespace ZELWbr3::StateCommands {
 namespace {
 
 using ZELCmd3::CommandItem;
-
-// Picture numbers of the host's image resource.
-constexpr int PictureAdmin = 40;
-constexpr int PictureOffline = 41;
-constexpr int PictureOnline = 42;
-constexpr int PictureRestartUntil = 109;
 
 /// What a state allows.
 struct Enabled {
@@ -98,11 +93,11 @@ Decision AskRestartUntil(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const
 
 void FillCommandlist(ZELCmd3::FCommandlist& oCommandlist, Long lPageType, ZELLib3::Database& oDatabase) {
   if (!oCommandlist.HasList(lPageType)) {
-    oCommandlist.Add(lPageType, {KeyOffline, "&Offline", PictureOffline});
-    oCommandlist.Add(lPageType, {KeyAdmin, "&Admin", PictureAdmin});
-    oCommandlist.Add(lPageType, {KeyOnline, "&Online", PictureOnline});
+    oCommandlist.Add(lPageType, {KeyOffline, "&Offline", modPicture::Offline});
+    oCommandlist.Add(lPageType, {KeyAdmin, "&Admin", modPicture::Admin});
+    oCommandlist.Add(lPageType, {KeyOnline, "&Online", modPicture::Online});
     oCommandlist.Add(lPageType, CommandItem::MakeSeparator(KeySeparator));
-    oCommandlist.Add(lPageType, {KeyRestartUntil, "Restart &Until", PictureRestartUntil});
+    oCommandlist.Add(lPageType, {KeyRestartUntil, "Restart &Until", modPicture::RestartUntil});
   }
 
   const Long lStatus = oDatabase.StateInfo()->Status();

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "framework/modPicture.h"
+#include "platform/Checked.h"
+
+#include <wx/bmpbndl.h>
+
+namespace ZELWbr3::Host {
+
+/// zelview's image resource: the pictures of command-list items, drawn so that
+/// they are clear on light and dark buttons alike.
+class ZelviewPictures {
+ public:
+  /// The picture with a number of modPicture; an empty bundle for any other.
+  static wxBitmapBundle Picture(Long lNumber);
+};
+
+}  // namespace ZELWbr3::Host
