@@ -16,6 +16,9 @@ class BlockSource {
   virtual Long RowCount() const { return 0; }
   virtual bool Open() { return true; }
   virtual bool ReadMore() { return false; }
+  /// The next block will not be asked for at once, although it may be later: a
+  /// source that keeps something open in the instance lets go of it.
+  virtual void Pause() {}
   /// The block's last row has been stepped over.
   virtual bool EndOfBlock() const { return true; }
   /// Rows remain beyond the block.

@@ -1,9 +1,13 @@
 #include "instances/sqlite/Connection.h"
 
+#include "instances/sqlite/FileLock.h"
+#include "instances/sqlite/OpenFiles.h"
+
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -11,6 +15,9 @@
 namespace ZELWbr3::SQLite {
 
 namespace {
+
+/// Asking the kernel for all locks takes longer than reading a block.
+constexpr std::chrono::milliseconds kBetweenLooks(20);
 
 bool MayAccess(const std::string& sPath, int lMode) {
   return faccessat(AT_FDCWD, sPath.c_str(), lMode, AT_EACCESS) == 0;
@@ -54,6 +61,7 @@ Connection::Connection(const std::string& sPath, Access eAccess, const Options& 
 }
 
 Connection::~Connection() {
+  EndCursor();
   if (!LeavesWalBehind()) sqlite3_db_config(Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
 }
 
@@ -133,8 +141,33 @@ std::string Connection::JournalMode() {
 }
 
 Statement Connection::Prepare(const std::string& sSQL, const std::string& sAsked) {
-  m_dDeadline = std::chrono::steady_clock::now() + m_oOptions.StatementTimeout;
+  EndCursor();
+  AllowTime();
   return Statement(Handle(), sSQL, sAsked);
+}
+
+Connection::Cursor Connection::KeepOpen(Statement oStatement) {
+  EndCursor();
+  Cursor oCursor = std::make_shared<std::optional<Statement>>(std::move(oStatement));
+  m_oCursor = oCursor;
+  return oCursor;
+}
+
+void Connection::EndCursor() {
+  if (const Cursor oCursor = m_oCursor.lock()) oCursor->reset();
+}
+
+void Connection::AllowTime() { m_dDeadline = std::chrono::steady_clock::now() + m_oOptions.StatementTimeout; }
+
+bool Connection::IsAwaited() {
+  const auto dNow = std::chrono::steady_clock::now();
+  if (UsesWal() || dNow < m_dNextLook) return false;
+  m_dNextLook = dNow + kBetweenLooks;
+  const auto oLocks = OpenFiles::Locks();
+  return oLocks && std::ranges::any_of(*oLocks, [this](const OpenFiles::Lock& oLock) {
+           return oLock.Inode == m_oFile.Inode && oLock.IsExclusive && oLock.First <= FileLock::Pending &&
+                  oLock.Last >= FileLock::Pending;
+         });
 }
 
 std::int64_t Connection::Number(const std::string& sSQL, const std::string& sAsked) {

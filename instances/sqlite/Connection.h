@@ -8,6 +8,8 @@
 #include "instances/sqlite/StatementCounter.h"
 
 #include <chrono>
+#include <memory>
+#include <optional>
 #include <string>
 
 struct sqlite3_file;
@@ -70,6 +72,19 @@ class Connection {
   /// A statement that may run from now for as long as the options say. sAsked
   /// stands in the error.
   Statement Prepare(const std::string& sSQL, const std::string& sAsked);
+  /// A statement that stays open from one block of a list to the next; empty
+  /// once it was ended.
+  using Cursor = std::shared_ptr<std::optional<Statement>>;
+  /// Keeps a statement open until its owner lets go of it or anything else is
+  /// asked of the connection, which would otherwise be answered as of the
+  /// moment when the statement began.
+  Cursor KeepOpen(Statement oStatement);
+  void EndCursor();
+  /// What is open may run on from now for as long as the options say.
+  void AllowTime();
+  /// A writer waits until nobody reads the file. Only with a rollback journal;
+  /// looked at from time to time.
+  bool IsAwaited();
   /// The first column of the first row; 0 without a row. sAsked stands in the
   /// error.
   std::int64_t Number(const std::string& sSQL, const std::string& sAsked);
@@ -96,6 +111,8 @@ class Connection {
   bool m_bMadeWal = false;     ///< there was no log beside the file
   int m_iPageSize = 0;
   std::chrono::steady_clock::time_point m_dDeadline;
+  std::weak_ptr<std::optional<Statement>> m_oCursor;
+  std::chrono::steady_clock::time_point m_dNextLook;  ///< for waiting writers
 };
 
 }  // namespace ZELWbr3::SQLite

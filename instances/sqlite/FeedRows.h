@@ -34,6 +34,7 @@ class FeedRows : public I {
     return m_oFile->Attempt([this](Connection& oConnection) {
       std::unique_ptr<RowFeed> oFeed = MakeFeed(oConnection);
       Deliver(*oFeed, oConnection);
+      oFeed->Pause();
       m_oFeed = std::move(oFeed);
     });
   }
@@ -41,6 +42,9 @@ class FeedRows : public I {
   bool ReadMore() override {
     if (!m_bMore) return m_oFile->Refuse("there are no more rows to read");
     return m_oFile->Attempt([this](Connection& oConnection) { Deliver(*m_oFeed, oConnection); });
+  }
+  void Pause() override {
+    if (m_oFeed) m_oFeed->Pause();
   }
 
   bool NextRow() override {

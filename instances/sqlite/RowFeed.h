@@ -11,10 +11,10 @@ class Statement;
 
 /// The rows of one list, block by block.
 ///
-/// Between two blocks nothing is kept open in the database: in a file with a
-/// rollback journal an open statement would keep writers out for as long as
-/// somebody looks at the page. So each block is a reading of its own, and the
-/// rows of different blocks are of different moments.
+/// While somebody looks at a page nothing is kept open in the database: in a
+/// file with a rollback journal an open statement would keep writers out, in
+/// one in WAL mode it would keep the log from beginning anew. So the rows of
+/// different blocks can be of different moments.
 class RowFeed {
  public:
   virtual ~RowFeed() = default;
@@ -24,6 +24,9 @@ class RowFeed {
   /// it. Raises ZELLib3::InstanceError; the next call then begins at the same
   /// row once more.
   virtual bool Read(Connection& oConnection, RowBlock& oBlock) = 0;
+  /// The next block will not be asked for at once: lets go of what is kept open
+  /// for it.
+  virtual void Pause() {}
 
  protected:
   /// The columns of a statement from iFirst on.

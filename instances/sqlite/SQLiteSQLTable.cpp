@@ -1,8 +1,8 @@
 #include "instances/sqlite/SQLiteSQLTable.h"
 
 #include "instances/sqlite/KeyedFeed.h"
+#include "instances/sqlite/QueryFeed.h"
 #include "instances/sqlite/SystemTable.h"
-#include "instances/sqlite/WindowFeed.h"
 
 #include <sqlite3.h>
 
@@ -17,7 +17,7 @@ std::unique_ptr<RowFeed> SQLiteSQLTable::MakeFeed(Connection& oConnection) {
   const std::string sFrom = (Owner().empty() ? "" : QuoteIdentifier(Owner()) + ".") + QuoteIdentifier(Name());
   const TableKey oKey = TableKey::Of(oConnection, Owner(), Name());
   if (!oKey.Columns.empty()) return std::make_unique<KeyedFeed>(oConnection, sFrom, oKey);
-  return std::make_unique<WindowFeed>(oConnection, "SELECT * FROM " + sFrom, "reading " + sFrom);
+  return std::make_unique<QueryFeed>(oConnection, "SELECT * FROM " + sFrom, "reading " + sFrom);
 }
 
 }  // namespace ZELWbr3::SQLite

@@ -1,5 +1,6 @@
 #include "instances/sqlite/SQLiteSessions.h"
 
+#include "instances/sqlite/FileLock.h"
 #include "instances/sqlite/LocalTime.h"
 #include "instances/sqlite/OpenFiles.h"
 
@@ -18,12 +19,7 @@ struct Meaning {
   const char* Text;
 };
 
-// Where the library puts its locks: in the database file at 1 GB, a page that
-// is never used, and in the index of the log behind its header.
-constexpr std::int64_t kPending = 0x40000000;
-constexpr std::int64_t kReserved = kPending + 1;
-constexpr std::int64_t kShared = kPending + 2;
-constexpr std::int64_t kSharedEnd = kShared + 509;
+// Where the library puts its locks in the index of the log, behind its header.
 constexpr std::int64_t kWriter = 120;
 constexpr std::int64_t kCheckpoint = 121;
 constexpr std::int64_t kRecover = 122;
@@ -32,10 +28,10 @@ constexpr std::int64_t kReaderEnd = 127;
 
 // Of those in the database file the first that fits says it all.
 constexpr Meaning kMeanings[] = {
-    {In::Database, kShared, kSharedEnd, true, "exclusive"},
-    {In::Database, kPending, kPending, true, "pending"},
-    {In::Database, kReserved, kReserved, true, "reserved"},
-    {In::Database, kShared, kSharedEnd, false, "shared"},
+    {In::Database, FileLock::Shared, FileLock::SharedEnd, true, "exclusive"},
+    {In::Database, FileLock::Pending, FileLock::Pending, true, "pending"},
+    {In::Database, FileLock::Reserved, FileLock::Reserved, true, "reserved"},
+    {In::Database, FileLock::Shared, FileLock::SharedEnd, false, "shared"},
     {In::LogIndex, kWriter, kWriter, true, "writes the log"},
     {In::LogIndex, kCheckpoint, kCheckpoint, true, "copies the log"},
     {In::LogIndex, kRecover, kRecover, true, "recovers the log"},

@@ -13,7 +13,7 @@ Feed Schema(Connection& oConnection, const std::string& sColumns, const std::str
     sSQL += (sSQL.empty() ? "" : " UNION ALL ") + ("SELECT " + oNames.Text(1) + " AS schema, ") + sColumns + " FROM " +
             QuoteIdentifier(sName) + (sName == "temp" ? ".sqlite_temp_schema" : ".sqlite_schema") + " WHERE " + sWhere;
   }
-  return std::make_unique<WindowFeed>(oConnection, sSQL, "reading the schema");
+  return std::make_unique<QueryFeed>(oConnection, sSQL, "reading the schema");
 }
 
 Feed Optional(Connection& oConnection, const std::string& sTable,
@@ -29,7 +29,7 @@ Feed Optional(Connection& oConnection, const std::string& sTable,
     oHeadings.push_back({sHeading});
   }
   if (!bThere) return std::make_unique<ListFeed>(std::move(oHeadings), std::vector<RowTexts>{});
-  return std::make_unique<WindowFeed>(oConnection, "SELECT " + sList + " FROM main." + sTable, "reading " + sTable);
+  return std::make_unique<QueryFeed>(oConnection, "SELECT " + sList + " FROM main." + sTable, "reading " + sTable);
 }
 
 }  // namespace ZELWbr3::SQLite::SystemQueries

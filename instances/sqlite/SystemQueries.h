@@ -1,6 +1,6 @@
 #pragma once
 
-#include "instances/sqlite/WindowFeed.h"
+#include "instances/sqlite/QueryFeed.h"
 
 #include <algorithm>
 #include <memory>
@@ -27,7 +27,7 @@ struct Literal {
 /// The rows of a query that is the same for every file.
 template <Literal SQL>
 Feed Query(Connection& oConnection) {
-  return std::make_unique<WindowFeed>(oConnection, SQL.Text, "reading system information");
+  return std::make_unique<QueryFeed>(oConnection, SQL.Text, "reading system information");
 }
 
 /// The schema entries of every database, the temporary one included, with the

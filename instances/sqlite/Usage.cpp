@@ -14,6 +14,7 @@ namespace {
 class ReadTransaction {
  public:
   explicit ReadTransaction(Connection& oConnection) : m_pHandle(oConnection.Handle()) {
+    oConnection.EndCursor();  // its moment would become that of the transaction
     Execute(m_pHandle, "BEGIN", "beginning to read");
   }
   // The end of a transaction that has only read cannot fail.

@@ -1,9 +1,9 @@
 #include "pages/monitor/BlockPage.h"
 
 #include "framework/KeyCode.h"
+#include "framework/modPicture.h"
 
 #include <array>
-#include <chrono>
 #include <stdexcept>
 #include <string>
 
@@ -15,16 +15,14 @@ struct ReadingCommand {
   int iCommand;
   const char* sButton;
   const char* sItem;
+  int iPicture;
 };
-constexpr std::array<ReadingCommand, 2> ReadingCommands = {{{BlockPage::CommandReadMore, "btnReadMore", "Read &More"},
-                                                            {BlockPage::CommandReadAll, "btnReadAll", "Read &All"}}};
+constexpr std::array<ReadingCommand, 2> ReadingCommands = {
+    {{BlockPage::CommandReadMore, "btnReadMore", "Read &More", modPicture::ReadMore},
+     {BlockPage::CommandReadAll, "btnReadAll", "Read &All", modPicture::ReadAll}}};
 
 constexpr const char* EnabledClass = "zelBtnEmph";
 constexpr const char* DisabledClass = "zelBtnEmphDsbl";
-
-/// Rows are sent to the screen no more often than it could show them: an
-/// instance that answers at once has thousands of blocks a second.
-constexpr std::chrono::milliseconds SendingInterval(20);
 
 }  // namespace
 
@@ -119,13 +117,13 @@ void BlockPage::Read(bool bAll) {
   }
   if (m_oReading != oReading) return;
   m_oReading.reset();
+  Source()->Pause();
   UpdateCommands();
 }
 
 void BlockPage::ReadAll(const std::shared_ptr<Reading>& oReading) {
   const auto oSource = Source();
   const bool bInFront = Browser().IsInFront(WebBrowser());
-  std::chrono::steady_clock::time_point oSent;
 
   while (m_oReading == oReading && oSource->HasMore()) {
     const Long lRows = oSource->RowCount();
@@ -134,10 +132,6 @@ void BlockPage::ReadAll(const std::shared_ptr<Reading>& oReading) {
       throw std::runtime_error("The instance has more rows than the " + std::to_string(lRows) +
                                " shown, but delivers none");
     }
-    if (const auto oNow = std::chrono::steady_clock::now(); oNow - oSent >= SendingInterval) {
-      Browser().FlushDocuments();
-      oSent = oNow;
-    }
     Pump();
     if (m_oReading != oReading || oReading->bStopped || IgnoresEvents()) return;
     if (bInFront && !Browser().IsInFront(WebBrowser())) return;
@@ -145,6 +139,7 @@ void BlockPage::ReadAll(const std::shared_ptr<Reading>& oReading) {
 }
 
 void BlockPage::Pump() {
+  Browser().FlushDocuments();
   const bool bDropped = Browser().DropEvents(false);
   Browser().Platform().MessagePump().Drain();
   if (HasBrowser()) Browser().DropEvents(bDropped);
@@ -170,9 +165,9 @@ void BlockPage::FillCommandlist() {
   const auto oCommandlist = Commandlist();
   if (oCommandlist == nullptr) return;
   oCommandlist->Reset(PageType());
-  oCommandlist->Add(PageType(), {int{CommandClose}, "&Close", 0});
+  oCommandlist->Add(PageType(), {int{CommandClose}, "&Close", modPicture::Close});
   for (const ReadingCommand& oCommand : ReadingCommands) {
-    oCommandlist->Add(PageType(), {oCommand.iCommand, oCommand.sItem, 0, false});
+    oCommandlist->Add(PageType(), {oCommand.iCommand, oCommand.sItem, oCommand.iPicture, false});
   }
 }
 
