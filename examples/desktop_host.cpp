@@ -1,0 +1,44 @@
+// The smallest host with a window: a frame, the control in it, the commands of
+// its pages above it. Shows the database file that the command line names.
+
+#include "desktop/BrowserPanel.h"
+#include "desktop/DesktopCommandlist.h"
+#include "instances/sqlite/SQLiteDatabase.h"
+
+#include <wx/app.h>
+#include <wx/frame.h>
+#include <wx/msgdlg.h>
+#include <wx/sizer.h>
+
+class DesktopHost : public wxApp {
+  bool OnInit() override {
+    auto* oFrame = new wxFrame(nullptr, wxID_ANY, "A Host", wxDefaultPosition, wxSize(1000, 800));
+    m_oCommandlist = std::make_shared<ZELWbr3::Desktop::DesktopCommandlist>(*oFrame);
+    auto* oPanel = new ZELWbr3::Desktop::BrowserPanel(oFrame);
+    auto* oSizer = new wxBoxSizer(wxVERTICAL);
+    oSizer->Add(m_oCommandlist->Window(), wxSizerFlags().Expand());
+    oSizer->Add(oPanel, wxSizerFlags(1).Expand());
+    oFrame->SetSizer(oSizer);
+    oFrame->Show();
+    // The page is waited for within the toolkit's loop, which runs from here on.
+    oFrame->CallAfter([this, oFrame, oPanel] { ShowPage(*oFrame, oPanel->Browser()); });
+    return true;
+  }
+
+  void ShowPage(wxFrame& oFrame, ZELWbr3::Browser& oBrowser) {
+    try {
+      oBrowser.HTMLPath(ZELWBR3_HTML);
+      oBrowser.PageMain()->Commandlist(m_oCommandlist);
+      oBrowser.PageMain()->Show(ZELWbr3::SQLite::OpenDatabase(argc > 1 ? argv[1].utf8_string() : ""));
+    } catch (const ZELWbr3::WaitError&) {
+      // The window was closed before the page was there.
+    } catch (const std::exception& oError) {
+      wxMessageBox(wxString::FromUTF8(oError.what()), "A Host", wxOK | wxICON_ERROR, &oFrame);
+      oFrame.Close();
+    }
+  }
+
+  std::shared_ptr<ZELWbr3::Desktop::DesktopCommandlist> m_oCommandlist;
+};
+
+wxIMPLEMENT_APP(DesktopHost);
