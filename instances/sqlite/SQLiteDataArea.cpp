@@ -2,19 +2,14 @@
 
 #include "instances/sqlite/SQLiteVolumes.h"
 
-#include <sqlite3.h>
-
 namespace ZELWbr3::SQLite {
 
 std::shared_ptr<ZELLib3::Volumes> SQLiteDataArea::Volumes() const {
   VolumeFigures oVolume{m_oFile->Path(), 3, "main", "closed"};
-  // A database and those attached to it.
-  int iMaxCount = 1;
   const auto oReading = m_oFile->Read();
   if (const Connection* pConnection = m_oFile->Current()) {
     oVolume.Info2 = std::to_string(pConnection->PageSize()) + " bytes a page, " +
                     (pConnection->UsesWal() ? "write-ahead log" : "rollback journal");
-    iMaxCount += sqlite3_limit(pConnection->Handle(), SQLITE_LIMIT_ATTACHED, -1);
   }
   if (const Usage* pUsage = oReading->Figures()) {
     oVolume.Size = pUsage->PageCount;
@@ -24,7 +19,7 @@ std::shared_ptr<ZELLib3::Volumes> SQLiteDataArea::Volumes() const {
   } else if (const auto oFile = FileId::Of(m_oFile->Path()); oFile && m_oFile->PageSize() > 0) {
     oVolume.Size = oFile->Bytes / m_oFile->PageSize();
   }
-  return std::make_shared<SQLiteVolumes>(std::vector{oVolume}, iMaxCount);
+  return std::make_shared<SQLiteVolumes>(std::vector{oVolume}, 1);
 }
 
 ZELLib3::Long SQLiteDataArea::Size(ZELLib3::Long iIndex) const {

@@ -1,5 +1,6 @@
 #include "pages/monitor/PageInfoCaches.h"
 
+#include "dom/Text.h"
 #include "framework/modCells.h"
 #include "framework/modElement.h"
 #include "pages/monitor/TableRow.h"
@@ -92,15 +93,15 @@ void PageInfoCaches::FillAccesses(const Caches& oCaches) {
 void PageInfoCaches::FillParameters(const Caches& oCaches) {
   Element& oTemplate = Template("tabCacheParams");
   if (SharesIOBufferCache()) {
-    AddParameter(oTemplate, *oCaches.IOBufferCacheParam(), FormatSize(oCaches.IOBufferCacheSize()));
+    AddParameter(oTemplate, *oCaches.IOBufferCacheParam(), oCaches.IOBufferCacheSize());
   } else {
-    AddParameter(oTemplate, *oCaches.DataCacheParam(), FormatSize(oCaches.DataCacheSize()));
+    AddParameter(oTemplate, *oCaches.DataCacheParam(), oCaches.DataCacheSize());
   }
-  AddParameter(oTemplate, *oCaches.RollbackCacheParam(), FormatSize(oCaches.RollbackCacheSize()));
-  AddParameter(oTemplate, *oCaches.CatalogCacheParam(), FormatSize(oCaches.CatalogCacheSize()));
+  AddParameter(oTemplate, *oCaches.RollbackCacheParam(), oCaches.RollbackCacheSize());
+  AddParameter(oTemplate, *oCaches.CatalogCacheParam(), oCaches.CatalogCacheSize());
   if (Database()->PlatformType() == 1) {
     AddParameter(oTemplate, *oCaches.AWEParam(), oCaches.AWEEnabled() ? "YES" : "NO");
-    AddParameter(oTemplate, *oCaches.AWEMemoryParam(), FormatSize(oCaches.AWEMemorySize()));
+    AddParameter(oTemplate, *oCaches.AWEMemoryParam(), oCaches.AWEMemorySize());
   }
 }
 
@@ -145,6 +146,12 @@ void PageInfoCaches::AddAccesses(Element& oTemplate, const std::string& sLabel, 
   modCells::SetCellText(*oCells[4], FormatRate((oCaches.*pCounter)(0), (oCaches.*pCounter)(1)));
 }
 
+void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, double dSize) {
+  // Neither cache nor parameter: there is no figure to tell, only a row.
+  const bool bNone = dSize < 0 && Text::Trim(oParameter.Name()).empty();
+  AddParameter(oTemplate, oParameter, bNone ? "" : FormatSize(dSize));
+}
+
 void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, const std::string& sValue) {
   const auto oCells = modCells::AddRowCells(oTemplate, 2);
   modCells::FillParamCell(*oCells[0], oParameter);
@@ -153,7 +160,8 @@ void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& 
 
 bool PageInfoCaches::OnClick(const std::string& sID) {
   if (!modCells::Behind("PARAM", sID, m_sParameter)) return false;
-  Command(CommandOpenParameter);
+  // The name cell of a cache that no parameter sets.
+  if (!m_sParameter.empty()) Command(CommandOpenParameter);
   return true;
 }
 

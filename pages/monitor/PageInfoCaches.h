@@ -40,6 +40,7 @@ class PageInfoCaches : public DataPage {
   Element& Template(std::string_view sTable) const;
   void AddSize(Element& oTemplate, const std::string& sLabel, double dSize);
   void AddAccesses(Element& oTemplate, const std::string& sLabel, const ZELLib3::Caches& oCaches, Counter pCounter);
+  void AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, double dSize);
   void AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, const std::string& sValue);
 
   bool HasObjectStore() const { return Database()->InstanceType() == 1; }

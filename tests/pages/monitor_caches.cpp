@@ -114,6 +114,14 @@ TEST(MonitorCaches, AClickOpensTheParameterOfExactlyThatName) {
   EXPECT_EQ(oTold.Lines(), "");
   oTold.Click("PARAMCACHE_SIZE");
   EXPECT_EQ(oTold.Lines(), "begin\npage Parameter\ncomplete\n");
+
+  ToldTables oNone(
+      R"json("Version": {"Number": 67108864}, "Caches": {"RollbackCacheSize": -1, "CatalogCacheSize": 7})json");
+  oNone.Show(oNone.Browser.PageInfoCaches());
+  oNone.Lines();
+  EXPECT_EQ(oNone.Rows("tabCacheParams"), "|0 KB\n|~\n|7 KB\n") << "neither cache nor parameter, or no parameter";
+  oNone.Click("PARAM");
+  EXPECT_EQ(oNone.Lines(), "");
 }
 
 TEST(MonitorCaches, FiguresThatCannotBeRefreshedLeaveTheTablesEmpty) {
