@@ -1,5 +1,6 @@
 #include "host/OpenInstance.h"
 
+#include "host/WatchedDatabase.h"
 #include "instances/recorded/OpenRecording.h"
 #include "instances/sqlite/SQLiteDatabase.h"
 #include "instances/sqlite/SampleDatabase.h"
@@ -34,8 +35,9 @@ Argument Parse(const std::string& sInstance) {
 
 std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Recorded::CallObserver oObserver) {
   const Argument oArgument = Parse(sInstance);
-  return oArgument.Kind == RecordedKind ? Recorded::OpenRecording(oArgument.File, std::move(oObserver))
-                                        : SQLite::OpenDatabase(oArgument.File);
+  if (oArgument.Kind == RecordedKind) return Recorded::OpenRecording(oArgument.File, std::move(oObserver));
+  if (oObserver != nullptr) return std::make_shared<WatchedDatabase>(oArgument.File, std::move(oObserver));
+  return SQLite::OpenDatabase(oArgument.File);
 }
 
 std::vector<std::string> FilesOf(const std::string& sInstance) {

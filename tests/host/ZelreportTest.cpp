@@ -213,6 +213,15 @@ TEST_F(ZelreportTest, AnswersAreGivenInTheirOrderAndDialogsHandOverWhatWasTyped)
                 R"({"event":"Instance","call":"Analyzer.Start","arguments":["my file.cfg",12,0,true,false]})",
                 R"({"event":"Instance","call":"Analyzer.DeleteProtocols","arguments":["20260301"]})",
             }));
+  EXPECT_EQ(Only("Instance", EventsOf({"sqlite:" + Folder.Write("a.db", ""), "--do", "item 3", "--do", "answer yes",
+                                       "--do", "item 2", "--do", "answer ok date=2026-03-01 time=04:05:06", "--do",
+                                       "answer yes", "--do", "item 6"},
+                                      1)),
+            (Lines{
+                R"({"event":"Instance","call":"Admin","arguments":[]})",
+                R"({"event":"Instance","call":"Shutdown","arguments":[]})",
+                R"({"event":"Instance","call":"RestartUntil","arguments":["2026-03-01T04:05:06"]})",
+            }));
   // The last step leaves the list as it was, although it disables it meanwhile.
   EXPECT_EQ(Only("Commandlist", events).size(), 4U);
 }
