@@ -2,12 +2,68 @@
 
 #include "instances/recorded/SQLTables.h"
 
+#include <new>
 #include <set>
 #include <utility>
 
 namespace ZELWbr3::Recorded {
 
 namespace Z = ZELLib3;
+
+namespace {
+
+constexpr const char* DictionaryOwner = "SYSDD";
+
+/// The tables of the data dictionary that the system tables pages link to.
+constexpr const char* DictionaryTables[] = {
+    "TABLES",
+    "COLUMNS",
+    "VIEWS",
+    "SYNONYMS",
+    "SEQUENCES",
+    "DOMAINS",
+    "SCHEMAS",
+    "INDEXES",
+    "INDEXCOLUMNS",
+    "CONSTRAINTS",
+    "FOREIGNKEYS",
+    "FOREIGNKEYCOLUMNS",
+    "TRIGGERS",
+    "PROCEDURES",
+    "PROCEDUREPARAMETERS",
+    "FUNCTIONS",
+    "FUNCTIONPARAMETERS",
+    "USERS",
+    "ROLES",
+    "ROLEUSERS",
+    "TABLEPRIVILEGES",
+    "COLUMNPRIVILEGES",
+    "TABLESTATISTICS",
+    "INDEXSTATISTICS",
+    "COLUMNSTATISTICS",
+    "SNAPSHOTS",
+};
+
+std::shared_ptr<Z::SQLTable> Named(Z::SQLTables& oTables, const RecordOptions::Table& oName) {
+  const auto oTable = oTables.NewTable();
+  oTable->Owner(oName.Owner);
+  oTable->Name(oName.Name);
+  return oTable;
+}
+
+/// An instance has the tables of some releases only: that one cannot be opened
+/// is no failure to be recorded.
+bool CanBeOpened(Z::SQLTables& oTables, const RecordOptions::Table& oName) {
+  try {
+    return Named(oTables, oName)->Open();
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
+}  // namespace
 
 void WriteHistory(Z::History& oHistory, Writer& oWriter) {
   std::vector<Z::HistoryItem> oItems;
@@ -59,17 +115,21 @@ void WriteTables(Z::SQLTables& oTables, Writer& oWriter) {
   std::vector<RecordOptions::Table> oNames = oWriter.Options().Tables;
   // A recording of a recording keeps what that one holds.
   if (const auto* const pRecorded = dynamic_cast<const Recorded::SQLTables*>(&oTables)) {
-    for (const Json& oTable : pRecorded->Held())
+    for (const Json& oTable : pRecorded->Held()) {
       oNames.push_back({oTable.value("Owner", ""), oTable.value("Name", "")});
+    }
+  } else {
+    for (const char* const sName : DictionaryTables) {
+      const RecordOptions::Table oName{DictionaryOwner, sName};
+      if (CanBeOpened(oTables, oName)) oNames.push_back(oName);
+    }
   }
   Writer::Output oItems = Writer::Output::array();
   std::set<std::pair<std::string, std::string>> oWritten;
   for (const RecordOptions::Table& oNamed : oNames) {
     if (!oWritten.emplace(oNamed.Owner, oNamed.Name).second) continue;
-    const auto oTable = oWriter.Read("NewTable", [&] { return oTables.NewTable(); });
+    const auto oTable = oWriter.Read("NewTable", [&] { return Named(oTables, oNamed); });
     if (!oTable) return;
-    (*oTable)->Owner(oNamed.Owner);
-    (*oTable)->Name(oNamed.Name);
     oItems.push_back(oWriter.Object(**oTable, InterfaceOf<Z::SQLTable>().sClass));
   }
   oWriter.PutOutput("Items", std::move(oItems));

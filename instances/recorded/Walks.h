@@ -75,7 +75,7 @@ void WriteRows(I& oSource, Writer& oWriter) {
 void WriteHistory(ZELLib3::History& oHistory, Writer& oWriter);
 void WriteParameterChanges(ZELLib3::Parameter& oParameter, Writer& oWriter);
 void WriteListedChanges(ZELLib3::ParameterHistory& oHistory, Writer& oWriter);
-/// Those that the host named.
+/// Those that the host named, and what there is of the data dictionary.
 void WriteTables(ZELLib3::SQLTables& oTables, Writer& oWriter);
 
 }  // namespace ZELWbr3::Recorded

@@ -85,6 +85,8 @@ Writer::Output Writer::InForm(Output oObject, Interface::Form eForm) {
 }
 
 Writer::Output Writer::Recording() {
+  // Looking for tables that it need not have leaves errors behind.
+  const ZELLib3::Error oStanding = LastError();
   Output oDatabase = Object(m_oDatabase, {});
 
   // Nothing here calls an operation that changes the instance, but another
@@ -93,7 +95,7 @@ Writer::Output Writer::Recording() {
 
   // Without a failed operation the instance may still have an error to tell.
   // One that a member raised comes last: it need not have become LastError.
-  ZELLib3::Error oError = m_oFailed ? *m_oFailed : LastError();
+  ZELLib3::Error oError = m_oFailed.value_or(oStanding);
   if (IsEmpty(oError) && m_oRaised && pRecorded == nullptr) oError = *m_oRaised;
 
   std::set<std::string> oFails;

@@ -16,7 +16,8 @@ struct RecordOptions {
     std::string Name;
   };
 
-  /// An instance cannot list its tables, so only these are recorded.
+  /// An instance cannot list its tables, so only these are recorded, besides
+  /// the tables of the data dictionary that it can open.
   std::vector<Table> Tables;
   /// Rows kept of each view, table, history; the rest is left out with a note.
   std::size_t MaxRows = 10000;

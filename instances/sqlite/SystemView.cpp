@@ -198,11 +198,11 @@ constexpr SystemView kViews[] = {
             " ORDER BY t.schema, t.name, f.id, f.seq">},
     {"STATISTICS", "What ANALYZE has found out for the choice of indexes", false, &Statistics},
     {"SPACE", "Pages of each table and index; reads the whole file", false,
-     &Query<"SELECT name, pageno AS pages, pgsize AS bytes, ncell AS entries, payload AS \"bytes of data\","
+     &Query<"SELECT name, pageno AS pages, pgsize AS bytes, ncell AS cells, payload AS \"bytes of data\","
             " unused AS \"bytes unused\", mx_payload AS \"largest entry\" FROM dbstat WHERE aggregate = true"
             " ORDER BY pgsize DESC, name">},
     {"PAGES", "Each page of the tables and indexes; reads the whole file", false,
-     &Query<"SELECT pageno AS page, name, path, pagetype AS type, ncell AS entries, payload AS \"bytes of data\","
+     &Query<"SELECT pageno AS page, name, path, pagetype AS type, ncell AS cells, payload AS \"bytes of data\","
             " unused AS \"bytes unused\" FROM dbstat">},
     {"STATEMENTS", "What the statements of this connection have done", false, &Statements},
     {"COUNTERS", "Memory and page cache of this process and this connection", false, &Counters},

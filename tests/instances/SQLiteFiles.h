@@ -11,8 +11,10 @@
 #include <functional>
 #include <iterator>
 #include <map>
+#include <regex>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 /// Database files for tests, made and looked at without the code under test.
 namespace SQLiteFiles {
@@ -53,6 +55,17 @@ class Folder {
 
 inline void WriteFile(const std::string& sPath, const std::string& sBytes) {
   std::ofstream(sPath, std::ios::binary) << sBytes;
+}
+
+/// The names that the newest page of system tables links to.
+inline std::vector<std::string> SystemTables() {
+  std::ifstream oStream(std::string(ZELWBR3_SOURCE_DIR) + "/html/SysDD76.htm");
+  const std::string sPage(std::istreambuf_iterator<char>(oStream), {});
+  const std::regex oName("id=\"ITEM_([^\"]*)\"");
+  std::vector<std::string> names;
+  for (std::sregex_iterator it(sPage.begin(), sPage.end(), oName), end; it != end; ++it) names.push_back(it->str(1));
+  if (names.size() < 20) throw std::runtime_error("the page of system tables has no links");
+  return names;
 }
 
 /// A connection as any application has one. Makes the file when it is missing.

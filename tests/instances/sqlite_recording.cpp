@@ -84,4 +84,9 @@ TEST(SQLiteRecording, ShowsTheSamePages) {
     EXPECT_EQ(oFromFile.Click(sLink), oFromRecording.Click(sLink)) << sName;
     EXPECT_EQ(oFromFile.Click("btnReadAll"), oFromRecording.Click("btnReadAll")) << sName;
   }
+
+  for (const std::string& sTable : SystemTables()) {
+    for (Viewer* pViewer : {&oFromFile, &oFromRecording}) pViewer->Show(&B::PageSysDD);
+    EXPECT_EQ(oFromFile.Click("ITEM_" + sTable), oFromRecording.Click("ITEM_" + sTable)) << sTable;
+  }
 }
