@@ -1,7 +1,7 @@
 // The database analyzer's page: what it shows in which state, and what its
 // commands ask and call.
 
-#include "tests/pages/Told.h"
+#include "tests/support/Told.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ class Analyzer : public Told {
   std::string StateRows() {
     std::string sRows;
     for (const char* sID : {"rowStarted", "rowStopped", "rowUnknown", "rowError"}) {
-      if (!Hidden(sID)) sRows += (sRows.empty() ? "" : " ") + std::string(sID);
+      if (IsShown(sID)) sRows += (sRows.empty() ? "" : " ") + std::string(sID);
     }
     return sRows;
   }
@@ -63,8 +63,8 @@ TEST(AnalyzerPage, ShowsHowTheAnalyzerRuns) {
   EXPECT_EQ(o.Text("txtError"), "2 warnings");
   EXPECT_EQ(o.Details(), "[<b>12</b>][a.cfg][/p][60 sec.][yes][4711][39]");
   EXPECT_EQ(o.Items(), "(Start) Stop Delete Protocols");
-  EXPECT_TRUE(o.Hidden("divFrmWait"));
-  EXPECT_FALSE(o.Hidden("divFrmCnt"));
+  EXPECT_FALSE(o.IsShown("divFrmWait"));
+  EXPECT_TRUE(o.IsShown("divFrmCnt"));
 }
 
 TEST(AnalyzerPage, ShowsOnlyTheStateOfAnAnalyzerThatDoesNotRun) {

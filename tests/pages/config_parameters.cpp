@@ -1,4 +1,4 @@
-#include "tests/pages/storage_Shown.h"
+#include "tests/support/StorageShown.h"
 
 namespace ZELWbr3::Testing {
 

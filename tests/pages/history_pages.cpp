@@ -1,4 +1,6 @@
-#include "tests/pages/monitor_Tables.h"
+#include "tests/support/Told.h"
+
+#include <gtest/gtest.h>
 
 namespace ZELWbr3::Testing {
 namespace {
@@ -11,7 +13,7 @@ const std::string Backups = R"json("History": {"BlockSize": 2, "Items": [
     {"Label": "DAT_3", "Action": "SAVE DATA", "Kind": 1, "Date": "2026-03-01T22:00:00", "ReturnCode": 0}]})json";
 
 TEST(BackupHistory, TheNewestEntriesComeFirstInBlocks) {
-  ToldTables oTold(Backups);
+  Told oTold(Backups);
   oTold.Show(oTold.Browser.PageHistory());
   EXPECT_EQ(oTold.Rows("tabHistory"),
             "Label|Kind|Action|Date|Return Code|Result\n"
@@ -19,7 +21,7 @@ TEST(BackupHistory, TheNewestEntriesComeFirstInBlocks) {
             "LOG_17|Log|SAVE LOG|2025-12-01 02:30:00|-903|Failed\n");
   EXPECT_EQ(oTold.Text("txtFormFooter"), "Rows: 2");
   EXPECT_EQ(oTold.Items(), "&Close Read &More Read &All");
-  EXPECT_TRUE(oTold.Hidden("divTopWarning"));
+  EXPECT_FALSE(oTold.IsShown("divTopWarning"));
 
   oTold.Item(3);
   EXPECT_EQ(oTold.Text("txtFormFooter"), "Rows: 4");
@@ -32,7 +34,7 @@ TEST(BackupHistory, TheNewestEntriesComeFirstInBlocks) {
 }
 
 TEST(BackupHistory, AClickShowsTheEntry) {
-  ToldTables oTold(Backups);
+  Told oTold(Backups);
   oTold.Show(oTold.Browser.PageHistory());
   oTold.Lines();
   oTold.Click("ITEM2");
@@ -41,15 +43,15 @@ TEST(BackupHistory, AClickShowsTheEntry) {
   EXPECT_EQ(oTold.Rows("tabHistoryItem"),
             "Label|LOG_17\nKind|Log\nAction|SAVE LOG\nDate|2025-12-01 02:30:00\nReturn Code|-903\n");
   EXPECT_EQ(oTold.Rows("tabHistoryItemFields"), "Media|tape <1>\n~|~\n");
-  EXPECT_FALSE(oTold.Hidden("divError"));
+  EXPECT_TRUE(oTold.IsShown("divError"));
   EXPECT_EQ(oTold.Text("txtErrorText"), "The medium is full");
 
   // Back to the list, which is as it was.
   oTold.Key(27);
   EXPECT_EQ(oTold.Lines(), "page History\n");
   oTold.Click("ITEM1");
-  EXPECT_TRUE(oTold.Hidden("divError"));
-  EXPECT_TRUE(oTold.Hidden("tabHistoryItemFields"));
+  EXPECT_FALSE(oTold.IsShown("divError"));
+  EXPECT_FALSE(oTold.IsShown("tabHistoryItemFields"));
 
   // A backup that did not fail may have something to say, too.
   oTold.Show(oTold.Browser.PageHistory());
@@ -65,14 +67,14 @@ TEST(BackupHistory, AClickShowsTheEntry) {
 }
 
 TEST(BackupHistory, LostEmptyAndUnreadable) {
-  ToldTables oLost("\"StateInfo\": {\"HistoryLost\": true}");
+  Told oLost("\"StateInfo\": {\"HistoryLost\": true}");
   oLost.Show(oLost.Browser.PageHistory());
-  EXPECT_FALSE(oLost.Hidden("divTopWarning"));
+  EXPECT_TRUE(oLost.IsShown("divTopWarning"));
   EXPECT_EQ(oLost.Text("txtTopWarning"), "Backup History Lost");
   EXPECT_EQ(oLost.Text("txtFormFooter"), "Rows: 0");
   EXPECT_EQ(oLost.Items(), "&Close (Read &More) (Read &All)");
 
-  ToldTables oFailing(Backups, "\"fails\": [\"History.Open\"]");
+  Told oFailing(Backups, "\"fails\": [\"History.Open\"]");
   oFailing.Show(oFailing.Browser.PageHistory());
   EXPECT_EQ(oFailing.Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\npage History\n");
   EXPECT_EQ(oFailing.Text("txtFormFooter"), "Rows: 0");

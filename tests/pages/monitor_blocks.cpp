@@ -1,7 +1,6 @@
-#include "tests/pages/monitor_Tables.h"
-
 #include "tests/support/Shown.h"
 #include "tests/support/TestDatabase.h"
+#include "tests/support/Told.h"
 
 namespace ZELWbr3::Testing {
 namespace {
@@ -16,6 +15,7 @@ class EndlessView : public ZELLib3::SysInfo {
   int Blocks = 1000;
   int Delivered = 0;
   int Opened = 0;
+  int Paused = 0;
   bool Stuck = false;  ///< delivers nothing any more but has more
   std::function<void(int)> OnBlock = [](int) {};
 
@@ -40,6 +40,7 @@ class EndlessView : public ZELLib3::SysInfo {
     OnBlock(Delivered);
     return true;
   }
+  void Pause() override { ++Paused; }
   bool NextRow() override { return std::exchange(m_bRow, false); }
   std::string Value(Long) const override { return std::to_string(Delivered); }
   bool EndOfBlock() const override { return !m_bRow; }
@@ -53,7 +54,7 @@ class EndlessView : public ZELLib3::SysInfo {
 class ReadAll : public testing::Test {
  protected:
   ReadAll() {
-    Told = std::make_unique<ToldTables>(std::make_shared<TestDatabase>());
+    Told = std::make_unique<Testing::Told>(std::make_shared<TestDatabase>());
     Told->Show(Told->Browser.PageMain());
     Told->Browser.PageSysInfo()->Commandlist(Told->Commandlist);
     Told->Browser.PageSysInfo()->Show(Told->Database, View);
@@ -72,14 +73,18 @@ class ReadAll : public testing::Test {
   }
 
   std::shared_ptr<EndlessView> View = std::make_shared<EndlessView>();
-  std::unique_ptr<ToldTables> Told;
+  std::unique_ptr<Testing::Told> Told;
 };
 
+void ShowFirstView(Told& oTold) {
+  oTold.Browser.PageSysInfo()->Show(oTold.Database, oTold.Database->SysInfos()->Item(1));
+}
+
 TEST(MonitorSysInfo, ColumnsAreMadeFromTheView) {
-  ToldTables oTold(R"json("SysInfos": [{"Index": 1, "Name": "V", "BlockSize": 2,
+  Told oTold(R"json("SysInfos": [{"Index": 1, "Name": "V", "BlockSize": 2,
       "Columns": [{"Name": "ID", "Title": "Number"}, {"Name": "", "Title": "(null)"}, {"Name": "C", "Title": ""}],
       "Rows": [["1", "(null)", ""], ["<i>", "b", "(null)"]]}])json");
-  oTold.Browser.PageSysInfo()->Show(oTold.Database, oTold.Database->SysInfos()->Item(1));
+  ShowFirstView(oTold);
   EXPECT_EQ(oTold.Cells("tabSysInfo", 0),
             "ID .zelTblColHdrStd 'Number'\n .zelTblColHdrStd\nC .zelTblColHdrStd '' 100%\n");
   EXPECT_EQ(oTold.Cells("tabSysInfo", 2), "1 .zelTblCellStd\n .zelTblCellStd\n  .zelTblCellStdLast\n");
@@ -88,10 +93,10 @@ TEST(MonitorSysInfo, ColumnsAreMadeFromTheView) {
 }
 
 TEST(MonitorSysInfo, ARecordIsNamesAndValues) {
-  ToldTables oTold(R"json("SysInfos": [{"Index": 1, "Name": "R", "IsRecord": true,
+  Told oTold(R"json("SysInfos": [{"Index": 1, "Name": "R", "IsRecord": true,
       "Columns": [{"Name": "NAME", "Title": "(null)"}, {"Name": "", "Title": "Code"}, {"Name": "C", "Title": "(null)"}],
       "Rows": [["DEMO", "(null)", ""]]}])json");
-  oTold.Browser.PageSysInfo()->Show(oTold.Database, oTold.Database->SysInfos()->Item(1));
+  ShowFirstView(oTold);
   EXPECT_EQ(oTold.Rows("tabSysInfo"), "Name|Value\nNAME|DEMO\n~|\nC|~\n");
   EXPECT_EQ(oTold.Cells("tabSysInfo", 0), "Name .zelTblColHdrStd\nValue .zelTblColHdrStd 100%\n");
   EXPECT_EQ(oTold.Cells("tabSysInfo", 3), "  .zelTblCellStd 'Code'\n .zelTblCellStd\n");
@@ -101,13 +106,13 @@ TEST(MonitorSysInfo, ARecordIsNamesAndValues) {
 TEST(MonitorSysInfo, EmptyAndUnreadableViews) {
   const std::string sViews = R"json("SysInfos": [{"Index": 1, "Name": "E", "Columns": [{"Name": "A"}, {"Name": "B"}],
                                 "Rows": []}])json";
-  ToldTables oEmpty(sViews);
-  oEmpty.Browser.PageSysInfo()->Show(oEmpty.Database, oEmpty.Database->SysInfos()->Item(1));
+  Told oEmpty(sViews);
+  ShowFirstView(oEmpty);
   EXPECT_EQ(oEmpty.Rows("tabSysInfo"), "A|B\n");
   EXPECT_EQ(oEmpty.Text("txtFormFooter"), "Rows: 0");
 
-  ToldTables oFailing(sViews, "\"fails\": [\"SysInfo.Open\"]");
-  oFailing.Browser.PageSysInfo()->Show(oFailing.Database, oFailing.Database->SysInfos()->Item(1));
+  Told oFailing(sViews, "\"fails\": [\"SysInfo.Open\"]");
+  ShowFirstView(oFailing);
   EXPECT_EQ(oFailing.Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\npage SysInfo\n");
   EXPECT_EQ(oFailing.Text("txtFormFooter"), "Rows: 0");
   EXPECT_EQ(oFailing.Find("btnReadAll")->className(), "zelBtnEmphDsbl");
@@ -119,18 +124,18 @@ TEST(MonitorSysInfo, EmptyAndUnreadableViews) {
 const std::string SevenRows = R"json("SQLTables": [{"Owner": "O", "Name": "T", "BlockSize": 3,
     "Columns": [{"Name": "A", "Title": "(null)"}], "Rows": [["1"], ["2"], ["3"], ["4"], ["5"], ["6"], ["7"]]}])json";
 
-/// Shows the table of seven rows, with commands.
-void ShowSevenRows(ToldTables& oTold) {
+/// Shows the table of seven rows, with commands; what was told meanwhile.
+std::string ShowSevenRows(Told& oTold) {
   const auto oTable = oTold.Database->SQLTables()->NewTable();
   oTable->Owner("O");
   oTable->Name("T");
   oTold.Browser.PageSQLTable()->Commandlist(oTold.Commandlist);
   oTold.Browser.PageSQLTable()->Show(oTold.Database, oTable);
-  oTold.Lines();
+  return oTold.Lines();
 }
 
 TEST(MonitorSQLTable, BlocksAreReadOneByOneAndAllAtOnce) {
-  ToldTables oTold(SevenRows);
+  Told oTold(SevenRows);
   ShowSevenRows(oTold);
   EXPECT_EQ(oTold.Text("txtFormTitle"), "O.T");
   EXPECT_EQ(oTold.Text("txtFormFooter"), "Rows: 3");
@@ -158,7 +163,7 @@ TEST(MonitorSQLTable, BlocksAreReadOneByOneAndAllAtOnce) {
 }
 
 TEST(MonitorSQLTable, AFailureEndsTheReadingAndALaterClickStillWorks) {
-  ToldTables oTold(SevenRows, "\"fails\": [\"SQLTable.ReadMore\"]");
+  Told oTold(SevenRows, "\"fails\": [\"SQLTable.ReadMore\"]");
   ShowSevenRows(oTold);
   for (int i = 0; i < 2; ++i) {
     oTold.Click("btnReadAll");
@@ -166,21 +171,15 @@ TEST(MonitorSQLTable, AFailureEndsTheReadingAndALaterClickStillWorks) {
     EXPECT_EQ(oTold.Rows("tabSQLTable"), "A\n1\n2\n3\n");
     EXPECT_EQ(oTold.Items(), "&Close Read &More Read &All");
   }
-  ToldTables oUnknown("\"Connected\": true");
-  const auto oTable = oUnknown.Database->SQLTables()->NewTable();
-  oUnknown.Browser.PageSQLTable()->Show(oUnknown.Database, oTable);
-  EXPECT_TRUE(oUnknown.Lines().starts_with("box Error"));
+  Told oUnknown("\"Connected\": true");
+  EXPECT_TRUE(ShowSevenRows(oUnknown).starts_with("box Error"));
 }
 
 TEST(MonitorSQLTable, ACellThatCannotBeReadLeavesTheRowsReadAndTheirNumber) {
-  ToldTables oTold(SevenRows, "\"raises\": [\"SQLTable.Value\"]");
-  const auto oTable = oTold.Database->SQLTables()->NewTable();
-  oTable->Owner("O");
-  oTable->Name("T");
-  oTold.Browser.PageSQLTable()->Show(oTold.Database, oTable);
-  EXPECT_TRUE(oTold.Lines().starts_with("box Error"));
+  Told oTold(SevenRows, "\"raises\": [\"SQLTable.Value\"]");
+  EXPECT_TRUE(ShowSevenRows(oTold).starts_with("box Error"));
   EXPECT_EQ(oTold.Text("txtFormFooter"), "Rows: 3");
-  EXPECT_FALSE(oTold.Hidden("divFrmCnt"));
+  EXPECT_TRUE(oTold.IsShown("divFrmCnt"));
   EXPECT_EQ(oTold.Find("btnReadMore")->className(), "zelBtnEmph");
 }
 
@@ -210,6 +209,7 @@ TEST_F(ReadAll, EscapeEndsItAndStaysOnThePage) {
     EXPECT_EQ(Buttons(), "zelBtnEmph");
     EXPECT_EQ(Told->Lines(), "begin\ncomplete\n");
   }
+  EXPECT_EQ(View->Paused, 2) << "the instance is told each time";
   // Without a reading it leaves.
   View->OnBlock = [](int) {};
   Told->Key(Escape);

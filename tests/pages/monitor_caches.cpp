@@ -1,4 +1,6 @@
-#include "tests/pages/monitor_Tables.h"
+#include "tests/support/Told.h"
+
+#include <gtest/gtest.h>
 
 namespace ZELWbr3::Testing {
 namespace {
@@ -22,7 +24,7 @@ std::string Older(const std::string& sMore, const std::string& sCaches = "") {
 }
 
 TEST(MonitorCaches, NewerKernelPartsItsBufferCache) {
-  ToldTables oTold(Newer("", "\"RollbackCacheSize\": 0, \"SequenceCacheSize\": -1"));
+  Told oTold(Newer("", "\"RollbackCacheSize\": 0, \"SequenceCacheSize\": -1"));
   oTold.Show(oTold.Browser.PageInfoCaches());
   EXPECT_EQ(oTold.Rows("tabCacheSizes"),
             "I/O Buffer Cache|80,000 KB\n"
@@ -32,12 +34,12 @@ TEST(MonitorCaches, NewerKernelPartsItsBufferCache) {
             "    Catalog Cache|1,234,567 KB\n"
             "    Rollback Cache|0 KB\n");
   EXPECT_EQ(oTold.Rows("tabCacheParams"), "CACHE_SIZE|80,000 KB\nROLLBACK|0 KB\nCATALOG|1,234,567 KB\n");
-  EXPECT_FALSE(oTold.Hidden("divFrmCnt"));
-  EXPECT_TRUE(oTold.Hidden("divFrmWait"));
+  EXPECT_TRUE(oTold.IsShown("divFrmCnt"));
+  EXPECT_FALSE(oTold.IsShown("divFrmWait"));
 }
 
 TEST(MonitorCaches, AWEMemoryIsPartOfTheBufferCache) {
-  ToldTables oTold(Newer("\"PlatformType\": 1, ", "\"AWEEnabled\": true"));
+  Told oTold(Newer("\"PlatformType\": 1, ", "\"AWEEnabled\": true"));
   oTold.Show(oTold.Browser.PageInfoCaches());
   // What the recording does not name, the rollback cache, is a size of 0.
   EXPECT_EQ(oTold.Rows("tabCacheSizes"),
@@ -57,7 +59,7 @@ TEST(MonitorCaches, AWEMemoryIsPartOfTheBufferCache) {
 }
 
 TEST(MonitorCaches, OlderKernelHasSeparateCaches) {
-  ToldTables oTold(Older("\"PlatformType\": 1, ", "\"RollbackCacheSize\": -1, \"SequenceCacheSize\": 8"));
+  Told oTold(Older("\"PlatformType\": 1, ", "\"RollbackCacheSize\": -1, \"SequenceCacheSize\": 8"));
   oTold.Show(oTold.Browser.PageInfoCaches());
   EXPECT_EQ(oTold.Rows("tabCacheSizes"),
             "Data Cache|60,000 KB\nConverter Cache|5,001 KB\nCatalog Cache|1,234,567 KB\nSequence Cache|8 KB\n");
@@ -69,16 +71,16 @@ TEST(MonitorCaches, AccessesWithCountersThatAreMissingZeroOrLarge) {
   const std::string sAccesses = R"json("DataCacheAccesses": [1234567, 1200000, 34567], "SQLDataAccesses": [0, -1, 7],
       "OMSDataAccesses": [-1, 5, 5], "HistoryUndoAccesses": [-2, 0, 0], "CatalogCacheAccesses": [3, 1, -2],
       "RollbackCacheAccesses": [10, 10, 0], "ConverterCacheAccesses": [10, 5, 5])json";
-  ToldTables oNewer(Newer("", sAccesses));
+  Told oNewer(Newer("", sAccesses));
   oNewer.Show(oNewer.Browser.PageInfoCaches());
   EXPECT_EQ(oNewer.Rows("tabCacheAccesses"),
             "Data Cache|1,234,567|1,200,000|34,567|97.20%\n"
             "    SQL Data|0|~|7|100.00%\n"
             "    Catalog Cache|3|1|-2|33.33%\n");
-  EXPECT_TRUE(oNewer.Hidden("tabCacheUsage"));
+  EXPECT_FALSE(oNewer.IsShown("tabCacheUsage"));
   EXPECT_EQ(oNewer.Rows("tabCacheUsage"), "");
 
-  ToldTables oOlder(Older("\"InstanceType\": 1, ", sAccesses));
+  Told oOlder(Older("\"InstanceType\": 1, ", sAccesses));
   oOlder.Show(oOlder.Browser.PageInfoCaches());
   EXPECT_EQ(oOlder.Rows("tabCacheAccesses"),
             "Entire Data Cache|1,234,567|1,200,000|34,567|97.20%\n"
@@ -89,13 +91,12 @@ TEST(MonitorCaches, AccessesWithCountersThatAreMissingZeroOrLarge) {
 }
 
 TEST(MonitorCaches, AnObjectStoreSharesTheDataCache) {
-  ToldTables oTold(
-      Newer("\"InstanceType\": 1, ",
-            R"json("DataCacheUsedSize": 30000, "SQLDataSize": 15000, "OMSDataSize": -1, "HistoryUndoSize": 0,
+  Told oTold(Newer("\"InstanceType\": 1, ",
+                   R"json("DataCacheUsedSize": 30000, "SQLDataSize": 15000, "OMSDataSize": -1, "HistoryUndoSize": 0,
                             "OMSHistorySize": 60000)json"));
   oTold.Browser.PreferredUnit(1);  // MB
   oTold.Show(oTold.Browser.PageInfoCaches());
-  EXPECT_FALSE(oTold.Hidden("tabCacheUsage"));
+  EXPECT_TRUE(oTold.IsShown("tabCacheUsage"));
   EXPECT_EQ(oTold.Rows("tabCacheUsage"),
             "Entire Data Cache|29.30 MB|50.00%\n"
             "    SQL Data|14.65 MB|25.00%\n"
@@ -104,7 +105,7 @@ TEST(MonitorCaches, AnObjectStoreSharesTheDataCache) {
 }
 
 TEST(MonitorCaches, AClickOpensTheParameterOfExactlyThatName) {
-  ToldTables oTold(Newer("\"Parameters\": [{\"Name\": \"CACHE_SIZE\", \"Exists\": true}], "));
+  Told oTold(Newer("\"Parameters\": [{\"Name\": \"CACHE_SIZE\", \"Exists\": true}], "));
   oTold.Show(oTold.Browser.PageInfoCaches());
   EXPECT_EQ(oTold.Text("LocaleThousendGroupingSymbole"), ",");
   oTold.Lines();
@@ -115,8 +116,7 @@ TEST(MonitorCaches, AClickOpensTheParameterOfExactlyThatName) {
   oTold.Click("PARAMCACHE_SIZE");
   EXPECT_EQ(oTold.Lines(), "begin\npage Parameter\ncomplete\n");
 
-  ToldTables oNone(
-      R"json("Version": {"Number": 67108864}, "Caches": {"RollbackCacheSize": -1, "CatalogCacheSize": 7})json");
+  Told oNone(R"json("Version": {"Number": 67108864}, "Caches": {"RollbackCacheSize": -1, "CatalogCacheSize": 7})json");
   oNone.Show(oNone.Browser.PageInfoCaches());
   oNone.Lines();
   EXPECT_EQ(oNone.Rows("tabCacheParams"), "|0 KB\n|~\n|7 KB\n") << "neither cache nor parameter, or no parameter";
@@ -125,11 +125,11 @@ TEST(MonitorCaches, AClickOpensTheParameterOfExactlyThatName) {
 }
 
 TEST(MonitorCaches, FiguresThatCannotBeRefreshedLeaveTheTablesEmpty) {
-  ToldTables oTold(Newer(""), "\"fails\": [\"Caches.Refresh\"]");
+  Told oTold(Newer(""), "\"fails\": [\"Caches.Refresh\"]");
   oTold.Show(oTold.Browser.PageInfoCaches());
   EXPECT_EQ(oTold.Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\npage InfoCaches\n");
   EXPECT_EQ(oTold.Rows("tabCacheSizes") + oTold.Rows("tabCacheParams"), "");
-  EXPECT_FALSE(oTold.Hidden("divFrmCnt"));
+  EXPECT_TRUE(oTold.IsShown("divFrmCnt"));
 }
 
 TEST(MonitorActivity, CountersStandInPairs) {
@@ -140,7 +140,7 @@ TEST(MonitorActivity, CountersStandInPairs) {
            R"json(], "IOCounter": [1, 1234567], "LockCounter": [1, 2, 3, 4, 5, 6, 7, 8, 9],
            "LogCounter": [1, 2, 3, 4]})json";
   };
-  ToldTables oTold(Activity(0x07030000));
+  Told oTold(Activity(0x07030000));
   oTold.Show(oTold.Browser.PageInfoActivity());
   EXPECT_EQ(oTold.Rows("tabCommands"),
             "SQL Commands|1,000|Creates|1,001\n"
@@ -165,14 +165,14 @@ TEST(MonitorActivity, CountersStandInPairs) {
             "Log Pages Written|1|Group Commits|2\nWait for Log Writer|3|Log I/O Queue Overflow|4\n");
   EXPECT_EQ(oTold.Rows("tabScanSort"), "Table Scans|1,021|Cache Sorts|1,022\nIndex Scans|1,023|Row Sorts|1,024\n");
 
-  ToldTables oOlder(Activity(0x0702FFFF));
+  Told oOlder(Activity(0x0702FFFF));
   oOlder.Show(oOlder.Browser.PageInfoActivity());
   EXPECT_EQ(oOlder.Rows("tabLock"),
             "Maximum Entries Set|2|Average Entries Set|3\nRow Locks|4|Table Locks|5\nCollisions|8|Escalations|9\n");
 }
 
 TEST(MonitorActivity, ARefreshCountsAnewAndEscapeLeaves) {
-  ToldTables oTold("\"Activity\": {\"IOCounter\": [1, 2, 3, 4]}");
+  Told oTold("\"Activity\": {\"IOCounter\": [1, 2, 3, 4]}");
   oTold.Show(oTold.Browser.PageMain());
   oTold.Show(oTold.Browser.PageInfoActivity());
   oTold.Lines();
@@ -182,7 +182,7 @@ TEST(MonitorActivity, ARefreshCountsAnewAndEscapeLeaves) {
   oTold.Key(27);
   EXPECT_EQ(oTold.Lines(), "page Main\n");
 
-  ToldTables oFailing("", "\"fails\": [\"Activity.Refresh\"]");
+  Told oFailing("", "\"fails\": [\"Activity.Refresh\"]");
   oFailing.Show(oFailing.Browser.PageInfoActivity());
   EXPECT_EQ(oFailing.Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\npage InfoActivity\n");
   EXPECT_EQ(oFailing.Rows("tabLog"), "");

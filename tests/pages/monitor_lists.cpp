@@ -1,4 +1,6 @@
-#include "tests/pages/monitor_Tables.h"
+#include "tests/support/Told.h"
+
+#include <gtest/gtest.h>
 
 namespace ZELWbr3::Testing {
 namespace {
@@ -7,7 +9,7 @@ constexpr int Enter = 13;
 constexpr int Escape = 27;
 
 TEST(MonitorSessions, EachSessionIsARow) {
-  ToldTables oTold(R"json("Sessions": [{"Index": 17, "Name": " T17 ", "Field1": "1", "Field2": "", "Field3": "three",
+  Told oTold(R"json("Sessions": [{"Index": 17, "Name": " T17 ", "Field1": "1", "Field2": "", "Field3": "three",
       "Field4": "(null)", "Field5": " "}, {"Index": -3, "Name": "", "Field1": "<b>"}])json");
   oTold.Show(oTold.Browser.PageSessions());
   EXPECT_EQ(oTold.Rows("tabSessions"),
@@ -27,11 +29,11 @@ TEST(MonitorSessions, EachSessionIsARow) {
 }
 
 TEST(MonitorSessions, NoSessionsAndAListThatCannotBeRefreshed) {
-  ToldTables oNone("\"Connected\": true");
+  Told oNone("\"Connected\": true");
   oNone.Show(oNone.Browser.PageSessions());
   EXPECT_EQ(oNone.Text("txtFormFooter"), "Rows 0 / 0");
 
-  ToldTables oFailing("\"Sessions\": [{\"Index\": 1, \"Name\": \"old\"}]", "\"fails\": [\"Sessions.Refresh\"]");
+  Told oFailing("\"Sessions\": [{\"Index\": 1, \"Name\": \"old\"}]", "\"fails\": [\"Sessions.Refresh\"]");
   oFailing.Show(oFailing.Browser.PageSessions());
   EXPECT_EQ(oFailing.Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\npage Sessions\n");
   EXPECT_EQ(oFailing.Text("txtFormFooter"), "Rows 1 / 1");
@@ -44,7 +46,7 @@ const std::string Views = R"json("SysInfos": [
     {"Index": 2, "Name": "SECOND", "Description": "two", "Columns": [{"Name": "C"}], "Rows": []}])json";
 
 TEST(MonitorSysInfos, EachViewIsALinkWithItsDescription) {
-  ToldTables oTold(Views);
+  Told oTold(Views);
   oTold.Show(oTold.Browser.PageSysInfos());
   EXPECT_EQ(oTold.Rows("tabSysInfos"), "View|Description\nFIRST|~\nTWELVE|\nSECOND|two\n");
   const Element* oCell = oTold.Find("ITEM12");
@@ -55,7 +57,7 @@ TEST(MonitorSysInfos, EachViewIsALinkWithItsDescription) {
 }
 
 TEST(MonitorSysInfos, AClickOrEnterOpensTheViewOfThatIndex) {
-  ToldTables oTold(Views);
+  Told oTold(Views);
   oTold.Show(oTold.Browser.PageSysInfos());
   oTold.Lines();
   oTold.Click("ITEM12");
@@ -77,7 +79,7 @@ TEST(MonitorSysInfos, AClickOrEnterOpensTheViewOfThatIndex) {
 }
 
 TEST(MonitorSysInfos, AnIdWithoutANumberMeansViewZero) {
-  ToldTables oTold(Views);
+  Told oTold(Views);
   oTold.Show(oTold.Browser.PageSysInfos());
   oTold.Lines();
   EXPECT_TRUE(oTold.Browser.PageSysInfos()->HandleOnClick("ITEMx1"));
@@ -87,7 +89,7 @@ TEST(MonitorSysInfos, AnIdWithoutANumberMeansViewZero) {
 }
 
 TEST(MonitorSysInfos, AListThatCannotBeRefreshedIsShownAsItIs) {
-  ToldTables oTold(Views, "\"fails\": [\"SysInfos.Refresh\"]");
+  Told oTold(Views, "\"fails\": [\"SysInfos.Refresh\"]");
   oTold.Show(oTold.Browser.PageSysInfos());
   EXPECT_EQ(oTold.Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\npage SysInfos\n");
   EXPECT_NE(oTold.Find("ITEM12"), nullptr);
@@ -95,8 +97,8 @@ TEST(MonitorSysInfos, AListThatCannotBeRefreshedIsShownAsItIs) {
 
 TEST(MonitorSysDD, ALinkOpensTheTableOfTheDictionary) {
   for (const char* sMinor : {"4", "5", "6"}) {
-    ToldTables oTold("\"Version\": {\"Major\": 7, \"Minor\": " + std::string(sMinor) +
-                     R"json(}, "SQLTables": [{"Owner": "SYSDD", "Name": "TABLES", "Columns": [{"Name": "T"}],
+    Told oTold("\"Version\": {\"Major\": 7, \"Minor\": " + std::string(sMinor) +
+               R"json(}, "SQLTables": [{"Owner": "SYSDD", "Name": "TABLES", "Columns": [{"Name": "T"}],
                      "Rows": [["A"]]}])json");
     oTold.Show(oTold.Browser.PageSysDD());
     EXPECT_EQ(oTold.Lines(), "page SysDD7" + std::string(sMinor) + "\n");

@@ -1,7 +1,7 @@
 // The commands that change the instance's operational state: what is asked,
 // what is called, and what the host and the page are told.
 
-#include "tests/pages/Told.h"
+#include "tests/support/Told.h"
 
 #include "tests/support/TestDatabase.h"
 

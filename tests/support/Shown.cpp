@@ -1,8 +1,5 @@
 #include "tests/support/Shown.h"
 
-#include "dom/EmbeddedObject.h"
-#include "dom/Style.h"
-
 namespace ZELWbr3::Testing {
 
 namespace {
@@ -54,18 +51,6 @@ bool Shown::Key(int iKeyCode) {
   const bool bSwallowed = Platform.FrontFrame().Key(iKeyCode);
   Settle();
   return bSwallowed;
-}
-
-Element& Shown::At(const std::string& sID) {
-  Element* oElement = Control->VisibleDocument()->all().item(sID);
-  if (oElement == nullptr) throw std::runtime_error("No element " + sID);
-  return *oElement;
-}
-
-bool Shown::IsShown(const std::string& sID) { return At(sID).style().display() != "none"; }
-
-std::string Shown::Property(const std::string& sID, const std::string& sName) {
-  return At(sID).object().Property(sName);
 }
 
 std::string Shown::Commands() const {

@@ -2,7 +2,7 @@
 
 #include "headless/HeadlessCommandlist.h"
 #include "headless/HeadlessPlatform.h"
-#include "shell/Browser.h"
+#include "tests/support/Screen.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/TestLocale.h"
@@ -17,7 +17,7 @@ namespace ZELWbr3::Testing {
 
 /// A control without a screen, with an English locale, an instance and a
 /// command list. An error display that the test has not announced fails it.
-class Shown : public testing::Test {
+class Shown : public testing::Test, public Screen {
  protected:
   Shown();
   void TearDown() override;
@@ -33,11 +33,6 @@ class Shown : public testing::Test {
   void Click(const std::string& sID);
   bool Key(int iKeyCode);
 
-  /// An element of the document in front; throws when there is none.
-  Element& At(const std::string& sID);
-  std::string Text(const std::string& sID) { return At(sID).innerText(); }
-  bool IsShown(const std::string& sID);
-  std::string Property(const std::string& sID, const std::string& sName);
   /// The command list in one line, such as "2 &Offline, 5 -, (6 Restart)";
   /// disabled items stand in brackets.
   std::string Commands() const;
@@ -53,6 +48,8 @@ class Shown : public testing::Test {
   std::vector<Connection> Connections;
 
  private:
+  const Browser& Showing() const override { return *Control; }
+
   std::unique_ptr<TempFolder> m_oFolder;
   std::vector<std::string> m_expected;
   std::vector<std::string> m_errors;

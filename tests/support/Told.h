@@ -3,7 +3,7 @@
 #include "headless/HeadlessCommandlist.h"
 #include "headless/HeadlessPlatform.h"
 #include "instances/recorded/OpenRecording.h"
-#include "shell/Browser.h"
+#include "tests/support/Screen.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestLocale.h"
 
@@ -17,7 +17,7 @@ namespace ZELWbr3::Testing {
 /// A control with a command list that shows one instance, and everything that
 /// happens to it told in lines: what the host hears, what the user is asked
 /// (with what was answered), what the instance is called.
-class Told {
+class Told : public Screen {
  public:
   /// A made-up instance: the members of a recording's "Database", and further
   /// members of the recording itself, each as JSON without the outer braces.
@@ -48,6 +48,10 @@ class Told {
     Commandlist->ClickItem(iKey);
     Settle();
   }
+  void Click(const std::string& sID) {
+    Platform.FrontFrame().Click(sID);
+    Settle();
+  }
   void Key(int iCode) {
     Platform.FrontFrame().Key(iCode);
     Settle();
@@ -57,17 +61,6 @@ class Told {
   std::string Lines() { return std::exchange(m_sLines, ""); }
   void Line(const std::string& sLine) { m_sLines += sLine + "\n"; }
 
-  // What stands on the screen.
-
-  Element* Find(const std::string& sID) { return Browser.VisibleDocument()->all().item(sID); }
-  std::string Text(const std::string& sID) {
-    const Element* oElement = Find(sID);
-    return oElement == nullptr ? "(no " + sID + ")" : oElement->innerText();
-  }
-  bool Hidden(const std::string& sID) {
-    Element* oElement = Find(sID);
-    return oElement == nullptr || oElement->getAttribute("style").find("none") != std::string::npos;
-  }
   /// The items of the command list shown; one in brackets is disabled.
   std::string Items() {
     std::string sItems;
@@ -127,6 +120,7 @@ class Told {
   }
 
   void Settle() { Platform.MessagePump().Drain(); }
+  const ZELWbr3::Browser& Showing() const override { return Browser; }
 
   std::string m_sLines;
   std::vector<Connection> m_connections;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "dom/Style.h"
 #include "dom/Text.h"
 #include "tests/support/Shown.h"
 
@@ -221,30 +220,6 @@ class StorageShown : public Shown {
   void ShowDataArea() { Control->PageDataArea()->Show(Configured); }
   void ShowLogArea() { Control->PageLogArea()->Show(Configured); }
   void ShowParameters() { Control->PageParameters()->Show(Configured); }
-
-  std::string ClassOf(const std::string& sID) { return At(sID).className(); }
-  Element& In(const std::string& sTable, const std::string& sID) {
-    Element* oElement = At(sTable).all().item(sID);
-    if (oElement == nullptr) throw std::runtime_error("No element " + sID + " in " + sTable);
-    return *oElement;
-  }
-  static bool IsVisible(Element& oElement) { return oElement.style().display() != "none"; }
-
-  /// The visible rows of a table's first body, one a line, cells as
-  /// "text|text"; "~" stands for the blank of an empty cell.
-  std::string Rows(const std::string& sTable) {
-    std::string sRows;
-    for (Element* o = At(sTable).tBodies(0)->firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
-      if (!IsVisible(*o)) continue;
-      const char* sBetween = "";
-      for (const Element* oCell : o->cells()) {
-        const std::string sText = oCell->innerText();
-        sRows += std::exchange(sBetween, "|") + (sText == " " ? "~" : sText);
-      }
-      sRows += "\n";
-    }
-    return sRows;
-  }
 
   std::shared_ptr<ConfiguredDatabase> Configured = std::make_shared<ConfiguredDatabase>();
 };
