@@ -1,6 +1,7 @@
 // zelanalyzer: evaluates a database file at an interval, in the background.
 
 #include "host/OneLine.h"
+#include "host/StandardStreams.h"
 #include "instances/sqlite/analyzer/AnalyzerRun.h"
 #include "instances/sqlite/analyzer/Background.h"
 
@@ -50,6 +51,7 @@ int Run(SQLite::AnalyzerOptions oOptions, const std::string& sInstance) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  Host::ReserveStandardStreams();
   std::string sInstance;
   SQLite::AnalyzerOptions oOptions;
   const CLI::Range oCount(0, std::numeric_limits<int>::max());

@@ -6,6 +6,7 @@
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
 #include "host/Report.h"
+#include "host/StandardStreams.h"
 #include "host/Step.h"
 #include "instances/recorded/WriteRecording.h"
 
@@ -82,6 +83,7 @@ int Run(const Arguments& oArguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  ReserveStandardStreams();
   Arguments oArguments;
   CLI::App oApp("Shows a page of a database instance without a screen and writes it as HTML.", "zelreport");
   oApp.add_option("INSTANCE", oArguments.Instance, "recorded:FILE or sqlite:FILE");

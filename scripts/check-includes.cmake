@@ -22,7 +22,7 @@ set(vendor_desktop "(wx|webkit2|gtk|gdk|glib|gio|jsc)/.*|webkit2/.*|chm_lib\\.h|
 set(vendor_instances_recorded "nlohmann/.*")
 set(vendor_instances_sqlite "sqlite3\\.h|unistd\\.h|fcntl\\.h|sys/.*|pwd\\.h|signal\\.h|spawn\\.h|dirent\\.h")
 set(vendor_instances_postgres "libpq-fe\\.h")
-set(vendor_host "nlohmann/.*|CLI/.*|wx/.*|unistd\\.h|sys/.*")
+set(vendor_host "nlohmann/.*|CLI/.*|wx/.*|(unistd|fcntl)\\.h|sys/.*")
 
 set(wrong 0)
 foreach(folder platform dom framework pages shell headless desktop instances/recorded instances/sqlite instances/postgres host)

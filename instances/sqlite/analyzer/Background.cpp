@@ -14,11 +14,6 @@ namespace {
 constexpr char kStarted = '+';  ///< what the new process reports; anything else is an error text
 constexpr int kReport = 3;      ///< the descriptor it reports with
 
-/// The first three belong to the standard streams, also where they are closed.
-void ReserveStandardStreams() {
-  while (Descriptor("/dev/null", O_RDWR) <= STDERR_FILENO) (void)!open("/dev/null", O_RDWR);
-}
-
 void Detach(int lReport) {
   setsid();
   (void)!chdir("/");  // no folder is kept from being unmounted
@@ -61,7 +56,6 @@ std::string ReadAll(int lPipe) {
 }  // namespace
 
 int RunInBackground(const std::function<int(const Started&)>& oWork) {
-  ReserveStandardStreams();
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) RaiseSystemError("pipe");
   const pid_t lProcess = fork();

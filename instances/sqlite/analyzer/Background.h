@@ -15,8 +15,8 @@ using Started = std::function<void()>;
 /// In the calling process this returns 0 when the work is under way, and raises
 /// std::runtime_error with the text of what oWork raised before that. In the
 /// new one it returns oWork's exit code; an exception that oWork raises later
-/// ends it with 1. To be called before anything is opened and while there is
-/// one thread only.
+/// ends it with 1. To be called before anything is opened, while there is
+/// one thread only, and with no standard stream closed.
 int RunInBackground(const std::function<int(const Started& oStarted)>& oWork);
 
 }  // namespace ZELWbr3::SQLite
