@@ -45,8 +45,9 @@ bool Analyzer::DeleteProtocols(const std::string& sUntilDate) {
     Shared().FailedBecause("Expected a date YYYYMMDD up to which protocols are deleted, found " + Quoted(sUntilDate));
     return false;
   }
-  Json& oSets = Value()["ProtocolSets"];
-  if (!oSets.is_array()) return true;
+  const auto oFound = Value().find("ProtocolSets");
+  if (oFound == Value().end() || !oFound->is_array()) return true;
+  Json& oSets = *oFound;
   // A set without a date is not known to be that old.
   oSets.erase(std::remove_if(oSets.begin(), oSets.end(),
                              [&](const Json& oSet) {

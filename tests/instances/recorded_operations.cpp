@@ -89,6 +89,11 @@ TEST(RecordedOperations, TheAnalyzerIsRunAndCleanedUp) {
   EXPECT_EQ(1u, Sets()) << "what is no date deletes nothing";
   EXPECT_TRUE(oAnalyzer->DeleteProtocols("99991231"));
   EXPECT_EQ(0u, Sets());
+
+  // A recording that says nothing about sets has none to delete.
+  const auto oSilent = OpenRecording(File(std::string(R"({"Database": {"Analyzer": {"State": 2}}})")).Path());
+  EXPECT_TRUE(oSilent->Analyzer()->DeleteProtocols("20260301"));
+  EXPECT_EQ(0u, oSilent->Analyzer()->ProtocolSets().value().size());
 }
 
 TEST(RecordedOperations, EveryOperationIsReportedWithItsArguments) {
