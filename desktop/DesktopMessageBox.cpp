@@ -1,69 +1,47 @@
 #include "desktop/DesktopMessageBox.h"
 
-#include "dom/Text.h"
-
-#include <exception>
-
-#include <wx/msgdlg.h>
-
-#include <wx/generic/msgdlgg.h>  // needs the one before
+#include "desktop/DialogWindow.h"
 
 namespace ZELWbr3::Desktop {
 
 namespace {
 
-wxString Shown(const std::string& sText) { return wxString::FromUTF8(Text::Clean(sText)); }
+/// The buttons as those of a dialog: the cancelling one gives Cancel.
+std::vector<Dialog::Button> ButtonsOf(MessageBox::Buttons eButtons) {
+  using Answer = Dialog::Answer;
+  switch (eButtons) {
+    case MessageBox::Buttons::OKCancel:
+      return {{Answer::OK, "cmdOK", "&OK"}, {Answer::Cancel, "cmdCancel", "&Cancel"}};
+    case MessageBox::Buttons::YesNo:
+      return {{Answer::OK, "cmdYes", "&Yes"}, {Answer::Cancel, "cmdNo", "&No"}};
+    default:
+      return {{Answer::OK, "cmdOK", "&OK"}};
+  }
+}
 
 }  // namespace
 
 MessageBox::Answer DesktopMessageBox::Show(const std::string& sText, const std::string& sTitle, Buttons eButtons,
                                            Icon eIcon) {
-  long lStyle = eIcon == Icon::Question ? wxICON_QUESTION : wxICON_EXCLAMATION;
-  switch (eButtons) {
-    case Buttons::OK:
-      lStyle |= wxOK;
-      break;
-    case Buttons::OKCancel:
-      lStyle |= wxOK | wxCANCEL;
-      break;
-    case Buttons::YesNo:
-      lStyle |= wxYES_NO;
-      break;
-  }
-  wxMessageDialog oDialog(wxGetTopLevelParent(m_oParent), Shown(sText), Shown(sTitle), lStyle);
-  const int iAnswer = oDialog.ShowModal();
-
-  // Whatever is not a choice, such as Escape, is the cancelling one.
-  switch (eButtons) {
-    case Buttons::OK:
-      return Answer::OK;
-    case Buttons::OKCancel:
-      return iAnswer == wxID_OK ? Answer::OK : Answer::Cancel;
-    case Buttons::YesNo:
-      return iAnswer == wxID_YES ? Answer::Yes : Answer::No;
-  }
-  return Answer::Cancel;
+  const bool bConfirmed = Confirmed(sText, sTitle, eButtons, eIcon, {});
+  if (eButtons == Buttons::YesNo) return bConfirmed ? Answer::Yes : Answer::No;
+  return bConfirmed || eButtons == Buttons::OK ? Answer::OK : Answer::Cancel;
 }
 
 void DesktopMessageBox::ShowWithHelp(const std::string& sText, const std::string& sTitle, Icon eIcon,
                                      const std::function<void()>& oHelp) {
-  // Not the native dialog, which any of its buttons closes.
-  wxGenericMessageDialog oDialog(wxGetTopLevelParent(m_oParent), Shown(sText), Shown(sTitle),
-                                 wxOK | wxHELP | (eIcon == Icon::Question ? wxICON_QUESTION : wxICON_EXCLAMATION));
-  std::exception_ptr oError;  // none may leave a handler of the toolkit
-  oDialog.Bind(
-      wxEVT_BUTTON,
-      [&](wxCommandEvent&) {
-        try {
-          oHelp();
-        } catch (...) {
-          oError = std::current_exception();
-          oDialog.EndModal(wxID_OK);
-        }
-      },
-      wxID_HELP);
-  oDialog.ShowModal();
-  if (oError != nullptr) std::rethrow_exception(oError);
+  Confirmed(sText, sTitle, Buttons::OK, eIcon, oHelp);
+}
+
+bool DesktopMessageBox::Confirmed(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon,
+                                  const std::function<void()>& oHelp) {
+  Dialog oDialog{.Name = "",
+                 .Caption = sTitle,
+                 .Picture = eIcon,
+                 .Text = sText,
+                 .TextIsHTML = false,
+                 .Buttons = ButtonsOf(eButtons)};
+  return DialogWindow(wxGetTopLevelParent(m_oParent), oDialog, oHelp).Ask() == Dialog::Answer::OK;
 }
 
 }  // namespace ZELWbr3::Desktop

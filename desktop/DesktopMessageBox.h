@@ -7,7 +7,8 @@
 
 namespace ZELWbr3::Desktop {
 
-/// The toolkit's message dialog, modal to the window that holds the control.
+/// A dialog without fields, modal to the window that holds the control. Not the
+/// toolkit's own message dialog, which shows no picture and does not stay open.
 class DesktopMessageBox : public MessageBox {
  public:
   explicit DesktopMessageBox(wxWindow& oParent) : m_oParent(&oParent) {}
@@ -17,6 +18,9 @@ class DesktopMessageBox : public MessageBox {
                     const std::function<void()>& oHelp) override;
 
  private:
+  bool Confirmed(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon,
+                 const std::function<void()>& oHelp);
+
   wxWeakRef<wxWindow> m_oParent;
 };
 
