@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <system_error>
 
@@ -59,6 +60,16 @@ void CheckOutputFiles(const std::string& sInstance, const std::vector<OutputFile
     if (const int lError = Obstacle(oOutput->File)) {
       Refuse(*oOutput, "cannot be written: " + std::generic_category().message(lError));
     }
+  }
+}
+
+void WriteFile(const std::string& sFile, std::string_view sBytes) {
+  errno = 0;
+  std::ofstream oFile(sFile, std::ios::binary | std::ios::trunc);
+  oFile << sBytes;
+  oFile.close();
+  if (!oFile) {
+    throw std::runtime_error("The file \"" + sFile + "\" cannot be written: " + std::generic_category().message(errno));
   }
 }
 

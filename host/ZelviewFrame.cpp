@@ -18,6 +18,7 @@
 #include <wx/filedlg.h>
 #include <wx/menu.h>
 #include <wx/msgdlg.h>
+#include <wx/mstream.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/statline.h>
@@ -232,9 +233,14 @@ void ZelviewFrame::AfterPaint(std::function<void()> oDone) {
 }
 
 void ZelviewFrame::SaveScreenshot(const std::string& sFile) {
-  if (!Desktop::TakePicture(*this).SaveFile(wxString(sFile.c_str(), *wxConvFileName), wxBITMAP_TYPE_PNG)) {
-    throw std::runtime_error("The picture \"" + sFile + "\" cannot be written");
+  // The toolkit does not notice that a disk is full.
+  wxMemoryOutputStream oPicture;
+  if (!Desktop::TakePicture(*this).SaveFile(oPicture, wxBITMAP_TYPE_PNG)) {
+    throw std::runtime_error("The picture \"" + sFile + "\" cannot be made");
   }
+  std::string sBytes(oPicture.GetSize(), '\0');
+  oPicture.CopyTo(sBytes.data(), sBytes.size());
+  WriteFile(sFile, sBytes);
 }
 
 void ZelviewFrame::Say(const std::string& sText) { SetStatusText(Text(sText)); }

@@ -12,7 +12,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <fstream>
 #include <iostream>
 #include <sstream>
 
@@ -35,15 +34,9 @@ int Complain(const std::string& sText) {
 }
 
 void WriteOut(const std::string& sFile, const std::string& sText) {
-  if (sFile.empty()) {
-    std::cout << sText << std::flush;
-    if (!std::cout) throw std::runtime_error("The standard output cannot be written");
-    return;
-  }
-  std::ofstream oFile(sFile, std::ios::binary | std::ios::trunc);
-  oFile << sText;
-  oFile.close();
-  if (!oFile) throw std::runtime_error("The file \"" + sFile + "\" cannot be written");
+  if (!sFile.empty()) return WriteFile(sFile, sText);
+  std::cout << sText << std::flush;
+  if (!std::cout) throw std::runtime_error("The standard output cannot be written");
 }
 
 int Run(const Arguments& oArguments) {

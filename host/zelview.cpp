@@ -93,17 +93,20 @@ class Zelview : public wxApp {
   /// Takes the picture when the page is there; gives up when it never is, for
   /// instance behind an error display that nobody answers.
   void Watch() {
-    m_oPicture.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+    const auto Save = [this] {
       const wxLogNull oQuiet;  // the exception says it
       try {
         m_oFrame->SaveScreenshot(m_oArguments.Screenshot);
       } catch (const std::exception& oError) {
         m_iResult = Complain(oError.what());
       }
+    };
+    m_oPicture.Bind(wxEVT_TIMER, [this, Save](wxTimerEvent&) {
+      Save();
       m_oFrame->Close(true);
     });
-    m_oDeadline.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
-      m_oFrame->SaveScreenshot(m_oArguments.Screenshot);
+    m_oDeadline.Bind(wxEVT_TIMER, [Save](wxTimerEvent&) {
+      Save();
       std::_Exit(Complain("the page was not shown in time; the picture shows the window as it is"));
     });
     m_oDeadline.StartOnce(GivingUp);
