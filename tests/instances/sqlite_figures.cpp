@@ -2,46 +2,7 @@
 #include "tests/instances/SQLiteFiles.h"
 #include "tests/instances/SQLiteOpened.h"
 
-#include <fcntl.h>
-
 using namespace SQLiteFiles;
-
-namespace {
-
-/// A process that opens and closes a file when told to.
-class Holder {
- public:
-  explicit Holder(const std::string& sPath) {
-    if (pipe(m_iOrders) != 0 || pipe(m_iDone) != 0 || (m_iProcess = fork()) < 0) throw std::runtime_error("no process");
-    if (m_iProcess != 0) return;
-    close(m_iOrders[1]);
-    int iFile = -1;
-    for (char cOrder; read(m_iOrders[0], &cOrder, 1) == 1;) {
-      if (cOrder == 'o') iFile = open(sPath.c_str(), O_RDONLY);
-      if (cOrder == 'c') close(iFile);
-      (void)!write(m_iDone[1], &cOrder, 1);
-    }
-    _exit(0);
-  }
-  ~Holder() {
-    close(m_iOrders[1]);
-    waitpid(m_iProcess, nullptr, 0);
-  }
-  void Open() { Order('o'); }
-  void Close() { Order('c'); }
-
- private:
-  void Order(char cOrder) {
-    ASSERT_EQ(1, write(m_iOrders[1], &cOrder, 1));
-    ASSERT_EQ(1, read(m_iDone[0], &cOrder, 1));
-  }
-
-  int m_iOrders[2];
-  int m_iDone[2];
-  pid_t m_iProcess;
-};
-
-}  // namespace
 
 TEST(SQLiteFigures, DataAreaIsWhatTheFileHolds) {
   for (const char* sMode : {"DELETE", "WAL"}) {
@@ -104,25 +65,6 @@ TEST(SQLiteFigures, FiguresOfAPageAreOfOneMoment) {
   EXPECT_EQ(oApplication.Number("PRAGMA page_count"), oDatabase->StateInfo()->DataTotal());
   std::filesystem::remove(oFolder / "a.db");
   EXPECT_FALSE(oDatabase->StateInfo()->InfoAvailable()) << "and so does a file that vanishes";
-}
-
-TEST(SQLiteFigures, SessionsAreTheProcessesThatHoldTheFile) {
-  Folder oFolder;
-  Application(oFolder / "a.db", "CREATE TABLE t(v)");
-  Holder oFirst(oFolder / "a.db");
-  Holder oSecond(oFolder / "a.db");
-  const auto oDatabase = OpenDatabase(oFolder / "a.db");
-  EXPECT_EQ(1, oDatabase->StateInfo()->SessionsUsed());
-  oFirst.Open();
-  EXPECT_EQ(2, oDatabase->StateInfo()->SessionsUsed());
-  oFirst.Open();  // once more: the same process
-  oSecond.Open();
-  EXPECT_EQ(3, oDatabase->StateInfo()->SessionsUsed());
-  oSecond.Close();
-  const auto oState = oDatabase->StateInfo();
-  EXPECT_EQ(2, oState->SessionsUsed());
-  EXPECT_GT(oState->SessionsMax(), 2);
-  EXPECT_EQ(2 * 100 / oState->SessionsMax(), oState->SessionPercent());
 }
 
 TEST(SQLiteFigures, CacheIsThisConnectionsOwn) {

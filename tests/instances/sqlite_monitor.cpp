@@ -1,6 +1,7 @@
 #include "tests/instances/SQLiteRows.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 
 using namespace SQLiteFiles;
@@ -58,10 +59,17 @@ TEST(SQLiteSessions, SayWhoHoldsTheFileAndWhatIsLocked) {
   Folder oFolder;
   { Application(oFolder / "a.db", "CREATE TABLE t(v)"); }
   Neighbour oNeighbour(oFolder / "a.db");
+  std::optional<Neighbour> oOther(std::in_place, oFolder / "a.db");
   const auto oDatabase = OpenDatabase(oFolder / "a.db");
   oNeighbour.Run("SELECT * FROM t");
-  ASSERT_EQ(2, oDatabase->Sessions()->Count());
+  oOther->Run("SELECT * FROM t");
+  EXPECT_EQ(3, oDatabase->StateInfo()->SessionsUsed());
+  oOther.reset();
+  oNeighbour.Run("ATTACH '" + oFolder / "a.db" + "' AS again; SELECT * FROM again.t");
+  ASSERT_EQ(2, oDatabase->Sessions()->Count()) << "a process that holds it twice is one";
   EXPECT_EQ(2, oDatabase->StateInfo()->SessionsUsed());
+  EXPECT_EQ(2 * 100 / oDatabase->StateInfo()->SessionsMax(), oDatabase->StateInfo()->SessionPercent());
+  oNeighbour.Run("DETACH again");
   const auto oSession = oDatabase->Sessions()->Item(2);  // the younger process has the higher number
   EXPECT_EQ(2, oSession->Index());
   EXPECT_EQ("2", oSession->Name());
