@@ -7,6 +7,7 @@
 #include "desktop/Snapshot.h"
 #include "dom/Document.h"
 #include "framework/KeyClick.h"
+#include "framework/KeyCode.h"
 
 #include <algorithm>
 
@@ -73,6 +74,7 @@ void DesktopWebBrowser::Announce() {
 void DesktopWebBrowser::DropDocument() {
   if (m_oDocument != nullptr) m_oDocument->ReportTo(nullptr);
   m_oSender.reset();
+  m_bPageTakesEscape = false;
 }
 
 void DesktopWebBrowser::Flush() {
@@ -138,6 +140,8 @@ void DesktopWebBrowser::Handle(std::string_view sMessage) {
     m_oEvents.NavigateComplete();
   } else if (sKind == "load") {
     Loaded(oList);
+  } else if (sKind == "escape") {
+    m_bPageTakesEscape = oList.Number() != 0;
   } else if (m_oSender != nullptr) {
     m_oDocument->Activate(m_oDocument->ByNumber(oList.Number()));
     if (sKind == "click") m_oEvents.Click();
@@ -171,6 +175,7 @@ void DesktopWebBrowser::Loaded(FlatListReader& oSnapshot) {
 bool DesktopWebBrowser::KeyPress(const Key& oKey) {
   // A document that is being replaced takes no keys.
   if (m_oSender == nullptr || oKey.Code == 0) return false;
+  if (m_bPageTakesEscape && oKey.Code == KeyCode::Escape && !oKey.Modified) return false;
   const std::shared_ptr<ZELWbr3::Document> oDocument = m_oDocument;
   const wxWeakRef<wxPanel> oBox = m_oBox;
 

@@ -81,6 +81,8 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
   std::shared_ptr<ChangeSender> m_oSender;
   std::uint32_t m_iSerial = 0;
   bool m_bAnnounced = true;
+  /// A search field with a text in it has the keyboard; Escape empties it.
+  bool m_bPageTakesEscape = false;
 };
 
 }  // namespace ZELWbr3::Desktop

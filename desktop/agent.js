@@ -153,5 +153,17 @@
   window.addEventListener("click", (oEvent) => oEvent.isTrusted && Post("click", iSerial, NumberOf(oEvent.target)), true);
   window.addEventListener("focusin", (oEvent) => Post("focus", iSerial, NumberOf(oEvent.target)), true);
 
+  // Escape empties a search field before it leaves the page. The control asks
+  // nothing when a key goes down, so it is told beforehand.
+  let bTakesEscape = false;
+  const TellEscape = (oField) => {
+    const bTakes = oField instanceof HTMLInputElement && oField.type === "search" && oField.value !== "";
+    if (bTakes === bTakesEscape) return;
+    bTakesEscape = bTakes;
+    Post("escape", iSerial, Number(bTakes));
+  };
+  for (const sEvent of ["focusin", "input"]) window.addEventListener(sEvent, (oEvent) => TellEscape(oEvent.target), true);
+  window.addEventListener("focusout", () => TellEscape(null), true);
+
   Post("begin", iSerial);
 })();
