@@ -3,6 +3,8 @@
 #include "framework/modCells.h"
 #include "framework/modFormat.h"
 
+#include <stdexcept>
+
 namespace ZELWbr3::ListLink {
 
 namespace {
@@ -16,7 +18,11 @@ std::string ID(Long lIndex) { return Prefix + std::to_string(lIndex); }
 std::optional<Long> Index(std::string_view sID) {
   std::string sRest;
   if (!modCells::Behind(Prefix, sID, sRest)) return std::nullopt;
-  return modFormat::ToLong(modFormat::Val(sRest));
+  try {
+    return modFormat::ToLong(modFormat::Val(sRest));
+  } catch (const std::overflow_error&) {
+    throw std::overflow_error("The number in the link \"" + std::string(sID) + "\" does not fit into 32 bits");
+  }
 }
 
 }  // namespace ZELWbr3::ListLink

@@ -86,6 +86,8 @@ TEST(MonitorSysInfos, AnIdWithoutANumberMeansViewZero) {
   const std::string sLines = oTold.Lines();
   EXPECT_TRUE(sLines.starts_with("begin\nbox Error")) << sLines;
   EXPECT_TRUE(sLines.ends_with("complete\n")) << sLines;
+  oTold.Browser.PageSysInfos()->HandleOnClick("ITEM99999999999999");
+  EXPECT_NE(oTold.Lines().find("ITEM99999999999999"), std::string::npos) << "an error that names it";
 }
 
 TEST(MonitorSysInfos, AListThatCannotBeRefreshedIsShownAsItIs) {
