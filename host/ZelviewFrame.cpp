@@ -213,6 +213,8 @@ void ZelviewFrame::Later(std::function<void()> oWork) {
   CallAfter([this, oWork = std::move(oWork)] {
     const wxWeakRef<ZelviewFrame> oThis(this);
     try {
+      // Some of it reads the instance, which may be at work.
+      m_oPanel->Platform().MessagePump().AwaitWork();
       oWork();
     } catch (const std::exception& oError) {
       // The window may be on its way out, and the wait ended because of that.
