@@ -3,7 +3,9 @@
 #include "framework/ZELLib3/Database.h"
 
 #include <algorithm>
+#include <chrono>
 #include <string>
+#include <vector>
 
 namespace ZELWbr3::Bench {
 
@@ -34,12 +36,16 @@ class MemoryParameters : public ZELLib3::Parameters {
   }
 };
 
-/// A view of many rows that costs nothing to read.
+/// A view of many rows that costs nothing to read, and sees how long each block
+/// takes whoever reads it.
 class MemoryView : public ZELLib3::SysInfo {
  public:
   static constexpr int Rows = 100000;
   static constexpr int Columns = 6;
-  static constexpr int BlockSize = 500;
+  static constexpr int BlockSize = 2000;
+
+  /// Milliseconds from the reading of a block until its last row was taken.
+  std::vector<double> Fills;
 
   std::string Name() const override { return "ROWS"; }
   bool IsEmpty() const override { return false; }
@@ -53,6 +59,7 @@ class MemoryView : public ZELLib3::SysInfo {
     return true;
   }
   bool ReadMore() override {
+    m_oRead = std::chrono::steady_clock::now();
     m_lRow = m_lRead;
     m_lRead = std::min<int>(m_lRead + BlockSize, Rows);
     return true;
@@ -60,6 +67,10 @@ class MemoryView : public ZELLib3::SysInfo {
   bool NextRow() override {
     if (EndOfBlock()) return false;
     ++m_lRow;
+    if (EndOfBlock()) {
+      const std::chrono::duration<double, std::milli> oTime = std::chrono::steady_clock::now() - m_oRead;
+      Fills.push_back(oTime.count());
+    }
     return true;
   }
   std::string Value(Long lColumn) const override {
@@ -71,6 +82,7 @@ class MemoryView : public ZELLib3::SysInfo {
  private:
   Long m_lRow;
   Long m_lRead;
+  std::chrono::steady_clock::time_point m_oRead;
 };
 
 class MemoryDatabase : public ZELLib3::Database {

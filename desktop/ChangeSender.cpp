@@ -31,18 +31,24 @@ void ChangeSender::Record(const Change& oChange) {
       m_oBatch.Add(oChange.Name);
       break;
   }
-  if (m_oBatch.Size() >= BatchSize) Flush();
+  if (m_oBatch.Size() >= BatchSize) EndBatch();
 }
 
 void ChangeSender::Flush() {
-  if (m_oBatch.Empty()) return;
-  m_oWaiting.push_back(m_oBatch.Take());
-  ++m_iMade;
-  SendWaiting();
+  m_bFlush = !m_oBatch.Empty();
+  if (m_bFlush && (m_oBatch.Size() >= SmallBatch || m_iAcknowledged == m_iMade)) EndBatch();
 }
 
 void ChangeSender::Acknowledge(std::uint32_t iBatch) {
   m_iAcknowledged = std::max(m_iAcknowledged, std::min(iBatch, m_iSent));
+  SendWaiting();
+  if (m_bFlush) Flush();
+}
+
+void ChangeSender::EndBatch() {
+  m_bFlush = false;
+  m_oWaiting.push_back(m_oBatch.Take());
+  ++m_iMade;
   SendWaiting();
 }
 

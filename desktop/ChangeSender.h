@@ -23,6 +23,10 @@ class ChangeSender : public ChangeLog {
   /// batch costs the browser some 0.1 ms beyond its changes; measured, sizes
   /// from 256 KiB to 1 MiB make no difference.
   static constexpr std::size_t BatchSize = 512 * 1024;
+  /// Bytes from which a batch is worth its costs. A smaller one is sent, too, but
+  /// not as long as the browser has others to do, so whoever flushes after every
+  /// little change still sends no more batches than the browser can take.
+  static constexpr std::size_t SmallBatch = 32 * 1024;
   /// Batches on their way at a time.
   static constexpr std::size_t Outstanding = 4;
 
@@ -39,10 +43,13 @@ class ChangeSender : public ChangeLog {
   bool Settled() const { return m_oBatch.Empty() && m_iAcknowledged == m_iMade; }
 
  private:
+  void EndBatch();
   void SendWaiting();
 
   Send m_oSend;
   FlatListWriter m_oBatch;
+  /// Asked to be flushed, and held back.
+  bool m_bFlush = false;
   std::deque<std::string> m_oWaiting;
   std::uint32_t m_iMade = 0;
   std::uint32_t m_iSent = 0;

@@ -204,7 +204,6 @@
 
     ShowMore() {
       const dBegin = performance.now();
-      this.OnRows(this.oObserver.takeRecords());
       this.Show(Math.max(RowsAtOnce, this.iShown >> 1));
       void this.oBody.offsetHeight;
       // Half of the time is the user's, and most of it the control's while it adds rows.
@@ -219,12 +218,14 @@
 
     /** Shows so many of the rows that wait. */
     Show(iRows) {
-      this.iAllowed = this.iShown + iRows;
       const oFragment = document.createDocumentFragment();
-      for (; this.iShown < this.iAllowed && this.oLater.firstElementChild !== null; ++this.iShown) {
+      for (let i = 0; i < iRows && this.oLater.firstElementChild !== null; ++i) {
         oFragment.append(this.oLater.firstElementChild);
+        ++this.iShown;
       }
       this.oBody.append(oFragment);
+      // Rows that come later wait, too: a single one makes the browser lay out the whole list anew.
+      this.iAllowed = this.iShown;
       this.oObserver.takeRecords();
     }
 
@@ -239,8 +240,6 @@
     Arrange() {
       clearTimeout(this.iTimer);
       const dBegin = performance.now();
-      this.OnRows(this.oObserver.takeRecords());
-      clearTimeout(this.iTimer);
       const oFocused = document.activeElement;
 
       const oIn = [];

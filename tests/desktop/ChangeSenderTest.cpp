@@ -58,6 +58,23 @@ TEST_F(ChangeSenderTest, SendsAFewBatchesAheadAndTheRestAsTheyAreAcknowledged) {
   EXPECT_TRUE(Sender.Settled());
 }
 
+TEST_F(ChangeSenderTest, SmallChangesWaitForTheBrowserAndGoTogether) {
+  const auto RecordSmall = [this](const char* sText) {
+    Sender.Record({Change::Kind::Text, 1, 0, {}, sText});
+    Sender.Flush();
+  };
+  RecordSmall("a");
+  RecordSmall("b");
+  RecordSmall("c");
+  Sender.Record({Change::Kind::Text, 1, 0, {}, "d"});
+  EXPECT_EQ(Lists, std::vector<std::string>{"[1,1,\"a\"]"});
+  EXPECT_FALSE(Sender.Settled());
+  Sender.Acknowledge(1);
+  EXPECT_EQ(Lists.back(), "[1,1,\"b\",1,1,\"c\",1,1,\"d\"]");
+  Sender.Acknowledge(2);
+  EXPECT_TRUE(Sender.Settled());
+}
+
 TEST_F(ChangeSenderTest, IsNotSettledWhileAnythingIsUnsent) {
   EXPECT_TRUE(Sender.Settled());
   Sender.Record({Change::Kind::Text, 1, 0, {}, "x"});
