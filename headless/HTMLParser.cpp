@@ -61,7 +61,11 @@ std::shared_ptr<Document> ParseHTML(std::string_view sHTML) {
 }
 
 std::shared_ptr<Document> LoadPageFile(const std::string& sPath) {
-  if (const auto sHTML = ReadFile(sPath); sHTML && !sHTML->empty()) return ParseHTML(*sHTML);
+  const auto sHTML = ReadFile(sPath);
+  return sHTML && !sHTML->empty() ? ParseHTML(*sHTML) : nullptr;
+}
+
+std::shared_ptr<Document> PageNotFound(const std::string& sPath) {
   return ParseHTML(
       "<!DOCTYPE html><html lang=\"en\"><head><title>Page not found</title></head><body><h1>Page not found</h1><p>" +
       Text::EscapeHTML(sPath) + " cannot be read.</p></body></html>");

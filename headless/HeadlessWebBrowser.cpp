@@ -25,6 +25,8 @@ void HeadlessWebBrowser::Navigate(const std::string& sURL, NavigateFlags) {
   Post([this] { m_oEvents.NavigateComplete(); });
   Post([this] {
     m_oDocument = m_sURL == "about:blank" ? ParseHTML("<!DOCTYPE html>") : LoadPageFile(PathOf(m_sURL));
+    m_bFound = m_oDocument != nullptr;
+    if (!m_bFound) m_oDocument = PageNotFound(PathOf(m_sURL));
     m_oEvents.DocumentComplete(true);
   });
 }

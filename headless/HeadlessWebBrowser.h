@@ -26,6 +26,8 @@ class HeadlessWebBrowser : public WebBrowser {
   bool Visible() const { return m_bVisible; }
   /// The URL navigated to last.
   const std::string& URL() const { return m_sURL; }
+  /// The page file could be read; a page that says otherwise is shown else.
+  bool Found() const { return m_bFound; }
   /// The folder of the page file shown; empty for a URL that is no file.
   std::string Folder() const;
   int Width() const { return m_iWidth; }
@@ -53,6 +55,7 @@ class HeadlessWebBrowser : public WebBrowser {
   WebBrowserEvents& m_oEvents;
   std::string m_sURL;
   std::shared_ptr<ZELWbr3::Document> m_oDocument;
+  bool m_bFound = true;
   bool m_bVisible = false;
   int m_iWidth = 0;
   int m_iHeight = 0;

@@ -84,6 +84,14 @@ void Report::RunCommand(Long lCommand) {
 void Report::EndStep() {
   m_oPlatform.MessagePump().Drain();
   m_oEvents.EndStep(*m_oCommandlist);
+  CheckPageFile();
+}
+
+void Report::CheckPageFile() {
+  const auto& oFrame = m_oPlatform.FrontFrame();
+  if (oFrame.Found()) return;
+  const std::string sError = "The page file " + oFrame.URL() + " cannot be read";
+  if (std::ranges::find(m_errors, sError) == m_errors.end()) m_errors.push_back(sError);
 }
 
 std::string Report::VisibleDocument() const {

@@ -32,6 +32,8 @@ class Report {
   void RunCommand(Long lCommand);
   /// Lets everything that is under way arrive.
   void EndStep();
+  /// A page whose file is missing has no error display of its own.
+  void CheckPageFile();
   std::string VisibleDocument() const;
 
   Headless::HeadlessPlatform m_oPlatform;

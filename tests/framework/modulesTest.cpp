@@ -126,7 +126,7 @@ TEST(CommandLists, ShowsTheListOfThePageInFront) {
   oLists.Enable(2, 2, false);
   EXPECT_EQ(iChanges, 2);
 
-  EXPECT_THROW(oLists.ClickItem(2), std::invalid_argument);   // disabled
+  oLists.ClickItem(2);                                        // disabled
   EXPECT_THROW(oLists.ClickItem(3), std::invalid_argument);   // a separator
   EXPECT_THROW(oLists.ClickItem(77), std::invalid_argument);  // not there
   oLists.ClickItem(4);

@@ -120,8 +120,17 @@ TEST_F(ZelreportTest, SaysInOneLineWhatIsWrong) {
   ExpectComplaint({sDemo, "--do", "click no.such"}, "\"no.such\"");
   ExpectComplaint({sDemo, "--do", "focus no.such"}, "\"no.such\"");
   ExpectComplaint({sDemo, "--do", "item 99"}, "99");
-  ExpectComplaint({sDemo, "--do", "item 4"}, "4");  // disabled while online
+  ExpectComplaint({sDemo, "--do", "item 5"}, "5");  // a separator
   ExpectComplaint({sDemo, "--page", "Default", "--do", "command 0"}, "Default");
+}
+
+TEST_F(ZelreportTest, AMissingPageFileIsNamedAlthoughThePageFillsNothing) {
+  const std::string sFile =
+      Folder.Write("r.json", R"({"Database":{"Version":{"Major":9,"Minor":9,"Number":151584768}}})");
+  const Ended oEnded = RunZelreport({"recorded:" + sFile, "--page", "SysDD"});
+  EXPECT_EQ(oEnded.Exit, 1);
+  EXPECT_NE(oEnded.Err.find("SysDD99.htm"), std::string::npos) << oEnded.Err;
+  EXPECT_NE(oEnded.Out.find("Page not found"), std::string::npos);
 }
 
 TEST_F(ZelreportTest, NoOutputIsWrittenOverTheInstanceOrAnotherOutput) {
