@@ -1,5 +1,3 @@
-#include "desktop/BrowserPanel.h"
-
 #include "framework/Page.h"
 #include "tests/desktop/TestWindow.h"
 
@@ -37,23 +35,13 @@ class PageTest : public Page {
   }
 };
 
-class BrowserPanelTest : public TestWindow {
+class BrowserPanelTest : public TestPanel {
  protected:
-  BrowserPanelTest() : Panel(new BrowserPanel(Frame)) {
-    Frame->SendSizeEvent();
+  BrowserPanelTest() {
     PageFile("Test.htm", "<p id=\"p\"></p><a id=\"link\" href=\"#\">link</a>");
     Panel->Browser().HTMLPath(Folder.string());
   }
 
-  /// The browser in front.
-  DesktopWebBrowser& Front() {
-    for (DesktopWebBrowser* oBrowser : Panel->Platform().Browsers()) {
-      if (oBrowser->IsVisible()) return *oBrowser;
-    }
-    throw std::runtime_error("No frame is visible");
-  }
-
-  BrowserPanel* Panel;
   std::shared_ptr<PageTest> Test = std::make_shared<PageTest>();
 };
 

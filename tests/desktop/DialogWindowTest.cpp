@@ -53,14 +53,7 @@ class DialogWindowTest : public TestWindow {
       }
     });
   }
-  /// A click in the middle of a control. Nobody waits for its effect, which may
-  /// be the end of the dialog.
-  static void Click(const std::string& sName) {
-    const wxRect oPlace = Open()->FindWindow(wxString(sName))->GetScreenRect();
-    wxExecute("xdotool mousemove " + std::to_string(oPlace.x + oPlace.width / 2) + " " +
-                  std::to_string(oPlace.y + oPlace.height / 2) + " click 1",
-              wxEXEC_ASYNC);
-  }
+  static void Click(const std::string& sName) { ClickOn(*Open()->FindWindow(wxString(sName))); }
   void Focus(const std::string& sName) {
     Click(sName);
     WaitFor(("the focus on " + sName).c_str(), [&] { return Focused() == sName; });

@@ -1,4 +1,3 @@
-#include "desktop/BrowserPanel.h"
 #include "tests/desktop/TestWindow.h"
 
 #include <wx/clipbrd.h>
@@ -44,23 +43,13 @@ class TestView : public ZELLib3::SysInfo {
 };
 
 /// A list on the real page of the real browser.
-class ListsTest : public TestWindow {
+class ListsTest : public TestPanel {
  protected:
-  ListsTest() : Panel(new BrowserPanel(Frame)) {
-    Frame->SendSizeEvent();
-    Panel->Browser().HTMLPath(ZELWBR3_SOURCE_DIR "/html");
-    View->Rows = {{"10", "Zoe", "a\tb"}, {"9", "adam", ""}, {"100.5", "Eve", "x"}, {"n/a", "Bea 2", "y"}};
-  }
+  ListsTest() { View->Rows = {{"10", "Zoe", "a\tb"}, {"9", "adam", ""}, {"100.5", "Eve", "x"}, {"n/a", "Bea 2", "y"}}; }
 
   void ShowView() {
     Panel->Browser().PageSysInfo()->Show(std::make_shared<ZELLib3::Database>(), View);
     Front().Focus();
-  }
-  DesktopWebBrowser& Front() {
-    for (DesktopWebBrowser* oBrowser : Panel->Platform().Browsers()) {
-      if (oBrowser->IsVisible()) return *oBrowser;
-    }
-    throw std::runtime_error("No frame is visible");
   }
   /// The names in the order in which they are seen.
   std::string Names() {
@@ -98,7 +87,6 @@ class ListsTest : public TestWindow {
     return oText.GetText().utf8_string();
   }
 
-  BrowserPanel* Panel;
   std::shared_ptr<TestView> View = std::make_shared<TestView>();
 };
 

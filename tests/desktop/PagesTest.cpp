@@ -1,4 +1,3 @@
-#include "desktop/BrowserPanel.h"
 #include "instances/recorded/OpenRecording.h"
 #include "tests/desktop/TestWindow.h"
 
@@ -6,26 +5,14 @@ namespace ZELWbr3::Desktop {
 namespace {
 
 /// The control's own pages on the real browser.
-class PagesTest : public TestWindow {
+class PagesTest : public TestPanel {
  protected:
-  PagesTest() : Panel(new BrowserPanel(Frame)) {
-    Frame->SendSizeEvent();
-    Panel->Platform().Theme(Theme::Light);
-    Control().HTMLPath(ZELWBR3_SOURCE_DIR "/html");
-  }
+  PagesTest() { Panel->Platform().Theme(Theme::Light); }
 
   ZELWbr3::Browser& Control() { return Panel->Browser(); }
-  DesktopWebBrowser& Front() {
-    for (DesktopWebBrowser* oBrowser : Panel->Platform().Browsers()) {
-      if (oBrowser->IsVisible()) return *oBrowser;
-    }
-    throw std::runtime_error("No frame is visible");
-  }
   static std::shared_ptr<ZELLib3::Database> Recording(const std::string& sName) {
     return Recorded::OpenRecording(ZELWBR3_SOURCE_DIR "/tests/recordings/" + sName + ".json");
   }
-
-  BrowserPanel* Panel;
 };
 
 TEST_F(PagesTest, TheBrowserShowsWhatThePagesHaveWritten) {

@@ -1,4 +1,3 @@
-#include "desktop/BrowserPanel.h"
 #include "instances/recorded/OpenRecording.h"
 #include "tests/desktop/TestWindow.h"
 
@@ -6,21 +5,13 @@ namespace ZELWbr3::Desktop {
 namespace {
 
 /// Pages with a tab strip on the real browser, by mouse and by keyboard.
-class TabsTest : public TestWindow {
+class TabsTest : public TestPanel {
  protected:
-  TabsTest() : Panel(new BrowserPanel(Frame)) {
-    Frame->SendSizeEvent();
+  TabsTest() {
     Panel->Platform().Theme(Theme::Light);
-    Panel->Browser().HTMLPath(ZELWBR3_SOURCE_DIR "/html");
     Panel->Browser().PageMain()->Show(Instance);
   }
 
-  DesktopWebBrowser& Front() {
-    for (DesktopWebBrowser* oBrowser : Panel->Platform().Browsers()) {
-      if (oBrowser->IsVisible()) return *oBrowser;
-    }
-    throw std::runtime_error("No frame is visible");
-  }
   std::string Title() { return ByID(Front(), "txtFormTitle").innerText(); }
   std::string Selected() { return ByID(Front(), "tbsTabStripParameters").getAttribute("selectedtab"); }
   /// Waits until an element has the focus, for the browser and for the program.
@@ -29,7 +20,6 @@ class TabsTest : public TestWindow {
     EXPECT_EQ(Ask(Front(), "document.activeElement.id"), sID);
   }
 
-  BrowserPanel* Panel;
   std::shared_ptr<ZELLib3::Database> Instance =
       Recorded::OpenRecording(ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json");
 };

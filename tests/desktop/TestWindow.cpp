@@ -152,6 +152,13 @@ void TestWindow::ClickOn(DesktopWebBrowser& oBrowser, const std::string& sID, in
             wxEXEC_SYNC | wxEXEC_NODISABLE);
 }
 
+void TestWindow::ClickOn(const wxWindow& oControl) {
+  const wxRect oPlace = oControl.GetScreenRect();
+  wxExecute("xdotool mousemove " + std::to_string(oPlace.x + oPlace.width / 2) + " " +
+                std::to_string(oPlace.y + oPlace.height / 2) + " click 1",
+            wxEXEC_ASYNC);
+}
+
 void TestWindow::Press(const std::string& sKey) { wxExecute("xdotool key " + sKey, wxEXEC_SYNC | wxEXEC_NODISABLE); }
 
 std::string TestWindow::InWindow(const std::string& sTitle, const std::string& sAction) {
@@ -166,6 +173,18 @@ void TestWindow::ActivateFrame() {
 }
 
 TestBrowser::TestBrowser() : Browser(std::make_unique<DesktopWebBrowser>(*Platform, Events)) { Browser->Visible(true); }
+
+TestPanel::TestPanel() : Panel(new BrowserPanel(Frame)) {
+  Frame->SendSizeEvent();
+  Panel->Browser().HTMLPath(ZELWBR3_SOURCE_DIR "/html");
+}
+
+DesktopWebBrowser& TestPanel::Front() {
+  for (DesktopWebBrowser* oBrowser : Panel->Platform().Browsers()) {
+    if (oBrowser->IsVisible()) return *oBrowser;
+  }
+  throw std::runtime_error("No frame is visible");
+}
 
 std::vector<int> WebProcesses() {
   std::vector<int> oProcesses;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/BrowserPanel.h"
 #include "desktop/DesktopPlatform.h"
 #include "desktop/DesktopWebBrowser.h"
 #include "dom/Document.h"
@@ -64,6 +65,9 @@ class TestWindow : public testing::Test {
   /// Real input: a click in the middle of an element, and a key by its name.
   void ClickOn(DesktopWebBrowser& oBrowser, const std::string& sID, int iButton = 1);
   void Press(const std::string& sKey);
+  /// The same on a control of the window or of a dialog. Nobody waits for the
+  /// effect, which may be the end of the dialog.
+  static void ClickOn(const wxWindow& oControl);
   /// What a window manager does with a new window; there is none here.
   void ActivateFrame();
   /// A command that waits for a window, gives it the keyboard and does
@@ -87,6 +91,17 @@ class TestBrowser : public TestWindow {
 
   RecordedEvents Events;
   std::unique_ptr<DesktopWebBrowser> Browser;
+};
+
+/// The same with the control, which shows the pages shipped with it.
+class TestPanel : public TestWindow {
+ protected:
+  TestPanel();
+
+  /// The browser in front.
+  DesktopWebBrowser& Front();
+
+  BrowserPanel* Panel;
 };
 
 /// Web processes that this process has started and that are alive.
