@@ -22,11 +22,11 @@ class ChangeSender : public ChangeLog {
   /// Bytes after which a batch is sent although more changes may follow. A
   /// batch costs the browser some 0.1 ms beyond its changes; measured, sizes
   /// from 256 KiB to 1 MiB make no difference.
-  static constexpr std::size_t BatchSize = 512 * 1024;
+  static constexpr std::size_t BatchSize = std::size_t{512} * 1024;
   /// Bytes from which a batch is worth its costs. A smaller one is sent, too, but
   /// not as long as the browser has others to do, so whoever flushes after every
   /// little change still sends no more batches than the browser can take.
-  static constexpr std::size_t SmallBatch = 32 * 1024;
+  static constexpr std::size_t SmallBatch = std::size_t{32} * 1024;
   /// Batches on their way at a time.
   static constexpr std::size_t Outstanding = 4;
 

@@ -18,7 +18,7 @@ class PageSQLTable : public RowsPage<ZELLib3::SQLTable> {
 
  private:
   void FillHead() override { SetText("txtFormTitle", SQLTable()->Owner() + "." + SQLTable()->Name()); }
-  void BeginTable() override { RowsPage::BeginTable("tabSQLTable", BlockTable::View::Columns); }
+  void BeginTable() override { MakeTable("tabSQLTable", BlockTable::View::Columns); }
 };
 
 }  // namespace ZELWbr3

@@ -8,7 +8,7 @@ void PageSysInfo::FillHead() {
 }
 
 void PageSysInfo::BeginTable() {
-  RowsPage::BeginTable("tabSysInfo", SysInfo()->IsRecord() ? BlockTable::View::Record : BlockTable::View::Columns);
+  MakeTable("tabSysInfo", SysInfo()->IsRecord() ? BlockTable::View::Record : BlockTable::View::Columns);
 }
 
 }  // namespace ZELWbr3

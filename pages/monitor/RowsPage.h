@@ -28,7 +28,7 @@ class RowsPage : public BlockPage {
     Forget();
     m_oRows = std::move(oRows);
   }
-  void BeginTable(std::string_view sTable, BlockTable::View eView) {
+  void MakeTable(std::string_view sTable, BlockTable::View eView) {
     m_oTable.emplace(RequiredElement(sTable), *m_oRows, eView);
   }
 
