@@ -6,6 +6,10 @@
 
 #include <fstream>
 
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
 #include <wx/app.h>
 #include <wx/clipbrd.h>
 #include <wx/dialog.h>
@@ -32,6 +36,35 @@ std::string Clipboard() {
   wxTheClipboard->Close();
   return std::string(oText.GetText().utf8_str());
 }
+
+/// Waits for connections on the loopback, and takes none.
+class Server {
+ public:
+  Server() {
+    sockaddr_in oAddress{};
+    oAddress.sin_family = AF_INET;
+    oAddress.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t iSize = sizeof oAddress;
+    if (bind(m_iSocket, reinterpret_cast<sockaddr*>(&oAddress), iSize) != 0 || listen(m_iSocket, 1) != 0 ||
+        getsockname(m_iSocket, reinterpret_cast<sockaddr*>(&oAddress), &iSize) != 0) {
+      throw std::runtime_error("No server");
+    }
+    Port = ntohs(oAddress.sin_port);
+  }
+  ~Server() { close(m_iSocket); }
+  Server(const Server&) = delete;
+  Server& operator=(const Server&) = delete;
+
+  bool WasAsked() const {
+    pollfd oPoll{m_iSocket, POLLIN, 0};
+    return poll(&oPoll, 1, 0) != 0;
+  }
+
+  int Port = 0;
+
+ private:
+  int m_iSocket = socket(AF_INET, SOCK_STREAM, 0);
+};
 
 class MessageWindowTest : public TestBrowser {
  protected:
@@ -111,6 +144,7 @@ TEST_F(MessageWindowTest, ATopicUsesItsFileAndNothingElse) {
   Write("Secret.svg", "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"9\" height=\"9\"/>");
   Write("own.svg", "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"7\" height=\"7\"/>");
   Write("style.css", "p { letter-spacing: 3px }");
+  const Server oServer;
   const std::string sSecret = "file://" + (Folder / "Secret.svg").string();
   Write("1.htm",
         "<html><head><title>Quiet</title><link rel=\"stylesheet\" href=\"style.css\">"
@@ -118,16 +152,22 @@ TEST_F(MessageWindowTest, ATopicUsesItsFileAndNothingElse) {
             sSecret +
             "\"></head><body>"
             "<p id=\"p\">Text</p><img id=\"own\" src=\"own.svg\"><img id=\"secret\" src=\"" +
-            sSecret +
-            "\">"
+            sSecret + "\"><img id=\"above\" src=\"../../../../../../../.." + (Folder / "Secret.svg").string() +
+            "\"><img id=\"network\" src=\"http://127.0.0.1:" + std::to_string(oServer.Port) +
+            "/9.svg\"><link rel=\"stylesheet\" href=\"http://127.0.0.1:" + std::to_string(oServer.Port) +
+            "/9.css\"><a id=\"link\" href=\"own.svg\">link</a>"
             "<script>document.title = 'Script'</script></body></html>");
   const std::string sHelp = HelpFileOf("Own.chm", {"1.htm", "own.svg", "style.css"});
 
   Browser->HelpFile(sHelp);
   Show(HelpURL(sHelp, "1.htm"));
   EXPECT_EQ(Ask(*Browser, "getComputedStyle(p).letterSpacing"), "3px");
-  EXPECT_EQ(Ask(*Browser, "own.naturalWidth + ' ' + secret.naturalWidth"), "7 0");
+  EXPECT_EQ(Ask(*Browser, "[own, secret, above, network].map(o => o.naturalWidth).join(' ')"), "7 0 0 0");
+  EXPECT_FALSE(oServer.WasAsked());
   EXPECT_EQ(Ask(*Browser, "document.title"), "Quiet");
+  ClickOn(*Browser, "link");
+  WaitFor("the click", [&] { return Events.Clicks == 1; });
+  EXPECT_EQ(Events.Documents, 1);
 }
 
 TEST(HelpContent, NothingOutsideTheFileCanBeNamed) {
