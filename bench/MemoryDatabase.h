@@ -42,7 +42,8 @@ class MemoryView : public ZELLib3::SysInfo {
  public:
   static constexpr int Rows = 100000;
   static constexpr int Columns = 6;
-  static constexpr int BlockSize = 2000;
+  /// As many rows as are filled in well within one frame of a screen.
+  static constexpr int BlockSize = 5000;
 
   /// Milliseconds from the reading of a block until its last row was taken.
   std::vector<double> Fills;

@@ -44,7 +44,7 @@ class DesktopPump::Wait {
   ~Wait() {
     if (--m_oState->iDepth > 0) return;
     m_oState->sEnd.clear();
-    for (auto& oTask : std::exchange(m_oState->oAfterWaits, {})) wxTheApp->CallAfter(std::move(oTask));
+    for (const auto& oTask : std::exchange(m_oState->oAfterWaits, {})) wxTheApp->CallAfter(oTask);
   }
   Wait(const Wait&) = delete;
   Wait& operator=(const Wait&) = delete;
@@ -137,7 +137,7 @@ void DesktopPump::AfterWaits(std::function<void()> oTask) {
   if (Waiting()) {
     m_oState->oAfterWaits.push_back(std::move(oTask));
   } else {
-    wxTheApp->CallAfter(std::move(oTask));
+    wxTheApp->CallAfter(oTask);
   }
 }
 

@@ -24,7 +24,7 @@ wxImage TakePicture(wxWindow& oWindow) {
   for (int y = 0; y < iHeight; ++y) {
     for (int x = 0; x < iWidth; ++x) {
       std::uint32_t lPixel = 0;
-      std::memcpy(&lPixel, pSource + y * iStride + x * 4, sizeof lPixel);
+      std::memcpy(&lPixel, pSource + std::ptrdiff_t{y} * iStride + std::ptrdiff_t{x} * 4, sizeof lPixel);
       *pTarget++ = static_cast<unsigned char>(lPixel >> 16);
       *pTarget++ = static_cast<unsigned char>(lPixel >> 8);
       *pTarget++ = static_cast<unsigned char>(lPixel);

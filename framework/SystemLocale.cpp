@@ -47,7 +47,7 @@ SystemLocale::SystemLocale() {
 std::string SystemLocale::LocaleInfo(Long, Long lItem) const {
   const auto& oNumbers = std::use_facet<Numbers>(m_oLocale);
   // Without groups the library still names a separator.
-  const std::string sGroups = Groups(oNumbers.grouping());
+  std::string sGroups = Groups(oNumbers.grouping());
   switch (lItem) {
     case DecimalSeparator:
       return ToUTF8(std::wstring(1, oNumbers.decimal_point()));

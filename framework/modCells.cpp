@@ -16,7 +16,7 @@ Element& AddRowFromTemplate(Element& oSection, Element& oTemplate) {
 }
 
 std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t iCells) {
-  const std::vector<Element*> oCells = AddRowFromTemplate(*oTemplate.parentElement(), oTemplate).cells();
+  std::vector<Element*> oCells = AddRowFromTemplate(*oTemplate.parentElement(), oTemplate).cells();
   if (oCells.size() < iCells) {
     throw std::runtime_error("The template row \"" + oTemplate.id() + "\" has " + std::to_string(oCells.size()) +
                              " cells instead of " + std::to_string(iCells));

@@ -92,7 +92,7 @@ wxWindow* ZelviewFrame::MakePageList() {
 }
 
 void ZelviewFrame::MakeMenus() {
-  const auto Add = [this](wxMenu* oMenu, const std::string& sText, std::function<void()> oWork,
+  const auto Add = [this](wxMenu* oMenu, const std::string& sText, const std::function<void()>& oWork,
                           wxItemKind eKind = wxITEM_NORMAL) {
     const int iID = oMenu->Append(wxID_ANY, wxString::FromUTF8(sText), wxString(), eKind)->GetId();
     Bind(

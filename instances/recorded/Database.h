@@ -7,7 +7,7 @@ namespace ZELWbr3::Recorded {
 /// The instance that an opened recording shows.
 class Database final : public Of<ZELLib3::Database> {
  public:
-  explicit Database(std::shared_ptr<State> oState) : Of({oState, &oState->oRoot["Database"], {}}) {}
+  explicit Database(const std::shared_ptr<State>& oState) : Of({oState, &oState->oRoot["Database"], {}}) {}
 
   /// The paths that were recorded as raising or failing.
   const std::unordered_set<std::string>& Raises() const { return Shared().oRaises; }

@@ -14,7 +14,7 @@ namespace {
 
 // A recording nests about ten levels.
 constexpr std::size_t MaxDepth = 64;
-constexpr std::uintmax_t MaxBytes = 1024 * 1024 * 1024;
+constexpr std::uintmax_t MaxBytes = std::uintmax_t{1} << 30;
 
 std::string ReadFile(const std::string& sFile) {
   namespace fs = std::filesystem;

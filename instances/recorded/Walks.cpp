@@ -45,7 +45,7 @@ constexpr const char* DictionaryTables[] = {
 };
 
 std::shared_ptr<Z::SQLTable> Named(Z::SQLTables& oTables, const RecordOptions::Table& oName) {
-  const auto oTable = oTables.NewTable();
+  auto oTable = oTables.NewTable();
   oTable->Owner(oName.Owner);
   oTable->Name(oName.Name);
   return oTable;

@@ -10,8 +10,9 @@ Feed Schema(Connection& oConnection, const std::string& sColumns, const std::str
   std::string sSQL;
   while (oNames.Step()) {
     const std::string sName = oNames.Text(0);
-    sSQL += (sSQL.empty() ? "" : " UNION ALL ") + ("SELECT " + oNames.Text(1) + " AS schema, ") + sColumns + " FROM " +
-            QuoteIdentifier(sName) + (sName == "temp" ? ".sqlite_temp_schema" : ".sqlite_schema") + " WHERE " + sWhere;
+    if (!sSQL.empty()) sSQL += " UNION ALL ";
+    sSQL += "SELECT " + oNames.Text(1) + " AS schema, " + sColumns + " FROM " + QuoteIdentifier(sName);
+    sSQL += (sName == "temp" ? ".sqlite_temp_schema" : ".sqlite_schema") + (" WHERE " + sWhere);
   }
   return std::make_unique<QueryFeed>(oConnection, sSQL, "reading the schema");
 }
