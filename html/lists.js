@@ -13,9 +13,10 @@
  * What the script adds (the bar above the list, a button in each heading, two
  * hidden bodies) comes after the load, when the control has taken its picture.
  *
- * To lay out a row costs the browser ten times as much as to make it. The rows
- * of a long list therefore wait in a hidden body, from which they come little
- * by little, and the page stays usable meanwhile.
+ * To lay out a row costs the browser ten times as much as to make it, in time
+ * and in memory. The rows of a long list therefore wait in a hidden body, from
+ * which they come little by little, and the page stays usable meanwhile; those
+ * of a very long one come when the user scrolls there.
  */
 (() => {
   "use strict";
@@ -82,6 +83,12 @@
 
   /** Rows that are laid out at once, and with every further step at least. */
   const RowsAtOnce = 1000;
+  /** The same at most. */
+  const RowsAtMost = 5000;
+  /** The longest break between two steps, in milliseconds. */
+  const LongestRest = 2000;
+  /** Rows that are laid out although nobody has scrolled there. */
+  const RowsUnasked = 5000;
 
   class List {
     constructor(oTable) {
@@ -101,12 +108,15 @@
       this.iShown = 0;
       this.iShowTimer = 0;
       this.iKnown = 0;
+      /** The user has scrolled to where the next rows belong. */
+      this.bNearEnd = false;
       /** When the rows may be arranged again, and the timer that waits for it. */
       this.dNext = 0;
       this.iTimer = 0;
 
       this.MakeBar();
       oTable.append(this.oLater, this.oOut);
+      this.WatchEnd();
       this.Add([...this.oBody.rows]);
       this.Decorate();
       this.Tell();
@@ -136,6 +146,17 @@
       if (this.oTable.classList.contains("zelTblGrid")) this.oBar.append(this.MakeWrapButton());
       this.oBar.append(this.oCount);
       this.oTable.before(this.oBar);
+    }
+
+    /** The page is scrolled to less than two of its heights above the list's end. */
+    WatchEnd() {
+      const oEnd = Make("div", "zelListEnd");
+      this.oTable.after(oEnd);
+      const OnScroll = (oEntries) => {
+        this.bNearEnd = oEntries.at(-1).isIntersecting;
+        if (this.bNearEnd) this.Tell();
+      };
+      new IntersectionObserver(OnScroll, { rootMargin: "0px 0px 200% 0px" }).observe(oEnd);
     }
 
     // A long text takes one line until the user asks for all of it.
@@ -197,22 +218,24 @@
     Tell() {
       const iAll = this.oRows.length;
       this.oCount.textContent = iAll === 0 ? "No rows" : this.iShown === iAll ? "" : `${this.iShown} of ${iAll}`;
-      if (this.oLater.firstElementChild !== null && this.iShowTimer === 0) {
-        this.iShowTimer = setTimeout(() => this.ShowMore(), 200);
-      }
+      if (this.bWantsMore && this.iShowTimer === 0) this.iShowTimer = setTimeout(() => this.ShowMore(), this.bNearEnd ? 0 : 200);
+    }
+
+    get bWantsMore() {
+      return this.oLater.firstElementChild !== null && (this.iShown < RowsUnasked || this.bNearEnd);
     }
 
     ShowMore() {
       const dBegin = performance.now();
-      this.Show(Math.max(RowsAtOnce, this.iShown >> 1));
+      this.Show(Math.min(Math.max(RowsAtOnce, this.iShown >> 1), RowsAtMost));
       void this.oBody.offsetHeight;
       // Half of the time is the user's, and most of it the control's while it adds rows.
       const iRest = this.oRows.length > this.iKnown ? 5 : 1;
       this.iKnown = this.oRows.length;
       this.iShowTimer = setTimeout(() => {
         this.iShowTimer = 0;
-        if (this.oLater.firstElementChild !== null) this.ShowMore();
-      }, iRest * (performance.now() - dBegin));
+        if (this.bWantsMore) this.ShowMore();
+      }, Math.min(iRest * (performance.now() - dBegin), LongestRest));
       this.Tell();
     }
 
