@@ -84,13 +84,17 @@ void DesktopPump::Turn() {
 }
 
 void DesktopPump::Drain() {
+  const std::shared_ptr<State> oState = m_oState;
+  const Wait oWait(oState);
   wxEventLoopBase* oLoop = wxEventLoopBase::GetActive();
   // Bounded, so that an animation cannot hold up the work.
   for (int i = 0; oLoop != nullptr && i < 100 && oLoop->Pending(); ++i) {
-    const std::shared_ptr<State> oState = m_oState;
     oLoop->Dispatch();
     oState->Check();
   }
+  // What the program has put off until it is idle, which it is not for long.
+  if (wxTheApp->HasPendingEvents()) wxTheApp->ProcessPendingEvents();
+  oState->Check();
 }
 
 void DesktopPump::Work(const std::function<void()>& oWork) {

@@ -9,7 +9,6 @@
 #include <signal.h>
 #include <wx/button.h>
 #include <wx/sizer.h>
-#include <wx/utils.h>
 
 namespace ZELWbr3::Desktop {
 namespace {
@@ -56,7 +55,7 @@ class AnalyzerTest : public TestPanel {
   /// Starts it, with the dialog's fields filled by keyboard.
   void Start() {
     Click("Start");
-    wxExecute(InWindow("Start.Database.Analyzer", "key --window 0 --delay 20 alt+i 8 6 4 0 0 Return"), wxEXEC_ASYNC);
+    Begin(InWindow("Start.Database.Analyzer", "key --window 0 --delay 20 alt+i 8 6 4 0 0 Return"));
     WaitForState("started");
   }
 
@@ -79,7 +78,7 @@ TEST_F(AnalyzerTest, IsStartedKilledFoundDeadStartedAgainAndStopped) {
   Front().Focus();
   // Not waited for: the page pumps messages while it fills, and would take the
   // end of that program from the one who waits.
-  wxExecute("xdotool key F5", wxEXEC_ASYNC);
+  Begin("xdotool key F5");
   WaitForState("stopped with an error");
   EXPECT_NE(Text("txtError"), "");
   EXPECT_EQ(Text("txtProcessID"), "");

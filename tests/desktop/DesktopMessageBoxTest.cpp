@@ -1,7 +1,5 @@
 #include "tests/desktop/TestWindow.h"
 
-#include <wx/utils.h>
-
 namespace ZELWbr3::Desktop {
 namespace {
 
@@ -12,7 +10,7 @@ class DesktopMessageBoxTest : public TestBrowser {
  protected:
   /// Shows a box and presses a key in it as soon as it is there.
   Answer Ask(Buttons eButtons, const std::string& sKey) {
-    wxExecute(InWindow("Question", "key --window 0 " + sKey), wxEXEC_ASYNC);
+    Begin(InWindow("Question", "key --window 0 " + sKey));
     return Platform->MessageBox().Show("Really take it offline? <b>&amp;", "Question", eButtons,
                                        MessageBox::Icon::Question);
   }
@@ -33,9 +31,7 @@ TEST_F(DesktopMessageBoxTest, MnemonicsAnswer) {
 
 TEST_F(DesktopMessageBoxTest, HelpLeavesTheBoxOpen) {
   int iHelp = 0;
-  const auto Press = [](const std::string& sKey) {
-    wxExecute(InWindow("Error", "key --window 0 " + sKey), wxEXEC_ASYNC);
-  };
+  const auto Press = [](const std::string& sKey) { Begin(InWindow("Error", "key --window 0 " + sKey)); };
   Press("alt+h");
   Platform->MessageBox().ShowWithHelp("The database is locked", "Error", MessageBox::Icon::Exclamation,
                                       [&] { Press(++iHelp < 2 ? "alt+h" : "alt+o"); });

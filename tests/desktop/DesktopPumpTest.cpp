@@ -89,6 +89,13 @@ TEST_F(DesktopPumpTest, APumpMayGoWhileSomebodyWaitsInIt) {
   EXPECT_THROW(WaitUntil(bNever), WaitError);
 }
 
+TEST_F(DesktopPumpTest, DrainingHandlesWhatWasPutOffUntilTheProgramIsIdle) {
+  bool bDone = false;
+  Later([&] { bDone = true; });
+  Platform->Pump().Drain();
+  EXPECT_TRUE(bDone);
+}
+
 TEST_F(DesktopPumpTest, BlocksInsteadOfSpinning) {
   bool bDone = false;
   wxTimer oTimer;

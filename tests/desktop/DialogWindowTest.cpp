@@ -10,7 +10,6 @@
 #include <wx/clipbrd.h>
 #include <wx/dialog.h>
 #include <wx/textctrl.h>
-#include <wx/utils.h>
 
 namespace ZELWbr3::Desktop {
 namespace {
@@ -44,8 +43,7 @@ class DialogWindowTest : public TestWindow {
     wxTheApp->CallAfter([this, oSteps = std::move(oSteps)] {
       try {
         WaitFor("the dialog", [] { return Open() != nullptr; });
-        wxExecute(InWindow("." + Open()->GetTitle().utf8_string().substr(1, 6) + ".*", ""),
-                  wxEXEC_SYNC | wxEXEC_NODISABLE);
+        Do(InWindow("." + Open()->GetTitle().utf8_string().substr(1, 6) + ".*", ""));
         oSteps();
       } catch (const std::exception& oError) {
         ADD_FAILURE() << oError.what();
@@ -77,7 +75,7 @@ class DialogWindowTest : public TestWindow {
   /// Presses keys in the next window with this title, in order.
   static void Then(std::string sTitle, const std::string& sKeys) {
     std::ranges::replace(sTitle, ' ', '.');  // a pattern of one word
-    wxExecute(InWindow(sTitle, "key --window 0 --delay 30 " + sKeys), wxEXEC_ASYNC);
+    Begin(InWindow(sTitle, "key --window 0 --delay 30 " + sKeys));
   }
 };
 

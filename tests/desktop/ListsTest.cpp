@@ -1,5 +1,6 @@
 #include "tests/desktop/TestWindow.h"
 
+#include <wx/app.h>
 #include <wx/clipbrd.h>
 #include <wx/timer.h>
 
@@ -185,12 +186,25 @@ TEST_F(ListsTest, ALongListIsSeenAsFarAsTheUserScrolls) {
   ExpectLiveEqualsReplica(Front());
 }
 
+TEST_F(ListsTest, ClosingTheWindowEndsReading) {
+  View->Rows.resize(200'000, {"1", "n", "r"});
+  ShowView();
+  bool bClosed = false;
+  Frame->Bind(wxEVT_CLOSE_WINDOW, [&](wxCloseEvent&) { bClosed = true; });
+  View->OnBlock = [this] {
+    if (View->Delivered == 5000) wxTheApp->CallAfter([this] { Frame->Close(); });
+  };
+  ClickOn(Front(), "btnReadAll");
+  WaitFor("the close", [&] { return bClosed; });
+  EXPECT_EQ(View->Delivered, 5000);
+}
+
 TEST_F(ListsTest, EscapeEndsReadingThatAClickHasBegun) {
   for (int i = 0; i < 200'000; ++i) View->Rows.push_back({std::to_string(i), "n", "r"});
   ShowView();
   View->OnBlock = [this] {
     // Without waiting, which would pump messages in the middle of a block.
-    if (View->Delivered == 5000) wxExecute("xdotool key Escape", wxEXEC_ASYNC);
+    if (View->Delivered == 5000) Begin("xdotool key Escape");
   };
   ClickOn(Front(), "btnReadAll");
   WaitFor("the end",

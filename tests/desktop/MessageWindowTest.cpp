@@ -13,7 +13,6 @@
 #include <wx/app.h>
 #include <wx/clipbrd.h>
 #include <wx/dialog.h>
-#include <wx/utils.h>
 
 namespace ZELWbr3::Desktop {
 namespace {
@@ -72,7 +71,7 @@ class MessageWindowTest : public TestBrowser {
   void InMessage(const std::string& sCHMPath, const std::string& sHelpID, const std::function<void()>& oSteps) {
     wxTheApp->CallAfter([&] {
       try {
-        wxExecute(InWindow("Message", ""), wxEXEC_SYNC | wxEXEC_NODISABLE);
+        Do(InWindow("Message", ""));
         oSteps();
       } catch (const std::exception& oError) {
         ADD_FAILURE() << oError.what();
@@ -93,7 +92,7 @@ class MessageWindowTest : public TestBrowser {
     const std::string sClick =
         "xdotool mousemove " + std::to_string(oMiddle.x) + " " + std::to_string(oMiddle.y) + " click 1";
     WaitFor(("the text " + sText).c_str(), [&] {
-      wxExecute(sClick, wxEXEC_SYNC | wxEXEC_NODISABLE);
+      Do(sClick);
       Press("ctrl+a");
       Press("ctrl+c");
       return Clipboard().find(sText) != std::string::npos;
@@ -123,7 +122,7 @@ TEST_F(MessageWindowTest, ShowsATopicThatCanBeCopiedAndEscapeCloses) {
     EXPECT_NE(Clipboard().find("Wait a moment and refresh the page."), std::string::npos) << Clipboard();
     // Not while its own program is waited for: that wait would end instead of
     // the window's.
-    wxExecute("xdotool key Escape", wxEXEC_ASYNC);
+    Begin("xdotool key Escape");
     WaitFor("the end of the window", [] { return Window() == nullptr; });
   });
 }

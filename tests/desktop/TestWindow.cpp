@@ -1,8 +1,10 @@
 #include "tests/desktop/TestWindow.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 #include <unistd.h>
 #include <wx/app.h>
@@ -147,28 +149,42 @@ void TestWindow::ClickOn(DesktopWebBrowser& oBrowser, const std::string& sID, in
   int y = 0;
   std::istringstream(sPlace) >> x >> y;
   const wxPoint oOrigin = Frame->ClientToScreen(wxPoint(0, 0));
-  wxExecute("xdotool mousemove " + std::to_string(oOrigin.x + x) + " " + std::to_string(oOrigin.y + y) + " click " +
-                std::to_string(iButton),
-            wxEXEC_SYNC | wxEXEC_NODISABLE);
+  Do("xdotool mousemove " + std::to_string(oOrigin.x + x) + " " + std::to_string(oOrigin.y + y) + " click " +
+     std::to_string(iButton));
 }
 
 void TestWindow::ClickOn(const wxWindow& oControl) {
   const wxRect oPlace = oControl.GetScreenRect();
-  wxExecute("xdotool mousemove " + std::to_string(oPlace.x + oPlace.width / 2) + " " +
-                std::to_string(oPlace.y + oPlace.height / 2) + " click 1",
-            wxEXEC_ASYNC);
+  Begin("xdotool mousemove " + std::to_string(oPlace.x + oPlace.width / 2) + " " +
+        std::to_string(oPlace.y + oPlace.height / 2) + " click 1");
 }
 
-void TestWindow::Press(const std::string& sKey) { wxExecute("xdotool key " + sKey, wxEXEC_SYNC | wxEXEC_NODISABLE); }
+void TestWindow::Do(const std::string& sCommand) {
+  // Not the toolkit's own way to run a command: its wait hangs now and then when
+  // a handler pumps messages meanwhile.
+  std::atomic<bool> bDone = false;
+  const std::jthread oThread([&] {
+    EXPECT_EQ(std::system(sCommand.c_str()), 0) << sCommand;
+    bDone = true;
+    wxWakeUpIdle();
+  });
+  while (!bDone) wxEventLoopBase::GetActive()->Dispatch();
+}
+
+void TestWindow::Begin(const std::string& sCommand) {
+  wxTheApp->CallAfter([sCommand] { EXPECT_EQ(std::system((sCommand + " &").c_str()), 0); });
+}
+
+void TestWindow::Press(const std::string& sKey) { Do("xdotool key " + sKey); }
 
 std::string TestWindow::InWindow(const std::string& sTitle, const std::string& sAction) {
   // Repeated, because a search fails when some window goes meanwhile.
-  return "sh -c \"until xdotool search --sync --onlyvisible --name '^" + sTitle + "$' windowfocus --sync " + sAction +
-         " 2>/dev/null; do :; done\"";
+  return "timeout 20 sh -c \"until xdotool search --sync --onlyvisible --name '^" + sTitle + "$' windowfocus --sync " +
+         sAction + " 2>/dev/null; do :; done\"";
 }
 
 void TestWindow::ActivateFrame() {
-  wxExecute(InWindow(Frame->GetTitle().utf8_string(), ""), wxEXEC_SYNC | wxEXEC_NODISABLE);
+  Do(InWindow(Frame->GetTitle().utf8_string(), ""));
   WaitFor("the active window", [this] { return Frame->IsActive(); });
 }
 

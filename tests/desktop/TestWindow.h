@@ -70,6 +70,11 @@ class TestWindow : public testing::Test {
   static void ClickOn(const wxWindow& oControl);
   /// What a window manager does with a new window; there is none here.
   void ActivateFrame();
+  /// Runs a command of the shell and handles what arrives until it has ended.
+  static void Do(const std::string& sCommand);
+  /// The same, without waiting for its end. It begins when messages are handled
+  /// next, so the dialog to be opened is there and the one before it is not.
+  static void Begin(const std::string& sCommand);
   /// A command that waits for a window, gives it the keyboard and does
   /// something there.
   static std::string InWindow(const std::string& sTitle, const std::string& sAction);
