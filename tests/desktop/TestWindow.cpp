@@ -1,8 +1,11 @@
 #include "tests/desktop/TestWindow.h"
 
 #include <atomic>
+#include <condition_variable>
 #include <cstdlib>
+#include <deque>
 #include <fstream>
+#include <mutex>
 #include <sstream>
 #include <thread>
 
@@ -159,20 +162,61 @@ void TestWindow::ClickOn(const wxWindow& oControl) {
         std::to_string(oPlace.y + oPlace.height / 2) + " click 1");
 }
 
+namespace {
+
+/// Runs commands of the shell one after the other: a key that is still being
+/// released would mix with the next one.
+class Commands {
+ public:
+  static Commands& Queue() {
+    static Commands oQueue;
+    return oQueue;
+  }
+  void Add(
+      const std::string& sCommand, std::function<void()> oDone = [] {}) {
+    const std::lock_guard oLock(m_oMutex);
+    m_oWaiting.push_back({sCommand, std::move(oDone)});
+    m_oAdded.notify_one();
+  }
+
+ private:
+  struct Waiting {
+    std::string Command;
+    std::function<void()> Done;
+  };
+
+  void Run(const std::stop_token& oStop) {
+    for (std::unique_lock oLock(m_oMutex); m_oAdded.wait(oLock, oStop, [this] { return !m_oWaiting.empty(); });) {
+      const Waiting oNext = std::move(m_oWaiting.front());
+      m_oWaiting.pop_front();
+      oLock.unlock();
+      EXPECT_EQ(std::system(oNext.Command.c_str()), 0) << oNext.Command;
+      oNext.Done();
+      oLock.lock();
+    }
+  }
+
+  std::mutex m_oMutex;
+  std::condition_variable_any m_oAdded;
+  std::deque<Waiting> m_oWaiting;
+  std::jthread m_oThread{[this](const std::stop_token& oStop) { Run(oStop); }};
+};
+
+}  // namespace
+
 void TestWindow::Do(const std::string& sCommand) {
   // Not the toolkit's own way to run a command: its wait hangs now and then when
   // a handler pumps messages meanwhile.
-  std::atomic<bool> bDone = false;
-  const std::jthread oThread([&] {
-    EXPECT_EQ(std::system(sCommand.c_str()), 0) << sCommand;
-    bDone = true;
+  const auto bDone = std::make_shared<std::atomic<bool>>(false);
+  Commands::Queue().Add(sCommand, [bDone] {
+    *bDone = true;
     wxWakeUpIdle();
   });
-  while (!bDone) wxEventLoopBase::GetActive()->Dispatch();
+  while (!*bDone) wxEventLoopBase::GetActive()->Dispatch();
 }
 
 void TestWindow::Begin(const std::string& sCommand) {
-  wxTheApp->CallAfter([sCommand] { EXPECT_EQ(std::system((sCommand + " &").c_str()), 0); });
+  wxTheApp->CallAfter([sCommand] { Commands::Queue().Add(sCommand); });
 }
 
 void TestWindow::Press(const std::string& sKey) { Do("xdotool key " + sKey); }
