@@ -49,12 +49,4 @@ TEST(HTMLWriter, KeepsWhatAProgramWroteToTheBlank) {
   }
 }
 
-TEST(HTMLWriter, WritesAReplacementInsteadOfAnElement) {
-  const auto oDocument = ParseHTML("<p id=p>a<b>b</b>c<i>d</i></p>");
-  const HTMLWriter oWriter([](const Element& oElement) {
-    return oElement.tagName() == "b" ? std::optional<std::string>("<hr>") : std::nullopt;
-  });
-  EXPECT_EQ(oWriter.Outer(*oDocument->all().item("p")), "<p id=\"p\">a<hr>c<i>d</i></p>");
-}
-
 }  // namespace ZELWbr3

@@ -38,26 +38,4 @@ TEST(Text, CleanReplacesEveryMaximalInvalidSequenceOnce) {
   }
 }
 
-TEST(Text, AppendsEveryCodePointAsOneCleanCharacter) {
-  for (char32_t c :
-       {U'\x01', U'\x7F', U'\x80', U'\x7FF', U'\x800', U'\xD7FF', U'\xE000', U'\xFFFF', U'\x10000', U'\x10FFFF'}) {
-    std::string sText;
-    AppendCodePoint(sText, c);
-    EXPECT_EQ(Clean(sText), sText) << std::hex << static_cast<unsigned>(c);
-    EXPECT_EQ(sText == "\xEF\xBF\xBD", c == 0xFFFD);
-  }
-  for (const char32_t c : {char32_t{0xD800}, char32_t{0xDFFF}, char32_t{0x110000}, char32_t{0xFFFFFFFF}}) {
-    std::string sText;
-    AppendCodePoint(sText, c);
-    EXPECT_EQ(sText, "\xEF\xBF\xBD");
-  }
-}
-
-TEST(Text, TrimTakesBlanksOnly) {
-  EXPECT_EQ(Trim("  a b\t "), "a b\t");
-  EXPECT_EQ(Trim("\xC2\xA0 "), "\xC2\xA0");
-  EXPECT_EQ(Trim("   "), "");
-  EXPECT_EQ(Trim(""), "");
-}
-
 }  // namespace ZELWbr3::Text

@@ -95,16 +95,14 @@ TEST(clsTabStrip, IgnoresClicksThatAreNotForIt) {
   EXPECT_FALSE(oStrip.Tabs.IsSelectable(3));
 }
 
-TEST(clsTabStrip, ReadsOneDigitOfAnId) {
-  Strip oStrip(12);
-  EXPECT_TRUE(oStrip.Click("tbsTab11X"));
-  EXPECT_EQ(oStrip.Tabs.Selected(), 1);
-}
-
-TEST(clsTabStrip, AStripOfOneTabStays) {
-  Strip oStrip(1);
-  EXPECT_EQ(oStrip.Look(), "FirstAngOnPrevoff LinkOn AngOnOff LastOffNextoff:0 0");
-  EXPECT_FALSE(oStrip.Click("tbsTab0X"));
+// One tab has no neighbour, and of an id one digit is read.
+TEST(clsTabStrip, StripsOfOneAndOfManyTabs) {
+  Strip oOne(1);
+  EXPECT_EQ(oOne.Look(), "FirstAngOnPrevoff LinkOn AngOnOff LastOffNextoff:0 0");
+  EXPECT_FALSE(oOne.Click("tbsTab0X"));
+  Strip oMany(12);
+  EXPECT_TRUE(oMany.Click("tbsTab11X"));
+  EXPECT_EQ(oMany.Tabs.Selected(), 1);
 }
 
 TEST(clsTabStrip, WithoutAStripNothingHappens) {

@@ -53,22 +53,6 @@ class NavigationTest : public testing::Test {
 };
 
 // What only pages may do is out of a host's reach.
-template <typename Control>
-concept LetsTheHostNotify = requires(Control& o) {
-  o.NotifyPageComplete(nullptr);
-};
-template <typename Control>
-concept LetsTheHostRaise = requires(Control& o) {
-  o.RaiseActionBegin();
-}
-|| requires(Control& o) { o.RaiseActionComplete(true); }
-|| requires(Control& o) { o.RaiseCommand(1); };
-template <typename PageClass>
-concept LetsTheHostAdopt = requires(PageClass& o, PageSite& oSite) {
-  o.SetBrowser(oSite);
-};
-static_assert(!LetsTheHostNotify<Browser> && !LetsTheHostRaise<Browser> && !LetsTheHostAdopt<PageDefault>);
-static_assert(LetsTheHostNotify<PageSite> && LetsTheHostRaise<PageSite>);  // the concepts themselves work
 static_assert(!std::is_convertible_v<Browser&, PageSite&> && !std::is_convertible_v<Browser&, WebBrowserEvents&>);
 
 }  // namespace
@@ -156,14 +140,6 @@ TEST_F(NavigationTest, TheDeathOfABrowserEndsEveryWait) {
   EXPECT_EQ(sInner, "The browser's process ended: out of memory");
 }
 
-TEST_F(NavigationTest, AControlIsUsableAfterAWaitThatFailed) {
-  const auto oPage = MakePage();
-  EXPECT_THROW(Show(oPage), WaitError);
-  Loads(1);
-  Show(oPage);
-  EXPECT_EQ(TakeLog().back(), "PageComplete Test");
-}
-
 TEST_F(NavigationTest, EmptyingTheFrameEndsTheWaitForItsPage) {
   const auto oPage = MakePage();
   Platform.Queue.Post([&] { Control.Clear(1); });
@@ -186,18 +162,6 @@ TEST_F(NavigationTest, AFillThatFailsStillCompletesThePage) {
   Show(oPage);
   EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\Test.htm flags 14", "arrived", "show 1", "Test.Fill",
                               "Trace Filling the page Test failed: no such luck", "PageComplete Test"}));
-}
-
-TEST_F(NavigationTest, ShowOnTopAnnouncesThePageThatIsThere) {
-  const auto oPage = MakePage();
-  Loads(1);
-  Show(oPage);
-  TakeLog();
-  Control.ShowOnTop(3);
-  EXPECT_EQ(TakeLog(), (Lines{"hide 1", "show 3"}));  // no page, nothing to announce
-  EXPECT_EQ(Control.ActPage(), 1);
-  Control.ShowOnTop(1);
-  EXPECT_EQ(TakeLog(), (Lines{"hide 3", "show 1", "PageComplete Test"}));
 }
 
 TEST_F(NavigationTest, NavigatesWithAndWithoutAPage) {
@@ -230,11 +194,6 @@ TEST_F(NavigationTest, RefusesFramesThatAreNotThere) {
   EXPECT_TRUE(Log.empty());
   EXPECT_EQ(Control.VisibleDocument(), nullptr);
   Control.Clear(3);  // has no name, and is there
-}
-
-TEST_F(NavigationTest, GivesAllFramesTheSizeOfTheControl) {
-  Control.Resize(640, 480);
-  EXPECT_EQ(TakeLog(), (Lines{"Move 0 0 0 640 480", "Move 1 0 0 640 480", "Move 2 0 0 640 480", "Move 3 0 0 640 480"}));
 }
 
 TEST_F(NavigationTest, CleanUpEmptiesTheNamedFramesAndForgetsThePages) {

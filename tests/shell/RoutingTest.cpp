@@ -3,8 +3,6 @@
 #include "tests/support/Shown.h"
 #include "tests/support/TestPage.h"
 
-#include "shell/clsForward.h"
-
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -39,15 +37,6 @@ class RoutingTest : public Testing::Shown {
 };
 
 }  // namespace
-
-TEST_F(RoutingTest, AClickReachesThePageWithTheActiveElementsId) {
-  Click("inside");
-  EXPECT_EQ(Log, Lines{"Test.Click link"});
-  Log.clear();
-  Control->VisibleDocument()->Activate(At("second").nextElementSibling());  // the link without an id
-  Platform.FrontFrame().Key(13);
-  EXPECT_EQ(Log, Lines{"Test.Key 13 on "});
-}
 
 TEST_F(RoutingTest, AKeyThatThePageTakesIsKeptFromTheBrowser) {
   Platform.FrontFrame().Focus("link");
@@ -118,17 +107,6 @@ TEST_F(RoutingTest, OnlyTheFrameInFrontIsHeard) {
   EXPECT_TRUE(Log.empty());
 }
 
-TEST_F(RoutingTest, ThePagesSilenceLastsFromNavigationToDocument) {
-  EXPECT_FALSE(Own->NoEvents());
-  Control->Refresh(1);
-  EXPECT_FALSE(Own->NoEvents());
-  Platform.MessagePump().Turn();
-  EXPECT_TRUE(Own->NoEvents());
-  Settle();
-  EXPECT_FALSE(Own->NoEvents());
-  EXPECT_EQ(Log, (Lines{"Test.Fill", "PageComplete Test"}));
-}
-
 TEST_F(RoutingTest, AReloadIsBegunAndEndedOnce) {
   Own->BeginReload();
   Own->BeginReload();
@@ -153,19 +131,6 @@ TEST_F(RoutingTest, TheDefaultPageTellsItsClicksAndReloadsOnF5) {
   EXPECT_TRUE(Key(116));
   EXPECT_EQ(Log, (Lines{"Click link", "PageComplete Default"}));
   EXPECT_EQ(oPage->Commandlist(), nullptr);
-}
-
-TEST_F(RoutingTest, AForwarderCallsNothingUntilItHasADestination) {
-  struct Destination : clsForward::Destination {
-    void CallByName(const std::string& sMethod) override { Called += sMethod; }
-    std::string Called;
-  };
-  clsForward oForward;
-  oForward();
-  const auto oDestination = std::make_shared<Destination>();
-  oForward.SetDestination(oDestination, "Go");
-  oForward.TheDefaultMethod();
-  EXPECT_EQ(oDestination->Called, "Go");
 }
 
 }  // namespace ZELWbr3

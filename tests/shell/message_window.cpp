@@ -50,26 +50,6 @@ struct MessageWindows {
 
 std::string HTML() { return std::string(ZELWBR3_SOURCE_DIR) + "/html"; }
 
-TEST(MessageWindow, ShowsATopicOfTheHelpFileInItsPage) {
-  Headless::HeadlessPlatform oPlatform;
-  MessageWindows oShown(oPlatform);
-  Browser oBrowser(oPlatform);
-  oBrowser.HTMLPath(HTML());
-  oBrowser.CHMPath("C:\\Help\\Messages.chm");
-  oBrowser.ShowMessageHelpID("12345");
-  EXPECT_EQ(oShown.Windows,
-            std::vector<std::string>{HTML() + "\\Message.htm mk:@MSITStore:C:\\Help\\Messages.chm::/12345.htm"});
-}
-
-TEST(MessageWindow, ShowsNoTopicWithoutItsPage) {
-  Headless::HeadlessPlatform oPlatform;
-  MessageWindows oShown(oPlatform);
-  Browser oBrowser(oPlatform);
-  oBrowser.HTMLPath("/nowhere");
-  oBrowser.ShowMessageHelpID("1");
-  EXPECT_EQ(oShown.Windows, std::vector<std::string>{"/nowhere\\Message.htm no frame"});
-}
-
 TEST(MessageWindow, IsClosedBeforeTheCallReturnsAndMayBeTheControlsEnd) {
   Headless::HeadlessPlatform oPlatform;
   auto oBrowser = std::make_unique<Browser>(oPlatform);
