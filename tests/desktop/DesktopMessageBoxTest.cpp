@@ -1,5 +1,7 @@
 #include "tests/desktop/TestWindow.h"
 
+#include <tuple>
+
 namespace ZELWbr3::Desktop {
 namespace {
 
@@ -16,17 +18,16 @@ class DesktopMessageBoxTest : public TestBrowser {
   }
 };
 
-TEST_F(DesktopMessageBoxTest, EscapeIsTheCancellingAnswer) {
-  EXPECT_EQ(Ask(Buttons::OK, "Escape"), Answer::OK);
-  EXPECT_EQ(Ask(Buttons::OKCancel, "Escape"), Answer::Cancel);
-  EXPECT_EQ(Ask(Buttons::YesNo, "Escape"), Answer::No);
-}
-
-TEST_F(DesktopMessageBoxTest, MnemonicsAnswer) {
-  EXPECT_EQ(Ask(Buttons::YesNo, "alt+y"), Answer::Yes);
-  EXPECT_EQ(Ask(Buttons::YesNo, "alt+n"), Answer::No);
-  EXPECT_EQ(Ask(Buttons::OKCancel, "alt+o"), Answer::OK);
-  EXPECT_EQ(Ask(Buttons::OKCancel, "alt+c"), Answer::Cancel);
+TEST_F(DesktopMessageBoxTest, IsAnsweredByEscapeAndMnemonics) {
+  for (const auto& [eButtons, sKey, eAnswer] : {std::tuple(Buttons::OK, "Escape", Answer::OK),
+                                                {Buttons::OKCancel, "Escape", Answer::Cancel},
+                                                {Buttons::YesNo, "Escape", Answer::No},
+                                                {Buttons::YesNo, "alt+y", Answer::Yes},
+                                                {Buttons::YesNo, "alt+n", Answer::No},
+                                                {Buttons::OKCancel, "alt+o", Answer::OK},
+                                                {Buttons::OKCancel, "alt+c", Answer::Cancel}}) {
+    EXPECT_EQ(Ask(eButtons, sKey), eAnswer) << sKey;
+  }
 }
 
 TEST_F(DesktopMessageBoxTest, HelpLeavesTheBoxOpen) {

@@ -83,12 +83,6 @@ TEST_F(DesktopPumpTest, ClosingTheWindowEndsAllWaitsAndHappensAfterThem) {
   WaitFor("the close", [&] { return bClosed; });
 }
 
-TEST_F(DesktopPumpTest, APumpMayGoWhileSomebodyWaitsInIt) {
-  Later([&] { Platform.reset(); });
-  const bool bNever = false;
-  EXPECT_THROW(WaitUntil(bNever), WaitError);
-}
-
 TEST_F(DesktopPumpTest, DrainingHandlesWhatWasPutOffUntilTheProgramIsIdle) {
   bool bDone = false;
   Later([&] { bDone = true; });

@@ -1,16 +1,14 @@
 #include "desktop/FileURL.h"
 #include "dom/EmbeddedObject.h"
 #include "dom/Style.h"
+#include "tests/desktop/Listener.h"
 #include "tests/desktop/TestWindow.h"
 
 #include <algorithm>
 #include <fstream>
 #include <random>
 
-#include <netinet/in.h>
 #include <signal.h>
-#include <sys/socket.h>
-#include <unistd.h>
 #include <wx/app.h>
 
 namespace ZELWbr3::Desktop {
@@ -181,22 +179,6 @@ TEST_F(DesktopWebBrowserTest, TheLiveDocumentFollowsAnyChanges) {
   EXPECT_EQ(Traces, std::vector<std::string>());
 }
 
-TEST_F(DesktopWebBrowserTest, AFillOfManyBatchesArrivesWhole) {
-  ShowBody("<p id=\"p\"></p><table><tbody id=\"rows\"><tr id=\"row\"><td></td><td></td></tr></tbody></table>");
-  ByID(*Browser, "p").innerText(std::string(1 << 20, 'x') + "\xE2\x80\xA8");
-  Element& oRows = ByID(*Browser, "rows");
-  Element& oTemplate = ByID(*Browser, "row");
-  for (int i = 0; i < 30'000; ++i) {
-    Element& oRow = oTemplate.cloneNode(true);
-    oRow.id("row" + std::to_string(i));
-    for (Element* oCell : oRow.cells()) oCell->innerText("a text of the usual length, number " + std::to_string(i));
-    oRows.appendChild(oRow);
-  }
-  EXPECT_FALSE(Browser->Settled());
-  ExpectLiveEqualsReplica(*Browser);
-  EXPECT_EQ(Ask(*Browser, "document.getElementById('rows').rows.length"), "30001");
-}
-
 TEST_F(DesktopWebBrowserTest, AChangeThatFailsIsTracedAndTheOthersAreMade) {
   ShowBody("<p id=\"p\"></p><p id=\"q\"></p>");
   ByID(*Browser, "p").setAttribute("not a name", "x");
@@ -251,31 +233,6 @@ TEST_F(DesktopWebBrowserTest, ThemeReachesPagesShownAndPagesToCome) {
   ExpectLiveEqualsReplica(*Browser);
   EXPECT_EQ(Ask(*Browser, "document.documentElement.dataset.theme"), "dark");
 }
-
-/// A server that only notices whether somebody comes.
-class Listener {
- public:
-  Listener() : m_iSocket(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0)) {
-    m_oAddress.sin_family = AF_INET;
-    m_oAddress.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t iSize = sizeof m_oAddress;
-    auto* pAddress = reinterpret_cast<sockaddr*>(&m_oAddress);
-    if (bind(m_iSocket, pAddress, iSize) != 0 || listen(m_iSocket, 5) != 0) throw std::runtime_error("No socket");
-    getsockname(m_iSocket, pAddress, &iSize);
-  }
-  ~Listener() { close(m_iSocket); }
-
-  std::string URL() const { return "http://127.0.0.1:" + std::to_string(ntohs(m_oAddress.sin_port)) + "/"; }
-  bool Visited() const {
-    const int iVisitor = accept(m_iSocket, nullptr, nullptr);
-    if (iVisitor >= 0) close(iVisitor);
-    return iVisitor >= 0;
-  }
-
- private:
-  int m_iSocket;
-  sockaddr_in m_oAddress{};
-};
 
 TEST_F(DesktopWebBrowserTest, APageCanNeitherLeaveNorAskNorReachTheNetwork) {
   const Listener oListener;

@@ -141,14 +141,6 @@ TEST_F(InputTest, ATextFieldKeepsItsTyping) {
   EXPECT_EQ(Ask(*Browser, "input.value + '|' + area.value"), "a b|a b\n");
 }
 
-TEST_F(InputTest, TabMovesTheActiveElement) {
-  ShowBody("<a id=\"one\" href=\"#\">1</a><a id=\"two\" href=\"#\">2</a>");
-  Focus("one");
-  Press("Tab");
-  WaitFor("the focus", [&] { return Browser->Document()->activeElement()->id() == "two"; });
-  EXPECT_TRUE(Clicked.empty());
-}
-
 TEST_F(InputTest, AClickHandlerMayShowAnotherDocumentAndWait) {
   const std::string sNext = PageFile("Next.htm", "<a id=\"next\" href=\"#\">next</a>");
   ShowBody("<a id=\"link\" href=\"#\">link</a>");

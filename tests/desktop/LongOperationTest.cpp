@@ -1,4 +1,3 @@
-#include "desktop/BrowserPanel.h"
 #include "pages/main/StateCommands.h"
 #include "tests/desktop/TestWindow.h"
 #include "tests/support/TestDatabase.h"
@@ -39,21 +38,17 @@ class SlowDatabase : public Testing::TestDatabase {
   std::atomic<bool> AtWork = false;
 };
 
-class LongOperationTest : public TestWindow {
+class LongOperationTest : public TestPanel {
  protected:
-  LongOperationTest() : Panel(new BrowserPanel(Frame)), Database(std::make_shared<SlowDatabase>()) {
-    Frame->SendSizeEvent();
-    Control().HTMLPath(ZELWBR3_SOURCE_DIR "/html");
+  LongOperationTest() {
     Control().PageMain()->Show(Database);
     Front().View()->Focus();
   }
 
   ZELWbr3::Browser& Control() { return Panel->Browser(); }
-  DesktopWebBrowser& Front() { return *Panel->Platform().Browsers().front(); }
   void GoOnline() { Control().PageMain()->Command(StateCommands::KeyOnline); }
 
-  BrowserPanel* Panel;
-  std::shared_ptr<SlowDatabase> Database;
+  std::shared_ptr<SlowDatabase> Database = std::make_shared<SlowDatabase>();
 };
 
 TEST_F(LongOperationTest, TheWindowIsRepaintedAndTakesNoInput) {

@@ -39,15 +39,5 @@ TEST_F(PagesTest, TheBrowserShowsWhatThePagesHaveWritten) {
   ExpectLiveEqualsReplica(Front());
 }
 
-TEST_F(PagesTest, ManyDisplaysLeaveNoGrowthInViewsAndProcesses) {
-  const auto oDatabase = Recording("demo");
-  for (int i = 0; i < 100; ++i) {
-    Control().PageMain()->Show(oDatabase);
-    Control().PageDefault()->Show();
-  }
-  EXPECT_EQ(WebView::Count(), 2);
-  EXPECT_EQ(WebProcesses().size(), 2u);
-}
-
 }  // namespace
 }  // namespace ZELWbr3::Desktop

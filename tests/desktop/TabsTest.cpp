@@ -55,10 +55,6 @@ TEST_F(TabsTest, AStripIsOneStopOfTheTabKeyAndArrowsMoveInIt) {
   WaitForFocus("PHISTCACHE_SIZE");
   Press("shift+Tab");
   WaitForFocus("tbsTab0Parameters");
-  Press("shift+Tab");
-  WaitForFocus("btnFormClose");
-  Press("Tab");
-  WaitForFocus("tbsTab0Parameters");
   ExpectLiveEqualsReplica(Front());
 }
 
@@ -84,16 +80,6 @@ TEST_F(TabsTest, AHistoryUnfoldsAndAParameterOpensByKeyboard) {
   EXPECT_EQ(Ask(Front(), "document.getElementById('txtActVal').innerText"), "10000");
   Press("Escape");
   WaitFor("the main page", [&] { return Title() == "Instance Overview"; });
-}
-
-TEST_F(TabsTest, TheStoragePagesAreTheSameOnBothSides) {
-  Panel->Browser().PageDataArea()->Show(Instance);
-  ExpectLiveEqualsReplica(Front());
-  ClickOn(Front(), "tbsTab2DataArea");
-  WaitFor("the tab", [&] { return Ask(Front(), "document.getElementById('tabUsage').innerText") != ""; });
-  ExpectLiveEqualsReplica(Front());
-  Panel->Browser().PageLogArea()->Show(Instance);
-  ExpectLiveEqualsReplica(Front());
 }
 
 }  // namespace

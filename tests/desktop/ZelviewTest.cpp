@@ -1,13 +1,13 @@
+#include "tests/support/TempFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <filesystem>
 #include <string>
 
 #include <sys/wait.h>
-#include <unistd.h>
 #include <wx/image.h>
 
 namespace {
@@ -15,15 +15,9 @@ namespace {
 /// The program as a user starts it.
 class ZelviewTest : public testing::Test {
  protected:
-  ZelviewTest() {
-    std::string sTemplate = (std::filesystem::temp_directory_path() / "zelview-test-XXXXXX").string();
-    Folder = mkdtemp(sTemplate.data());
-  }
-  ~ZelviewTest() override { std::filesystem::remove_all(Folder); }
-
   /// Runs it to its end and keeps its exit code and what it says.
   void Run(const std::string& sArguments, const std::string& sEnvironment = "") {
-    const std::string sCommand = sEnvironment + " XDG_DATA_HOME='" + Folder.string() + "' timeout 60 '" ZELVIEW "' " +
+    const std::string sCommand = sEnvironment + " XDG_DATA_HOME='" + Folder.Path() + "' timeout 60 '" ZELVIEW "' " +
                                  sArguments + " 2>&1 >/dev/null";
     FILE* oPipe = popen(sCommand.c_str(), "r");
     std::array<char, 4096> aBuffer;
@@ -34,29 +28,29 @@ class ZelviewTest : public testing::Test {
   }
 
   /// The colours of a picture: a blank window has a handful.
-  static std::size_t Colours(const std::filesystem::path& oFile) {
+  static std::size_t Colours(const std::string& sFile) {
     if (wxImage::FindHandler(wxBITMAP_TYPE_PNG) == nullptr) wxImage::AddHandler(new wxPNGHandler);
     wxImage oImage;
-    if (!oImage.LoadFile(oFile.string(), wxBITMAP_TYPE_PNG)) return 0;
+    if (!oImage.LoadFile(sFile, wxBITMAP_TYPE_PNG)) return 0;
     return oImage.CountColours(1000);
   }
 
-  std::filesystem::path Folder;
+  ZELWbr3::Testing::TempFolder Folder;
   int Code = 0;
   std::string Errors;
 };
 
 TEST_F(ZelviewTest, TakesAPictureOfTheSampleAndOfARecordingsPage) {
-  const auto oSample = Folder / "sample picture.png";
-  Run("--screenshot '" + oSample.string() + "'");
+  const std::string sSample = Folder.Path("sample picture.png");
+  Run("--screenshot '" + sSample + "'");
   EXPECT_EQ(Code, 0) << Errors;
-  EXPECT_GT(Colours(oSample), 50u);
+  EXPECT_GT(Colours(sSample), 50u);
 
-  const auto oPage = Folder / "page.png";
-  Run("recorded:" ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json --page Parameters --unit 1 --screenshot '" +
-      oPage.string() + "'");
+  const std::string sPage = Folder.Path("page.png");
+  Run("recorded:" ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json --page Parameters --unit 1 --screenshot '" + sPage +
+      "'");
   EXPECT_EQ(Code, 0) << Errors;
-  EXPECT_GT(Colours(oPage), 50u);
+  EXPECT_GT(Colours(sPage), 50u);
 }
 
 TEST_F(ZelviewTest, SaysInOneLineWhatIsWrong) {

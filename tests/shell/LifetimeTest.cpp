@@ -27,6 +27,12 @@ class LifetimeTest : public Testing::Shown {
     Log.clear();
     return oPage;
   }
+  /// Shows an instance whose data area is full: the main page has a link then.
+  void ShowFull() {
+    Control->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
+    Instance->State->anyAreaFull = Instance->State->dataFull = true;
+    ShowMain();
+  }
 };
 
 }  // namespace
@@ -74,10 +80,18 @@ TEST_F(LifetimeTest, DestroyedWhileItWaits) {
   Settle();
 }
 
+TEST_F(LifetimeTest, DestroyedByTheCommandOfALink) {
+  ShowFull();
+  Connections.push_back(Control->Command.Connect([this](Long) {
+    Control.reset();
+    throw std::runtime_error("and failed as well");
+  }));
+  Platform.FrontFrame().Click("guicmd00065");
+  EXPECT_EQ(Log, (Lines{"PageComplete Main", "Command 65"}));
+}
+
 TEST_F(LifetimeTest, CleanedUpByTheCommandOfALink) {
-  Control->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
-  Instance->State->anyAreaFull = Instance->State->dataFull = true;
-  ShowMain();
+  ShowFull();
   Connections.push_back(Control->Command.Connect([this](Long) {
     Control->CleanUp();
     throw std::runtime_error("and failed as well");
