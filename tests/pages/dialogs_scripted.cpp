@@ -23,25 +23,23 @@ std::string Parsed(const std::string& sText) {
   }
 }
 
-TEST(ScriptedAnswer, ReadsValuesUpToTheNextName) {
-  EXPECT_EQ(Parsed("quick"), "quick");
-  EXPECT_EQ(Parsed("ok config=/my dir/x=1 y.cfg number=5"), "ok|config|/my dir/x=1 y.cfg|number|5");
-  EXPECT_EQ(Parsed("ok number= interval= reconnect=no"), "ok|number||interval||reconnect|no");
-  EXPECT_EQ(Parsed("ok config= a  number=1"), "ok|config| a |number|1");
-  EXPECT_EQ(Parsed("ok date=2026-02-30 time=99:00:00"), "ok|date|2026-02-30|time|99:00:00");
-}
-
-TEST(ScriptedAnswer, SaysWhatIsWrongWithIt) {
-  EXPECT_EQ(Parsed("maybe"), "error: is none of ok, cancel, yes, no, quick");
-  EXPECT_EQ(Parsed("cancel number=1"), "error: takes nothing behind its word");
-  EXPECT_EQ(Parsed("ok colour=red"),
+TEST(ScriptedAnswer, ReadsValuesUpToTheNextNameAndSaysWhatIsWrong) {
+  for (const auto& [sText, sParsed] : {
+           std::pair("ok config=/my dir/x=1 y.cfg number=5", "ok|config|/my dir/x=1 y.cfg|number|5"),
+           {"ok number= interval= reconnect=no", "ok|number||interval||reconnect|no"},
+           {"ok config= a  number=1", "ok|config| a |number|1"},
+           {"maybe", "error: is none of ok, cancel, yes, no, quick"},
+           {"cancel number=1", "error: takes nothing behind its word"},
+           {"ok colour=red",
             "error: has \"colour=red\", which begins with none of date=, time=, config=, number=, interval=, delete=, "
-            "reconnect=");
-  EXPECT_EQ(Parsed("ok number=1 number=2"), "error: has number= twice");
-  EXPECT_EQ(Parsed("ok date=tomorrow"), "error: date=tomorrow, where date= needs YYYY-MM-DD");
-  EXPECT_EQ(Parsed("ok date=2026-1-2"), "error: date=2026-1-2, where date= needs YYYY-MM-DD");
-  EXPECT_EQ(Parsed("ok time=12:00"), "error: time=12:00, where time= needs HH:MM:SS");
-  EXPECT_EQ(Parsed("ok delete=maybe"), "error: delete=maybe, where delete= needs yes or no");
+            "reconnect="},
+           {"ok number=1 number=2", "error: has number= twice"},
+           {"ok date=2026-1-2", "error: date=2026-1-2, where date= needs YYYY-MM-DD"},
+           {"ok time=12:00", "error: time=12:00, where time= needs HH:MM:SS"},
+           {"ok delete=maybe", "error: delete=maybe, where delete= needs yes or no"},
+       }) {
+    EXPECT_EQ(Parsed(sText), sParsed);
+  }
 }
 
 struct Asked {

@@ -59,11 +59,6 @@ TEST(BackupHistory, AClickShowsTheEntry) {
   oTold.Click("ITEM3");
   EXPECT_EQ(oTold.Text("txtErrorTitle") + ": " + oTold.Text("txtErrorText"), "Message: 3 pages skipped");
   EXPECT_EQ(oTold.Find("divError")->className(), "zelNote");
-
-  oTold.Show(oTold.Browser.PageHistory());
-  oTold.Lines();
-  EXPECT_TRUE(oTold.Browser.PageHistory()->HandleOnClick("ITEM9"));
-  EXPECT_TRUE(oTold.Lines().starts_with("box Error"));
 }
 
 TEST(BackupHistory, LostEmptyAndUnreadable) {

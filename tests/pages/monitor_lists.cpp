@@ -37,7 +37,6 @@ TEST(MonitorSessions, NoSessionsAndAListThatCannotBeRefreshed) {
   oFailing.Show(oFailing.Browser.PageSessions());
   EXPECT_EQ(oFailing.Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\npage Sessions\n");
   EXPECT_EQ(oFailing.Text("txtFormFooter"), "Rows 1 / 1");
-  EXPECT_NE(oFailing.Find("ITEM1"), nullptr);
 }
 
 const std::string Views = R"json("SysInfos": [
@@ -46,12 +45,12 @@ const std::string Views = R"json("SysInfos": [
     {"Index": 2, "Name": "SECOND", "Description": "two", "Columns": [{"Name": "C"}], "Rows": []}])json";
 
 TEST(MonitorSysInfos, EachViewIsALinkWithItsDescription) {
-  Told oTold(Views);
+  Told oTold(Views, "\"fails\": [\"SysInfos.Refresh\"]");  // shown as it is
   oTold.Show(oTold.Browser.PageSysInfos());
+  EXPECT_EQ(oTold.Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\npage SysInfos\n");
   EXPECT_EQ(oTold.Rows("tabSysInfos"), "View|Description\nFIRST|~\nTWELVE|\nSECOND|two\n");
   const Element* oCell = oTold.Find("ITEM12");
   ASSERT_NE(oCell, nullptr);
-  EXPECT_EQ(oCell->tagName(), "td");
   EXPECT_EQ(oCell->firstElementChild()->id(), "ITEM12");
   EXPECT_EQ(oCell->firstElementChild()->tagName(), "a");
 }
@@ -72,10 +71,6 @@ TEST(MonitorSysInfos, AClickOrEnterOpensTheViewOfThatIndex) {
   oTold.Lines();
   oTold.Click("btnClose");
   EXPECT_EQ(oTold.Lines(), "page SysInfos\n");
-
-  Long lEnter = Enter;
-  EXPECT_TRUE(oTold.Browser.PageSysInfos()->HandleOnKeyDown(lEnter, nullptr));
-  EXPECT_EQ(oTold.Lines(), "");
 }
 
 TEST(MonitorSysInfos, AnIdWithoutANumberMeansViewZero) {
@@ -83,27 +78,18 @@ TEST(MonitorSysInfos, AnIdWithoutANumberMeansViewZero) {
   oTold.Show(oTold.Browser.PageSysInfos());
   oTold.Lines();
   EXPECT_TRUE(oTold.Browser.PageSysInfos()->HandleOnClick("ITEMx1"));
-  const std::string sLines = oTold.Lines();
-  EXPECT_TRUE(sLines.starts_with("begin\nbox Error")) << sLines;
-  EXPECT_TRUE(sLines.ends_with("complete\n")) << sLines;
+  EXPECT_TRUE(oTold.Lines().starts_with("begin\nbox Error"));
   oTold.Browser.PageSysInfos()->HandleOnClick("ITEM99999999999999");
   EXPECT_NE(oTold.Lines().find("ITEM99999999999999"), std::string::npos) << "an error that names it";
 }
 
-TEST(MonitorSysInfos, AListThatCannotBeRefreshedIsShownAsItIs) {
-  Told oTold(Views, "\"fails\": [\"SysInfos.Refresh\"]");
-  oTold.Show(oTold.Browser.PageSysInfos());
-  EXPECT_EQ(oTold.Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\npage SysInfos\n");
-  EXPECT_NE(oTold.Find("ITEM12"), nullptr);
-}
-
 TEST(MonitorSysDD, ALinkOpensTheTableOfTheDictionary) {
-  for (const char* sMinor : {"4", "5", "6"}) {
-    Told oTold("\"Version\": {\"Major\": 7, \"Minor\": " + std::string(sMinor) +
+  for (const std::string sMinor : {"4", "5", "6"}) {
+    Told oTold("\"Version\": {\"Major\": 7, \"Minor\": " + sMinor +
                R"json(}, "SQLTables": [{"Owner": "SYSDD", "Name": "TABLES", "Columns": [{"Name": "T"}],
                      "Rows": [["A"]]}])json");
     oTold.Show(oTold.Browser.PageSysDD());
-    EXPECT_EQ(oTold.Lines(), "page SysDD7" + std::string(sMinor) + "\n");
+    EXPECT_EQ(oTold.Lines(), "page SysDD7" + sMinor + "\n");
     EXPECT_FALSE(oTold.Browser.PageSysDD()->HandleOnClick("ITEM"));
     EXPECT_EQ(oTold.Lines(), "");
     oTold.Click("ITEM_TABLES");

@@ -15,8 +15,8 @@ constexpr int Admin = 3;
 constexpr int Online = 4;
 constexpr int RestartUntil = 6;
 
-constexpr const char* Kernel74 = "\"Version\": {\"Number\": 117702656}";  // 0x07040000
-constexpr const char* Kernel73 = "\"Version\": {\"Number\": 117702655}";  // the one before
+const std::string Kernel74 = "\"Version\": {\"Number\": 117702656}";  // 0x07040000
+const std::string Kernel73 = "\"Version\": {\"Number\": 117702655}";  // the one before
 
 std::string Named(const std::string& sMembers) { return "\"InstanceName\": \"DEMO\", " + sMembers; }
 
@@ -50,70 +50,54 @@ std::string AutoLogBox(const std::string& sAnswer) {
 
 std::string Changed(const std::string& sCall) { return "begin\ncall " + sCall + "\npage Main\ncomplete\n"; }
 
-TEST(Shutdown, OfANewKernelAsksYesOrNo) {
-  Main o(Named(Kernel74) + In(5));
-  o.Answer("yes");
-  o.Item(Offline);
-  EXPECT_EQ(o.Lines(), SureYes + Changed("Shutdown()"));
-  EXPECT_EQ(o.Text("txtState"), "Offline");
-  EXPECT_EQ(o.Items(), "(&Offline) &Admin &Online | Restart &Until");
+/// What an item's click led to, answered so: what was told, then what the page
+/// shows of it.
+std::string Did(const std::string& sInstance, int iItem, const std::vector<std::string>& answers,
+                const std::string& sRecording = "") {
+  Main o(Named(sInstance), sRecording);
+  for (const std::string& sAnswer : answers) o.Answer(sAnswer);
+  o.Item(iItem);
   EXPECT_EQ(o.Find("imgInstance")->getAttribute("data-wait"), "false");
-
-  Main oDeclined(Named(Kernel74) + In(5));
-  oDeclined.Item(Offline);
-  EXPECT_EQ(oDeclined.Lines(), SureNo);
+  EXPECT_EQ(o.Platform.ScreenPointer().MousePointer(), 0);
+  return o.Lines() + o.Text("txtState") + ", log backup " + o.Text("General.AutoLog.Val") + ": " + o.Items();
 }
 
-TEST(Shutdown, OfAnOldKernelAsksHow) {
-  const auto Asked = [](const std::string& sAnswer) {
-    Main o(Named(Kernel73) + In(5));
-    if (!sAnswer.empty()) o.Answer(sAnswer);
-    o.Item(Offline);
-    return o.Lines();
-  };
-  EXPECT_EQ(Asked("ok"), "dialog frmShutdown -> ok\n" + Changed("Shutdown()"));
-  EXPECT_EQ(Asked("quick"), "dialog frmShutdown -> quick\n" + Changed("ShutdownQuick()"));
-  EXPECT_EQ(Asked("cancel"), "dialog frmShutdown -> cancel\n");
-  EXPECT_EQ(Asked(""), "dialog frmShutdown -> cancel\n");
+const std::string StillOnline = ", log backup Off: &Offline &Admin (&Online) | (Restart &Until)";
+const std::string NowOffline = "Offline, log backup Off: (&Offline) &Admin &Online | Restart &Until";
+const std::string ErrorBox = "box Error [exclamation ok]: -24988 SQL error -> ok\n";
 
-  Main oObjects(Named(Kernel73) + ", \"InstanceType\": 1" + In(5));
-  oObjects.Item(Offline);
-  EXPECT_EQ(oObjects.Lines(), SureNo) << "an object store is shut down in one way, whatever the kernel";
+TEST(Shutdown, AsksANewKernelYesOrNoAndAnOldOneHow) {
+  const std::string sNew = Kernel74 + In(5);
+  const std::string sOld = Kernel73 + In(5);
+  EXPECT_EQ(Did(sNew, Offline, {"yes"}), SureYes + Changed("Shutdown()") + NowOffline);
+  EXPECT_EQ(Did(sNew, Offline, {}), SureNo + StillOnline);
+  EXPECT_EQ(Did(sOld, Offline, {"ok"}), "dialog frmShutdown -> ok\n" + Changed("Shutdown()") + NowOffline);
+  EXPECT_EQ(Did(sOld, Offline, {"quick"}), "dialog frmShutdown -> quick\n" + Changed("ShutdownQuick()") + NowOffline);
+  EXPECT_EQ(Did(sOld, Offline, {}), "dialog frmShutdown -> cancel\n" + StillOnline);
+  EXPECT_EQ(Did(Kernel73 + ", \"InstanceType\": 1" + In(5), Offline, {}), SureNo + StillOnline)
+      << "an object store is shut down in one way, whatever the kernel";
 }
 
 TEST(Shutdown, TurnsAutomaticLogBackupOffFirst) {
-  const std::string sLogged = Named(Kernel74) + In(5, ", \"AutoLog\": true");
-
-  Main oCancelled(sLogged);
-  oCancelled.Item(Offline);
-  EXPECT_EQ(oCancelled.Lines(), AutoLogBox("cancel"));
-  EXPECT_EQ(oCancelled.Text("General.AutoLog.Val"), "On");
-
-  Main oAgreed(sLogged);
-  oAgreed.Answer("ok");
-  oAgreed.Answer("yes");
-  oAgreed.Item(Offline);
-  EXPECT_EQ(oAgreed.Lines(), AutoLogBox("ok") + "call AutoLogOff()\n" + SureYes + Changed("Shutdown()"));
-
+  const std::string sLogged = Kernel74 + In(5, ", \"AutoLog\": true");
+  const std::string sLoggedStill = ", log backup On: &Offline &Admin (&Online) | (Restart &Until)";
+  const std::string sOff = AutoLogBox("ok") + "call AutoLogOff()\n";
+  EXPECT_EQ(Did(sLogged, Offline, {}), AutoLogBox("cancel") + sLoggedStill);
+  EXPECT_EQ(Did(sLogged, Offline, {"ok", "yes"}), sOff + SureYes + Changed("Shutdown()") + NowOffline);
   // Not shut down after all, but the page must not go on saying "On".
-  Main oDeclined(sLogged);
-  oDeclined.Answer("ok");
-  oDeclined.Item(Offline);
-  EXPECT_EQ(oDeclined.Lines(), AutoLogBox("ok") + "call AutoLogOff()\n" + SureNo + "page Main\n");
-  EXPECT_EQ(oDeclined.Text("General.AutoLog.Val"), "Off");
-
-  Main oFailed(sLogged, "\"fails\": [\"AutoLogOff\"]");
-  oFailed.Answer("ok");
-  oFailed.Answer("yes");
-  oFailed.Item(Offline);
-  EXPECT_EQ(oFailed.Lines(),
-            AutoLogBox("ok") + "call AutoLogOff()\nbox Error [exclamation ok]: -24988 SQL error -> ok\n");
-  EXPECT_EQ(oFailed.Items(), "&Offline &Admin (&Online) | (Restart &Until)");
+  EXPECT_EQ(Did(sLogged, Offline, {"ok"}), sOff + SureNo + "page Main\n" + StillOnline);
+  EXPECT_EQ(Did(sLogged, Offline, {"ok", "yes"}, "\"fails\": [\"AutoLogOff\"]"), sOff + ErrorBox + sLoggedStill);
 }
 
 TEST(StateCommands, AdminAndOnlineAskNothing) {
   Main o(Named(Kernel74) + In(5));
+  std::string sMeanwhile;
+  o.OnCall = [&](const std::string&) {
+    sMeanwhile = "pointer " + std::to_string(o.Platform.ScreenPointer().MousePointer()) + ", wait " +
+                 o.Find("imgInstance")->getAttribute("data-wait");
+  };
   o.Item(Admin);
+  EXPECT_EQ(sMeanwhile, "pointer 11, wait true");
   EXPECT_EQ(o.Lines(), Changed("Admin()"));
   EXPECT_EQ(o.Items(), "&Offline (&Admin) &Online | Restart &Until");
   o.Item(Online);
@@ -125,27 +109,10 @@ TEST(StateCommands, AdminAndOnlineAskNothing) {
 
 TEST(StateCommands, ShowAFailureAndTheStateThatIsTrueThen) {
   for (const std::string sTrouble : {"fails", "raises"}) {
-    Main o(Named(Kernel74) + In(3, ", \"StateText\": \"Admin\""), "\"" + sTrouble + "\": [\"Online\"]");
-    o.Item(Online);
-    EXPECT_EQ(o.Lines(),
-              "begin\ncall Online()\nbox Error [exclamation ok]: -24988 SQL error -> ok\npage Main\ncomplete\n")
-        << sTrouble;
-    EXPECT_EQ(o.Text("txtState"), "Admin");
-    EXPECT_EQ(o.Items(), "&Offline (&Admin) &Online | Restart &Until");
+    EXPECT_EQ(Did(Kernel74 + In(3, ", \"StateText\": \"Admin\""), Online, {}, "\"" + sTrouble + "\": [\"Online\"]"),
+              "begin\ncall Online()\n" + ErrorBox +
+                  "page Main\ncomplete\nAdmin, log backup Off: &Offline (&Admin) &Online | Restart &Until");
   }
-}
-
-TEST(StateCommands, ShowThatTheInstanceIsAtWork) {
-  Main o(Named(Kernel74) + In(2));
-  std::string sMeanwhile;
-  o.OnCall = [&](const std::string&) {
-    sMeanwhile = "pointer " + std::to_string(o.Platform.ScreenPointer().MousePointer()) + ", wait " +
-                 o.Find("imgInstance")->getAttribute("data-wait");
-  };
-  o.Item(Online);
-  EXPECT_EQ(sMeanwhile, "pointer 11, wait true");
-  EXPECT_EQ(o.Platform.ScreenPointer().MousePointer(), 0);
-  EXPECT_EQ(o.Find("imgInstance")->getAttribute("data-wait"), "false");
 }
 
 TEST(StateCommands, EndQuietlyWhenTheHostTakesThePageAwayMeanwhile) {
@@ -157,57 +124,32 @@ TEST(StateCommands, EndQuietlyWhenTheHostTakesThePageAwayMeanwhile) {
 
   Main oFailing(Named(Kernel74) + In(3), "\"fails\": [\"Online\"]");
   oFailing.OnCall = [&](const std::string&) { oFailing.Browser.CleanUp(); };
+  const auto oPage = oFailing.Browser.PageMain();
   oFailing.Item(Online);
   EXPECT_EQ(oFailing.Lines(), "begin\ncall Online()\n");
 
   // A page that is gone carries nothing out.
-  Main oGone(Named(Kernel74) + In(3));
-  const auto oPage = oGone.Browser.PageMain();
-  oGone.Browser.CleanUp();
   oPage->Command(Admin);
-  EXPECT_EQ(oGone.Lines(), "");
+  EXPECT_EQ(oFailing.Lines(), "");
 }
 
 TEST(RestartUntil, AsksForATimeAndThenAgain) {
-  const std::string sInstance = Named(Kernel74) + In(3);
+  const std::string sInstance = Kernel74 + In(3);
   const std::string sEntry = "ok date=2026-02-03 time=04:05:06";
+  const std::string sStill = ", log backup Off: &Offline (&Admin) &Online | Restart &Until";
   const std::string sSure =
-      "box Confirm Restart Until [exclamation yesno]: Are you sure you want to restart the database instance 'DEMO' "
-      "until 2026-02-03 04:05:06?\n\nData after the specified time will be lost. -> ";
-
-  Main oCancelled(sInstance);
-  oCancelled.Item(RestartUntil);
-  EXPECT_EQ(oCancelled.Lines(), "dialog frmOnlineUntil -> cancel\n");
-
-  Main oDeclined(sInstance);
-  oDeclined.Answer(sEntry);
-  oDeclined.Item(RestartUntil);
-  EXPECT_EQ(oDeclined.Lines(), "dialog frmOnlineUntil -> ok\n" + sSure + "no\n");
-
-  Main oConfirmed(sInstance);
-  oConfirmed.Answer(sEntry);
-  oConfirmed.Answer("yes");
-  oConfirmed.Item(RestartUntil);
-  EXPECT_EQ(oConfirmed.Lines(),
-            "dialog frmOnlineUntil -> ok\n" + sSure + "yes\n" + Changed("RestartUntil(\"2026-02-03T04:05:06\")"));
-  EXPECT_EQ(oConfirmed.Text("txtState"), "Online");
-
-  Main oFailing(sInstance, "\"fails\": [\"RestartUntil\"]");
-  oFailing.Answer(sEntry);
-  oFailing.Answer("yes");
-  oFailing.Item(RestartUntil);
-  EXPECT_EQ(oFailing.Lines(), "dialog frmOnlineUntil -> ok\n" + sSure +
-                                  "yes\nbegin\ncall RestartUntil(\"2026-02-03T04:05:06\")\nbox Error [exclamation "
-                                  "ok]: -24988 SQL error -> ok\npage Main\ncomplete\n");
-}
-
-TEST(RestartUntil, IsNotConfirmedWithATimeThatDoesNotExist) {
-  Main o(Named(Kernel74) + In(3));
-  o.Answer("ok date=2026-02-30 time=00:00:00");
-  o.Item(RestartUntil);
-  EXPECT_EQ(o.Lines(),
+      "dialog frmOnlineUntil -> ok\nbox Confirm Restart Until [exclamation yesno]: Are you sure you want to restart "
+      "the database instance 'DEMO' until 2026-02-03 04:05:06?\n\nData after the specified time will be lost. -> ";
+  const std::string sCall = "RestartUntil(\"2026-02-03T04:05:06\")";
+  EXPECT_EQ(Did(sInstance, RestartUntil, {}), "dialog frmOnlineUntil -> cancel\n" + sStill);
+  EXPECT_EQ(Did(sInstance, RestartUntil, {"ok date=2026-02-30 time=00:00:00"}),
             "wrong: the dialog frmOnlineUntil cannot be confirmed: There is no 2026-02-30 00:00:00.\n"
-            "dialog frmOnlineUntil -> cancel\n");
+            "dialog frmOnlineUntil -> cancel\n" +
+                sStill);
+  EXPECT_EQ(Did(sInstance, RestartUntil, {sEntry}), sSure + "no\n" + sStill);
+  EXPECT_EQ(Did(sInstance, RestartUntil, {sEntry, "yes"}), sSure + "yes\n" + Changed(sCall) + "Online" + StillOnline);
+  EXPECT_EQ(Did(sInstance, RestartUntil, {sEntry, "yes"}, "\"fails\": [\"RestartUntil\"]"),
+            sSure + "yes\nbegin\ncall " + sCall + "\n" + ErrorBox + "page Main\ncomplete\n" + sStill);
 }
 
 // Every state with every kind of instance: alone, a standby, a standby with a
@@ -220,36 +162,22 @@ TEST(StateItems, FollowTheInstancesState) {
       "&Offline (&Admin) &Online | Restart &Until",    // 3
       "&Offline &Admin &Online | Restart &Until",      // 4
       "&Offline &Admin (&Online) | (Restart &Until)",  // 5
+      "&Offline &Admin (&Online) | (Restart &Until)",  // no state: as they were
   };
   const std::string sLocked = "(&Offline) (&Admin) (&Online) | (Restart &Until)";
-  for (int iStatus = 0; iStatus <= 5; ++iStatus) {
-    for (int iRole = 0; iRole <= 3; ++iRole) {
-      for (const bool bWarning : {false, true}) {
-        const auto oDatabase = std::make_shared<TestDatabase>();
-        oDatabase->State->status = iStatus;
-        oDatabase->Role = iRole;
-        oDatabase->StandbyWarning = bWarning;
-        Main o(std::static_pointer_cast<ZELLib3::Database>(oDatabase));
-        EXPECT_EQ(o.Items(), iRole >= 2 && !bWarning ? sLocked : Expected[iStatus])
-            << "status " << iStatus << ", role " << iRole << ", warning " << bWarning;
-      }
+  for (const auto& [iRole, bWarning] :
+       {std::pair(0, false), {1, false}, {2, false}, {3, false}, {2, true}, {3, true}}) {
+    SCOPED_TRACE("role " + std::to_string(iRole) + (bWarning ? " with a warning" : ""));
+    const auto oDatabase = std::make_shared<TestDatabase>();
+    oDatabase->Role = iRole;
+    oDatabase->StandbyWarning = bWarning;
+    Main o(std::static_pointer_cast<ZELLib3::Database>(oDatabase));
+    for (int iStatus = 0; iStatus <= 6; ++iStatus) {
+      oDatabase->State->status = iStatus;
+      o.Key(116);
+      EXPECT_EQ(o.Items(), iRole >= 2 && !bWarning ? sLocked : Expected[iStatus]) << iStatus;
     }
   }
-}
-
-TEST(StateItems, StayAsTheyWereInAnUnknownState) {
-  const auto oDatabase = std::make_shared<TestDatabase>();
-  oDatabase->State->status = 3;
-  Main o(std::static_pointer_cast<ZELLib3::Database>(oDatabase));
-  const std::string sBefore = o.Items();
-  for (const int iStatus : {6, 7, -1}) {
-    oDatabase->State->status = iStatus;
-    o.Key(116);
-    EXPECT_EQ(o.Items(), sBefore) << iStatus;
-  }
-  oDatabase->Role = 2;
-  o.Key(116);
-  EXPECT_EQ(o.Items(), "(&Offline) (&Admin) (&Online) | (Restart &Until)");
 }
 
 }  // namespace

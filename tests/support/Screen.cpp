@@ -30,6 +30,20 @@ Element& Screen::In(const std::string& sTable, const std::string& sID) const {
 
 bool Screen::IsShown(const std::string& sID) const { return IsVisible(At(sID)); }
 
+std::string Screen::Texts(IDs ids) const {
+  std::string sTexts;
+  for (const char* sID : ids) sTexts += (sID == *ids.begin() ? "" : "|") + Text(sID);
+  return sTexts;
+}
+
+std::string Screen::ShownOf(IDs ids) const {
+  std::string sShown;
+  for (const char* sID : ids) {
+    if (IsShown(sID)) sShown += (sShown.empty() ? "" : " ") + std::string(sID);
+  }
+  return sShown;
+}
+
 std::string Screen::Property(const std::string& sID, const std::string& sName) const {
   return At(sID).object().Property(sName);
 }

@@ -2,6 +2,7 @@
 
 #include "shell/Browser.h"
 
+#include <initializer_list>
 #include <string>
 
 namespace ZELWbr3::Testing {
@@ -18,6 +19,11 @@ class Screen {
   std::string Text(const std::string& sID) const { return At(sID).innerText(); }
   std::string ClassOf(const std::string& sID) const { return At(sID).className(); }
   bool IsShown(const std::string& sID) const;
+  using IDs = std::initializer_list<const char*>;
+  /// The texts of elements, with "|" in between.
+  std::string Texts(IDs ids) const;
+  /// Those of the elements that are shown, with blanks in between.
+  std::string ShownOf(IDs ids) const;
   /// A property of an embedded object.
   std::string Property(const std::string& sID, const std::string& sName) const;
 
