@@ -5,7 +5,6 @@
 #include "instances/sqlite/analyzer/Program.h"
 #include "instances/sqlite/analyzer/ProtocolFolder.h"
 #include "tests/instances/SQLiteFiles.h"
-#include "tests/instances/SQLiteOpened.h"
 
 #include <signal.h>
 #include <sys/inotify.h>

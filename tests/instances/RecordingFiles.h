@@ -1,18 +1,17 @@
 #pragma once
 
 #include "instances/recorded/OpenRecording.h"
+#include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <string>
 #include <utility>
 
 /// Recordings for tests: those of tests/recordings, and made-up ones in a
-/// folder that goes away with the process's last use of it.
+/// folder of their own.
 namespace RecordingFiles {
 
 using Json = nlohmann::json;
@@ -25,36 +24,18 @@ inline std::string SamplePath(const std::string& sName) {
 /// A file of one's own, gone at the end.
 class File {
  public:
-  File() {
-    static int lNumber = 0;
-    const auto* const pTest = testing::UnitTest::GetInstance()->current_test_info();
-    const std::string sTest = pTest != nullptr ? pTest->name() : "none";
-    m_sFolder = testing::TempDir() + "recording-" + std::to_string(std::hash<std::string>()(sTest)) + "-" +
-                std::to_string(++lNumber);
-    std::filesystem::remove_all(m_sFolder);
-    std::filesystem::create_directory(m_sFolder);
-  }
-  explicit File(const std::string& sText) : File() { Write(sText); }
+  File() = default;
+  explicit File(const std::string& sText) { m_oFolder.Write(kName, sText); }
   explicit File(const Json& oJson) : File(oJson.dump()) {}
-  ~File() {
-    std::error_code oIgnored;
-    std::filesystem::remove_all(m_sFolder, oIgnored);
-  }
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
 
-  std::string Folder() const { return m_sFolder; }
-  std::string Path() const { return m_sFolder + "/instance.json"; }
-  void Write(const std::string& sText) const { std::ofstream(Path(), std::ios::binary) << sText; }
-  std::string Text() const {
-    std::stringstream oText;
-    oText << std::ifstream(Path(), std::ios::binary).rdbuf();
-    return oText.str();
-  }
+  std::string Folder() const { return m_oFolder.Path(); }
+  std::string Path() const { return m_oFolder.Path(kName); }
+  std::string Text() const { return m_oFolder.Read(kName); }
   Json Content() const { return Json::parse(Text()); }
 
  private:
-  std::string m_sFolder;
+  static constexpr char kName[] = "instance.json";
+  ZELWbr3::Testing::TempFolder m_oFolder;
 };
 
 /// The instance of a recording whose "Database" is given; further top-level

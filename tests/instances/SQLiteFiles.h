@@ -1,66 +1,68 @@
 #pragma once
 
+#include "instances/sqlite/SQLiteDatabase.h"
+#include "tests/support/TempFolder.h"
+
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <map>
 #include <regex>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-/// Database files for tests, made and looked at without the code under test.
+/// Database files for tests, made and looked at without the code under test,
+/// and the instances on them.
 namespace SQLiteFiles {
 
 /// A folder of one's own, readable by every user, gone at the end.
-class Folder {
+class Folder : public ZELWbr3::Testing::TempFolder {
  public:
-  Folder() {
-    std::string sTemplate = (std::filesystem::temp_directory_path() / "zelwbr3-XXXXXX").string();
-    if (!mkdtemp(sTemplate.data())) throw std::runtime_error("no temporary folder");
-    m_sPath = sTemplate;
-    chmod(m_sPath.c_str(), 0755);
-  }
-  ~Folder() {
-    chmod(m_sPath.c_str(), 0755);
-    std::error_code oIgnored;
-    std::filesystem::remove_all(m_sPath, oIgnored);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
+  Folder() { chmod(Path().c_str(), 0755); }
+  ~Folder() { chmod(Path().c_str(), 0755); }
 
-  const std::string& Path() const { return m_sPath; }
-  std::string operator/(const std::string& sName) const { return m_sPath + "/" + sName; }
+  std::string operator/(const std::string& sName) const { return Path(sName); }
 
   /// Every file's name and bytes.
   std::map<std::string, std::string> Contents() const {
     std::map<std::string, std::string> contents;
-    for (const auto& oEntry : std::filesystem::directory_iterator(m_sPath)) {
-      std::ifstream oStream(oEntry.path(), std::ios::binary);
-      contents[oEntry.path().filename()].assign(std::istreambuf_iterator<char>(oStream), {});
+    for (const auto& oEntry : std::filesystem::directory_iterator(Path())) {
+      const std::string sName = oEntry.path().filename();
+      contents[sName] = Read(sName);
     }
     return contents;
   }
-
- private:
-  std::string m_sPath;
 };
 
 inline void WriteFile(const std::string& sPath, const std::string& sBytes) {
   std::ofstream(sPath, std::ios::binary) << sBytes;
 }
 
+inline std::set<std::string> Names(const std::string& sFolder) {
+  std::set<std::string> names;
+  for (const auto& oEntry : std::filesystem::directory_iterator(sFolder)) names.insert(oEntry.path().filename());
+  return names;
+}
+
+inline std::string ReadFile(const std::string& sPath) {
+  std::ifstream oStream(sPath, std::ios::binary);
+  return {std::istreambuf_iterator<char>(oStream), {}};
+}
+
 /// The names that the newest page of system tables links to.
 inline std::vector<std::string> SystemTables() {
-  std::ifstream oStream(std::string(ZELWBR3_SOURCE_DIR) + "/html/SysDD76.htm");
-  const std::string sPage(std::istreambuf_iterator<char>(oStream), {});
+  const std::string sPage = ReadFile(std::string(ZELWBR3_SOURCE_DIR) + "/html/SysDD76.htm");
   const std::regex oName("id=\"ITEM_([^\"]*)\"");
   std::vector<std::string> names;
   for (std::sregex_iterator it(sPage.begin(), sPage.end(), oName), end; it != end; ++it) names.push_back(it->str(1));
@@ -102,6 +104,13 @@ class Application {
  private:
   sqlite3* m_pHandle = nullptr;
 };
+
+/// Opened so that each look reads afresh: for tests that change the file
+/// between two looks.
+inline auto OpenDatabase(const std::string& sPath, ZELWbr3::SQLite::Options oOptions = {}) {
+  oOptions.ReadingLifetime = {};
+  return ZELWbr3::SQLite::OpenDatabase(sPath, oOptions);
+}
 
 /// Adds rows of about 1 KB to table t, each in a transaction of its own.
 inline void InsertRows(Application& oApplication, int iCount) {
@@ -149,6 +158,45 @@ class Process {
  private:
   pid_t m_iProcess = 0;
   int m_iResult = -1;
+};
+
+/// A process of its own that answers orders, one after the other.
+class Servant {
+ public:
+  explicit Servant(const std::function<std::string(const std::string&)>& oAnswer) {
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends) != 0 || (m_iProcess = fork()) < 0) {
+      throw std::runtime_error("no process");
+    }
+    m_iEnd = ends[m_iProcess == 0];
+    close(ends[m_iProcess != 0]);
+    if (m_iProcess != 0) return;
+    for (std::string sOrder; !(sOrder = Receive()).empty();) Send(oAnswer(sOrder));
+    _exit(0);
+  }
+  ~Servant() {
+    close(m_iEnd);
+    waitpid(m_iProcess, nullptr, 0);
+  }
+  Servant(const Servant&) = delete;
+  Servant& operator=(const Servant&) = delete;
+
+  std::string Ask(const std::string& sOrder) const {
+    Send(sOrder);
+    return Receive();
+  }
+  std::string Number() const { return std::to_string(m_iProcess); }
+
+ private:
+  void Send(const std::string& sText) const { (void)!write(m_iEnd, sText.data(), sText.size()); }
+  /// Nothing when the other end has gone.
+  std::string Receive() const {
+    char buffer[4096];
+    return {buffer, std::size_t(std::max<ssize_t>(0, read(m_iEnd, buffer, sizeof buffer)))};
+  }
+
+  int m_iEnd;
+  pid_t m_iProcess;
 };
 
 /// What the function returns when a user without any privilege runs it.

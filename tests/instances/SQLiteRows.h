@@ -2,7 +2,6 @@
 
 #include "framework/ZELLib3/RowSource.h"
 #include "tests/instances/SQLiteFiles.h"
-#include "tests/instances/SQLiteOpened.h"
 
 #include <string>
 #include <vector>
@@ -31,6 +30,11 @@ inline Rows ReadAll(ZELLib3::RowSource& oSource) {
   return oRows;
 }
 
+inline Rows OpenAndRead(ZELLib3::Database& oDatabase, ZELLib3::RowSource& oSource) {
+  if (!oSource.Open()) throw std::runtime_error(oDatabase.LastError().ErrorText);
+  return ReadAll(oSource);
+}
+
 inline std::shared_ptr<ZELLib3::SQLTable> Table(ZELLib3::Database& oDatabase, const std::string& sOwner,
                                                 const std::string& sName) {
   auto oTable = oDatabase.SQLTables()->NewTable();
@@ -40,9 +44,7 @@ inline std::shared_ptr<ZELLib3::SQLTable> Table(ZELLib3::Database& oDatabase, co
 }
 
 inline Rows ReadTable(ZELLib3::Database& oDatabase, const std::string& sOwner, const std::string& sName) {
-  const auto oTable = Table(oDatabase, sOwner, sName);
-  if (!oTable->Open()) throw std::runtime_error(oDatabase.LastError().ErrorText);
-  return ReadAll(*oTable);
+  return OpenAndRead(oDatabase, *Table(oDatabase, sOwner, sName));
 }
 
 inline std::shared_ptr<ZELLib3::SysInfo> View(ZELLib3::Database& oDatabase, const std::string& sName) {
@@ -54,9 +56,7 @@ inline std::shared_ptr<ZELLib3::SysInfo> View(ZELLib3::Database& oDatabase, cons
 }
 
 inline Rows ReadView(ZELLib3::Database& oDatabase, const std::string& sName) {
-  const auto oView = View(oDatabase, sName);
-  if (!oView->Open()) throw std::runtime_error(oDatabase.LastError().ErrorText);
-  return ReadAll(*oView);
+  return OpenAndRead(oDatabase, *View(oDatabase, sName));
 }
 
 }  // namespace SQLiteFiles

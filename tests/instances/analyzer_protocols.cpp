@@ -8,11 +8,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string Read(const std::string& sPath) {
-  std::ifstream oStream(sPath, std::ios::binary);
-  return {std::istreambuf_iterator<char>(oStream), {}};
-}
-
 void Append(const ProtocolFolder& oFolder, const std::string& sTime, const std::string& sState = "Online") {
   oFolder.Append(sTime, {{"state", {"State"}, {sState}}, {"data", {"Used"}, {"7"}}});
 }
@@ -61,37 +56,34 @@ TEST(AnalyzerProtocols, ASetADayListedNewestFirst) {
             Sets(oProtocols));
 }
 
-TEST(AnalyzerProtocols, FieldsAreQuotedAndALineStaysALine) {
-  Folder oFolder;
-  Append(ProtocolFolder(oFolder.Path()), "2026-03-02T07:00:00+01:00", "say \"a,b\"\r\nand \x01");
-  EXPECT_EQ("Number,Time,State\n1,2026-03-02T07:00:00+01:00,\"say \"\"a,b\"\"  and  \"\n",
-            Read(oFolder / "20260302/state.csv"));
-}
-
 TEST(AnalyzerProtocols, WhatACrashLeftIsRepairedAndStrangersAreNamed) {
   Folder oFolder;
   const ProtocolFolder oProtocols(oFolder.Path());
   const std::string sState = oFolder / "20260302/state.csv";
   const std::string sTime = "2026-03-02T07:00:00+01:00";
+  Append(oProtocols, sTime, "say \"a,b\"\r\nand \x01");
+  EXPECT_EQ("Number,Time,State\n1," + sTime + ",\"say \"\"a,b\"\"  and  \"\n", ReadFile(sState))
+      << "a line stays a line";
+  fs::remove_all(oFolder / "20260302");
   Append(oProtocols, sTime);
-  const std::string sWhole = Read(sState);
+  const std::string sWhole = ReadFile(sState);
   for (const std::string& sLeft : {sWhole + "2,2026-03", sWhole + "2", sWhole.substr(0, 5), std::string()}) {
     WriteFile(sState, sLeft);
     Append(oProtocols, sTime);
-    EXPECT_EQ(sLeft.size() > sWhole.size() ? sWhole + "2," + sTime + ",Online\n" : sWhole, Read(sState));
+    EXPECT_EQ(sLeft.size() > sWhole.size() ? sWhole + "2," + sTime + ",Online\n" : sWhole, ReadFile(sState));
   }
 
-  const std::string sData = Read(oFolder / "20260302/data.csv");
+  const std::string sData = ReadFile(oFolder / "20260302/data.csv");
   for (const std::string& sStranger : {std::string("Number,Time,Other\n"), std::string("my notes"),
                                        std::string("Number,Time,State\nx,y,z\n"), std::string(5, '\0')}) {
     WriteFile(sState, sStranger);
     EXPECT_EQ(0u, ErrorOf([&] { Append(oProtocols, sTime); }).find(sState + ": ")) << sStranger;
-    EXPECT_EQ(sStranger, Read(sState));
+    EXPECT_EQ(sStranger, ReadFile(sState));
   }
   fs::remove(sState);
   mkfifo(sState.c_str(), 0600);
   EXPECT_EQ(sState + ": is not a regular file", ErrorOf([&] { Append(oProtocols, sTime); }));
-  EXPECT_EQ(sData, Read(oFolder / "20260302/data.csv"));  // no evaluation without its state
+  EXPECT_EQ(sData, ReadFile(oFolder / "20260302/data.csv"));  // no evaluation without its state
 }
 
 TEST_F(AnalyzerRuns, DeletesUntilADayAndOnlyProtocolSets) {
@@ -117,14 +109,11 @@ TEST_F(AnalyzerRuns, DeletesUntilADayAndOnlyProtocolSets) {
   ASSERT_EQ(2u, oSets.size());
   EXPECT_EQ(2, oSets[0].Date.Day);
   EXPECT_EQ(1, oSets[1].Date.Month);
-  EXPECT_EQ("mine", Read(m_oFolder / "precious/state.csv"));
+  EXPECT_EQ("mine", ReadFile(m_oFolder / "precious/state.csv"));
   fs::remove(sFolder + "/20260101/notes.txt");
   EXPECT_EQ("ok", Delete("20260301"));
   EXPECT_EQ(1u, m_oDatabase->Analyzer()->ProtocolSets()->size());
-  std::vector<std::string> names;
-  for (const auto& oEntry : fs::directory_iterator(sFolder)) names.push_back(oEntry.path().filename());
-  std::sort(names.begin(), names.end());
-  EXPECT_EQ((std::vector<std::string>{"2026", "20260102", "20260302"}), names);
+  EXPECT_EQ((std::set<std::string>{"2026", "20260102", "20260302"}), Names(sFolder));
 }
 
 TEST_F(AnalyzerRuns, AFolderThatCannotBeReadIsAnError) {
@@ -136,13 +125,12 @@ TEST_F(AnalyzerRuns, AFolderThatCannotBeReadIsAnError) {
 }
 
 TEST(AnalyzerTimeStamp, IsLocalWithItsOffset) {
-  const char* sBefore = getenv("TZ");
-  const std::string sKept = sBefore ? sBefore : "";
-  setenv("TZ", "XST-5:30", 1);
-  tzset();
-  const std::string sStamp = ZELWbr3::SQLite::TimeStamp(1772400000);  // 2026-03-01 21:20:00 UTC
-  sBefore ? setenv("TZ", sKept.c_str(), 1) : unsetenv("TZ");
-  tzset();
+  const auto Stamp = [] {
+    setenv("TZ", "XST-5:30", 1);
+    tzset();
+    return ZELWbr3::SQLite::TimeStamp(1772400000);  // 2026-03-01 21:20:00 UTC
+  };
+  const std::string sStamp = Process(Stamp).Result();
   EXPECT_EQ("2026-03-02T02:50:00+05:30", sStamp);
   EXPECT_EQ("20260302", ZELWbr3::SQLite::DayOf(sStamp));
   EXPECT_EQ("2026-03-02 02:50:00", ZELWbr3::SQLite::ReadableTime(sStamp));

@@ -255,29 +255,6 @@ TEST_F(AnalyzerRuns, NoMoreRoomEndsItWithAnErrorAndLeavesWholeLines) {
   EXPECT_TRUE(Lines("state").back().ends_with(",5,Online,")) << Lines("state").back();
 }
 
-TEST_F(AnalyzerRuns, TodaysProtocolsAreDeletedFirstWhenAsked) {
-  const auto StartOnce = [&](bool bDelete) {
-    Options oOptions = Every(kNever, 1);
-    oOptions.Delete = bDelete;
-    ASSERT_EQ("ok", Start(oOptions));
-    AwaitEnd();
-  };
-  StartOnce(false);
-  StartOnce(false);
-  EXPECT_EQ(3u, Lines("state").size());
-  StartOnce(true);
-  EXPECT_EQ((Strings{"Number,Status,State,Error", "1,5,Online,"}), Lines("state"));
-}
-
-TEST_F(AnalyzerRuns, DeletedWhileItRunsTodaysSetBeginsAnew) {
-  ASSERT_EQ("ok", Start(Every(1)));
-  EXPECT_EQ("ok", Delete("99991231"));
-  EXPECT_TRUE(Lines("data").empty());
-  Await([&] { return Lines("state").size() > 1; });
-  EXPECT_EQ("1", State());
-  EXPECT_EQ("1,5,Online,", Lines("state")[1]);
-}
-
 TEST_F(AnalyzerRuns, AProgramThatCannotBeStartedIsNamed) {
   const auto StartWith = [&](const std::string& sProgram) {
     ZELWbr3::SQLite::Options oOptions;
@@ -292,23 +269,41 @@ TEST_F(AnalyzerRuns, AProgramThatCannotBeStartedIsNamed) {
 }
 
 TEST_F(AnalyzerRuns, TheProgramSaysInOneLineWhatIsWrong) {
-  const auto Run = [](Strings arguments) {
-    arguments.insert(arguments.begin(), ZELANALYZER);
+  const std::string sInstance = "sqlite:" + File();
+  const std::pair<Strings, std::string> cases[] = {
+      {{}, "INSTANCE is required"},
+      {{"a.db"}, "The instance \"a.db\" is not sqlite:FILE"},
+      {{"sqlite:"}, "The instance \"sqlite:\" names no file"},
+      {{"sqlite:/no such\nfile"}, "/no such?file: no such file"},
+      {{sInstance, "--number=x"}, "--number: Value x not in range 0 to 2147483647"},
+      {{sInstance, "--number=3000000000"}, "--number: Value 3000000000 not in range 0 to 2147483647"},
+      {{sInstance, "--fast"}, "The following argument was not expected: --fast"}};
+  for (const auto& [arguments, sWrong] : cases) {
+    Strings command = {ZELANALYZER};
+    command.insert(command.end(), arguments.begin(), arguments.end());
     try {
-      ZELWbr3::SQLite::RunProgram(arguments, kPatience);
-      return std::string("ok");
+      ZELWbr3::SQLite::RunProgram(command, kPatience);
+      ADD_FAILURE() << "nothing is wrong instead of " << sWrong;
     } catch (const std::exception& oError) {
-      return std::string(oError.what());
+      EXPECT_EQ("zelanalyzer: " + sWrong, oError.what());
     }
-  };
-  EXPECT_EQ("zelanalyzer: INSTANCE is required", Run({}));
-  EXPECT_EQ("zelanalyzer: The instance \"a.db\" is not sqlite:FILE", Run({"a.db"}));
-  EXPECT_EQ("zelanalyzer: The instance \"sqlite:\" names no file", Run({"sqlite:"}));
-  EXPECT_EQ("zelanalyzer: /no such?file: no such file", Run({"sqlite:/no such\nfile"}));
-  for (const char* sNumber : {"x", "-1", "3000000000"}) {
-    EXPECT_EQ(std::string("zelanalyzer: --number: Value ") + sNumber + " not in range 0 to 2147483647",
-              Run({"sqlite:" + File(), "--number=" + std::string(sNumber)}));
   }
-  EXPECT_EQ("zelanalyzer: The following argument was not expected: --fast", Run({"sqlite:" + File(), "--fast"}));
   EXPECT_FALSE(std::filesystem::exists(m_oFolder / "state"));
+}
+
+TEST_F(AnalyzerRuns, TodaysProtocolsAreDeletedFirstWhenAskedAndWhileItRuns) {
+  ASSERT_EQ("ok", Start(Every(kNever, 1)));
+  AwaitEnd();
+  Options oOptions = Every(1);
+  for (const bool bDelete : {false, true}) {
+    oOptions.Delete = bDelete;
+    ASSERT_EQ("ok", Start(oOptions));
+    EXPECT_EQ(bDelete ? "1,5,Online," : "2,5,Online,", Lines("state").at(bDelete ? 1 : 2));
+    if (bDelete) continue;
+    ASSERT_EQ("ok", Stop());
+  }
+  EXPECT_EQ("ok", Delete("99991231"));
+  Await([&] { return Lines("state").size() > 1; });
+  EXPECT_EQ("1", State());
+  EXPECT_EQ("1,5,Online,", Lines("state")[1]);
 }

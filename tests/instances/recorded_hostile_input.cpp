@@ -51,15 +51,10 @@ TEST(RecordedHostileInput, TextThatIsNoJson) {
   ExpectRefused(
       {
           {"", "not JSON", "line 1, column 1"},
-          {"recording", "not JSON", "expected"},
-          {R"({"Database": {"StateInfo": {"DataUsed": }}})", "Database.StateInfo.DataUsed: not JSON",
-           "line 1, column 41"},
           {R"({"Database": {"Parameters": [{"Name": "A"}, {"Name" "B"}]}})", "Database.Parameters[1].Name: not JSON",
            "':'"},
           {"{\"Database\": {\"InstanceName\": \"\xff\xfe\"}}", "Database.InstanceName: not JSON", "UTF-8"},
-          {"{\"Database\": {\"InstanceName\": \"\xed\xa0\x80\"}}", "Database.InstanceName: not JSON", "UTF-8"},
           {R"({"Database": {"InstanceName": "\ud800"}})", "Database.InstanceName: not JSON", "surrogate"},
-          {R"({"Database": {}} {})", "not JSON", "end of input"},
           {R"({"Database": {"PageSize": 1)", "Database.PageSize: not JSON", "end of input"},
           {"{\"Database\": \"" + std::string(1 << 20, 'x'), "Database: not JSON", "missing closing quote"},
           {R"({"fails": [], "Database": {"PageSize": 1, "PageSize": 2}})",
@@ -67,7 +62,6 @@ TEST(RecordedHostileInput, TextThatIsNoJson) {
           {R"({"Database": {"Caches": {"DataCacheSize": 1e999}}})", "Database.Caches.DataCacheSize: ", "double"},
           {"{\"Database\": " + Nested(65) + "}", "Database[0]", "at most 64 levels"},
           {Nested(1000000), "[0]", "levels of nesting"},
-          {std::string(1000000, '{'), "not JSON", "expected"},
       },
       "", "");
 }
@@ -76,17 +70,11 @@ TEST(RecordedHostileInput, TheFileItself) {
   ExpectRefused(
       {
           {"[]", "expected an object", "found an array"},
-          {"7", "expected an object", "found 7"},
           {R"({"Instance": {}})", "Instance: no such key", "LastError, fails, raises, Database"},
           {R"({"Database": null})", "Database: expected an object", "found null"},
-          {R"({"Database": {}, "LastError": {"ErrorCode": "1"}})", "LastError.ErrorCode: expected a whole number",
-           "\"1\""},
           {R"({"fails": "SysInfo.Open"})", "fails: expected an array", "SysInfo.Open"},
-          {R"({"fails": [7]})", "fails[0]: expected a text", "7"},
           {R"({"fails": ["Shutdown", "Shutdwon"]})", "fails[1]: expected the path of an operation", "\"Shutdwon\""},
-          {R"({"fails": ["StateInfo.DataTotal"]})", "fails[0]: expected the path of an operation", "DataTotal"},
           {R"({"raises": ["StateInfo.NoSuch"]})", "raises[0]: expected the path of a member", "NoSuch"},
-          {R"({"raises": ["SysInfo.Rows"]})", "raises[0]: expected the path of a member", "SysInfo.Rows"},
           {R"({"raises": [""]})", "raises[0]: expected", "\"\""},
       },
       "", "");
@@ -97,57 +85,33 @@ TEST(RecordedHostileInput, KeysAndTypes) {
   const std::string sDate = "a date \"YYYY-MM-DDTHH:MM:SS\"";
   ExpectRefused(
       {
-          {R"("StateInfo": {"DataUsd": 1})", "Database.StateInfo.DataUsd: no such key", "Status, StateText"},
           {R"("StateInfo": {"Data\nUsed \u0007": 1})", R"(Database.StateInfo."Data\nUsed \u0007": no such key)",
            "expected"},
           {R"("DataArea": {"Refresh": true})", "Database.DataArea.Refresh: no such key", "Size, Volumes"},
-          {R"("StateInfo": {"DataUsed": "100"})", "Database.StateInfo.DataUsed: expected " + sLong, "\"100\""},
           {R"("StateInfo": {"DataUsed": 2147483648})", "Database.StateInfo.DataUsed: expected " + sLong, "2147483648"},
           {R"("StateInfo": {"DataUsed": -2147483649})", "Database.StateInfo.DataUsed: expected " + sLong,
            "-2147483649"},
-          {R"("StateInfo": {"DataUsed": 18446744073709551615})", "Database.StateInfo.DataUsed: expected " + sLong, ""},
-          {R"("StateInfo": {"DataUsed": 99999999999999999999999})", "Database.StateInfo.DataUsed: expected " + sLong,
-           ""},
           {R"("StateInfo": {"DataUsed": 1.0})", "Database.StateInfo.DataUsed: expected " + sLong, "1.0"},
-          {R"("StateInfo": {"DataUsed": null})", "Database.StateInfo.DataUsed: expected " + sLong, "null"},
           {R"("StateInfo": {"DataFull": 1})", "Database.StateInfo.DataFull: expected true or false", "1"},
           {R"("StateInfo": {"BarThresholds": [1,2,3,4,5,6,7,8,9,10]})", "Database.StateInfo.BarThresholds",
            "at most 9"},
-          {R"("StateInfo": {"BarThresholds": [1, true]})", "Database.StateInfo.BarThresholds[1]: expected " + sLong,
-           "true"},
-          {R"("StateInfo": [])", "Database.StateInfo: expected an object or null", "an array"},
           {R"("InstanceName": 7)", "Database.InstanceName: expected a text", "7"},
           {R"("Caches": {"DataCacheSize": "1"})", "Database.Caches.DataCacheSize: expected a number", "\"1\""},
-          {R"("Caches": {"DataCacheParam": {"Group": []}})", "Database.Caches.DataCacheParam.Group: expected " + sLong,
-           ""},
-          {R"("Activity": {"SQLCounter": 1})", "Database.Activity.SQLCounter: expected an array", "1"},
           {R"("Parameters": {})", "Database.Parameters: expected an array", "an object"},
-          {R"("Parameters": [null])", "Database.Parameters[0]: expected an object", "null"},
           {R"("Parameters": [{"History": [{}, {"Text": ""}]}])", "Database.Parameters[0].History[1].Text: no such key",
            "Date, Value, NewValue"},
-          {R"("ParameterHistory": {"Items": []})", "Database.ParameterHistory: expected an array", ""},
           {R"("Sessions": {"Count": 32768, "Items": []})",
            "Database.Sessions.Count: expected a whole number from -32768 to 32767", ""},
           {R"("DataArea": {"Volumes": {"Items": [{}, {}, {"Size": "x"}]}})",
            "Database.DataArea.Volumes.Items[2].Size: expected " + sLong, ""},
-          {R"("DataArea": {"Volumes": [{"Size": {}}]})", "Database.DataArea.Volumes[0].Size: expected " + sLong,
-           "an object"},
           {R"("Analyzer": {"ProtocolSets": [{"Texts": ["a", 1]}]})",
            "Database.Analyzer.ProtocolSets[0].Texts[1]: expected a text", "1"},
           {R"("SysInfos": [{"BlockSize": 0}])", "Database.SysInfos[0].BlockSize: expected a whole number from 1", "0"},
-          {R"("SysInfos": [{"Rows": [[null]]}])", "Database.SysInfos[0].Rows[0][0]: expected a text", "null"},
           {R"("SysInfos": [{"Columns": [{"Name": "A"}, {}], "Rows": [["1", "2"], ["3"]]}])",
            "Database.SysInfos[0].Rows[1]: expected as many texts as there are columns, 2", "1"},
-          {R"("SQLTables": [{"Columns": [], "Rows": [["1"]]}])", "Database.SQLTables[0].Rows[0]: expected as many",
-           "1"},
-          {R"("Snapshot": {"Created": ""})", "Database.Snapshot.Created: expected " + sDate, ""},
           {R"("Snapshot": {"Created": "2026-02-29T00:00:00"})", "Database.Snapshot.Created: expected " + sDate,
            "exists"},
-          {R"("Snapshot": {"Created": "2026-01-01T24:00:00"})", "Database.Snapshot.Created: expected " + sDate, ""},
-          {R"("Snapshot": {"Created": "0000-01-01T00:00:00"})", "Database.Snapshot.Created: expected " + sDate, ""},
-          {R"("Snapshot": {"Created": "2026-01-01 00:00:00"})", "Database.Snapshot.Created: expected " + sDate, ""},
           {R"("Snapshot": {"Created": "2026-01-01T00:00:00Z"})", "Database.Snapshot.Created: expected " + sDate, ""},
-          {R"("History": {"Items": [{"Date": 20260101}]})", "Database.History.Items[0].Date: expected " + sDate, ""},
       },
       R"({"Database": {)", "}}");
   // What lies at the bounds is welcome.
@@ -163,13 +127,4 @@ TEST(RecordedHostileInput, MoreSessionsThanCanBeCounted) {
   const Json oSessions = Json::array_t(32768, Json::object());
   EXPECT_EQ(0u, Refusal(File(Json{{"Database", {{"Sessions", oSessions}}}}).Path())
                     .find("Database.Sessions: expected at most 32767 entries, found 32768"));
-}
-
-TEST(RecordedHostileInput, TextsComeBackAsTheyAre) {
-  const auto oDatabase = OpenRecording(SamplePath("hostile"));
-  const Json oFile = Json::parse(std::ifstream(SamplePath("hostile")))["Database"];
-  EXPECT_EQ(oFile["InstanceName"], oDatabase->InstanceName());
-  for (int lItem = 1; lItem <= oDatabase->Sessions()->Count(); ++lItem) {
-    EXPECT_EQ(oFile["Sessions"][lItem - 1]["Field3"], oDatabase->Sessions()->Item(lItem)->Field3());
-  }
 }

@@ -113,36 +113,25 @@ TEST(RecordedWriting, ATroubledInstanceIsRecordedAsFarAsItAnswers) {
   EXPECT_NO_THROW(oOpened->DataArea()->Volumes()->Item(2));
 }
 
-TEST(RecordedWriting, RowsBeyondTheBoundAreNoted) {
+TEST(RecordedWriting, WhatIsLeftOutIsNoted) {
   Troubled oInstance;
   const File oFile;
   ZELWbr3::Recorded::RecordOptions oOptions;
   oOptions.MaxRows = 25;
-  const auto oNotes = WriteRecording(oInstance, oFile.Path(), oOptions);
-  ASSERT_FALSE(oNotes.empty());
-  EXPECT_EQ("SysInfo \"V1\": only the first 25 rows are recorded", oNotes[0]);
-  const Json oView = oFile.Content()["Database"]["SysInfos"][0];
-  EXPECT_EQ(25u, oView["Rows"].size());
-  EXPECT_EQ("25", oView["Rows"][24][0]);
-  EXPECT_EQ(10, oView["BlockSize"]);
-}
-
-// "fails" speaks of all views, so that one alone is left without its rows.
-TEST(RecordedWriting, OneViewOfSeveralThatFailsIsNoted) {
-  Troubled oInstance;
-  const File oFile;
-  ZELWbr3::Recorded::RecordOptions oOptions;
-  oOptions.MaxRows = 5;
   oInstance.oViews = {1, 13};
   const auto oNotes = WriteRecording(oInstance, oFile.Path(), oOptions);
-  EXPECT_NE(oNotes.end(),
-            std::find(oNotes.begin(), oNotes.end(),
-                      "SysInfo.Open failed in 1 of 2 calls; recorded without what these would have given"));
+  for (const char* sNote : {"SysInfo \"V1\": only the first 25 rows are recorded",
+                            "SysInfo.Open failed in 1 of 2 calls; recorded without what these would have given"}) {
+    EXPECT_NE(oNotes.end(), std::find(oNotes.begin(), oNotes.end(), sNote)) << sNote;
+  }
+  const Json oViews = oFile.Content()["Database"]["SysInfos"];
+  EXPECT_EQ(25u, oViews[0]["Rows"].size());
+  EXPECT_EQ("25", oViews[0]["Rows"][24][0]);
+  EXPECT_EQ(10, oViews[0]["BlockSize"]);
+  // "fails" speaks of all views, so that one alone is left without its rows.
   EXPECT_EQ((Json{"DataArea.Refresh"}), oFile.Content()["fails"]);
-  const auto oOpened = OpenRecording(oFile.Path())->SysInfos();
-  EXPECT_TRUE(oOpened->Item(1)->Open() && oOpened->Item(2)->Open());
-  EXPECT_FALSE(oOpened->Item(1)->IsEmpty());
-  EXPECT_TRUE(oOpened->Item(2)->IsEmpty());
+  const auto oOpened = OpenRecording(oFile.Path())->SysInfos()->Item(2);
+  EXPECT_TRUE(oOpened->Open() && oOpened->IsEmpty());
 
   oInstance.oViews = {13};
   WriteRecording(oInstance, oFile.Path(), oOptions);
@@ -151,35 +140,23 @@ TEST(RecordedWriting, OneViewOfSeveralThatFailsIsNoted) {
 
 // What a user sends in answers on the next desk what it answered on the first.
 TEST(RecordedWriting, ARecordingOfARecordingIsTheSame) {
-  for (const char* sName :
-       {"demo", "full-data", "full-log", "disconnected", "old-7.1", "new-7.6", "hot-standby", "hostile"}) {
+  for (const char* sName : {"demo", "full-log", "old-7.1", "new-7.6", "hot-standby", "hostile"}) {
     SCOPED_TRACE(sName);
     auto oSample = Json::parse(std::ifstream(SamplePath(sName)));
     oSample["fails"].push_back("Analyzer.Stop");
     oSample["raises"].push_back("StateInfo.BadVolumes");
-    const File oFirst;
-    WriteRecording(*OpenRecording(File(oSample).Path()), oFirst.Path());
-    const File oSecond;
-    WriteRecording(*OpenRecording(oFirst.Path()), oSecond.Path());
-    EXPECT_EQ(oFirst.Text(), oSecond.Text());
-
-    const Json oWritten = oFirst.Content();
-    auto oPaths = oSample["fails"].get<std::vector<std::string>>();
-    std::sort(oPaths.begin(), oPaths.end());
-    EXPECT_EQ(Json(oPaths), oWritten["fails"]);
-    EXPECT_EQ(oSample["raises"], oWritten["raises"]);
-    EXPECT_EQ(oSample.value("LastError", Json()), oWritten.value("LastError", Json()));
-  }
-  // Every key of the fullest one is there again.
-  const Json oDemo = Json::parse(std::ifstream(SamplePath("demo")));
-  const File oWritten;
-  WriteRecording(*OpenRecording(SamplePath("demo")), oWritten.Path());
-  const Json oBack = oWritten.Content();
-  const Json oValues = oDemo.flatten();
-  for (const auto& [sPath, oValue] : oValues.items()) {
-    if (!oValue.is_structured() && !oValue.is_null()) {
+    std::sort(oSample["fails"].begin(), oSample["fails"].end());
+    const File oWritten;
+    WriteRecording(*OpenRecording(File(oSample).Path()), oWritten.Path());
+    const Json oBack = oWritten.Content();
+    const Json oValues = oSample.flatten();
+    for (const auto& [sPath, oValue] : oValues.items()) {
+      if (oValue.is_structured() || oValue.is_null() || sPath.ends_with("/BadVolumes")) continue;
       EXPECT_EQ(oValue, oBack.value(Json::json_pointer(sPath), Json("missing"))) << sPath;
     }
+    const File oAgain;
+    WriteRecording(*OpenRecording(oWritten.Path()), oAgain.Path());
+    EXPECT_EQ(oWritten.Text(), oAgain.Text());
   }
 }
 

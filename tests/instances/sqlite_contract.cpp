@@ -1,6 +1,5 @@
 #include "tests/instances/Contract.h"
 #include "tests/instances/SQLiteFiles.h"
-#include "tests/instances/SQLiteOpened.h"
 
 using namespace SQLiteFiles;
 

@@ -1,7 +1,4 @@
-#include "instances/sqlite/SQLiteDatabase.h"
-#include "instances/sqlite/SQLiteLogSettings.h"
 #include "tests/instances/SQLiteFiles.h"
-#include "tests/instances/SQLiteOpened.h"
 
 using namespace SQLiteFiles;
 
@@ -46,19 +43,6 @@ TEST_F(SQLiteLog, UsedAreTheFramesThatAreStillNeeded) {
   InsertRows(m_oWriter, 1);  // begins at the first frame again
   EXPECT_GT(oDatabase->StateInfo()->LogUsed(), 0);
   EXPECT_LT(oDatabase->StateInfo()->LogUsed(), 10);
-}
-
-TEST_F(SQLiteLog, CheckpointThatAReaderHoldsUpFreesNothing) {
-  const auto oDatabase = OpenDatabase(m_oFolder / "a.db");
-  InsertRows(m_oWriter, 10);
-  Application oReader(m_oFolder / "a.db", "BEGIN; SELECT count(*) FROM t");
-  InsertRows(m_oWriter, 10);
-  const int iFrames = FileFrames();
-  ASSERT_LT(m_oWriter.Number("PRAGMA wal_checkpoint(PASSIVE)", 2), iFrames);
-  EXPECT_EQ(iFrames, oDatabase->StateInfo()->LogUsed());
-  oReader.Run("COMMIT");
-  ASSERT_EQ(iFrames, m_oWriter.Number("PRAGMA wal_checkpoint(PASSIVE)", 2));
-  EXPECT_EQ(0, oDatabase->StateInfo()->LogUsed());
 }
 
 TEST_F(SQLiteLog, TotalIsTheFileButAtLeastTheCheckpointLimit) {
@@ -120,18 +104,4 @@ TEST_F(SQLiteLog, LogOfAFilePutInThePlaceOfTheOpenedOneStays) {
   ASSERT_EQ(0u, std::filesystem::file_size(sOther + "-wal"));
   oDatabase.reset();
   EXPECT_TRUE(std::filesystem::exists(sOther + "-wal"));
-}
-
-TEST(SQLiteLogSettings, CodesOfTheJournalModes) {
-  const struct {
-    const char* sMode;
-    int iOverwrite;
-    int iWriteOff;
-  } cases[] = {{"delete", 2, 1}, {"truncate", 2, 1}, {"persist", 2, 1}, {"memory", 1, 2},
-               {"off", 1, 2},    {"wal", 1, 1},      {"", 0, 0}};
-  for (const auto& c : cases) {
-    const ZELWbr3::SQLite::SQLiteLogSettings oSettings(c.sMode);
-    EXPECT_EQ(c.iOverwrite, oSettings.AutoOverwrite()) << c.sMode;
-    EXPECT_EQ(c.iWriteOff, oSettings.WriteOff()) << c.sMode;
-  }
 }

@@ -19,38 +19,14 @@ std::string LockOf(ZELLib3::Database& oDatabase, const std::string& sProcess) {
 }
 
 /// A process with a connection of its own that runs statements when told to.
-class Neighbour {
+class Neighbour : public Servant {
  public:
-  explicit Neighbour(const std::string& sPath) {
-    if (pipe(m_iOrders) != 0 || pipe(m_iDone) != 0 || (m_iProcess = fork()) < 0) throw std::runtime_error("no process");
-    if (m_iProcess != 0) return;
-    close(m_iOrders[1]);
-    {
-      Application oApplication(sPath);
-      char sSQL[200];
-      for (ssize_t n; (n = read(m_iOrders[0], sSQL, sizeof sSQL)) > 0;) {
-        const char cResult = oApplication.Try(std::string(sSQL, std::size_t(n))) == SQLITE_OK ? '1' : '0';
-        (void)!write(m_iDone[1], &cResult, 1);
-      }
-    }
-    _exit(0);
-  }
-  ~Neighbour() {
-    close(m_iOrders[1]);
-    waitpid(m_iProcess, nullptr, 0);
-  }
-  void Run(const std::string& sSQL) {
-    char cResult = 0;
-    ASSERT_EQ(ssize_t(sSQL.size()), write(m_iOrders[1], sSQL.data(), sSQL.size()));
-    ASSERT_EQ(1, read(m_iDone[0], &cResult, 1));
-    ASSERT_EQ('1', cResult) << sSQL;
-  }
-  std::string Number() const { return std::to_string(m_iProcess); }
-
- private:
-  int m_iOrders[2];
-  int m_iDone[2];
-  pid_t m_iProcess;
+  explicit Neighbour(const std::string& sPath)
+      : Servant([&, oApplication = std::shared_ptr<Application>()](const std::string& sSQL) mutable {
+          if (!oApplication) oApplication = std::make_shared<Application>(sPath);
+          return std::string(oApplication->Try(sSQL) == SQLITE_OK ? "done" : "failed");
+        }) {}
+  void Run(const std::string& sSQL) { ASSERT_EQ("done", Ask(sSQL)) << sSQL; }
 };
 
 }  // namespace
@@ -71,8 +47,6 @@ TEST(SQLiteSessions, SayWhoHoldsTheFileAndWhatIsLocked) {
   EXPECT_EQ(2 * 100 / oDatabase->StateInfo()->SessionsMax(), oDatabase->StateInfo()->SessionPercent());
   oNeighbour.Run("DETACH again");
   const auto oSession = oDatabase->Sessions()->Item(2);  // the younger process has the higher number
-  EXPECT_EQ(2, oSession->Index());
-  EXPECT_EQ("2", oSession->Name());
   EXPECT_EQ(oNeighbour.Number(), oSession->Field1());
   EXPECT_EQ(std::filesystem::read_symlink("/proc/self/exe").filename(), oSession->Field2());
   EXPECT_TRUE(std::regex_match(oSession->Field4(), std::regex("20\\d\\d-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d")));
@@ -97,8 +71,8 @@ TEST(SQLiteActivity, CountsWhatTheConnectionDoes) {
   Folder oFolder;
   Application oApplication(oFolder / "a.db",
                            "CREATE TABLE t(v); CREATE VIEW plain AS SELECT v FROM t;"
-                           "CREATE VIEW sorted AS SELECT v FROM t ORDER BY v");
-  oApplication.Run("INSERT INTO t VALUES(1), (2), (3)");
+                           "CREATE VIEW sorted AS SELECT v FROM t ORDER BY v;"
+                           "INSERT INTO t VALUES(1), (2), (3)");
   const auto oDatabase = OpenDatabase(oFolder / "a.db");
   using Counters = std::vector<double>;
   const auto Look = [&] {
@@ -126,22 +100,14 @@ TEST(SQLiteActivity, CountsWhatTheConnectionDoes) {
   EXPECT_GE(oSorted[16], 2) << "the view, and looking up what it is";
   EXPECT_GT(oSorted[0], oSorted[16]) << "not only queries";
   EXPECT_EQ(oSorted[0], oSorted[2]) << "each is prepared once";
-  EXPECT_EQ(oSorted[0], oSorted[4]);
   EXPECT_GE(oSorted[7], 1) << "a look is a transaction";
-  const Counters oAll = Look();
-  for (const int i : {1, 3, 5, 6, 10, 13, 19}) EXPECT_EQ(0, oAll[std::size_t(i)]) << i;
-  for (const int i : {8, 9, 11, 12, 14, 15, 17, 20, 22, 23}) EXPECT_EQ(-1, oAll[std::size_t(i)]) << i;
 
   const auto oActivity = oDatabase->Activity();
-  EXPECT_GT(oActivity->IOCounter(0), 0);
   EXPECT_GT(oActivity->IOCounter(1), oActivity->IOCounter(0)) << "pages in the cache are not read";
-  EXPECT_EQ(0, oActivity->IOCounter(2));
-  EXPECT_EQ(-1, oActivity->IOCounter(3));
-  for (const int i : {-1, 4, 9, 25, 1000}) {
+  for (const int i : {-1, 4, 1000}) {
     EXPECT_EQ(-1, oActivity->IOCounter(i));
-    EXPECT_EQ(-1, oActivity->LockCounter(i < 9 && i > 0 ? 9 : i));
+    EXPECT_EQ(-1, oActivity->LockCounter(i == 4 ? 9 : i));
   }
-  EXPECT_EQ(-1, oActivity->LogCounter(0)) << "there is no log";
   oDatabase->Shutdown();
   EXPECT_FALSE(oDatabase->Activity()->Refresh());
   EXPECT_EQ(-1, oDatabase->Activity()->SQLCounter(0));
@@ -155,20 +121,18 @@ TEST(SQLiteCaches, AreThoseOfTheConnection) {
   const auto oCaches = oDatabase->Caches();
   ASSERT_TRUE(oCaches->Refresh());
   EXPECT_EQ(300, oCaches->DataCacheSize()) << "KB, and a page has one";
-  EXPECT_EQ(300, oCaches->IOBufferCacheSize());
-  EXPECT_EQ(0, oCaches->ConverterSize());
+  EXPECT_EQ(300, oDatabase->StateInfo()->CacheTotal());
+  EXPECT_GT(oDatabase->StateInfo()->CacheUsed(), 0);
   EXPECT_GT(oCaches->DataCacheUsedSize(), 0);
   EXPECT_LE(oCaches->DataCacheUsedSize(), 300);
-  EXPECT_GT(oCaches->CatalogCacheSize(), 0);
-  EXPECT_LT(oCaches->RollbackCacheSize(), 0);
-  EXPECT_LT(oCaches->SequenceCacheSize(), 0);
+  EXPECT_LT(oCaches->RollbackCacheSize(), 0) << "there is no such cache";
   EXPECT_EQ(oCaches->DataCacheAccesses(0), oCaches->DataCacheAccesses(1) + oCaches->DataCacheAccesses(2));
   EXPECT_GT(oCaches->DataCacheAccesses(2), 0);
-  EXPECT_EQ(-1, oCaches->DataCacheAccesses(3));
-  EXPECT_EQ(-1, oCaches->CatalogCacheAccesses(0));
-  EXPECT_EQ("cache_size", oCaches->IOBufferCacheParam()->Name());
   EXPECT_EQ("300", oCaches->DataCacheParam()->Value());
-  EXPECT_FALSE(oCaches->RollbackCacheParam()->Exists());
+  const int iBefore = oDatabase->StateInfo()->CacheHitRate();
+  for (int i = 0; i < 50; ++i) oDatabase->StateInfo()->DataTotal();
+  EXPECT_GT(oDatabase->StateInfo()->CacheHitRate(), iBefore);
+  EXPECT_LE(oDatabase->StateInfo()->CacheHitRate(), 100);
   oDatabase->Shutdown();
   EXPECT_FALSE(oDatabase->Caches()->Refresh());
   EXPECT_NE(std::string::npos, oDatabase->LastError().ErrorText.find("online")) << oDatabase->LastError().ErrorText;
@@ -191,33 +155,23 @@ TEST(SQLiteSystemViews, TellWhatTheFileHolds) {
     const Rows oRows = ReadView(*oDatabase, sView);
     EXPECT_TRUE(std::ranges::find(oRows, oRow) != oRows.end()) << sView << ": " << testing::PrintToString(oRows);
   };
-  Has("DATABASES", {"0", "main", oFolder / "a.db"});
   Has("TABLES", {"main", "sale", "table", "2", "1", "0"});
   Has("COLUMNS", {"main", "names", "1", "name", "TEXT", "0", "(null)", "0", "0"});
-  Has("COLUMNS", {"main", "customer", "2", "name", "TEXT", "1", "(null)", "0", "0"});
   Has("VIEWS", {"main", "broken", "CREATE VIEW broken AS SELECT * FROM gone"});
   Has("TRIGGERS", {"main", "fired", "customer", "CREATE TRIGGER fired AFTER UPDATE ON customer BEGIN SELECT 1; END"});
   Has("INDEXES", {"main", "sale", "latest", "0", "c", "1"});
-  Has("INDEX COLUMNS", {"main", "sale", "latest", "1", "day", "1", "BINARY"});
   Has("INDEX COLUMNS", {"main", "sale", "latest", "2", "expression", "0", "BINARY"});
   Has("FOREIGN KEYS", {"main", "sale", "0", "1", "customer", "customer", "(null)", "NO ACTION", "CASCADE"});
   Has("STATISTICS", {"customer", "sqlite_autoindex_customer_1", "1 1"});
   Has("LIMITS", {"columns of a table, an index or a result", "2000"});
-  Has("COLLATIONS", {"NOCASE"});
 
   const auto oHeader = View(*oDatabase, "FILE HEADER");
   ASSERT_TRUE(oHeader->Open() && oHeader->IsRecord() && oHeader->NextRow());
   std::map<std::string, std::string> fields;
   for (int i = 0; i < oHeader->ColumnCount(); ++i) fields[oHeader->ColumnName(i)] = oHeader->Value(i);
-  EXPECT_EQ("4096", fields["Page size"]);
   EXPECT_EQ("77", fields["User version"]);
-  EXPECT_EQ("1", fields["Version to read"]);
   EXPECT_EQ(std::to_string(sqlite3_libversion_number()), fields["Last writer's version"]);
 
-  if (sqlite3_compileoption_used("ENABLE_DBSTAT_VTAB")) {
-    const Rows oPages = ReadView(*oDatabase, "PAGES");
-    EXPECT_EQ(oApplication.Number("PRAGMA page_count"), int(oPages.size()));
-  }
   // Each view is read afresh, and the same number leads to the same view.
   oApplication.Run("CREATE TABLE another(v)");
   Has("TABLES", {"main", "another", "table", "1", "0", "0"});

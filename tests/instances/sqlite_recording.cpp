@@ -4,7 +4,6 @@
 #include "instances/recorded/WriteRecording.h"
 #include "shell/Browser.h"
 #include "tests/instances/SQLiteFiles.h"
-#include "tests/instances/SQLiteOpened.h"
 
 using namespace SQLiteFiles;
 

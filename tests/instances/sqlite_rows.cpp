@@ -65,7 +65,6 @@ TEST_P(SQLiteRowsOfKind, AreAllDeliveredOnce) {
 INSTANTIATE_TEST_SUITE_P(
     SQLite, SQLiteRowsOfKind,
     testing::Values(Kind{"RowidTable", "CREATE TABLE base(k, v)"},
-                    Kind{"IntegerKey", "CREATE TABLE base(k INTEGER PRIMARY KEY, v)"},
                     Kind{"HiddenRowid", "CREATE TABLE base(k, v, rowid AS (1) VIRTUAL, _ROWID_ AS (2) VIRTUAL)"},
                     Kind{"NoNameForRowid", "CREATE TABLE base(k, v, rowid AS (1), _rowid_ AS (2), oid AS (3))"},
                     Kind{"WithoutRowid", "CREATE TABLE base(k, v, PRIMARY KEY(v, k)) WITHOUT ROWID"},
@@ -109,11 +108,8 @@ TEST_F(SQLiteRows, NamesAreTakenLiterally) {
   ASSERT_TRUE(oTable->Open()) << Error();
   EXPECT_EQ("c\"1", oTable->ColumnName(0));
   EXPECT_EQ("TEXT", oTable->ColumnTitle(0));
-  EXPECT_EQ("(null)", oTable->ColumnTitle(1)) << "a column without a type";
   EXPECT_EQ(300u, ReadAll(*oTable).size());
   EXPECT_EQ(1u, ReadTable(*m_oDatabase, "MAIN", "BASE").size());
-  EXPECT_EQ(2u, ReadTable(*m_oDatabase, "", "sqlite_master").size());
-  EXPECT_EQ(0u, ReadTable(*m_oDatabase, "temp", "sqlite_temp_schema").size());
   for (const char* sOwner : {"temp", "nobody", "\"", "main\".\"base"}) {
     EXPECT_FALSE(Table(*m_oDatabase, sOwner, "base")->Open()) << sOwner;
     EXPECT_NE(std::string::npos, Error().find("no such table")) << Error();

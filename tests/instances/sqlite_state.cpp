@@ -1,7 +1,5 @@
 #include "instances/sqlite/OpenFiles.h"
-#include "instances/sqlite/SQLiteDatabase.h"
 #include "tests/instances/SQLiteFiles.h"
-#include "tests/instances/SQLiteOpened.h"
 
 #include <sys/stat.h>
 
@@ -36,28 +34,22 @@ TEST(SQLiteOpen, BadFilesAreNamedAndNothingIsMade) {
   std::filesystem::create_directory(oFolder / "folder.db");
   mkfifo((oFolder / "pipe.db").c_str(), 0666);
   WriteFile(oFolder / "text.db", std::string(5000, 'x'));
-  WriteFile(oFolder / "short.db", "SQLite format 3");
   std::string sHeader(4096, '\0');
   sHeader.replace(0, 15, "SQLite format 3");
   sHeader[16] = 3;  // a page of 768 bytes
   WriteFile(oFolder / "size.db", sHeader);
   sHeader[16] = 16;
   WriteFile(oFolder / "zeros.db", sHeader);
-  std::filesystem::create_symlink("nowhere", oFolder / "link.db");
   const struct {
     const char* sName;
     const char* sWrong;
   } cases[] = {
       {"missing.db", "no such file"},
-      {"missing/a.db", "no such file"},
-      {"text.db/a.db", "Not a directory"},
       {"folder.db", "is a folder, not a database file"},
       {"pipe.db", "is not a regular file"},
       {"text.db", "is not a SQLite database, or it is encrypted"},
-      {"short.db", "is not a SQLite database, or it is encrypted"},
       {"size.db", "has a damaged header: page size 768"},
       {"zeros.db", "reading the page count: file is not a database, or it is encrypted"},
-      {"link.db", "no such file"},
       {"line\nbreak.db", "no such file"},
       {"file:a.db?mode=rwc", "no such file"},
   };
@@ -78,18 +70,24 @@ TEST(SQLiteOpen, BadFilesAreNamedAndNothingIsMade) {
 }
 
 TEST(SQLiteOpen, DamageDoneLaterIsToldAndNotShownAsFigures) {
-  const auto damage = [](const std::string& sPath, int iOffset, int iBytes) {
-    std::fstream oFile(sPath, std::ios::in | std::ios::out | std::ios::binary);
+  Folder oFolder;
+  const auto damage = [&](int iOffset, int iBytes) {
+    std::fstream oFile(oFolder / "a.db", std::ios::in | std::ios::out | std::ios::binary);
     oFile.seekp(iOffset) << std::string(iBytes, '\xff');
   };
-  Folder oFolder;
   Application(oFolder / "a.db", "CREATE TABLE t(v)");
   const auto oDatabase = OpenDatabase(oFolder / "a.db");
-  damage(oFolder / "a.db", 24, 4);   // the change counter, so that nothing cached is used
-  damage(oFolder / "a.db", 100, 1);  // the kind of the schema's first page
+  damage(24, 4);   // the change counter, so that nothing cached is used
+  damage(100, 1);  // the kind of the schema's first page
   EXPECT_THROW(oDatabase->StateInfo()->AutoUpdateStatistics(), ZELLib3::InstanceError);
-  damage(oFolder / "a.db", 0, 100);
-  EXPECT_EQ("0 Not connected", State(*oDatabase));
+  oDatabase->Shutdown();
+  damage(21, 3);
+  EXPECT_FALSE(oDatabase->Online());
+  EXPECT_EQ(oFolder / "a.db: reading the page count: file is not a database, or it is encrypted",
+            oDatabase->LastError().ErrorText);
+  EXPECT_EQ("2 Offline connected", State(*oDatabase));
+  damage(0, 100);
+  EXPECT_FALSE(oDatabase->Online());
   EXPECT_EQ(oFolder / "a.db: is not a SQLite database, or it is encrypted", oDatabase->LastError().ErrorText);
 }
 
@@ -134,64 +132,38 @@ TEST(SQLiteOpen, LogOfAFileThatMayNotBeWritten) {
 TEST(SQLiteOpen, UnwritableFileIsReadAfreshWhenItsOwnerChangesIt) {
   Folder oFolder;
   { Application(oFolder / "a.db", "PRAGMA journal_mode=WAL; CREATE TABLE t(v)"); }
-  int iStep[2];
-  int iGo[2];
-  ASSERT_EQ(0, pipe(iStep) | pipe(iGo));
-  Process oReader([&] {
-    if (geteuid() == 0 && setuid(65534) != 0) return std::string("cannot change user");
-    const auto oDatabase = OpenDatabase(oFolder / "a.db");
-    std::string sResult = std::to_string(oDatabase->StateInfo()->DataTotal());
-    for (int i = 0; i < 2; ++i) {
-      char c = 0;
-      if (write(iStep[1], &c, 1) != 1 || read(iGo[0], &c, 1) != 1) return std::string("pipe");
-      const auto oState = oDatabase->StateInfo();
-      sResult += " " + std::to_string(oState->DataTotal()) + (oState->LogUsed() > 0 ? "+log" : "");
-    }
-    return sResult;
+  std::shared_ptr<ZELLib3::Database> oDatabase;  // the reader's
+  Servant oReader([&](const std::string&) {
+    if (!oDatabase && geteuid() == 0 && setuid(65534) != 0) return std::string("cannot change user");
+    if (!oDatabase) oDatabase = OpenDatabase(oFolder / "a.db");
+    const auto oState = oDatabase->StateInfo();
+    return std::to_string(oState->DataTotal()) + (oState->LogUsed() > 0 ? "+log" : "");
   });
-  char c = 0;
-  ASSERT_EQ(1, read(iStep[0], &c, 1));
+  EXPECT_EQ("2", oReader.Ask("look"));
   auto oOwner = std::make_unique<Application>(oFolder / "a.db");
   InsertRows(*oOwner, 20);
   const std::string sPages = oOwner->Text("PRAGMA page_count");
-  ASSERT_EQ(1, write(iGo[1], &c, 1));
-  ASSERT_EQ(1, read(iStep[0], &c, 1));
+  EXPECT_EQ(sPages + "+log", oReader.Ask("look"));
   oOwner.reset();
-  ASSERT_EQ(1, write(iGo[1], &c, 1));
-  EXPECT_EQ("2 " + sPages + "+log " + sPages + "+log", oReader.Result());
+  EXPECT_EQ(sPages + "+log", oReader.Ask("look"));
 }
 
 TEST(SQLiteState, OfflineClosesTheFile) {
+  Folder oFolder;
+  Application(oFolder / "a.db", "CREATE TABLE t(v)");
+  const auto oFile = FileId::Of(oFolder / "a.db").value();
+  const auto oDatabase = OpenDatabase(oFolder / "a.db");
   for (const bool bQuick : {false, true}) {
-    Folder oFolder;
-    Application(oFolder / "a.db", "CREATE TABLE t(v)");
-    const auto oFile = FileId::Of(oFolder / "a.db").value();
-    const auto oDatabase = OpenDatabase(oFolder / "a.db");
     EXPECT_EQ(kOnline, State(*oDatabase));
     EXPECT_EQ(1, OpenFiles::Processes(oFile));
     const auto oKept = oDatabase->StateInfo();
     EXPECT_TRUE(bQuick ? oDatabase->ShutdownQuick() : oDatabase->Shutdown());
     EXPECT_EQ("2 Offline connected", State(*oDatabase));
     EXPECT_EQ(0, OpenFiles::Processes(oFile));
-    EXPECT_EQ(0, oDatabase->StateInfo()->SessionsUsed());
-    EXPECT_EQ(4096, oDatabase->PageSize());
     EXPECT_EQ("Offline", oKept->StateText()) << "read late, it tells what is so by then";
     EXPECT_TRUE(oDatabase->Online());
-    EXPECT_EQ(kOnline, State(*oDatabase));
     EXPECT_GT(oDatabase->StateInfo()->StartOn().Year, 2000);
   }
-}
-
-TEST(SQLiteState, FileThatCannotBeReadStaysOffline) {
-  Folder oFolder;
-  Application(oFolder / "a.db", "CREATE TABLE t(v)");
-  const auto oDatabase = OpenDatabase(oFolder / "a.db");
-  oDatabase->Shutdown();
-  std::fstream(oFolder / "a.db", std::ios::in | std::ios::out | std::ios::binary).seekp(21) << std::string(3, '\xff');
-  EXPECT_FALSE(oDatabase->Online());
-  EXPECT_EQ(oFolder / "a.db: reading the page count: file is not a database, or it is encrypted",
-            oDatabase->LastError().ErrorText);
-  EXPECT_EQ("2 Offline connected", State(*oDatabase));
 }
 
 TEST(SQLiteState, AdminLocksOthersOut) {
