@@ -111,6 +111,7 @@ TEST(Document, StaysConsistentUnderArbitraryWrites) {
                                  oLoose.empty() ? &oBody : oLoose[Pick(oLoose.size())]};
       for (const Element* oRoot : oRoots) {
         const auto oBelow = Below(*oRoot);
+        ASSERT_EQ(All(oRoot).item(""), nullptr) << "after write " << i;
         for (const char* sID : {"a", "b", "c", "d", "A"}) {
           const auto it = std::ranges::find_if(oBelow, [&](const Element* o) { return o->id() == sID; });
           ASSERT_EQ(All(oRoot).item(sID), it == oBelow.end() ? nullptr : *it) << "after write " << i << ", id " << sID;
