@@ -110,11 +110,8 @@ class AnalyzerRuns : public testing::Test {
   /// times.
   std::vector<std::string> Lines(const std::string& sFile) const {
     std::vector<std::string> lines;
-    std::vector<std::filesystem::path> sets;
-    for (const auto& oEntry : std::filesystem::directory_iterator(Analyzer().Path())) sets.push_back(oEntry.path());
-    std::sort(sets.begin(), sets.end());
-    for (const auto& oSet : sets) {
-      std::ifstream oStream(oSet / (sFile + ".csv"));
+    for (const auto& sSet : SQLiteFiles::Names(Analyzer().Path())) {
+      std::ifstream oStream(Analyzer().Path() + "/" + sSet + "/" + sFile + ".csv");
       for (std::string sLine; std::getline(oStream, sLine);) {
         const auto lTime = sLine.find(',');
         lines.push_back(sLine.erase(lTime, sLine.find(',', lTime + 1) - lTime));

@@ -142,10 +142,9 @@ TEST(RecordedMembers, ACollectionMaySayAnotherCount) {
 }
 
 TEST(RecordedMembers, AParameterIsFoundWithoutTheBlanksAroundItsName) {
-  const auto oParameters = OpenWith({{"Parameters",
-                                      {{{"Name", " PADDED  "}, {"Value", "1"}, {"Exists", true}},
-                                       {{"Name", "PADDED"}, {"Value", "2"}, {"Exists", true}}}}})
-                               ->Parameters();
+  const Json oListed = {{{"Name", " PADDED  "}, {"Value", "1"}, {"Exists", true}},
+                        {{"Name", "PADDED"}, {"Value", "2"}, {"Exists", true}}};
+  const auto oParameters = OpenWith({{"Parameters", oListed}})->Parameters();
   EXPECT_EQ("1", oParameters->Item("PADDED")->Value()) << "the first of that name";
   EXPECT_FALSE(oParameters->Item("padded")->Exists());
 }

@@ -200,10 +200,11 @@ TEST(RecordedOperations, RowsAreThereOnceTheyWereSteppedTo) {
 }
 
 TEST(RecordedOperations, TablesAreFoundByOwnerAndName) {
-  const auto oDatabase =
-      OpenWith({{"SQLTables",
-                 {{{"Owner", "A"}, {"Name", "T"}, {"Columns", {{{"Name", "C"}}}}, {"Rows", {{"of A"}}}},
-                  {{"Owner", "B"}, {"Name", "T"}, {"Columns", {{{"Name", "C"}}}}, {"Rows", {{"of B"}}}}}}});
+  Json oTables;
+  for (const std::string sOwner : {"A", "B"}) {
+    oTables.push_back({{"Owner", sOwner}, {"Name", "T"}, {"Columns", {{{"Name", "C"}}}}, {"Rows", {{"of " + sOwner}}}});
+  }
+  const auto oDatabase = OpenWith({{"SQLTables", oTables}});
   const auto oTable = oDatabase->SQLTables()->NewTable();
   oTable->Name("T");
   for (const char* sOwner : {"A", "B", "A"}) {
@@ -214,6 +215,5 @@ TEST(RecordedOperations, TablesAreFoundByOwnerAndName) {
   oTable->Owner("C");
   EXPECT_FALSE(oTable->Open());
   EXPECT_TRUE(oTable->IsEmpty()) << "the rows of the table before are gone";
-  EXPECT_EQ(0, oTable->ColumnCount());
   EXPECT_NE(std::string::npos, oDatabase->LastError().ErrorText.find("C.T"));
 }
