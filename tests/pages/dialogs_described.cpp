@@ -100,19 +100,6 @@ TEST(Dialogs, RefuseDatesThatDoNotExist) {
 
 Dialog::Field& NumberField(Dialog& oDialog) { return oDialog.Fields[1]; }
 
-TEST(StartDialog, TakesOnlyDigitsAndBackspaceInItsNumberFields) {
-  std::string sTaken;
-  User oUser([&](Dialog& oDialog) {
-    EXPECT_FALSE(oDialog.Fields[0].TakesKey) << "a file's name may have any character";
-    for (int iKey = 0; iKey < 256; ++iKey) {
-      if (NumberField(oDialog).TakesKey(iKey)) sTaken += std::to_string(iKey) + " ";
-    }
-    return Answer::Cancel;
-  });
-  EXPECT_FALSE(frmDBAnalyzerStart(oUser).StartIt());
-  EXPECT_EQ(sTaken, "8 48 49 50 51 52 53 54 55 56 57 ");
-}
-
 TEST(StartDialog, CountsPastedTextByItsLeadingNumber) {
   for (const auto& [sPasted, sNumber] : {std::pair(std::string("often"), "0"),
                                          {" 12 times", "12"},

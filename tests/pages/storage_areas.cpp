@@ -81,12 +81,11 @@ TEST_F(StoragePages, TheKernelsVersionDecidesAboutRowsAndParametersOfTheDataArea
     SCOPED_TRACE(o.Version);
     Configured->VersionNumber = o.Version;
     ShowDataArea();
-    for (const char* sRow : {"rowReservedSize", "rowTotalSize", "rowPermUsable", "rowReservedRedo"}) {
-      EXPECT_EQ(IsShown(sRow), o.OldRows) << sRow;
-    }
-    EXPECT_EQ(Text("txtReservedSize") + Text("txtTotalSize"), o.OldRows ? "16 Pages4,000 Pages" : "");
-    EXPECT_EQ(Text("txtPermUsable") + Text("txtPermUsablePct"), o.OldRows ? "1,900 Pages95.00%" : "");
-    EXPECT_EQ(Text("txtReservedRedo") + Text("txtReservedRedoPct"), o.OldRows ? "40 Pages2.00%" : "");
+    EXPECT_EQ(ShownOf({"rowReservedSize", "rowTotalSize", "rowPermUsable", "rowReservedRedo"}),
+              o.OldRows ? "rowReservedSize rowTotalSize rowPermUsable rowReservedRedo" : "");
+    EXPECT_EQ(Texts({"txtReservedSize", "txtTotalSize", "txtPermUsable", "txtPermUsablePct", "txtReservedRedo",
+                     "txtReservedRedoPct"}),
+              o.OldRows ? "16 Pages|4,000 Pages|1,900 Pages|95.00%|40 Pages|2.00%" : "|||||");
     EXPECT_EQ(Rows("tabSettings"), o.Parameters);
   }
 }

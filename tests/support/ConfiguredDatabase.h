@@ -65,19 +65,19 @@ class ConfiguredDatabase : public TestDatabase {
     bool exists = true;
 
     std::string Name() const override { return name; }
-    std::string Value() const override { return owner->Use("Parameter.Value", value); }
+    std::string Value() const override { return owner->Read("Parameter.Value", value); }
     std::string Description() const override { return description; }
     std::string Explanation() const override { return explanation; }
     Long Group() const override { return group; }
     std::string NewValue() const override { return newValue; }
     std::string NewValueOnline() const override { return newValueOnline; }
     Long HistoryCount() const override {
-      return owner->Use("Parameter.HistoryCount", Long(static_cast<int>(history.size())));
+      return owner->Read("Parameter.HistoryCount", Long(static_cast<int>(history.size())));
     }
     ZELWbr3::Date HistoryDate(Long k) const override { return At(k).date; }
     std::string HistoryValue(Long k) const override { return At(k).value; }
     std::string HistoryNewValue(Long k) const override {
-      return k == 2 ? owner->Use("Parameter.HistoryNewValue", At(k).newValue) : At(k).newValue;
+      return k == 2 ? owner->Read("Parameter.HistoryNewValue", At(k).newValue) : At(k).newValue;
     }
     bool Exists() const override { return exists; }
     const Change& At(Long k) const { return history.at(static_cast<std::size_t>(k - 1)); }
@@ -88,7 +88,6 @@ class ConfiguredDatabase : public TestDatabase {
   std::vector<int> DataSizes = {2000, 1900, 0, 0, 0, 40};
   std::vector<int> LogSizes = {500, 100, 400, 60, 30, 15};
   Long LogMode = 1, Overwrite = 1, RedoLog = 1;
-  Long BuildNumber = 0x07060010;
   std::vector<double> LogCounters = {1234567, 8, 0, -1};
   std::deque<TestParameter> Listed;
   std::vector<Change> Changes;
@@ -120,9 +119,9 @@ class ConfiguredDatabase : public TestDatabase {
     struct AreaSettings : ZELLib3::LogAreaSettings {
       explicit AreaSettings(ConfiguredDatabase& o) : owner(o) {}
       ConfiguredDatabase& owner;
-      Long LogMode() const override { return owner.Use("Settings.LogMode", owner.LogMode); }
+      Long LogMode() const override { return owner.Read("Settings.LogMode", owner.LogMode); }
       Long Overwrite() const override { return owner.Overwrite; }
-      Long RedoLog() const override { return owner.Use("Settings.RedoLog", owner.RedoLog); }
+      Long RedoLog() const override { return owner.Read("Settings.RedoLog", owner.RedoLog); }
     };
     struct Area : ZELLib3::LogArea {
       explicit Area(ConfiguredDatabase& o) : owner(o) {}
@@ -179,29 +178,12 @@ class ConfiguredDatabase : public TestDatabase {
       std::string Parameter() const override { return owner.Changes.at(i).parameter; }
       std::string Value() const override { return owner.Changes.at(i).value; }
       std::string NewValue() const override { return owner.Changes.at(i).newValue; }
-      std::string Text() const override { return owner.Use("ParameterHistory.Text", owner.Changes.at(i).text); }
+      std::string Text() const override { return owner.Read("ParameterHistory.Text", owner.Changes.at(i).text); }
     };
     return std::make_shared<Walk>(*this);
   }
-  std::shared_ptr<ZELLib3::Version> Version() override {
-    struct Numbers : ZELLib3::Version {
-      explicit Numbers(const ConfiguredDatabase& o)
-          : number(o.VersionNumber), release(o.ReleaseNumber), build(o.BuildNumber) {}
-      Long number, release, build;
-      Long Number() const override { return number; }
-      Long Release() const override { return release; }
-      Long BuildVersion() const override { return build; }
-    };
-    return std::make_shared<Numbers>(*this);
-  }
 
  private:
-  template <typename Value>
-  Value Use(const std::string& sMember, Value oValue) {
-    Calls.push_back(sMember);
-    if (Raises.contains(sMember)) throw ZELLib3::InstanceError({-1000, sMember + " cannot be read"});
-    return oValue;
-  }
   bool Do(const std::string& sOperation) {
     Calls.push_back(sOperation);
     return !Fails.contains(sOperation);

@@ -99,9 +99,9 @@ class TestDatabase : public ZELLib3::Database {
   std::shared_ptr<TestSnapshot> Snap = std::make_shared<TestSnapshot>();
   std::shared_ptr<TestAnalyzer> Ana = std::make_shared<TestAnalyzer>();
   std::string Name = "DEMO";
-  Long Number = 0, Type = 0, Role = 0, Page = 8192;
-  Long VersionNumber = 0x07060010, ReleaseNumber = 0x07060000;
-  bool IsConnected = true, StandbyWarning = false, SessionsRefresh = true;
+  Long Number = 0, Type = 0, Role = 0;
+  Long VersionNumber = 0x07060010, ReleaseNumber = 0x07060000, BuildNumber = 0x07060010;
+  bool IsConnected = true, StandbyWarning = false;
 
   std::shared_ptr<ZELLib3::StateInfo> StateInfo() override { return Read("StateInfo", State); }
   std::shared_ptr<ZELLib3::LogSettings> LogSettings() override { return Read("LogSettings", Log); }
@@ -110,23 +110,23 @@ class TestDatabase : public ZELLib3::Database {
   std::shared_ptr<ZELLib3::Analyzer> Analyzer() override { return Read("Analyzer", Ana); }
   std::shared_ptr<ZELLib3::Version> Version() override {
     struct TestVersion : ZELLib3::Version {
-      explicit TestVersion(const TestDatabase& o) : number(o.VersionNumber), release(o.ReleaseNumber) {}
-      Long number, release;
+      explicit TestVersion(const TestDatabase& o)
+          : number(o.VersionNumber), release(o.ReleaseNumber), build(o.BuildNumber) {}
+      Long number, release, build;
       std::string Text() const override { return "Kernel 7"; }
       Long Major() const override { return number / 0x1000000; }
       Long Minor() const override { return number / 0x10000 % 0x100; }
       Long Number() const override { return number; }
       Long Release() const override { return release; }
+      Long BuildVersion() const override { return build; }
     };
     return Read("Version", std::make_shared<TestVersion>(*this));
   }
   std::shared_ptr<ZELLib3::Sessions> Sessions() override {
     struct TestSessions : ZELLib3::Sessions {
-      explicit TestSessions(bool b) : refresh(b) {}
-      bool refresh;
-      bool Refresh() override { return refresh; }
+      bool Refresh() override { return true; }
     };
-    return std::make_shared<TestSessions>(SessionsRefresh);
+    return std::make_shared<TestSessions>();
   }
   ZELLib3::Error LastError() override { return {-24988, "SQL error"}; }
   std::string InstanceName() override { return Read("InstanceName", Name); }
@@ -135,12 +135,12 @@ class TestDatabase : public ZELLib3::Database {
   std::string OSName() override { return "Linux"; }
   Long InstanceType() override { return Type; }
   bool Connected() override { return IsConnected; }
-  Long PageSize() override { return Page; }
+  Long PageSize() override { return 8192; }
   std::string RunDirectory() override { return "/var/lib/demo"; }
   Long HotStandbyRole() override { return Role; }
   bool HotStandbyWarning() override { return StandbyWarning; }
 
- private:
+ protected:
   template <typename Value>
   Value Read(std::string_view sMember, Value oValue) {
     Calls.emplace_back(sMember);
