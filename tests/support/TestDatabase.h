@@ -122,12 +122,6 @@ class TestDatabase : public ZELLib3::Database {
     };
     return Read("Version", std::make_shared<TestVersion>(*this));
   }
-  std::shared_ptr<ZELLib3::Sessions> Sessions() override {
-    struct TestSessions : ZELLib3::Sessions {
-      bool Refresh() override { return true; }
-    };
-    return std::make_shared<TestSessions>();
-  }
   ZELLib3::Error LastError() override { return {-24988, "SQL error"}; }
   std::string InstanceName() override { return Read("InstanceName", Name); }
   Long InstanceNumber() override { return Number; }
