@@ -97,13 +97,13 @@ TEST(SQLiteFigures, EmptyFileIsAnEmptyDatabase) {
 }
 
 TEST(SQLiteFigures, ReadingChangesNothing) {
-  for (const char* sMode : {"DELETE", "TRUNCATE", "PERSIST", "MEMORY", "OFF", "WAL"}) {
+  for (const std::string sMode : {"DELETE", "TRUNCATE", "PERSIST", "MEMORY", "OFF", "WAL", "WAL; -- left behind"}) {
     SCOPED_TRACE(sMode);
     Folder oFolder;
     {
-      Application oApplication(oFolder / "a.db", std::string("PRAGMA journal_mode=") + sMode);
+      Application oApplication(oFolder / "a.db", "PRAGMA journal_mode=" + sMode);
       InsertRows(oApplication, 20);
-      oApplication.LeaveLogBehind();
+      if (sMode.ends_with("left behind")) oApplication.LeaveLogBehind();
     }
     // The index of a log holds read marks; it is rebuilt at will.
     std::filesystem::remove(oFolder / "a.db-shm");

@@ -71,23 +71,24 @@ TEST(SQLiteOpen, BadFilesAreNamedAndNothingIsMade) {
 
 TEST(SQLiteOpen, DamageDoneLaterIsToldAndNotShownAsFigures) {
   Folder oFolder;
-  const auto damage = [&](int iOffset, int iBytes) {
-    std::fstream oFile(oFolder / "a.db", std::ios::in | std::ios::out | std::ios::binary);
-    oFile.seekp(iOffset) << std::string(iBytes, '\xff');
+  const auto Write = [&](int iOffset, const std::string& sBytes) {
+    std::fstream(oFolder / "a.db", std::ios::in | std::ios::out | std::ios::binary).seekp(iOffset) << sBytes;
   };
   Application(oFolder / "a.db", "CREATE TABLE t(v)");
   const auto oDatabase = OpenDatabase(oFolder / "a.db");
-  damage(24, 4);   // the change counter, so that nothing cached is used
-  damage(100, 1);  // the kind of the schema's first page
-  EXPECT_THROW(oDatabase->StateInfo()->AutoUpdateStatistics(), ZELLib3::InstanceError);
   oDatabase->Shutdown();
-  damage(21, 3);
+  Write(21, "\xff\xff\xff");
   EXPECT_FALSE(oDatabase->Online());
   EXPECT_EQ(oFolder / "a.db: reading the page count: file is not a database, or it is encrypted",
             oDatabase->LastError().ErrorText);
   EXPECT_EQ("2 Offline connected", State(*oDatabase));
-  damage(0, 100);
-  EXPECT_FALSE(oDatabase->Online());
+  Write(21, "@  ");  // as it was
+  EXPECT_TRUE(oDatabase->Online());
+  Write(24, std::string(4, '\xff'));  // the change counter, so that nothing cached is used
+  Write(100, "\xff");                 // the kind of the schema's first page
+  EXPECT_THROW(oDatabase->StateInfo()->AutoUpdateStatistics(), ZELLib3::InstanceError);
+  Write(0, std::string(100, '\xff'));
+  EXPECT_EQ("0 Not connected", State(*oDatabase));
   EXPECT_EQ(oFolder / "a.db: is not a SQLite database, or it is encrypted", oDatabase->LastError().ErrorText);
 }
 
