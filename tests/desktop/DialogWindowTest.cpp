@@ -58,6 +58,7 @@ class DialogWindowTest : public TestWindow {
   }
   /// Everything that Tab comes by until it is where it began.
   std::string TabOrder() {
+    WaitFor("the focus", [] { return !Focused().empty(); });
     const std::string sFirst = Focused();
     std::string sOrder = sFirst;
     for (std::string sLast = sFirst;;) {
@@ -114,25 +115,20 @@ TEST_F(DialogWindowTest, EachButtonIsAnsweredByMouse) {
 }
 
 TEST_F(DialogWindowTest, TabGoesThroughFieldsAndButtonsInTheirOrder) {
-  std::string sOrder;
-  const auto Tabs = [&] {
-    InDialog([&] {
-      sOrder = TabOrder();
+  const auto ExpectOrder = [this](const std::string& sOrder) {
+    InDialog([this, sOrder] {
+      EXPECT_EQ(TabOrder(), sOrder);
       Click("cmdCancel");
     });
   };
-  Tabs();
+  ExpectOrder("cmdOK cmdQuick cmdCancel");
   frmShutdown(Platform->DialogBox()).Shutdown("DEMO");
-  EXPECT_EQ(sOrder, "cmdOK cmdQuick cmdCancel");
-  Tabs();
+  ExpectOrder("inpUntilDate inpUntilTime cmdOK cmdCancel");
   frmOnlineUntil(Platform->DialogBox()).OnlineUntil("DEMO", Noon);
-  EXPECT_EQ(sOrder, "inpUntilDate inpUntilTime cmdOK cmdCancel");
-  Tabs();
+  ExpectOrder("inpDate cmdOK cmdCancel");
   frmDBAnalyzerDelete(Platform->DialogBox()).DeleteProtSets(Noon);
-  EXPECT_EQ(sOrder, "inpDate cmdOK cmdCancel");
-  Tabs();
+  ExpectOrder("txtConfig txtNumber txtInterval chkDelete chkReconnect cmdOK cmdCancel");
   frmDBAnalyzerStart(Platform->DialogBox()).StartIt();
-  EXPECT_EQ(sOrder, "txtConfig txtNumber txtInterval chkDelete chkReconnect cmdOK cmdCancel");
 }
 
 TEST_F(DialogWindowTest, PastedTextIsNotFilteredAndCountsByItsLeadingNumber) {
