@@ -181,8 +181,9 @@
 
     OnHeading(oEvent) {
       const oHeading = oEvent.target.closest("th");
-      // Who has just selected a heading's text wants to copy it.
-      if (oHeading === null || !getSelection().isCollapsed) return;
+      if (oHeading === null) return;
+      // Who has just selected a heading's text wants to copy it. A key makes a click without a mouse button.
+      if (oEvent.detail > 0 && !getSelection().isCollapsed) return;
       this.iAllowed = RowsAtOnce;
       const iColumn = oHeading.cellIndex;
       this.iDirection = iColumn === this.iColumn ? (this.iDirection + 1) % Directions.length : 1;
