@@ -31,8 +31,8 @@ class DesktopPump : public MessagePump {
   /// the innermost Turn that is going on, or else traced.
   void Deliver(const std::function<void()>& oHandler);
 
-  /// True while somebody waits in Turn or between two Turns of a wait that
-  /// Turn was called from.
+  /// True while Turn, Drain or Work is going on, or between two Turns of a wait
+  /// that one of them was called from.
   bool Waiting() const;
   /// Runs something out of the toolkit's loop, but not before the waits that are
   /// going on now have ended and their code has been left.

@@ -137,7 +137,7 @@ struct WebView::Native_ {
       webkit_policy_decision_use(oDecision);
     } else {
       webkit_policy_decision_ignore(oDecision);
-      // A load that another one has overtaken is none of somebody else's.
+      // A load of our own that another one has overtaken is nothing to report.
       const bool bOvertaken = SerialOf(sURL) != 0 && SerialOf(sURL) < iSerial;
       if (!bOvertaken) Self(pData).m_oEvents.Trace("Refused to go to " + sURL);
     }

@@ -25,7 +25,8 @@ class MessagePump {
   virtual void Turn() = 0;
 
   /// Handles what has arrived already, and returns at once when that is
-  /// nothing. For long work that wants the window to stay responsive.
+  /// nothing. For long work that wants the window to stay responsive. Throws
+  /// WaitError when the program is closing, which is to end the work.
   virtual void Drain() = 0;
 
   /// Runs work that may take seconds and returns when it is done; what it throws
