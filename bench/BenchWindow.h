@@ -1,8 +1,8 @@
 #pragma once
 
-#include "desktop/DesktopPlatform.h"
-#include "desktop/DesktopWebBrowser.h"
-#include "shell/Browser.h"
+#include "zelwbr3/desktop/DesktopPlatform.h"
+#include "zelwbr3/desktop/DesktopWebBrowser.h"
+#include "zelwbr3/shell/Browser.h"
 
 #include <functional>
 #include <memory>

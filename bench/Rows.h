@@ -1,8 +1,8 @@
 #pragma once
 
-#include "dom/Document.h"
-#include "framework/Page.h"
-#include "framework/modCells.h"
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/framework/Page.h"
+#include "zelwbr3/framework/modCells.h"
 
 #include <string>
 #include <vector>

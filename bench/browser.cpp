@@ -5,7 +5,7 @@
 #include "bench/BenchWindow.h"
 #include "bench/MemoryDatabase.h"
 #include "bench/Rows.h"
-#include "instances/recorded/OpenRecording.h"
+#include "zelwbr3/instances/recorded/OpenRecording.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

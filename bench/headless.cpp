@@ -2,10 +2,10 @@
 // browser.
 
 #include "bench/Rows.h"
-#include "headless/HTMLParser.h"
-#include "headless/HeadlessPlatform.h"
-#include "instances/recorded/OpenRecording.h"
-#include "shell/Browser.h"
+#include "zelwbr3/headless/HTMLParser.h"
+#include "zelwbr3/headless/HeadlessPlatform.h"
+#include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/shell/Browser.h"
 
 #include <benchmark/benchmark.h>
 

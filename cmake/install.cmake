@@ -17,7 +17,7 @@ foreach(program IN LISTS programs)
 endforeach()
 install(TARGETS ${targets} EXPORT zelwbr3-targets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 foreach(folder IN LISTS headers)
-  install(DIRECTORY ${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zelwbr3 FILES_MATCHING PATTERN "*.h")
+  install(DIRECTORY zelwbr3/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zelwbr3 FILES_MATCHING PATTERN "*.h")
 endforeach()
 install(DIRECTORY html/ DESTINATION ${CMAKE_INSTALL_DATADIR}/zelwbr3/html PATTERN "*.md" EXCLUDE)
 

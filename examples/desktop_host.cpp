@@ -1,9 +1,9 @@
 // The smallest host with a window: a frame, the control in it, the commands of
 // its pages above it. Shows the database file that the command line names.
 
-#include "desktop/BrowserPanel.h"
-#include "desktop/DesktopCommandlist.h"
-#include "instances/sqlite/SQLiteDatabase.h"
+#include "zelwbr3/desktop/BrowserPanel.h"
+#include "zelwbr3/desktop/DesktopCommandlist.h"
+#include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 
 #include <wx/app.h>
 #include <wx/frame.h>

@@ -1,9 +1,9 @@
 // An instance of one's own: override what you know, and the rest reads as "not
 // available". Prints the main page of this program's own process as HTML.
 
-#include "headless/HeadlessPlatform.h"
-#include "headless/ReportWriter.h"
-#include "shell/Browser.h"
+#include "zelwbr3/headless/HeadlessPlatform.h"
+#include "zelwbr3/headless/ReportWriter.h"
+#include "zelwbr3/shell/Browser.h"
 
 #include <filesystem>
 #include <iostream>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "headless/HeadlessCommandlist.h"
-#include "headless/HeadlessPlatform.h"
-#include "instances/recorded/Call.h"
-#include "shell/Browser.h"
+#include "zelwbr3/headless/HeadlessCommandlist.h"
+#include "zelwbr3/headless/HeadlessPlatform.h"
+#include "zelwbr3/instances/recorded/Call.h"
+#include "zelwbr3/shell/Browser.h"
 
 #include <fstream>
 #include <string>

@@ -1,9 +1,9 @@
 #include "host/OpenInstance.h"
 
 #include "host/WatchedDatabase.h"
-#include "instances/recorded/OpenRecording.h"
-#include "instances/sqlite/SQLiteDatabase.h"
-#include "instances/sqlite/SampleDatabase.h"
+#include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
+#include "zelwbr3/instances/sqlite/SampleDatabase.h"
 
 #include <stdexcept>
 

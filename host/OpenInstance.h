@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/ZELLib3/Database.h"
-#include "instances/recorded/Call.h"
+#include "zelwbr3/framework/ZELLib3/Database.h"
+#include "zelwbr3/instances/recorded/Call.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 #include "host/Report.h"
 
-#include "headless/ReportWriter.h"
 #include "host/HTMLFolder.h"
+#include "zelwbr3/headless/ReportWriter.h"
 
 #include <algorithm>
 #include <ostream>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "headless/HeadlessCommandlist.h"
-#include "headless/HeadlessPlatform.h"
 #include "host/EventLog.h"
 #include "host/HostPages.h"
 #include "host/Step.h"
-#include "shell/Browser.h"
+#include "zelwbr3/headless/HeadlessCommandlist.h"
+#include "zelwbr3/headless/HeadlessPlatform.h"
+#include "zelwbr3/shell/Browser.h"
 
 #include <iosfwd>
 #include <memory>

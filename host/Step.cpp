@@ -1,7 +1,7 @@
 #include "host/Step.h"
 
-#include "headless/ScriptedAnswer.h"
 #include "host/HostPages.h"
+#include "zelwbr3/headless/ScriptedAnswer.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Checked.h"
+#include "zelwbr3/platform/Checked.h"
 
 #include <string>
 

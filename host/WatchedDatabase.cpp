@@ -1,6 +1,6 @@
 #include "host/WatchedDatabase.h"
 
-#include "instances/recorded/Values.h"
+#include "zelwbr3/instances/recorded/Values.h"
 
 #include <utility>
 

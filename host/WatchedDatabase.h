@@ -1,7 +1,7 @@
 #pragma once
 
-#include "instances/recorded/Call.h"
-#include "instances/sqlite/SQLiteDatabase.h"
+#include "zelwbr3/instances/recorded/Call.h"
+#include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 
 #include <memory>
 #include <string>

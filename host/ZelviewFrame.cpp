@@ -1,15 +1,15 @@
 #include "host/ZelviewFrame.h"
 
-#include "desktop/DesktopWebBrowser.h"
-#include "desktop/Picture.h"
-#include "dom/Text.h"
 #include "host/HTMLFolder.h"
 #include "host/HelpFile.h"
 #include "host/OneLine.h"
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
 #include "host/ZelviewPictures.h"
-#include "instances/recorded/WriteRecording.h"
+#include "zelwbr3/desktop/DesktopWebBrowser.h"
+#include "zelwbr3/desktop/Picture.h"
+#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <cstdlib>
 #include <optional>

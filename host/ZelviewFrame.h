@@ -1,9 +1,9 @@
 #pragma once
 
-#include "desktop/BrowserPanel.h"
-#include "desktop/DesktopCommandlist.h"
-#include "framework/clsTrace.h"
 #include "host/HostPages.h"
+#include "zelwbr3/desktop/BrowserPanel.h"
+#include "zelwbr3/desktop/DesktopCommandlist.h"
+#include "zelwbr3/framework/clsTrace.h"
 
 #include <functional>
 #include <memory>

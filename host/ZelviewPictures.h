@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/modPicture.h"
-#include "platform/Checked.h"
+#include "zelwbr3/framework/modPicture.h"
+#include "zelwbr3/platform/Checked.h"
 
 #include <wx/bmpbndl.h>
 

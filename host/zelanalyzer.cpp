@@ -2,8 +2,8 @@
 
 #include "host/OneLine.h"
 #include "host/StandardStreams.h"
-#include "instances/sqlite/analyzer/AnalyzerRun.h"
-#include "instances/sqlite/analyzer/Background.h"
+#include "zelwbr3/instances/sqlite/analyzer/AnalyzerRun.h"
+#include "zelwbr3/instances/sqlite/analyzer/Background.h"
 
 #include <CLI/CLI.hpp>
 

@@ -8,7 +8,7 @@
 #include "host/Report.h"
 #include "host/StandardStreams.h"
 #include "host/Step.h"
-#include "instances/recorded/WriteRecording.h"
+#include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <CLI/CLI.hpp>
 

@@ -5,7 +5,7 @@
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
 #include "host/ZelviewFrame.h"
-#include "instances/recorded/WriteRecording.h"
+#include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <CLI/CLI.hpp>
 

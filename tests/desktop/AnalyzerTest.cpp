@@ -1,8 +1,8 @@
-#include "desktop/DesktopCommandlist.h"
-#include "dom/Style.h"
-#include "instances/sqlite/SQLiteDatabase.h"
-#include "instances/sqlite/analyzer/Program.h"
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/desktop/DesktopCommandlist.h"
+#include "zelwbr3/dom/Style.h"
+#include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
+#include "zelwbr3/instances/sqlite/analyzer/Program.h"
 
 #include <fstream>
 

@@ -1,5 +1,5 @@
-#include "framework/Page.h"
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/framework/Page.h"
 
 #include <wx/app.h>
 

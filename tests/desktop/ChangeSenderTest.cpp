@@ -1,6 +1,6 @@
-#include "desktop/ChangeSender.h"
+#include "zelwbr3/desktop/ChangeSender.h"
 
-#include "desktop/FileURL.h"
+#include "zelwbr3/desktop/FileURL.h"
 
 #include <gtest/gtest.h>
 

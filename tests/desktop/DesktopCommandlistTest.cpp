@@ -1,4 +1,4 @@
-#include "desktop/DesktopCommandlist.h"
+#include "zelwbr3/desktop/DesktopCommandlist.h"
 
 #include "tests/desktop/TestWindow.h"
 

@@ -1,8 +1,8 @@
-#include "desktop/FileURL.h"
-#include "dom/EmbeddedObject.h"
-#include "dom/Style.h"
 #include "tests/desktop/Listener.h"
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/desktop/FileURL.h"
+#include "zelwbr3/dom/EmbeddedObject.h"
+#include "zelwbr3/dom/Style.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,8 +1,8 @@
-#include "pages/analyzer/frmDBAnalyzerDelete.h"
-#include "pages/analyzer/frmDBAnalyzerStart.h"
-#include "pages/main/frmOnlineUntil.h"
-#include "pages/main/frmShutdown.h"
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/pages/analyzer/frmDBAnalyzerDelete.h"
+#include "zelwbr3/pages/analyzer/frmDBAnalyzerStart.h"
+#include "zelwbr3/pages/main/frmOnlineUntil.h"
+#include "zelwbr3/pages/main/frmShutdown.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
-#include "dom/Window.h"
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/dom/Window.h"
 
 namespace ZELWbr3::Desktop {
 namespace {

@@ -1,6 +1,6 @@
-#include "pages/main/StateCommands.h"
 #include "tests/desktop/TestWindow.h"
 #include "tests/support/TestDatabase.h"
+#include "zelwbr3/pages/main/StateCommands.h"
 
 #include <algorithm>
 #include <atomic>

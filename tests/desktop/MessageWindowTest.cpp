@@ -1,9 +1,9 @@
-#include "desktop/DesktopHelpFile.h"
-#include "desktop/HelpScheme.h"
-#include "desktop/HelpURL.h"
-#include "shell/Browser.h"
 #include "tests/desktop/Listener.h"
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/desktop/DesktopHelpFile.h"
+#include "zelwbr3/desktop/HelpScheme.h"
+#include "zelwbr3/desktop/HelpURL.h"
+#include "zelwbr3/shell/Browser.h"
 
 #include <fstream>
 

@@ -1,5 +1,5 @@
-#include "instances/recorded/OpenRecording.h"
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/instances/recorded/OpenRecording.h"
 
 namespace ZELWbr3::Desktop {
 namespace {

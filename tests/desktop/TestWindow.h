@@ -1,9 +1,9 @@
 #pragma once
 
-#include "desktop/BrowserPanel.h"
-#include "desktop/DesktopPlatform.h"
-#include "desktop/DesktopWebBrowser.h"
-#include "dom/Document.h"
+#include "zelwbr3/desktop/BrowserPanel.h"
+#include "zelwbr3/desktop/DesktopPlatform.h"
+#include "zelwbr3/desktop/DesktopWebBrowser.h"
+#include "zelwbr3/dom/Document.h"
 
 #include <gtest/gtest.h>
 

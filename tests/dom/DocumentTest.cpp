@@ -1,7 +1,7 @@
-#include "dom/Document.h"
-#include "dom/Style.h"
-#include "headless/HTMLParser.h"
 #include "tests/support/AgentModel.h"
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/dom/Style.h"
+#include "zelwbr3/headless/HTMLParser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "dom/Element.h"
+#include "zelwbr3/dom/Element.h"
 
-#include "dom/All.h"
-#include "dom/Document.h"
-#include "dom/Style.h"
-#include "headless/HTMLParser.h"
 #include "tests/support/AgentModel.h"
+#include "zelwbr3/dom/All.h"
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/dom/Style.h"
+#include "zelwbr3/headless/HTMLParser.h"
 
 #include <gtest/gtest.h>
 

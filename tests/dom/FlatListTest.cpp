@@ -1,4 +1,4 @@
-#include "dom/FlatList.h"
+#include "zelwbr3/dom/FlatList.h"
 
 #include <gtest/gtest.h>
 

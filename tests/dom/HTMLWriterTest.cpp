@@ -1,9 +1,9 @@
-#include "dom/HTMLWriter.h"
+#include "zelwbr3/dom/HTMLWriter.h"
 
-#include "dom/All.h"
-#include "dom/Document.h"
-#include "headless/HTMLParser.h"
 #include "tests/support/AgentModel.h"
+#include "zelwbr3/dom/All.h"
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/headless/HTMLParser.h"
 
 #include <gtest/gtest.h>
 

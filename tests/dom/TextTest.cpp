@@ -1,4 +1,4 @@
-#include "dom/Text.h"
+#include "zelwbr3/dom/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "framework/SystemLocale.h"
+#include "zelwbr3/framework/SystemLocale.h"
 
-#include "framework/modFormat.h"
+#include "zelwbr3/framework/modFormat.h"
 
 #include <gtest/gtest.h>
 

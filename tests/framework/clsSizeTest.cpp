@@ -1,4 +1,4 @@
-#include "framework/clsSize.h"
+#include "zelwbr3/framework/clsSize.h"
 
 #include "tests/support/TestLocale.h"
 

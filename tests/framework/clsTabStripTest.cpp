@@ -1,7 +1,7 @@
-#include "framework/clsTabStrip.h"
+#include "zelwbr3/framework/clsTabStrip.h"
 
-#include "dom/Style.h"
-#include "headless/HTMLParser.h"
+#include "zelwbr3/dom/Style.h"
+#include "zelwbr3/headless/HTMLParser.h"
 
 #include <gtest/gtest.h>
 

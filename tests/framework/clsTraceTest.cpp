@@ -1,4 +1,4 @@
-#include "framework/clsTrace.h"
+#include "zelwbr3/framework/clsTrace.h"
 
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestLocale.h"

@@ -1,7 +1,7 @@
-#include "framework/modFormat.h"
+#include "zelwbr3/framework/modFormat.h"
 
-#include "framework/modLocal.h"
 #include "tests/support/TestLocale.h"
+#include "zelwbr3/framework/modLocal.h"
 
 #include <gtest/gtest.h>
 

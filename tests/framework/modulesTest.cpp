@@ -1,11 +1,11 @@
 // The framework's small modules and classes.
 
-#include "framework/CommandLists.h"
-#include "framework/clsHourglass.h"
-#include "framework/modCheckCommands.h"
-#include "framework/modCmdEnum.h"
-#include "headless/HeadlessCommandlist.h"
 #include "tests/support/TestDatabase.h"
+#include "zelwbr3/framework/CommandLists.h"
+#include "zelwbr3/framework/clsHourglass.h"
+#include "zelwbr3/framework/modCheckCommands.h"
+#include "zelwbr3/framework/modCmdEnum.h"
+#include "zelwbr3/headless/HeadlessCommandlist.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // zelreport as a user runs it: a process with arguments, files and an exit code.
 
-#include "dom/HTMLWriter.h"
-#include "headless/HTMLParser.h"
 #include "tests/host/Run.h"
 #include "tests/support/TempFolder.h"
+#include "zelwbr3/dom/HTMLWriter.h"
+#include "zelwbr3/headless/HTMLParser.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "instances/sqlite/analyzer/AnalyzerFolder.h"
-#include "instances/sqlite/analyzer/LockFile.h"
-#include "instances/sqlite/analyzer/Program.h"
-#include "instances/sqlite/analyzer/ProtocolFolder.h"
 #include "tests/instances/SQLiteFiles.h"
+#include "zelwbr3/instances/sqlite/analyzer/AnalyzerFolder.h"
+#include "zelwbr3/instances/sqlite/analyzer/LockFile.h"
+#include "zelwbr3/instances/sqlite/analyzer/Program.h"
+#include "zelwbr3/instances/sqlite/analyzer/ProtocolFolder.h"
 
 #include <signal.h>
 #include <sys/inotify.h>

@@ -1,8 +1,8 @@
 #include "tests/instances/Contract.h"
 
-#include "instances/recorded/OpenRecording.h"
-#include "instances/recorded/WriteRecording.h"
 #include "tests/instances/RecordingFiles.h"
+#include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/instances/recorded/WriteRecording.h"
 
 using namespace ZELLib3;
 using RecordingFiles::File;

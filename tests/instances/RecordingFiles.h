@@ -1,7 +1,7 @@
 #pragma once
 
-#include "instances/recorded/OpenRecording.h"
 #include "tests/support/TempFolder.h"
+#include "zelwbr3/instances/recorded/OpenRecording.h"
 
 #include <gtest/gtest.h>
 

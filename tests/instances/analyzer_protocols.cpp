@@ -1,5 +1,5 @@
-#include "instances/sqlite/analyzer/TimeStamp.h"
 #include "tests/instances/AnalyzerRuns.h"
+#include "zelwbr3/instances/sqlite/analyzer/TimeStamp.h"
 
 using namespace SQLiteFiles;
 using ZELWbr3::SQLite::ProtocolFolder;

@@ -1,5 +1,5 @@
-#include "instances/recorded/WriteRecording.h"
 #include "tests/instances/RecordingFiles.h"
+#include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <cmath>
 #include <limits>

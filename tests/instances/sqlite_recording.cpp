@@ -1,9 +1,9 @@
-#include "headless/HeadlessPlatform.h"
-#include "headless/ReportWriter.h"
-#include "instances/recorded/OpenRecording.h"
-#include "instances/recorded/WriteRecording.h"
-#include "shell/Browser.h"
 #include "tests/instances/SQLiteFiles.h"
+#include "zelwbr3/headless/HeadlessPlatform.h"
+#include "zelwbr3/headless/ReportWriter.h"
+#include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/instances/recorded/WriteRecording.h"
+#include "zelwbr3/shell/Browser.h"
 
 using namespace SQLiteFiles;
 

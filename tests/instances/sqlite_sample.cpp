@@ -1,5 +1,5 @@
-#include "instances/sqlite/SampleDatabase.h"
 #include "tests/instances/SQLiteFiles.h"
+#include "zelwbr3/instances/sqlite/SampleDatabase.h"
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
-#include "instances/sqlite/OpenFiles.h"
 #include "tests/instances/SQLiteFiles.h"
+#include "zelwbr3/instances/sqlite/OpenFiles.h"
 
 #include <sys/stat.h>
 

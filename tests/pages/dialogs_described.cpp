@@ -1,12 +1,12 @@
 // What the dialogs say, take and hand back, seen from the platform that draws
 // them.
 
-#include "framework/modDate.h"
-#include "headless/ScriptedAnswers.h"
-#include "pages/analyzer/frmDBAnalyzerDelete.h"
-#include "pages/analyzer/frmDBAnalyzerStart.h"
-#include "pages/main/frmOnlineUntil.h"
-#include "pages/main/frmShutdown.h"
+#include "zelwbr3/framework/modDate.h"
+#include "zelwbr3/headless/ScriptedAnswers.h"
+#include "zelwbr3/pages/analyzer/frmDBAnalyzerDelete.h"
+#include "zelwbr3/pages/analyzer/frmDBAnalyzerStart.h"
+#include "zelwbr3/pages/main/frmOnlineUntil.h"
+#include "zelwbr3/pages/main/frmShutdown.h"
 
 #include <gtest/gtest.h>
 

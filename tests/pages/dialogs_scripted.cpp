@@ -1,8 +1,8 @@
 // Dialogs answered from a script.
 
-#include "headless/ScriptedAnswers.h"
-#include "pages/analyzer/frmDBAnalyzerStart.h"
-#include "pages/main/frmShutdown.h"
+#include "zelwbr3/headless/ScriptedAnswers.h"
+#include "zelwbr3/pages/analyzer/frmDBAnalyzerStart.h"
+#include "zelwbr3/pages/main/frmShutdown.h"
 
 #include <gtest/gtest.h>
 

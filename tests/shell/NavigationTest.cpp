@@ -1,8 +1,8 @@
 // The control's showing, waiting and navigating, at the doors of the platform.
 
-#include "shell/Browser.h"
 #include "tests/shell/RecordingPlatform.h"
 #include "tests/support/TestPage.h"
+#include "zelwbr3/shell/Browser.h"
 
 #include <gtest/gtest.h>
 

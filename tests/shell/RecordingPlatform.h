@@ -1,10 +1,10 @@
 #pragma once
 
-#include "dom/DocumentBuilder.h"
-#include "headless/MessageQueue.h"
-#include "headless/ScriptedAnswers.h"
-#include "platform/Platform.h"
 #include "tests/support/TestLocale.h"
+#include "zelwbr3/dom/DocumentBuilder.h"
+#include "zelwbr3/headless/MessageQueue.h"
+#include "zelwbr3/headless/ScriptedAnswers.h"
+#include "zelwbr3/platform/Platform.h"
 
 #include <array>
 #include <string>

@@ -1,9 +1,9 @@
 // The message window: which page and topic it shows, and when help is offered.
 
-#include "headless/HeadlessPlatform.h"
-#include "shell/Browser.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestDatabase.h"
+#include "zelwbr3/headless/HeadlessPlatform.h"
+#include "zelwbr3/shell/Browser.h"
 
 #include <gtest/gtest.h>
 

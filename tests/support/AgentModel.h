@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dom/Document.h"
+#include "zelwbr3/dom/Document.h"
 
 #include <list>
 #include <map>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dom/Text.h"
 #include "tests/support/TestDatabase.h"
+#include "zelwbr3/dom/Text.h"
 
 #include <algorithm>
 #include <deque>

@@ -1,7 +1,7 @@
 #include "tests/support/Screen.h"
 
-#include "dom/EmbeddedObject.h"
-#include "dom/Style.h"
+#include "zelwbr3/dom/EmbeddedObject.h"
+#include "zelwbr3/dom/Style.h"
 
 #include <stdexcept>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/Browser.h"
+#include "zelwbr3/shell/Browser.h"
 
 #include <initializer_list>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/ZELLib3/Database.h"
+#include "zelwbr3/framework/ZELLib3/Database.h"
 
 #include <memory>
 #include <set>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/modFormat.h"
-#include "platform/UserLocale.h"
+#include "zelwbr3/framework/modFormat.h"
+#include "zelwbr3/platform/UserLocale.h"
 
 #include <string>
 

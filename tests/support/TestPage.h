@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/Page.h"
+#include "zelwbr3/framework/Page.h"
 
 #include <functional>
 #include <string>

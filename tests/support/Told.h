@@ -1,11 +1,11 @@
 #pragma once
 
-#include "headless/HeadlessCommandlist.h"
-#include "headless/HeadlessPlatform.h"
-#include "instances/recorded/OpenRecording.h"
 #include "tests/support/Screen.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestLocale.h"
+#include "zelwbr3/headless/HeadlessCommandlist.h"
+#include "zelwbr3/headless/HeadlessPlatform.h"
+#include "zelwbr3/instances/recorded/OpenRecording.h"
 
 #include <functional>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "pages/main/PageMain.h"
+#include "zelwbr3/pages/main/PageMain.h"
 
 #include "tests/support/Shown.h"
 

@@ -1,0 +1,74 @@
+#include "zelwbr3/desktop/BrowserPanel.h"
+
+#include "zelwbr3/desktop/KeyTranslation.h"
+
+namespace ZELWbr3::Desktop {
+
+namespace {
+
+/// 1 Shift, 2 Ctrl, 4 Alt.
+int ShiftState(const wxKeyEvent& oEvent) {
+  return (oEvent.ShiftDown() ? 1 : 0) + (oEvent.ControlDown() ? 2 : 0) + (oEvent.AltDown() ? 4 : 0);
+}
+
+}  // namespace
+
+BrowserPanel::BrowserPanel(wxWindow* oParent, wxWindowID iID)
+    : wxPanel(oParent, iID, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL | wxWANTS_CHARS | wxBORDER_NONE),
+      m_oControl(std::make_shared<Control>(*this)) {
+  Bind(wxEVT_SIZE, &BrowserPanel::OnSize, this);
+  Bind(wxEVT_KEY_DOWN, &BrowserPanel::OnKeyDown, this);
+  Bind(wxEVT_KEY_UP, &BrowserPanel::OnKeyUp, this);
+  Bind(wxEVT_CHAR, &BrowserPanel::OnChar, this);
+}
+
+BrowserPanel::~BrowserPanel() {
+  DesktopPump& oPump = Platform().Pump();
+  if (!oPump.Waiting()) return;
+  oPump.EndWaits("The control was destroyed");
+  oPump.AfterWaits([oControl = m_oControl]() mutable { oControl.reset(); });
+}
+
+void BrowserPanel::SetFocus() {
+  if (Browser().VisibleDocument() != nullptr) {
+    Platform().Focus();
+  } else {
+    SetCanFocus(true);  // wx takes it away from every panel that has children
+    SetFocusIgnoringChildren();
+  }
+}
+
+void BrowserPanel::OnSize(wxSizeEvent& oEvent) {
+  const wxSize oSize = GetClientSize();
+  Browser().Resize(oSize.GetWidth(), oSize.GetHeight());
+  oEvent.Skip();
+}
+
+// Keys of a page that nobody has handled come by here as well, for such events
+// go from a window to its parent; they are not the control's own.
+
+void BrowserPanel::OnKeyDown(wxKeyEvent& oEvent) {
+  oEvent.Skip();
+  if (oEvent.GetEventObject() != this) return;
+  Integer iKeyCode = int{Translate(oEvent).Code};
+  Integer iShift = ShiftState(oEvent);
+  Platform().Pump().Deliver([&] { Browser().KeyDown.Raise(iKeyCode, iShift); });
+}
+
+void BrowserPanel::OnKeyUp(wxKeyEvent& oEvent) {
+  oEvent.Skip();
+  if (oEvent.GetEventObject() != this) return;
+  Integer iKeyCode = int{Translate(oEvent).Code};
+  Integer iShift = ShiftState(oEvent);
+  Platform().Pump().Deliver([&] { Browser().KeyUp.Raise(iKeyCode, iShift); });
+}
+
+void BrowserPanel::OnChar(wxKeyEvent& oEvent) {
+  oEvent.Skip();
+  const int iCharacter = oEvent.GetUnicodeKey();
+  if (oEvent.GetEventObject() != this || iCharacter == WXK_NONE || iCharacter > 0x7FFF) return;
+  Integer iKeyAscii = iCharacter;
+  Platform().Pump().Deliver([&] { Browser().KeyPress.Raise(iKeyAscii); });
+}
+
+}  // namespace ZELWbr3::Desktop

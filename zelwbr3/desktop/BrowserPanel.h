@@ -1,0 +1,47 @@
+#pragma once
+
+#include "zelwbr3/desktop/DesktopPlatform.h"
+#include "zelwbr3/shell/Browser.h"
+
+#include <memory>
+
+#include <wx/panel.h>
+
+namespace ZELWbr3::Desktop {
+
+/// The control for a program with wxWidgets: a panel like any other, to be
+/// placed in a sizer. Given the keyboard, it hands it to the page in front.
+///
+///     auto* oPanel = new BrowserPanel(oFrame);
+///     oPanel->Browser().HTMLPath("/usr/share/zelwbr3/html");
+///     oPanel->Browser().PageMain()->Show(oDatabase);
+///
+/// Showing a page pumps messages. A panel that is destroyed meanwhile ends the
+/// wait with WaitError; its control lives on, invisible, until the waiting code
+/// has been left.
+class BrowserPanel : public wxPanel {
+ public:
+  explicit BrowserPanel(wxWindow* oParent, wxWindowID iID = wxID_ANY);
+  ~BrowserPanel() override;
+
+  ZELWbr3::Browser& Browser() { return m_oControl->oBrowser; }
+  DesktopPlatform& Platform() { return m_oControl->oPlatform; }
+
+  void SetFocus() override;
+
+ private:
+  struct Control {
+    explicit Control(wxWindow& oWindow) : oPlatform(oWindow), oBrowser(oPlatform) {}
+    DesktopPlatform oPlatform;
+    ZELWbr3::Browser oBrowser;
+  };
+
+  void OnSize(wxSizeEvent& oEvent);
+  void OnKeyDown(wxKeyEvent& oEvent);
+  void OnKeyUp(wxKeyEvent& oEvent);
+  void OnChar(wxKeyEvent& oEvent);
+
+  std::shared_ptr<Control> m_oControl;
+};
+
+}  // namespace ZELWbr3::Desktop

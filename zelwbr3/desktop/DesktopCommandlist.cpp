@@ -1,0 +1,72 @@
+#include "zelwbr3/desktop/DesktopCommandlist.h"
+
+#include "zelwbr3/dom/Text.h"
+
+#include <wx/button.h>
+#include <wx/statline.h>
+#include <wx/wrapsizer.h>
+
+#include <algorithm>
+
+namespace ZELWbr3::Desktop {
+
+using ZELCmd3::CommandItem;
+
+namespace {
+
+/// The same but for what can be changed in place.
+bool LooksLike(const CommandItem& a, const CommandItem& b) {
+  return a.Key == b.Key && a.Text == b.Text && a.Picture == b.Picture && a.Separator == b.Separator;
+}
+
+}  // namespace
+
+DesktopCommandlist::DesktopCommandlist(wxWindow& oParent, Pictures oPictures)
+    : m_oBar(new wxPanel(&oParent)), m_oPictures(std::move(oPictures)) {
+  m_oBar->SetSizer(new wxWrapSizer(wxHORIZONTAL, wxREMOVE_LEADING_SPACES));
+  m_oBar->SetLabel("Commands");
+}
+
+DesktopCommandlist::~DesktopCommandlist() {
+  if (m_oBar != nullptr) m_oBar->Destroy();
+}
+
+void DesktopCommandlist::ItemsChanged() {
+  if (m_bDrawing || m_oBar == nullptr) return;
+  m_bDrawing = true;
+  m_oBar->CallAfter([this] { Draw(); });
+}
+
+void DesktopCommandlist::Draw() {
+  m_bDrawing = false;
+  const auto oItems = Items();
+  if (!std::ranges::equal(oItems, m_oShown, LooksLike)) {
+    m_oBar->Freeze();
+    m_oBar->DestroyChildren();
+    m_oBar->GetSizer()->Clear();
+    m_oButtons.clear();
+    for (const CommandItem& oItem : oItems) {
+      m_oButtons.push_back(MakeButton(oItem));
+      m_oBar->GetSizer()->Add(m_oButtons.back(), wxSizerFlags().Expand().Border(wxALL, m_oBar->FromDIP(3)));
+    }
+    m_oBar->Thaw();
+    if (wxWindow* oParent = m_oBar->GetParent()) oParent->Layout();
+  }
+  for (std::size_t i = 0; i < oItems.size(); ++i) m_oButtons[i]->Enable(oItems[i].Enabled);
+  m_oShown = oItems;
+}
+
+wxWindow* DesktopCommandlist::MakeButton(const CommandItem& oItem) {
+  if (oItem.Separator) {
+    return new wxStaticLine(m_oBar, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLI_VERTICAL);
+  }
+  auto* oButton = new wxButton(m_oBar, wxID_ANY, wxString::FromUTF8(Text::Clean(oItem.Text)));
+  const wxBitmapBundle oPicture = m_oPictures ? m_oPictures(oItem.Picture) : wxBitmapBundle();
+  if (oPicture.IsOk()) oButton->SetBitmap(oPicture);
+  // Not within the button's own event: the click may change the list.
+  oButton->Bind(wxEVT_BUTTON,
+                [this, lKey = oItem.Key](wxCommandEvent&) { m_oBar->CallAfter([this, lKey] { Click(lKey); }); });
+  return oButton;
+}
+
+}  // namespace ZELWbr3::Desktop

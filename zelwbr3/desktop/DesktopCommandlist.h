@@ -1,0 +1,41 @@
+#pragma once
+
+#include "zelwbr3/framework/CommandLists.h"
+
+#include <functional>
+#include <vector>
+
+#include <wx/bmpbndl.h>
+#include <wx/panel.h>
+#include <wx/weakref.h>
+
+namespace ZELWbr3::Desktop {
+
+/// A command list drawn as a row of buttons, which wraps when it is narrow. A
+/// mnemonic works with Alt from everywhere in the window. The window is
+/// destroyed by its parent, as windows are; the list may outlive it.
+class DesktopCommandlist : public CommandLists {
+ public:
+  /// The picture with a number; an empty bundle for none.
+  using Pictures = std::function<wxBitmapBundle(Long)>;
+
+  explicit DesktopCommandlist(wxWindow& oParent, Pictures oPictures = {});
+  ~DesktopCommandlist() override;
+
+  /// The window to be placed in a sizer; null when it is gone.
+  wxWindow* Window() const { return m_oBar; }
+
+ private:
+  /// Pages change their list item by item: it is drawn once, later.
+  void ItemsChanged() override;
+  void Draw();
+  wxWindow* MakeButton(const ZELCmd3::CommandItem& oItem);
+
+  wxWeakRef<wxPanel> m_oBar;
+  Pictures m_oPictures;
+  std::vector<ZELCmd3::CommandItem> m_oShown;
+  std::vector<wxWindow*> m_oButtons;  ///< one for each item shown
+  bool m_bDrawing = false;
+};
+
+}  // namespace ZELWbr3::Desktop

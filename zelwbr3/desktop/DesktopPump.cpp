@@ -1,0 +1,154 @@
+#include "zelwbr3/desktop/DesktopPump.h"
+
+#include "zelwbr3/desktop/InputGrab.h"
+
+#include <wx/app.h>
+#include <wx/evtloop.h>
+
+#include <exception>
+#include <optional>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace ZELWbr3::Desktop {
+
+struct DesktopPump::State {
+  Trace oTrace;
+  int iDepth = 0;
+  bool bWorking = false;
+  /// Why the waits that are going on end; empty while they may go on.
+  std::string sEnd;
+  std::exception_ptr oError;
+  std::vector<std::function<void()>> oAfterWaits;
+
+  /// Throws what the waiting one has to know.
+  void Check() {
+    if (oError != nullptr) std::rethrow_exception(std::exchange(oError, nullptr));
+    if (!sEnd.empty()) throw WaitError(sEnd);
+  }
+
+  void TraceError(const std::exception_ptr& oThrown) {
+    try {
+      std::rethrow_exception(oThrown);
+    } catch (const std::exception& o) {
+      if (oTrace) oTrace(std::string("Nobody waited for this error: ") + o.what());
+    }
+  }
+};
+
+/// One wait, from its beginning to its end.
+class DesktopPump::Wait {
+ public:
+  explicit Wait(std::shared_ptr<State> oState) : m_oState(std::move(oState)) { ++m_oState->iDepth; }
+  ~Wait() {
+    if (--m_oState->iDepth > 0) return;
+    m_oState->sEnd.clear();
+    for (const auto& oTask : std::exchange(m_oState->oAfterWaits, {})) wxTheApp->CallAfter(oTask);
+  }
+  Wait(const Wait&) = delete;
+  Wait& operator=(const Wait&) = delete;
+
+  /// Blocks until something has arrived and handles it.
+  void Dispatch() {
+    // A program that shows a page before its main loop runs has no loop yet.
+    wxEventLoopBase* oLoop = wxEventLoopBase::GetActive();
+    std::unique_ptr<wxEventLoopBase> oOwn;
+    std::optional<wxEventLoopActivator> oActivator;
+    if (oLoop == nullptr) {
+      oOwn = std::make_unique<wxEventLoop>();
+      oLoop = oOwn.get();
+      oActivator.emplace(oLoop);
+    }
+    // The result says nothing: after a modal dialog it is false at every call.
+    oLoop->Dispatch();
+  }
+
+ private:
+  std::shared_ptr<State> m_oState;
+};
+
+DesktopPump::DesktopPump(Trace oTrace) : m_oState(std::make_shared<State>()) { m_oState->oTrace = std::move(oTrace); }
+
+DesktopPump::~DesktopPump() {
+  m_oState->oTrace = nullptr;
+  EndWaits("The control was destroyed");
+}
+
+void DesktopPump::Turn() {
+  const std::shared_ptr<State> oState = m_oState;
+  oState->Check();
+  Wait oWait(oState);
+  oWait.Dispatch();
+  oState->Check();
+}
+
+void DesktopPump::Drain() {
+  const std::shared_ptr<State> oState = m_oState;
+  const Wait oWait(oState);
+  wxEventLoopBase* oLoop = wxEventLoopBase::GetActive();
+  // Bounded, so that an animation cannot hold up the work.
+  for (int i = 0; oLoop != nullptr && i < 100 && oLoop->Pending(); ++i) {
+    oLoop->Dispatch();
+    oState->Check();
+  }
+  // What the program has put off until it is idle, which it is not for long.
+  if (wxTheApp->HasPendingEvents()) wxTheApp->ProcessPendingEvents();
+  oState->Check();
+}
+
+void DesktopPump::Work(const std::function<void()>& oWork) {
+  AwaitWork();
+  const std::shared_ptr<State> oState = m_oState;
+  Wait oWait(oState);
+  std::exception_ptr oFailure;
+  oState->bWorking = true;
+  {
+    const InputGrab oGrab;
+    const std::jthread oThread([&] {
+      try {
+        oWork();
+      } catch (...) {
+        oFailure = std::current_exception();
+      }
+      wxTheApp->CallAfter([oState] { oState->bWorking = false; });
+    });
+    while (oState->bWorking) oWait.Dispatch();
+  }
+  if (oFailure != nullptr) std::rethrow_exception(oFailure);
+  oState->Check();
+}
+
+void DesktopPump::AwaitWork() {
+  const std::shared_ptr<State> oState = m_oState;
+  while (oState->bWorking) Turn();
+}
+
+void DesktopPump::Deliver(const std::function<void()>& oHandler) {
+  const std::shared_ptr<State> oState = m_oState;
+  try {
+    oHandler();
+  } catch (...) {
+    if (oState->iDepth > 0 && oState->oError == nullptr) {
+      oState->oError = std::current_exception();
+    } else {
+      oState->TraceError(std::current_exception());
+    }
+  }
+}
+
+void DesktopPump::AfterWaits(std::function<void()> oTask) {
+  if (Waiting()) {
+    m_oState->oAfterWaits.push_back(std::move(oTask));
+  } else {
+    wxTheApp->CallAfter(oTask);
+  }
+}
+
+bool DesktopPump::Waiting() const { return m_oState->iDepth > 0; }
+
+void DesktopPump::EndWaits(const std::string& sReason) {
+  if (m_oState->iDepth > 0) m_oState->sEnd = sReason;
+}
+
+}  // namespace ZELWbr3::Desktop

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "zelwbr3/platform/MessagePump.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace ZELWbr3::Desktop {
+
+/// The toolkit's message loop for somebody who waits.
+///
+/// What arrives is handled out of C code that no exception may cross. Deliver
+/// keeps an exception and Turn throws it on, so that it reaches the one who
+/// waits for what went wrong.
+class DesktopPump : public MessagePump {
+ public:
+  using Trace = std::function<void(const std::string&)>;
+
+  explicit DesktopPump(Trace oTrace);
+  ~DesktopPump() override;
+
+  void Turn() override;
+  void Drain() override;
+  /// Work cannot be broken off: a wait for it that has to end throws WaitError
+  /// only when the work is done.
+  void Work(const std::function<void()>& oWork) override;
+  void AwaitWork() override;
+
+  /// Runs a handler of something that has arrived. What it throws is thrown by
+  /// the innermost Turn that is going on, or else traced.
+  void Deliver(const std::function<void()>& oHandler);
+
+  /// True while Turn, Drain or Work is going on, or between two Turns of a wait
+  /// that one of them was called from.
+  bool Waiting() const;
+  /// Runs something out of the toolkit's loop, but not before the waits that are
+  /// going on now have ended and their code has been left.
+  void AfterWaits(std::function<void()> oTask);
+  /// Ends all waits that are going on now: each Turn throws WaitError with
+  /// this reason. A wait that begins after the last of them has ended is none
+  /// of them.
+  void EndWaits(const std::string& sReason);
+
+ private:
+  struct State;
+  class Wait;
+
+  /// Shared with every Turn going on, for the pump may be destroyed in it.
+  std::shared_ptr<State> m_oState;
+};
+
+}  // namespace ZELWbr3::Desktop

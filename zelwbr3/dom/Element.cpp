@@ -1,0 +1,238 @@
+#include "zelwbr3/dom/Element.h"
+
+#include "zelwbr3/dom/All.h"
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/dom/EmbeddedObject.h"
+#include "zelwbr3/dom/HTMLWriter.h"
+#include "zelwbr3/dom/Markup.h"
+#include "zelwbr3/dom/Style.h"
+#include "zelwbr3/dom/Text.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace ZELWbr3 {
+
+namespace {
+
+/// Room between two siblings when the second is appended: enough to insert
+/// thirty times at one place before the siblings are numbered anew.
+constexpr std::uint64_t OrderStep = std::uint64_t{1} << 30;
+
+const std::string NoText;
+const Element::Attributes NoAttributes;
+
+auto Named(std::string_view sName) {
+  return [sName](const Element::Attribute& oAttribute) { return oAttribute.first == sName; };
+}
+
+}  // namespace
+
+const Element::Attributes& Element::attributes() const { return m_oAttributes ? *m_oAttributes : NoAttributes; }
+
+const std::string& Element::getAttribute(std::string_view sName) const {
+  const Attributes& oAttributes = attributes();
+  const auto it = std::ranges::find_if(oAttributes, Named(sName));
+  return it == oAttributes.end() ? NoText : it->second;
+}
+
+bool Element::hasAttribute(std::string_view sName) const { return std::ranges::any_of(attributes(), Named(sName)); }
+
+void Element::setAttribute(std::string_view sName, std::string_view sValue) {
+  AssignAttribute(sName, Text::Clean(sValue));
+  m_oDocument->Report({Change::Kind::Attribute, m_iNumber, 0, sName, getAttribute(sName)});
+}
+
+void Element::removeAttribute(std::string_view sName) {
+  if (!hasAttribute(sName)) return;
+  AssignAttribute(sName, std::nullopt);
+  m_oDocument->Report({Change::Kind::RemoveAttribute, m_iNumber, 0, sName});
+}
+
+void Element::AssignAttribute(std::string_view sName, std::optional<std::string> sValue) {
+  const bool bIndexed = sName == "id" && isConnected();
+  if (bIndexed) m_oDocument->m_ids.Remove(*this);
+
+  if (m_oAttributes == nullptr) {
+    m_oAttributes = std::make_shared<Attributes>();
+  } else if (m_oAttributes.use_count() > 1) {
+    m_oAttributes = std::make_shared<Attributes>(*m_oAttributes);
+  }
+  const auto it = std::ranges::find_if(*m_oAttributes, Named(sName));
+  if (!sValue) {
+    if (it != m_oAttributes->end()) m_oAttributes->erase(it);
+  } else if (it != m_oAttributes->end()) {
+    it->second = std::move(*sValue);
+  } else {
+    m_oAttributes->emplace_back(sName, std::move(*sValue));
+  }
+
+  if (bIndexed) m_oDocument->m_ids.Add(*this);
+}
+
+Style Element::style() { return Style(*this); }
+
+EmbeddedObject Element::object() { return EmbeddedObject(*this); }
+
+std::string Element::innerText() const {
+  std::string sText;
+  AppendTextContent(sText);
+  return sText;
+}
+
+void Element::AppendTextContent(std::string& sText) const {
+  sText += m_sText;
+  for (const Element* oChild = m_oFirstChild; oChild != nullptr; oChild = oChild->m_oNext) {
+    oChild->AppendTextContent(sText);
+    sText += oChild->m_sTail;
+  }
+}
+
+void Element::innerText(std::string_view sText) {
+  std::string sClean = Text::Clean(sText);  // first: it may be this element's own text
+  RemoveContent();
+  m_sText = std::move(sClean);
+  m_oDocument->Report({Change::Kind::Text, m_iNumber, 0, {}, m_sText});
+}
+
+std::string Element::innerHTML() const { return HTMLWriter().Inner(*this); }
+
+void Element::innerHTML(std::string_view sMarkup) {
+  // Parsed once before anything is touched: broken markup must not cost the
+  // content that stands there, and the markup may be a text out of it.
+  const std::string sOwn(sMarkup);
+  Document oTrial;
+  DocumentBuilder oTrialBuilder(oTrial);
+  oTrialBuilder.Begin(tagName());
+  BuildMarkup(oTrialBuilder, sOwn);
+
+  innerText("");
+  DocumentBuilder oBuilder(*m_oDocument, *this);
+  BuildMarkup(oBuilder, sOwn);
+}
+
+void Element::RemoveContent() {
+  const bool bConnected = m_oFirstChild != nullptr && isConnected();
+  for (Element* oChild = m_oFirstChild; oChild != nullptr;) {
+    Element* oNext = oChild->m_oNext;
+    if (bConnected) m_oDocument->Disconnect(*oChild);
+    oChild->m_oParent = oChild->m_oPrevious = oChild->m_oNext = nullptr;
+    oChild->m_sTail.clear();
+    oChild = oNext;
+  }
+  m_oFirstChild = m_oLastChild = nullptr;
+  m_sText.clear();
+}
+
+bool Element::contains(const Element& oOther) const {
+  for (const Element* o = &oOther; o != nullptr; o = o->m_oParent) {
+    if (o == this) return true;
+  }
+  return false;
+}
+
+bool Element::isConnected() const {
+  const Element* oRoot = m_oDocument->documentElement();
+  return oRoot != nullptr && oRoot->contains(*this);
+}
+
+bool Element::Precedes(const Element& oOther) const {
+  if (this == &oOther) return false;
+  const auto Depth = [](const Element* o) {
+    int iDepth = 0;
+    while ((o = o->m_oParent) != nullptr) ++iDepth;
+    return iDepth;
+  };
+  const Element* a = this;
+  const Element* b = &oOther;
+  const int iDepthA = Depth(a);
+  const int iDepthB = Depth(b);
+  for (int i = iDepthA; i > iDepthB; --i) a = a->m_oParent;
+  for (int i = iDepthB; i > iDepthA; --i) b = b->m_oParent;
+  if (a == b) return iDepthA < iDepthB;  // one contains the other and precedes it
+  while (a->m_oParent != b->m_oParent) {
+    a = a->m_oParent;
+    b = b->m_oParent;
+  }
+  return a->m_iOrder < b->m_iOrder;
+}
+
+All Element::all() { return All(this); }
+
+Element* Element::NthChild(std::size_t iIndex, bool (*Matches)(const Element&)) const {
+  for (Element* oChild = m_oFirstChild; oChild != nullptr; oChild = oChild->m_oNext) {
+    if (Matches(*oChild) && iIndex-- == 0) return oChild;
+  }
+  return nullptr;
+}
+
+namespace {
+
+bool IsCell(const Element& oElement) { return oElement.tagName() == "td" || oElement.tagName() == "th"; }
+
+}  // namespace
+
+Element* Element::tBodies(std::size_t iIndex) const {
+  return NthChild(iIndex, [](const Element& o) { return o.tagName() == "tbody"; });
+}
+
+Element* Element::rows(std::size_t iIndex) const {
+  return NthChild(iIndex, [](const Element& o) { return o.tagName() == "tr"; });
+}
+
+Element* Element::cells(std::size_t iIndex) const { return NthChild(iIndex, IsCell); }
+
+std::vector<Element*> Element::cells() const {
+  std::vector<Element*> oCells;
+  for (Element* oChild = m_oFirstChild; oChild != nullptr; oChild = oChild->m_oNext) {
+    if (IsCell(*oChild)) oCells.push_back(oChild);
+  }
+  return oCells;
+}
+
+Element& Element::cloneNode(bool bDeep) {
+  if (!bDeep) throw std::invalid_argument("Only deep copies of an element are made");
+  const auto iFirst = static_cast<NodeNumber>(m_oDocument->Count() + 1);
+  Element& oClone = m_oDocument->CloneBelow(*this, nullptr);
+  m_oDocument->Report({Change::Kind::Clone, m_iNumber, iFirst});
+  return oClone;
+}
+
+Element& Element::appendChild(Element& oChild) {
+  Insert(m_oLastChild, oChild);
+  m_oDocument->Report({Change::Kind::Append, m_iNumber, oChild.m_iNumber});
+  return oChild;
+}
+
+Element& Element::after(Element& oElement) {
+  if (m_oParent == nullptr) throw std::logic_error("Nothing can stand behind an element without a parent");
+  m_oParent->Insert(this, oElement);
+  oElement.m_sTail = std::exchange(m_sTail, {});
+  m_oDocument->Report({Change::Kind::After, m_iNumber, oElement.m_iNumber});
+  return oElement;
+}
+
+void Element::Insert(Element* oAfter, Element& oChild) {
+  if (oChild.m_oParent != nullptr || oChild.m_oDocument != m_oDocument || oChild.contains(*this)) {
+    throw std::logic_error("Only an unattached element of the same document can be inserted");
+  }
+  Element* oBefore = oAfter == nullptr ? m_oFirstChild : oAfter->m_oNext;
+  oChild.m_oParent = this;
+  oChild.m_oPrevious = oAfter;
+  oChild.m_oNext = oBefore;
+  (oAfter == nullptr ? m_oFirstChild : oAfter->m_oNext) = &oChild;
+  (oBefore == nullptr ? m_oLastChild : oBefore->m_oPrevious) = &oChild;
+
+  const std::uint64_t iLow = oAfter == nullptr ? 0 : oAfter->m_iOrder;
+  if (oBefore == nullptr) {
+    oChild.m_iOrder = iLow + OrderStep;
+  } else if (oBefore->m_iOrder - iLow > 1) {
+    oChild.m_iOrder = iLow + (oBefore->m_iOrder - iLow) / 2;
+  } else {
+    std::uint64_t iOrder = 0;
+    for (Element* o = m_oFirstChild; o != nullptr; o = o->m_oNext) o->m_iOrder = iOrder += OrderStep;
+  }
+  if (isConnected()) m_oDocument->Connect(oChild);
+}
+
+}  // namespace ZELWbr3

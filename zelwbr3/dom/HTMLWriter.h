@@ -1,0 +1,32 @@
+#pragma once
+
+#include "zelwbr3/dom/Element.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace ZELWbr3 {
+
+/// Writes elements as HTML, every text to the blank.
+class HTMLWriter {
+ public:
+  /// May give the markup that stands for an element instead of its own, such
+  /// as a style element for a link to a style sheet.
+  using Replacement = std::function<std::optional<std::string>(const Element&)>;
+
+  explicit HTMLWriter(Replacement oReplacement = {}) : m_oReplacement(std::move(oReplacement)) {}
+
+  /// The element with its tags and all below it.
+  std::string Outer(const Element& oElement) const;
+  /// Only what is inside its tags.
+  std::string Inner(const Element& oElement) const;
+
+ private:
+  void WriteContent(std::string& sOut, const Element& oElement) const;
+  void WriteElement(std::string& sOut, const Element& oElement) const;
+
+  Replacement m_oReplacement;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "zelwbr3/dom/Element.h"
+
+namespace ZELWbr3 {
+
+/// An element's own style, as far as it can be written: whether it is shown.
+class Style {
+ public:
+  explicit Style(Element& oElement) : m_oElement(oElement) {}
+
+  /// "" = the element's default, "none" = hidden.
+  std::string display() const;
+  void display(std::string_view sValue);
+
+ private:
+  Element& m_oElement;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "zelwbr3/platform/Checked.h"
+
+namespace ZELWbr3 {
+
+/// The event that a window is handling: a key that was pressed.
+struct WindowEvent {
+  Long keyCode;
+  /// False keeps the browser from acting on the key.
+  bool returnValue = true;
+};
+
+/// The window that a document stands in.
+class Window {
+ public:
+  /// Null while no event is being handled.
+  WindowEvent* event() const { return m_oEvent; }
+
+ private:
+  friend class CurrentEvent;
+  WindowEvent* m_oEvent = nullptr;
+};
+
+/// Makes an event a window's current one for as long as this object lives.
+class CurrentEvent {
+ public:
+  CurrentEvent(Window& oWindow, WindowEvent& oEvent) : m_oWindow(oWindow), m_oPrevious(oWindow.m_oEvent) {
+    oWindow.m_oEvent = &oEvent;
+  }
+  ~CurrentEvent() { m_oWindow.m_oEvent = m_oPrevious; }
+  CurrentEvent(const CurrentEvent&) = delete;
+  CurrentEvent& operator=(const CurrentEvent&) = delete;
+
+ private:
+  Window& m_oWindow;
+  WindowEvent* m_oPrevious;
+};
+
+}  // namespace ZELWbr3

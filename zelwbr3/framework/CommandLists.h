@@ -1,0 +1,35 @@
+#pragma once
+
+#include "zelwbr3/platform/FCommandlist.h"
+
+#include <map>
+#include <vector>
+
+namespace ZELWbr3 {
+
+/// The bookkeeping of a command list: what each page has put into it and which
+/// page is in front. A platform adds the drawing.
+class CommandLists : public ZELCmd3::FCommandlist {
+ public:
+  bool HasList(Long lPageType) const override;
+  void Add(Long lPageType, const ZELCmd3::CommandItem& oItem) override;
+  void Enable(Long lPageType, Long lKey, bool bEnabled) override;
+  void Reset(Long lPageType) override;
+  void BringToFront(Long lPageType) override;
+  std::vector<ZELCmd3::CommandItem> Items() const override;
+
+ protected:
+  /// The items shown have changed.
+  virtual void ItemsChanged() = 0;
+  /// Reports a click on the item with this key of the list shown. False when
+  /// there is none, or it is a separator or disabled.
+  bool Click(Long lKey);
+
+ private:
+  void Changed(Long lPageType);
+
+  std::map<Long, std::vector<ZELCmd3::CommandItem>> m_lists;
+  Long m_lFront;
+};
+
+}  // namespace ZELWbr3

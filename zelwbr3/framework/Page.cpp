@@ -1,0 +1,42 @@
+#include "zelwbr3/framework/Page.h"
+
+#include <stdexcept>
+
+namespace ZELWbr3 {
+
+void PageSite::Adopt(Page& oPage) { oPage.SetBrowser(*this); }
+
+void Page::Hide() { m_oDocument.reset(); }
+
+void Page::CleanUp() {
+  m_oDocument.reset();
+  m_oBrowser = nullptr;
+}
+
+PageSite& Page::Browser() const {
+  if (m_oBrowser == nullptr) throw std::logic_error("The page " + Name() + " does not belong to a control");
+  return *m_oBrowser;
+}
+
+void Page::ShowInFrame() { Browser().Show(shared_from_this(), WebBrowser()); }
+
+void Page::BeginReload() {
+  // A second refresh before the first one's document has come is part of it:
+  // the host hears one begin for one end.
+  if (!std::exchange(m_bActionPending, true)) Browser().RaiseActionBegin();
+}
+
+void Page::DocumentComplete(const std::shared_ptr<ZELWbr3::Document>& oDocument) {
+  m_oDocument = oDocument;
+  try {
+    Fill();
+  } catch (const std::exception& oError) {
+    // Somebody waits for the completion, and would for ever.
+    if (HasBrowser()) m_oBrowser->Platform().Trace("Filling the page " + Name() + " failed: " + oError.what());
+  }
+  if (HasBrowser()) m_oBrowser->NotifyPageComplete(shared_from_this());
+  // The host's handler may have cleaned the page up.
+  if (std::exchange(m_bActionPending, false) && HasBrowser()) m_oBrowser->RaiseActionComplete(false);
+}
+
+}  // namespace ZELWbr3

@@ -1,0 +1,86 @@
+#include "zelwbr3/framework/SystemLocale.h"
+
+#include "zelwbr3/dom/Text.h"
+
+#include <chrono>
+#include <climits>
+#include <ctime>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+
+namespace ZELWbr3 {
+
+namespace {
+
+// The wide facets are the ones that know separators of several bytes.
+using Numbers = std::numpunct<wchar_t>;
+using Money = std::moneypunct<wchar_t>;
+using Times = std::time_put<wchar_t>;
+
+std::string ToUTF8(std::wstring_view sText) {
+  std::string sUTF8;
+  for (const wchar_t c : sText) Text::AppendCodePoint(sUTF8, static_cast<char32_t>(c));
+  return sUTF8;
+}
+
+/// "3;2;0" from the C library's list of group sizes.
+std::string Groups(const std::string& sSizes) {
+  std::string sGroups;
+  for (const char c : sSizes) {
+    if (c <= 0 || c == CHAR_MAX) return sGroups;  // nothing is grouped beyond this
+    sGroups += std::to_string(static_cast<int>(c)) + ";";
+  }
+  return sGroups.empty() ? sGroups : sGroups + "0";
+}
+
+}  // namespace
+
+SystemLocale::SystemLocale() {
+  try {
+    m_oLocale = std::locale("");
+  } catch (const std::runtime_error&) {
+    m_oLocale = std::locale::classic();
+  }
+}
+
+std::string SystemLocale::LocaleInfo(Long, Long lItem) const {
+  const auto& oNumbers = std::use_facet<Numbers>(m_oLocale);
+  // Without groups the library still names a separator.
+  std::string sGroups = Groups(oNumbers.grouping());
+  switch (lItem) {
+    case DecimalSeparator:
+      return ToUTF8(std::wstring(1, oNumbers.decimal_point()));
+    case ThousandsSeparator:
+      return sGroups.empty() ? "" : ToUTF8(std::wstring(1, oNumbers.thousands_sep()));
+    case Grouping:
+      return sGroups;
+    case DecimalPlaces: {
+      const int iDigits = std::use_facet<Money>(m_oLocale).frac_digits();
+      return std::to_string(iDigits > 0 && iDigits < 10 ? iDigits : 2);
+    }
+    default:
+      return {};
+  }
+}
+
+std::string SystemLocale::Format(const Date& dDate, char cConversion) const {
+  std::tm oTime{};
+  oTime.tm_year = dDate.Year - 1900;
+  oTime.tm_mon = dDate.Month - 1;
+  oTime.tm_mday = dDate.Day;
+  oTime.tm_hour = dDate.Hour;
+  oTime.tm_min = dDate.Minute;
+  oTime.tm_sec = dDate.Second;
+  oTime.tm_isdst = -1;  // some locales end their times in a zone's name, which is not known here
+  const std::chrono::year_month_day oDay{std::chrono::year(dDate.Year),
+                                         std::chrono::month(static_cast<unsigned>(dDate.Month)),
+                                         std::chrono::day(static_cast<unsigned>(dDate.Day))};
+  if (oDay.ok()) oTime.tm_wday = static_cast<int>(std::chrono::weekday(std::chrono::sys_days(oDay)).c_encoding());
+  std::wostringstream oStream;
+  oStream.imbue(m_oLocale);
+  std::use_facet<Times>(m_oLocale).put(std::ostreambuf_iterator(oStream), oStream, L' ', &oTime, cConversion);
+  return Text::Trim(ToUTF8(oStream.str()));
+}
+
+}  // namespace ZELWbr3

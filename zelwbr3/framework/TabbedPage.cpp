@@ -1,0 +1,33 @@
+#include "zelwbr3/framework/TabbedPage.h"
+
+namespace ZELWbr3 {
+
+void TabbedPage::Hide() {
+  m_oTabs.CleanUp();
+  DataPage::Hide();
+}
+
+void TabbedPage::CleanUp() {
+  m_oTabs.CleanUp();
+  DataPage::CleanUp();
+}
+
+void TabbedPage::FillContent() {
+  m_oTabs.Init(Document(), Name());
+  WithTabsDisabled([this] { FillTabs(); });
+  if (m_oTabs.IsSelectable(m_lChosenTab)) m_oTabs.Select(m_lChosenTab);
+}
+
+void TabbedPage::WithTabsDisabled(const std::function<void()>& oWork) {
+  m_oTabs.Enabled(false);
+  Guarded(oWork);
+  m_oTabs.Enabled(true);
+}
+
+bool TabbedPage::OnClick(const std::string& sID) {
+  if (!m_oTabs.Enabled() || !m_oTabs.HandleOnClick(sID)) return false;
+  m_lChosenTab = m_oTabs.Selected();
+  return true;
+}
+
+}  // namespace ZELWbr3

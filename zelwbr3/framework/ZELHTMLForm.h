@@ -1,0 +1,45 @@
+#pragma once
+
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/platform/Checked.h"
+
+#include <memory>
+#include <string>
+
+namespace ZELWbr3 {
+
+/// The frame that all page files share: wait area, content, footer and the
+/// warning strip at the top. Switches them by their style and creates nothing.
+/// An element that the page file lacks is skipped.
+class ZELHTMLForm {
+ public:
+  /// Finds the areas in a document; keeps the document until CleanUp.
+  void Init(std::shared_ptr<Document> oDocument);
+  void CleanUp() { *this = ZELHTMLForm(); }
+
+  /// Shows the content instead of the wait area; false leaves the footer as it
+  /// is.
+  void ShowContent(bool bFooter);
+  /// Shows the wait area instead of the content; false leaves the footer as it
+  /// is.
+  void ShowWait(bool bFooter);
+
+  /// Shows the warning strip with a text. sInfo is the optional second line,
+  /// markup that the program itself has built; an empty one leaves that line
+  /// as it was.
+  void ShowTopWarning(const std::string& sText, const std::string& sInfo);
+  void HideTopWarning();
+
+  /// Makes the first element with the id sID a command link: appends the
+  /// command's number to the id, so that the next call finds the next one.
+  void SetCommand(const std::string& sID, Long lCommand);
+
+ private:
+  std::shared_ptr<Document> m_oDocument;
+  Element* m_oWait = nullptr;
+  Element* m_oContent = nullptr;
+  Element* m_oFooter = nullptr;
+  Element* m_oTopWarning = nullptr;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/platform/Checked.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ZELWbr3 {
+
+/// One tab strip of a page file: a row of tab links with an angle between any
+/// two and an edge at both ends, above one content block a tab. The ids of its
+/// elements end with the strip's name; tabs count from 0.
+///
+/// Works by class names and by showing the blocks, and keeps nothing of the
+/// selection, which is the strip's attribute "selectedtab". What the page file
+/// lacks is skipped.
+class clsTabStrip {
+ public:
+  /// For the page's use; the strip works alike without.
+  bool Enabled() const { return m_bEnabled; }
+  void Enabled(bool bEnabled) { m_bEnabled = bEnabled; }
+
+  /// Finds the strip in a document; keeps the document until CleanUp.
+  void Init(std::shared_ptr<Document> oDocument, std::string sName);
+  void CleanUp();
+
+  /// A click on the element with that id, which is the active one. True when
+  /// it was a link of this strip that could be selected, and now is. The tab is
+  /// one digit of the id, so that only the first ten can be reached.
+  bool HandleOnClick(std::string_view sID);
+
+  /// The selected tab; 0 without a strip.
+  Long Selected() const;
+  /// An unselected tab that is not disabled.
+  bool IsSelectable(Long lTab) const;
+  /// Selects a tab, 0 to the number of tabs - 1.
+  void Select(Long lTab);
+  /// Greys a tab out: it no longer reacts to clicks.
+  void Disable(Long lTab);
+
+ private:
+  Element* Find(const std::string& sPart) const;
+  Element* Link(Long lTab) const;
+  void SetClass(Element* oElement, std::string_view sClass) const;
+  /// The angle in front of a tab.
+  void SetAngle(Long lTab, std::string_view sClass) const;
+  void SetEdges(std::string_view sFirst, std::string_view sLast) const;
+  void ShowContent(Long lTab, std::string_view sDisplay) const;
+
+  std::shared_ptr<Document> m_oDocument;
+  std::string m_sName;
+  Element* m_oStrip = nullptr;
+  Long m_lTabCount = 0;
+  bool m_bEnabled = false;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "zelwbr3/platform/Checked.h"
+#include "zelwbr3/platform/UserLocale.h"
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace ZELWbr3 {
+
+/// A timing trace in a text file. Every line opens and closes the file, so the
+/// trace survives a crash of the host and can be read while it is written.
+/// Times are milliseconds since StartLogging; beyond 32 bits (24.8 days) they
+/// raise std::overflow_error. A file that cannot be written raises
+/// std::runtime_error that names it.
+class clsTrace {
+ public:
+  /// Milliseconds of a clock that never goes back.
+  using Timer = std::function<std::int64_t()>;
+
+  explicit clsTrace(const UserLocale& oLocale, Timer oTimer = SteadyTimer);
+
+  void StartLogging(const std::string& sFileName);
+  /// Only after logging has started.
+  void Text(const std::string& sText);
+  /// Opens a level, at most 1025 of them; one more raises std::out_of_range.
+  void Push(const std::string& sText);
+  /// Closes the level opened last and writes how long it was open; without one
+  /// raises std::out_of_range.
+  void Pop(const std::string& sText);
+  /// Only after logging has started.
+  void StopLogging();
+
+ private:
+  static std::int64_t SteadyTimer();
+  Long Elapsed() const;
+  std::string Bracketed(Long lMilliseconds) const;
+  void Write(const std::string& sLine);
+
+  const UserLocale& m_oLocale;
+  Timer m_oTimer;
+  std::string m_sFileName;
+  std::int64_t m_lStart = 0;
+  bool m_bStarted = false;
+  std::size_t m_iDepth = 0;
+  std::array<Long, 1025> m_starts;
+};
+
+}  // namespace ZELWbr3

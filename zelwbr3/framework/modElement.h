@@ -1,0 +1,11 @@
+#pragma once
+
+#include "zelwbr3/dom/Element.h"
+
+/// Small procedures that pages use on elements.
+namespace ZELWbr3::modElement {
+
+/// Shows or hides an element; null is skipped.
+void ShowElement(Element* oElement, bool bVisible);
+
+}  // namespace ZELWbr3::modElement

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "zelwbr3/framework/ZELHTMLForm.h"
+#include "zelwbr3/framework/ZELLib3/Database.h"
+
+/// The warning strip of the pages that show the instance's areas.
+namespace ZELWbr3::modTopWarning {
+
+/// Warns of a full area while the instance runs, with a link to what helps;
+/// hides the strip otherwise.
+void Show(ZELHTMLForm& oForm, ZELLib3::Database& oDatabase);
+
+}  // namespace ZELWbr3::modTopWarning

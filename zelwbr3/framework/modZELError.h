@@ -1,0 +1,20 @@
+#pragma once
+
+#include "zelwbr3/framework/ZELLib3/Error.h"
+#include "zelwbr3/platform/MessageBox.h"
+
+#include <exception>
+#include <functional>
+#include <string>
+
+/// The common error display.
+namespace ZELWbr3::modZELError {
+
+/// Shows an instance's error: its code, one blank, its text. Offers help when
+/// there is something to call for it.
+void ShowError(MessageBox& oBox, const ZELLib3::Error& oError, const std::string& sTitle,
+               const std::function<void()>& oHelp = {});
+/// Shows what a page itself failed at.
+void ShowError(MessageBox& oBox, const std::exception& oError, const std::string& sTitle);
+
+}  // namespace ZELWbr3::modZELError

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "zelwbr3/dom/Document.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ZELWbr3::Headless {
+
+/// The document of an HTML text, by the same rules that browsers parse with.
+std::shared_ptr<Document> ParseHTML(std::string_view sHTML);
+
+/// The document of a page file; null when it is empty or cannot be read.
+std::shared_ptr<Document> LoadPageFile(const std::string& sPath);
+/// The document that is shown instead then.
+std::shared_ptr<Document> PageNotFound(const std::string& sPath);
+
+}  // namespace ZELWbr3::Headless

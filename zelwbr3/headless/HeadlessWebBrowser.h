@@ -1,0 +1,66 @@
+#pragma once
+
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/headless/MessageQueue.h"
+#include "zelwbr3/platform/WebBrowser.h"
+
+#include <memory>
+#include <string>
+
+namespace ZELWbr3::Headless {
+
+/// A web browser without a screen: parses the page file and is the document.
+/// Its navigation notifications go through the message queue, in the order in
+/// which a real browser sends them. The second half plays the user.
+class HeadlessWebBrowser : public WebBrowser {
+ public:
+  HeadlessWebBrowser(MessageQueue& oQueue, WebBrowserEvents& oEvents) : m_oQueue(oQueue), m_oEvents(oEvents) {}
+
+  void Navigate(const std::string& sURL, NavigateFlags eFlags) override;
+  std::shared_ptr<ZELWbr3::Document> Document() const override { return m_oDocument; }
+  void Flush() override {}
+  bool Settled() const override { return true; }
+  void Visible(bool bVisible) override { m_bVisible = bVisible; }
+  void Move(int iLeft, int iTop, int iWidth, int iHeight) override;
+
+  bool Visible() const { return m_bVisible; }
+  /// The URL navigated to last.
+  const std::string& URL() const { return m_sURL; }
+  /// The page file could be read; a page that says otherwise is shown else.
+  bool Found() const { return m_bFound; }
+  /// The folder of the page file shown; empty for a URL that is no file.
+  std::string Folder() const;
+  int Width() const { return m_iWidth; }
+  int Height() const { return m_iHeight; }
+
+  /// A click on the element with that id. Throws std::invalid_argument, which
+  /// names it, when the document has none.
+  void Click(const std::string& sID);
+  /// A key pressed. A key that the page does not handle does what a browser
+  /// does with it: Enter and Space click the active element. True when the page
+  /// swallowed it.
+  bool Key(Long lKeyCode);
+  /// Makes the element with that id active; throws as Click.
+  void Focus(const std::string& sID);
+  /// The browser's process dies.
+  void Crash(const std::string& sReason);
+
+ private:
+  Element& Find(const std::string& sID) const;
+  /// Queues a notification of the navigation under way; a later navigation
+  /// makes it void.
+  void Post(std::function<void()> oNotification);
+
+  MessageQueue& m_oQueue;
+  WebBrowserEvents& m_oEvents;
+  std::string m_sURL;
+  std::shared_ptr<ZELWbr3::Document> m_oDocument;
+  bool m_bFound = true;
+  bool m_bVisible = false;
+  int m_iWidth = 0;
+  int m_iHeight = 0;
+  /// Expires with the navigation under way, and with the browser.
+  std::shared_ptr<const bool> m_oNavigation;
+};
+
+}  // namespace ZELWbr3::Headless

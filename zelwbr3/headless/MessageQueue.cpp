@@ -1,0 +1,16 @@
+#include "zelwbr3/headless/MessageQueue.h"
+
+namespace ZELWbr3::Headless {
+
+void MessageQueue::Turn() {
+  if (m_messages.empty()) throw WaitError("The wait can never end: no notification is under way");
+  const auto oMessage = std::move(m_messages.front());
+  m_messages.pop_front();
+  oMessage();
+}
+
+void MessageQueue::Drain() {
+  while (!m_messages.empty()) Turn();
+}
+
+}  // namespace ZELWbr3::Headless

@@ -1,0 +1,27 @@
+#include "zelwbr3/headless/ReportWriter.h"
+
+#include "zelwbr3/dom/HTMLWriter.h"
+#include "zelwbr3/headless/ReadFile.h"
+
+#include <optional>
+
+namespace ZELWbr3::Headless {
+
+std::string WriteReport(const Document& oDocument, const std::string& sFolder) {
+  const auto Inlined = [&](const std::string& sTag, const std::string& sFile) -> std::optional<std::string> {
+    const auto sContent = sFile.empty() ? std::nullopt : ReadFile(sFolder + "/" + sFile);
+    if (!sContent) return std::nullopt;
+    return "<" + sTag + ">\n" + *sContent + "</" + sTag + ">";
+  };
+  const HTMLWriter oWriter([&](const Element& oElement) -> std::optional<std::string> {
+    if (oElement.tagName() == "link" && oElement.getAttribute("rel") == "stylesheet") {
+      return Inlined("style", oElement.getAttribute("href"));
+    }
+    if (oElement.tagName() == "script") return Inlined("script", oElement.getAttribute("src"));
+    return std::nullopt;
+  });
+  const Element* oRoot = oDocument.documentElement();
+  return "<!DOCTYPE html>\n" + (oRoot == nullptr ? std::string() : oWriter.Outer(*oRoot)) + "\n";
+}
+
+}  // namespace ZELWbr3::Headless

@@ -1,0 +1,40 @@
+#include "zelwbr3/instances/recorded/State.h"
+
+#include "zelwbr3/instances/recorded/Values.h"
+
+namespace ZELWbr3::Recorded {
+
+State::State(Json oChecked, CallObserver fnTold) : oRoot(std::move(oChecked)), fnObserver(std::move(fnTold)) {
+  if (oRoot.contains("fails")) oFails = oRoot["fails"].get<decltype(oFails)>();
+  if (oRoot.contains("raises")) oRaises = oRoot["raises"].get<decltype(oRaises)>();
+  if (oRoot.contains("LastError")) {
+    oRecordedError = FromJson<std::optional<ZELLib3::Error>>(oRoot["LastError"]).value_or(ZELLib3::Error{});
+  }
+  oLastError = oRecordedError;
+
+  // The state operations have something to write to.
+  Json& oDatabase = oRoot["Database"];
+  if (oDatabase.is_null()) oDatabase = Json::object();
+  if (oDatabase["StateInfo"].is_null()) oDatabase["StateInfo"] = Json::object();
+
+  constexpr auto sItems = "/Parameters/Items";
+  if (const nlohmann::json_pointer<std::string> oItems(sItems); oDatabase.contains(oItems)) {
+    std::size_t lItem = 0;
+    for (const Json& oParameter : oDatabase[oItems]) {
+      oParameters.try_emplace(Trimmed(oParameter.value("Name", "")), lItem++);
+    }
+  }
+}
+
+void State::FailedBecause(const std::string& sReason) {
+  const bool bRecorded = oRecordedError.ErrorCode != 0 || !oRecordedError.ErrorText.empty();
+  oLastError = bRecorded ? oRecordedError : ZELLib3::Error{0, sReason};
+}
+
+std::string Trimmed(const std::string& sText) {
+  const auto lFirst = sText.find_first_not_of(' ');
+  if (lFirst == std::string::npos) return {};
+  return sText.substr(lFirst, sText.find_last_not_of(' ') - lFirst + 1);
+}
+
+}  // namespace ZELWbr3::Recorded

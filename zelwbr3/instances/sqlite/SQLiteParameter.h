@@ -1,0 +1,37 @@
+#pragma once
+
+#include "zelwbr3/framework/ZELLib3/Parameter.h"
+#include "zelwbr3/instances/sqlite/ParameterList.h"
+
+namespace ZELWbr3::SQLite {
+
+/// A pragma as a parameter. The changes of its value that were observed are
+/// read when they are asked for, newest first.
+class SQLiteParameter : public ZELLib3::Parameter {
+ public:
+  SQLiteParameter(std::shared_ptr<ParameterList> oList, ParameterList::Entry oEntry)
+      : m_oList(std::move(oList)), m_oEntry(std::move(oEntry)) {}
+
+  std::string Name() const override { return m_oEntry.Pragma->Name; }
+  std::string Value() const override { return m_oEntry.Value; }
+  std::string Description() const override { return m_oEntry.Pragma->Description; }
+  std::string Explanation() const override { return m_oEntry.Pragma->FullExplanation(); }
+  ZELLib3::Long Group() const override { return static_cast<int>(m_oEntry.Pragma->InGroup); }
+  std::string NewValue() const override { return m_oEntry.NewValue; }
+  std::string NewValueOnline() const override { return m_oEntry.NewValue; }
+  ZELLib3::Long HistoryCount() const override { return Changes().size(); }
+  ZELLib3::Date HistoryDate(ZELLib3::Long k) const override { return Change(k).Seen; }
+  std::string HistoryValue(ZELLib3::Long k) const override { return Change(k).Value; }
+  std::string HistoryNewValue(ZELLib3::Long k) const override { return Change(k).NewValue; }
+  bool Exists() const override { return true; }
+
+ private:
+  const std::vector<SideFile::Change>& Changes() const;
+  const SideFile::Change& Change(std::int32_t k) const;
+
+  std::shared_ptr<ParameterList> m_oList;
+  ParameterList::Entry m_oEntry;
+  mutable std::optional<std::vector<SideFile::Change>> m_oChanges;
+};
+
+}  // namespace ZELWbr3::SQLite

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "zelwbr3/framework/ZELLib3/Parameters.h"
+#include "zelwbr3/instances/sqlite/ParameterList.h"
+
+namespace ZELWbr3::SQLite {
+
+/// The settings: pragmas that have a value. None while the database is offline.
+class SQLiteParameters : public ZELLib3::Parameters {
+ public:
+  explicit SQLiteParameters(std::shared_ptr<ParameterList> oList) : m_oList(std::move(oList)) {}
+
+  ZELLib3::Long Count() const override;
+  std::shared_ptr<ZELLib3::Parameter> Item(ZELLib3::Long iIndex) const override;
+  std::shared_ptr<ZELLib3::Parameter> Item(const std::string& sName) const override;
+  bool Load() override { return m_oList->Load(); }
+
+ private:
+  std::shared_ptr<ParameterList> m_oList;
+};
+
+}  // namespace ZELWbr3::SQLite

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/PageType.h"
+
+namespace ZELWbr3 {
+
+/// A page that shows its file as it stands: it refreshes, closes and carries
+/// command links, and writes nothing into its document.
+class PageUnfilled : public DataPage {
+ protected:
+  void FillContent() override {}
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/PageType.h"
+
+#include <memory>
+
+namespace ZELWbr3 {
+
+/// The database analyzer of the instance: its state, how it runs and its
+/// protocol sets. Commands start it, stop it and delete old protocol sets.
+class PageDBAnalyzer : public DataPage {
+ public:
+  static constexpr int Type = zelWebBrowserPageDBAnalyzer;
+
+  static constexpr int CommandStart = 2;
+  static constexpr int CommandStop = 3;
+  static constexpr int CommandDelete = 5;
+
+  std::string Name() const override { return "DBAnalyzer"; }
+  Long PageType() const override { return Type; }
+  Long WebBrowser() const override { return PageSite::zelWebBrowserMain; }
+
+ protected:
+  void FillContent() override;
+  void OnCommand(Long lCommand) override;
+  void Close() override { Browser().ShowDefault(); }
+
+ private:
+  /// An action of the page: asks and calls the analyzer. True when the
+  /// instance has changed.
+  using Action = bool (PageDBAnalyzer::*)(ZELLib3::Analyzer&);
+
+  bool Start(ZELLib3::Analyzer& oAnalyzer);
+  bool Stop(ZELLib3::Analyzer& oAnalyzer);
+  bool DeleteProtocols(ZELLib3::Analyzer& oAnalyzer);
+  /// What an operation answered, with the error display when that is false.
+  bool Done(bool bDone);
+
+  void AddItems();
+  /// Enables the items that the analyzer's state allows.
+  void EnableItems();
+  void EnableItems(bool bStart, bool bStop, bool bDelete);
+
+  // An element that the page file lacks is skipped.
+  void FillState(const ZELLib3::Analyzer* oAnalyzer);
+  void FillError(const ZELLib3::Analyzer* oAnalyzer);
+  void FillRun(const ZELLib3::Analyzer* oAnalyzer);
+  void FillProtocolSets(ZELLib3::Analyzer* oAnalyzer);
+  void FillText(std::string_view sID, std::string_view sText);
+  void ShowRow(std::string_view sID, bool bVisible);
+};
+
+}  // namespace ZELWbr3

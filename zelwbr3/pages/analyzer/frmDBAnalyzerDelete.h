@@ -1,0 +1,22 @@
+#pragma once
+
+#include "zelwbr3/framework/modDate.h"
+#include "zelwbr3/platform/DialogBox.h"
+
+#include <optional>
+
+namespace ZELWbr3 {
+
+/// Asks up to which day the analyzer's protocol sets are to be deleted.
+class frmDBAnalyzerDelete {
+ public:
+  explicit frmDBAnalyzerDelete(DialogBox& oDialogBox) : m_oDialogBox(oDialogBox) {}
+
+  /// No value when it was cancelled; of the date only the day counts.
+  std::optional<Date> DeleteProtSets(const Date& dToday = modDate::Now());
+
+ private:
+  DialogBox& m_oDialogBox;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "zelwbr3/framework/ZELLib3/Analyzer.h"
+#include "zelwbr3/platform/DialogBox.h"
+
+#include <optional>
+
+namespace ZELWbr3 {
+
+/// Asks for the start options of the database analyzer.
+class frmDBAnalyzerStart {
+ public:
+  using Options = ZELLib3::Analyzer::StartOptions;
+
+  explicit frmDBAnalyzerStart(DialogBox& oDialogBox) : m_oDialogBox(oDialogBox) {}
+
+  /// No value when it was cancelled. A number field counts with its leading
+  /// number, rounded, and as 0 without one.
+  std::optional<Options> StartIt();
+
+ private:
+  DialogBox& m_oDialogBox;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/PageType.h"
+
+namespace ZELWbr3 {
+
+/// One configuration parameter: its value, the one that is to come, what it is
+/// for, and how it has changed.
+class PageParameter : public DataPage {
+ public:
+  static constexpr int Type = zelWebBrowserPageParameter;
+
+  std::string Name() const override { return "Parameter"; }
+  Long PageType() const override { return Type; }
+  Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
+
+  /// Keeps a parameter of the instance and shows the page with it. One that
+  /// the instance does not know shows an error and an empty page.
+  void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::Parameter> oParameter);
+
+  void Hide() override;
+  void CleanUp() override;
+
+ protected:
+  void FillContent() override;
+  bool OnClick(const std::string& sID) override;
+
+ private:
+  void FillCommandlist();
+  void FillHistory();
+  /// The value that the parameter is going to have.
+  std::string NewValue() const;
+
+  std::shared_ptr<ZELLib3::Parameter> m_oParameter;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,188 @@
+#include "zelwbr3/pages/config/PageParameters.h"
+
+#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/framework/modCells.h"
+#include "zelwbr3/framework/modElement.h"
+#include "zelwbr3/pages/config/ParameterChange.h"
+
+#include <optional>
+#include <unordered_map>
+
+namespace ZELWbr3 {
+
+using modElement::ShowElement;
+
+namespace {
+
+constexpr std::array<std::string_view, 3> GroupTables = {"tabGeneral", "tabExtended", "tabSupport"};
+
+// Marks of a parameter's row: its history is in the table, and is shown.
+constexpr std::string_view MarkRead = "readed";
+constexpr std::string_view MarkExpanded = "expanded";
+
+constexpr std::string_view RowHistory = "rowItem";
+
+/// No group has this number.
+constexpr int GroupNone = 4;
+
+}  // namespace
+
+void PageParameters::Hide() {
+  m_oRow = nullptr;
+  TabbedPage::Hide();
+}
+
+void PageParameters::FillTabs() {
+  m_filled.fill(false);
+  m_oRow = nullptr;
+  FillTab(0);
+  if (ChosenTab() != 0) FillTab(ChosenTab());
+}
+
+void PageParameters::FillTab(Long lTab) {
+  const auto iTab = static_cast<std::size_t>(int{lTab});
+  if (iTab >= m_filled.size() || m_filled[iTab]) return;
+  if (iTab == TabHistory) {
+    FillHistory();
+  } else {
+    FillGroup(iTab);
+  }
+}
+
+void PageParameters::FillGroup(std::size_t iGroup) {
+  const auto oParameters = Database()->Parameters();
+  if (!oParameters->Load() || !oParameters->Read()) return ReportLastError();
+
+  // From here on the tab counts as filled, also when a parameter cannot be
+  // read: filling it once more would list those before it twice.
+  m_filled[iGroup] = true;
+  Element& oTemplate = RequiredRow(GroupTables[iGroup], "rowTemplate");
+  const Long lCount = oParameters->Count();
+  for (Long i = 1; i <= lCount; ++i) {
+    const auto oParameter = oParameters->Item(i);
+    const Long lGroup = oParameter->Group();
+    if (lGroup != static_cast<int>(iGroup)) continue;
+    const std::string sName = Text::Trim(oParameter->Name());
+    const std::string sValue = oParameter->Value();
+    const std::string sDescription = oParameter->Description();
+    const auto oCells = modCells::AddRowCells(oTemplate, 4);
+    oCells[0]->id("PHIST" + sName);
+    modCells::FillParamCell(*oCells[1], sName, lGroup);
+    modCells::SetCellText(*oCells[2], sValue);
+    modCells::SetCellText(*oCells[3], sDescription);
+  }
+}
+
+void PageParameters::FillHistory() {
+  const auto oHistory = Database()->ParameterHistory();
+  if (!oHistory->Open()) return ReportLastError();
+
+  m_filled[TabHistory] = true;
+  const auto oParameters = Database()->Parameters();
+  std::unordered_map<std::string, Long> groups;
+  const auto GroupOf = [&](const std::string& sName) {
+    const auto [it, bNew] = groups.try_emplace(sName, GroupNone);
+    // One that the instance does not know any more has no name either.
+    if (bNew) {
+      if (const auto oParameter = oParameters->Item(sName); !oParameter->Name().empty())
+        it->second = oParameter->Group();
+    }
+    return it->second;
+  };
+
+  Element& oDateTemplate = RequiredRow("tabHistoryDate", "rowTemplate1");
+  Element& oEntryTemplate = RequiredRow("tabHistoryDate", "rowTemplate2");
+  std::optional<std::string> sLastDate;
+  for (bool bEntry = oHistory->HasEntry(); bEntry; bEntry = oHistory->MoveNext()) {
+    const Date dDate = oHistory->Date();
+    const std::string sName = Text::Trim(oHistory->Parameter());
+    const Long lGroup = GroupOf(sName);
+    const std::array<std::string, 3> texts = {oHistory->Value(), oHistory->NewValue(), oHistory->Text()};
+
+    if (const std::string sDate = Locale().ShortDate(dDate); sDate != sLastDate) {
+      modCells::AddRowCells(oDateTemplate, 1)[0]->innerText(sDate);
+      sLastDate = sDate;
+    }
+    const auto oCells = modCells::AddRowCells(oEntryTemplate, 2 + texts.size());
+    oCells[0]->innerText(Locale().LongTime(dDate));
+    modCells::FillParamCell(*oCells[1], sName, lGroup);
+    for (std::size_t i = 0; i < texts.size(); ++i) modCells::SetCellText(*oCells[2 + i], texts[i]);
+  }
+}
+
+bool PageParameters::OnClick(const std::string& sID) {
+  const bool bTab = TabbedPage::OnClick(sID);
+  for (int iTab = 0; iTab < static_cast<int>(m_filled.size()); ++iTab) {
+    if (sID != "tbsTab" + std::to_string(iTab) + Name()) continue;
+    Command(CommandFillTab + iTab);
+    return true;
+  }
+  if (modCells::Behind("PARAM", sID, m_sParameter)) {
+    Command(CommandOpenParameter);
+    return true;
+  }
+  if (modCells::Behind("PHIST", sID, m_sParameter)) {
+    m_oRow = Document()->activeElement()->parentElement();
+    Command(CommandToggleHistory);
+    return true;
+  }
+  return bTab;
+}
+
+void PageParameters::OnCommand(Long lCommand) {
+  if (lCommand == CommandOpenParameter) {
+    Act([this] { OpenParameter(); });
+  } else if (lCommand == CommandToggleHistory) {
+    Act([this] { ToggleHistory(); });
+  } else if (lCommand >= CommandFillTab && lCommand <= CommandFillTab + static_cast<int>(TabHistory)) {
+    Act([this, lCommand] { WithTabsDisabled([this, lCommand] { FillTab(lCommand - CommandFillTab); }); });
+  }
+}
+
+void PageParameters::OpenParameter() {
+  Browser().ShowParameter(Database(), Database()->Parameters()->Item(m_sParameter));
+}
+
+void PageParameters::ToggleHistory() {
+  Element* oExpander = m_oRow == nullptr ? nullptr : m_oRow->cells(0);
+  if (oExpander == nullptr) return;
+  if (m_oRow->hasAttribute(MarkExpanded)) {
+    ShowHistory(false);
+    oExpander->className("zelTblCellExpClosed");
+    m_oRow->removeAttribute(MarkExpanded);
+    return;
+  }
+  if (!m_oRow->hasAttribute(MarkRead) && !AddHistory()) return;
+  oExpander->className(ShowHistory(true) > 0 ? "zelTblCellExpOpen" : "zelTblCellExpDsbl");
+  m_oRow->setAttribute(MarkExpanded, "true");
+}
+
+bool PageParameters::AddHistory() {
+  const auto oParameter = Database()->Parameters()->Item(m_sParameter);
+  if (!oParameter->Exists()) {
+    ReportLastError();
+    return false;
+  }
+  Element& oTemplate = RequiredRow("tabHistoryItem", "rowTemplate");
+  const auto changes = ParameterChange::ReadAll(*oParameter, Locale());
+  m_oRow->setAttribute(MarkRead, "true");
+  Element* oLast = m_oRow;
+  for (const ParameterChange& oChange : changes) {
+    Element& oRow = oTemplate.cloneNode(true);
+    oRow.id(RowHistory);
+    oChange.Write(oRow.cells(), 1);
+    oLast = &oLast->after(oRow);
+  }
+  return true;
+}
+
+int PageParameters::ShowHistory(bool bShow) {
+  int iRows = 0;
+  for (Element* o = m_oRow->nextElementSibling(); o != nullptr && o->id() == RowHistory; o = o->nextElementSibling()) {
+    ShowElement(o, bShow);
+    ++iRows;
+  }
+  return iRows;
+}
+
+}  // namespace ZELWbr3

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "zelwbr3/framework/PageType.h"
+#include "zelwbr3/framework/TabbedPage.h"
+
+#include <array>
+#include <string>
+
+namespace ZELWbr3 {
+
+/// The configuration parameters, a tab for each group and one for their
+/// changes by date. A tab is filled when it is first selected. A parameter's
+/// own history unfolds below its row, and its name leads to its own page.
+class PageParameters : public TabbedPage {
+ public:
+  static constexpr int Type = zelWebBrowserPageParameters;
+
+  /// Fills tab 0; those of the tabs 1 to 3 follow.
+  static constexpr int CommandFillTab = 2;
+  static constexpr int CommandOpenParameter = 6;
+  static constexpr int CommandToggleHistory = 7;
+
+  std::string Name() const override { return "Parameters"; }
+  Long PageType() const override { return Type; }
+  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+
+  void Hide() override;
+
+ protected:
+  void FillTabs() override;
+  bool OnClick(const std::string& sID) override;
+  void OnCommand(Long lCommand) override;
+
+ private:
+  /// Does nothing for a tab that the document shows already.
+  void FillTab(Long lTab);
+  void FillGroup(std::size_t iGroup);
+  void FillHistory();
+
+  void OpenParameter();
+  /// Shows or hides the history below the row clicked last.
+  void ToggleHistory();
+  /// Adds the history, hidden. False when the parameter does not exist.
+  bool AddHistory();
+  /// Shows or hides the history that stands below the row; how many entries.
+  int ShowHistory(bool bShow);
+
+  static constexpr std::size_t TabHistory = 3;
+  std::array<bool, TabHistory + 1> m_filled{};
+  /// The parameter and, for its history, the row clicked last.
+  std::string m_sParameter;
+  Element* m_oRow = nullptr;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/PageType.h"
+#include "zelwbr3/framework/ZELLib3/HistoryItem.h"
+
+namespace ZELWbr3 {
+
+/// One entry of the backup history: what it was, its names and values, and
+/// what went wrong.
+class PageHistoryItem : public DataPage {
+ public:
+  static constexpr int Type = zelWebBrowserPageHistoryItem;
+
+  std::string Name() const override { return "HistoryItem"; }
+  Long PageType() const override { return Type; }
+  Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
+
+  const std::shared_ptr<const ZELLib3::HistoryItem>& HistoryItem() const { return m_oHistoryItem; }
+  void HistoryItem(std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) {
+    m_oHistoryItem = std::move(oHistoryItem);
+  }
+
+  using DataPage::Show;
+  /// Keeps both and shows the page.
+  void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem);
+
+  void CleanUp() override;
+
+ protected:
+  void FillContent() override;
+  void Close() override { CloseDetail(); }
+
+ private:
+  /// What went wrong, or what a backup that did not fail has to say.
+  void FillError();
+
+  std::shared_ptr<const ZELLib3::HistoryItem> m_oHistoryItem;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,126 @@
+#include "zelwbr3/pages/main/MainDetails.h"
+
+#include "zelwbr3/framework/modCheckCommands.h"
+#include "zelwbr3/framework/modFormat.h"
+
+namespace ZELWbr3::MainDetails {
+
+namespace {
+
+constexpr int Version73 = 0x07030000;
+constexpr int Version74 = 0x07040000;
+
+std::string OnOffText(bool bOn) { return bOn ? "On" : "Off"; }
+
+std::string YesNoText(bool bYes) { return bYes ? "Yes" : "No"; }
+
+std::string SwitchText(Long lSwitch) {
+  switch (lSwitch) {
+    case 0:
+      return "Unknown";
+    case 1:
+      return "Off";
+    case 2:
+      return "On";
+    default:
+      return {};
+  }
+}
+
+std::string AnalyzerText(const Facts& o) {
+  const auto oAnalyzer = o.Database->Analyzer();
+  return oAnalyzer == nullptr ? "Unknown" : OnOffText(oAnalyzer->State() == 1);
+}
+
+// Conditions that several rows share.
+
+bool Info(const Facts& o) { return o.State()->InfoAvailable(); }
+
+bool HasObjectStore(const Facts& o) { return o.Database->InstanceType() == 1; }
+
+bool HasSnapshot(const Facts& o) { return o.Database->Snapshot()->Exists(); }
+
+bool LogFullShown(const Facts& o) { return Info(o) && o.IsAtLeast(Version73) && o.State()->LogFull(); }
+
+bool BadVolumesShown(const Facts& o) { return Info(o) && o.State()->BadVolumes() >= 1 && !o.IsAtLeast(Version74); }
+
+bool BadIndexesShown(const Facts& o) { return Info(o) && o.State()->BadIndexes() >= 1; }
+
+bool HistoryLostShown(const Facts& o) {
+  return Info(o) && o.State()->HistoryLost() && o.Database->LogSettings()->AutoOverwrite() != 2 &&
+         o.Database->LogSettings()->WriteOff() != 2;
+}
+
+bool DataFullShown(const Facts& o) { return o.State()->DataFull(); }
+
+bool AnyWarningShown(const Facts& o) {
+  return Info(o) &&
+         (DataFullShown(o) || LogFullShown(o) || BadVolumesShown(o) || BadIndexesShown(o) || HistoryLostShown(o));
+}
+
+std::string Name(const Facts& o) {
+  const Long lNumber = o.Database->InstanceNumber();
+  return o.Database->InstanceName() + (lNumber > 0 ? " (" + std::to_string(lNumber) + ")" : "");
+}
+
+const Detail Details[] = {
+    {"General.Name.Val", Info, Name},
+    {"General.Version.Val", Info, [](const Facts& o) { return o.Database->Version()->Text(); }},
+    {"General.OS.Val", Info,
+     [](const Facts& o) { return o.Database->OSName() + " (" + o.Database->OSVersion() + ")"; }},
+    {"General.RunDir.Val", Info, [](const Facts& o) { return o.Database->RunDirectory(); }},
+    {"General.StartOn.Row", Info},
+    {"General.StartOn.Val", Info,
+     [](const Facts& o) { return modFormat::GeneralDate(o.State()->StartOn(), o.Locale); }},
+
+    {"GeneralRight.Tab", Info},
+    {"General.AutoLog.Row", Info},
+    {"General.AutoLog.Val", Info, [](const Facts& o) { return OnOffText(o.State()->AutoLog()); }},
+    {"General.CmdMon.Row", Info},
+    {"General.CmdMon.Val", Info, [](const Facts& o) { return OnOffText(o.State()->CmdMon()); }},
+    {"General.ResMon.Row", Info},
+    {"General.ResMon.Val", Info, [](const Facts& o) { return OnOffText(o.State()->ResMon()); }},
+    {"General.OMSMemAna.Row", [](const Facts& o) { return Info(o) && HasObjectStore(o); }},
+    {"General.OMSMemAna.Val", Info, [](const Facts& o) { return OnOffText(o.State()->OMSMemAna()); }},
+    {"General.DBTrace.Row", Info},
+    {"General.DBTrace.Val", Info, [](const Facts& o) { return OnOffText(o.State()->DBTrace()); }},
+    {"General.DBAnalyzer.Row", [](const Facts& o) { return Info(o) && o.IsAtLeast(Version74); }},
+    {"General.DBAnalyzer.Val", Info, AnalyzerText},
+    {"General.AutoExtend.Row", [](const Facts& o) { return modCheckCommands::CheckAutoExtend(o.Database); }},
+    {"General.AutoExtend.Val", Info, [](const Facts& o) { return OnOffText(o.State()->AutoExtend()); }},
+    {"General.AutoUpdateStatistics.Row",
+     [](const Facts& o) { return modCheckCommands::CheckAutoUpdateStatistics(o.Database); }},
+    {"General.AutoUpdateStatistics.Val", Info,
+     [](const Facts& o) { return SwitchText(o.State()->AutoUpdateStatistics()); }},
+
+    {"DataCache.Tab", Info},
+    {"DataCache.Total.Val", Info, [](const Facts& o) { return o.Size(o.State()->CacheTotal()); }},
+    {"DataCache.Used.Row", HasObjectStore},
+    {"DataCache.Used.Val", Info, [](const Facts& o) { return o.Size(o.State()->CacheUsed()); }},
+    {"DataCache.HitRate.Val", Info, [](const Facts& o) { return std::to_string(o.State()->CacheHitRate()) + " %"; }},
+
+    {"Snapshot.Tab", HasSnapshot},
+    {"Snapshot.ID.Val", [](const Facts& o) { return Info(o) && HasSnapshot(o); },
+     [](const Facts& o) { return o.Database->Snapshot()->ID(); }},
+    {"Snapshot.Created.Val", [](const Facts& o) { return Info(o) && HasSnapshot(o); },
+     [](const Facts& o) { return modFormat::GeneralDate(o.Database->Snapshot()->Created(), o.Locale); }},
+    {"Snapshot.Size.Val", Info, [](const Facts& o) { return o.Size(o.Database->Snapshot()->Size()); }},
+
+    {"Warnings.Tab", AnyWarningShown},
+    {"Warnings.DBFull.Row", DataFullShown},
+    {"Warnings.DBFull.Val", Info, [](const Facts& o) { return YesNoText(o.State()->DataFull()); }},
+    {"Warnings.LogFull.Row", LogFullShown},
+    {"Warnings.LogFull.Val", LogFullShown, [](const Facts& o) { return YesNoText(o.State()->LogFull()); }},
+    {"Warnings.BadVol.Row", BadVolumesShown},
+    {"Warnings.BadVol.Val", Info, [](const Facts& o) { return std::to_string(o.State()->BadVolumes()); }},
+    {"Warnings.BadIdx.Row", BadIndexesShown},
+    {"Warnings.BadIdx.Val", Info, [](const Facts& o) { return std::to_string(o.State()->BadIndexes()); }},
+    {"Warnings.HistLost.Row", HistoryLostShown},
+    {"Warnings.HistLost.Val", Info, [](const Facts& o) { return YesNoText(o.State()->HistoryLost()); }},
+};
+
+}  // namespace
+
+const std::span<const Detail> All = Details;
+
+}  // namespace ZELWbr3::MainDetails

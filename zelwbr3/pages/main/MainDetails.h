@@ -1,0 +1,38 @@
+#pragma once
+
+#include "zelwbr3/framework/ZELLib3/Database.h"
+#include "zelwbr3/platform/UserLocale.h"
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// The main page's table of details: every element, when it counts and what
+/// it says.
+namespace ZELWbr3::MainDetails {
+
+/// What the details are made from.
+struct Facts {
+  std::shared_ptr<ZELLib3::Database> Database;
+  const UserLocale& Locale;
+  /// A number of pages as text.
+  std::function<std::string(Long)> Size;
+
+  std::shared_ptr<ZELLib3::StateInfo> State() const { return Database->StateInfo(); }
+  bool IsAtLeast(int lVersion) const { return Database->Version()->Number() >= lVersion; }
+};
+
+/// One element. Without a Text it is shown or hidden by the Condition; with
+/// one it gets the text when the Condition holds and stays as it is otherwise.
+struct Detail {
+  std::string_view ID;
+  bool (*Condition)(const Facts&);
+  std::string (*Text)(const Facts&) = nullptr;
+};
+
+/// In the order of the page.
+extern const std::span<const Detail> All;
+
+}  // namespace ZELWbr3::MainDetails

@@ -1,0 +1,231 @@
+#include "zelwbr3/pages/main/PageMain.h"
+
+#include "zelwbr3/dom/EmbeddedObject.h"
+#include "zelwbr3/framework/modElement.h"
+#include "zelwbr3/framework/modFormat.h"
+#include "zelwbr3/framework/modTopWarning.h"
+#include "zelwbr3/pages/main/HotStandbyTable.h"
+#include "zelwbr3/pages/main/MainDetails.h"
+#include "zelwbr3/pages/main/StateCommands.h"
+
+#include <stdexcept>
+
+namespace ZELWbr3 {
+
+using modElement::ShowElement;
+
+namespace {
+
+constexpr int Version72 = 0x07020000;
+constexpr int White = 0xFFFFFF;
+
+/// What is left of a total; throws when more is used than there is.
+Long Free(Long lTotal, Long lUsed, const char* sOfWhat) {
+  const Long lFree = lTotal - lUsed;
+  if (lFree < 0) {
+    throw std::range_error("The instance reports more used than there is: " + std::to_string(lUsed) + " of " +
+                           std::to_string(lTotal) + " " + sOfWhat);
+  }
+  return lFree;
+}
+
+void SetLimits(EmbeddedObject oBar, const ZELLib3::StateInfo::Thresholds& limits, std::size_t iFirst) {
+  oBar.Property("ColdPercent", limits[iFirst]);
+  oBar.Property("MediumPercent", limits[iFirst + 1]);
+  oBar.Property("HotPercent", limits[iFirst + 2]);
+}
+
+/// "No value" is a 16-bit number, any value a 32-bit one.
+const Integer NoValue = -1;
+
+}  // namespace
+
+void PageMain::CleanUp() {
+  m_oImgInstance = nullptr;
+  m_oSize.reset();
+  DataPage::CleanUp();
+}
+
+void PageMain::FillContent() {
+  m_oImgInstance = &RequiredElement("imgInstance");
+  if (!m_oSize) m_oSize.emplace(Locale());
+  m_oSize->PageBytes(Database()->PageSize());
+
+  if (const auto oCommandlist = Commandlist()) StateCommands::FillCommandlist(*oCommandlist, PageType(), *Database());
+  FillPicture();
+  FillNameAndState();
+  FillBars();
+  FillTexts();
+  FillLogRows();
+  FillDetails();
+  FillHotStandby();
+  modTopWarning::Show(Form(), *Database());
+}
+
+void PageMain::OnCommand(Long lCommand) {
+  const auto oDatabase = Database();
+  if (oDatabase == nullptr) return;
+  FrontBoxes oBoxes = Boxes();
+  const auto oDecision = StateCommands::Ask(lCommand, *oDatabase, oBoxes, Locale(),
+                                            [this](const auto& oOperation) { return Operate(oOperation); });
+  // While the user was asked the page may have been hidden or cleaned up.
+  if (Document() == nullptr || Database() != oDatabase) return;
+
+  using Kind = StateCommands::Decision::Kind;
+  if (oDecision.What == Kind::Confirmed) {
+    ChangeState(oDecision.Operation);
+  } else if (oDecision.What == Kind::Failed) {
+    ReportLastError();
+  } else if (oDecision.InstanceChanged) {
+    Browser().Refresh(WebBrowser());
+  }
+}
+
+void PageMain::ChangeState(const std::function<bool(ZELLib3::Database&)>& oOperation) {
+  const auto oDatabase = Database();
+  BeginReload();
+  // The host has just been called: the document may be gone.
+  if (Document() != nullptr) RequiredElement("imgInstance").object().Property("Wait", true);
+  Guarded([&] {
+    if (!Operate([&] { return oOperation(*oDatabase); })) ReportError(oDatabase->LastError());
+  });
+  if (HasBrowser()) Browser().Refresh(WebBrowser());
+}
+
+void PageMain::FillPicture() {
+  const auto PictureState = [this] {
+    if (!Database()->Connected()) return 1;
+    switch (State()->Status()) {
+      case 2:
+        return 3;
+      case 3:
+      case 4:
+        return 4;
+      case 5:
+        return 5;
+      default:
+        return 2;
+    }
+  };
+  EmbeddedObject oPicture = m_oImgInstance->object();
+  oPicture.Property("BackColor", White);
+  oPicture.Property("InstanceType", Database()->InstanceType());
+  oPicture.Property("State", PictureState());
+  oPicture.Property("Wait", false);
+  oPicture.Property("HotStandby", Database()->HotStandby()->Enabled());
+}
+
+void PageMain::FillNameAndState() {
+  SetText("txtName", Database()->InstanceName());
+  SetText("txtState", State()->StateText() + (State()->AnyAreaFull() ? " (Full)" : ""));
+}
+
+void PageMain::FillBars() {
+  const auto oLimits = State()->BarThresholds();
+  const auto ShowArea = [&](const char* sID, std::size_t iFirstLimit, bool bFull, Long lPercent) {
+    EmbeddedObject oBar = RequiredElement(sID).object();
+    SetLimits(oBar, oLimits, iFirstLimit);
+    if (AreasOpen() && bFull) {
+      oBar.Property("Percent", 100);
+    } else if (AreasOpen() && State()->InfoAvailable()) {
+      oBar.Property("Percent", lPercent);
+    } else {
+      oBar.Property("Percent", NoValue);
+    }
+  };
+  ShowArea("pbrData", 0, State()->DataFull(), State()->DataPercent());
+  ShowArea("pbrLog", 3, State()->LogFull(), State()->LogPercent());
+
+  EmbeddedObject oSessions = RequiredElement("pbrSessions").object();
+  if (State()->InfoAvailable()) {
+    SetLimits(oSessions, oLimits, 6);
+    oSessions.Property("Percent", State()->SessionPercent());
+  } else {
+    oSessions.Property("Percent", NoValue);
+  }
+}
+
+void PageMain::FillTexts() {
+  const bool bShowsFree = IsAtLeast(Version72);
+
+  SetText("txtData", AreaText(State()->DataFull(), "Data Area Full", [&] {
+            const Long lTotal = State()->DataTotal();
+            const Long lUsed = State()->DataUsed();
+            std::string sText = "Total: " + Size(lTotal) + " Perm: " + Size(State()->DataPerm()) +
+                                " Temp: " + Size(State()->DataTemp()) + " Used: " + Size(lUsed) + " ";
+            if (bShowsFree) sText += "Free: " + Size(Free(lTotal, lUsed, "pages of the data area")) + " ";
+            return sText;
+          }));
+
+  SetText("txtLog", AreaText(State()->LogFull(), "Log Area Full", [&] {
+            const auto oSettings = Database()->LogSettings();
+            if (oSettings->WriteOff() == 2 || oSettings->AutoOverwrite() == 2) return std::string();
+            const Long lTotal = State()->LogTotal();
+            const Long lUsed = State()->LogUsed();
+            std::string sText = "Total: " + Size(lTotal) + " Used: " + Size(lUsed) + " ";
+            if (bShowsFree) sText += "Free: " + Size(Free(lTotal, lUsed, "pages of the log area")) + " ";
+            return sText;
+          }));
+
+  std::string sSessions = " ";
+  if (State()->InfoAvailable()) {
+    const Long lUsed = State()->SessionsUsed();
+    sSessions = "Used: " + modFormat::Grouped(lUsed, Locale()) + " ";
+    if (bShowsFree)
+      sSessions += "Free: " + modFormat::Grouped(Free(State()->SessionsMax(), lUsed, "sessions"), Locale());
+  }
+  SetText("txtSessions", sSessions);
+}
+
+std::string PageMain::AreaText(bool bFull, const std::string& sFullText,
+                               const std::function<std::string()>& oSizes) const {
+  if (!AreasOpen()) return " ";
+  if (bFull) return sFullText;
+  return State()->InfoAvailable() ? oSizes() : " ";
+}
+
+void PageMain::FillLogRows() {
+  if (!AreasOpen() || !State()->InfoAvailable()) return;
+  Element& oLog = RequiredElement("State.Log.Row");
+  Element& oOverwrite = RequiredElement("State.LogAutoOwerwrite.Row");
+  Element& oWriteOff = RequiredElement("State.LogWriteOff.Row");
+  if (Database()->LogSettings()->WriteOff() == 2) {
+    // The row that says so stays as the page file has it.
+    ShowElement(&oLog, false);
+    ShowElement(&oOverwrite, false);
+    return;
+  }
+  const bool bOverwrite = Database()->LogSettings()->AutoOverwrite() == 2;
+  ShowElement(&oLog, !bOverwrite);
+  ShowElement(&oOverwrite, bOverwrite);
+  ShowElement(&oWriteOff, false);
+}
+
+void PageMain::FillDetails() {
+  const MainDetails::Facts oFacts{Database(), Locale(), [this](Long lPages) { return Size(lPages); }};
+  for (const MainDetails::Detail& oDetail : MainDetails::All) {
+    Element& oElement = RequiredElement(oDetail.ID);
+    const bool bHolds = oDetail.Condition(oFacts);
+    if (oDetail.Text == nullptr) {
+      ShowElement(&oElement, bHolds);
+    } else if (bHolds) {
+      oElement.innerText(oDetail.Text(oFacts));
+    }
+  }
+}
+
+void PageMain::FillHotStandby() {
+  HotStandbyTable oTable([this](std::string_view sID) -> Element& { return RequiredElement(sID); }, *Document());
+  oTable.Fill(*Database());
+}
+
+bool PageMain::AreasOpen() const {
+  const Long lStatus = State()->Status();
+  return lStatus == 4 || lStatus == 5;
+}
+
+std::string PageMain::Size(Long lPages) {
+  return m_oSize->NumberStr(lPages, clsSize::Pages, Browser().PreferredUnit() + 1, true);
+}
+
+}  // namespace ZELWbr3

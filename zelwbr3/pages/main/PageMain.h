@@ -1,0 +1,56 @@
+#pragma once
+
+#include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/PageType.h"
+#include "zelwbr3/framework/clsSize.h"
+
+#include <optional>
+#include <string>
+
+namespace ZELWbr3 {
+
+/// The instance as a whole: a summary with the instance picture and three fill
+/// bars, tables of details, the hot-standby nodes, and a warning when an area
+/// is full.
+class PageMain : public DataPage {
+ public:
+  static constexpr int Type = zelWebBrowserPageMain;
+
+  std::string Name() const override { return "Main"; }
+  Long PageType() const override { return Type; }
+  Long WebBrowser() const override { return PageSite::zelWebBrowserMain; }
+
+  void CleanUp() override;
+
+ protected:
+  void FillContent() override;
+  void OnCommand(Long lCommand) override;
+  bool ShowsFooter() const override { return true; }
+
+ private:
+  /// Runs an operation that changes the instance's state, and shows what is
+  /// true then.
+  void ChangeState(const std::function<bool(ZELLib3::Database&)>& oOperation);
+
+  void FillPicture();
+  void FillNameAndState();
+  void FillBars();
+  void FillTexts();
+  void FillLogRows();
+  void FillDetails();
+  void FillHotStandby();
+
+  /// The state as it is now; never kept.
+  std::shared_ptr<ZELLib3::StateInfo> State() const { return Database()->StateInfo(); }
+  /// The instance runs far enough for its areas to have figures.
+  bool AreasOpen() const;
+  bool IsAtLeast(int lVersion) const { return Database()->Version()->Number() >= lVersion; }
+  std::string AreaText(bool bFull, const std::string& sFullText, const std::function<std::string()>& oSizes) const;
+  /// A number of pages in the unit that the host prefers.
+  std::string Size(Long lPages);
+
+  Element* m_oImgInstance = nullptr;
+  std::optional<clsSize> m_oSize;
+};
+
+}  // namespace ZELWbr3

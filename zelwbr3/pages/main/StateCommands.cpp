@@ -1,0 +1,131 @@
+#include "zelwbr3/pages/main/StateCommands.h"
+
+#include "zelwbr3/framework/modFormat.h"
+#include "zelwbr3/framework/modPicture.h"
+#include "zelwbr3/pages/main/frmOnlineUntil.h"
+#include "zelwbr3/pages/main/frmShutdown.h"
+
+namespace ZELWbr3::StateCommands {
+
+namespace {
+
+using ZELCmd3::CommandItem;
+
+/// What a state allows.
+struct Enabled {
+  bool Offline;
+  bool Admin;
+  bool Online;
+  bool RestartUntil;
+};
+
+/// The commands of the states 0 to 5. Only admin state itself disables Admin,
+/// and the state between admin and online disables nothing.
+constexpr Enabled ByStatus[] = {
+    {true, true, true, true},    //
+    {false, true, true, true},   //
+    {false, true, true, true},   //
+    {true, false, true, true},   //
+    {true, true, true, true},    //
+    {true, true, false, false},  //
+};
+
+/// On a standby only a pending warning lets the state be changed.
+bool IsLocked(ZELLib3::Database& oDatabase) {
+  const Long lRole = oDatabase.HotStandbyRole();
+  return (lRole == 2 || lRole == 3) && !oDatabase.HotStandbyWarning();
+}
+
+using Operation = bool (ZELLib3::Database::*)();
+
+Decision Confirmed(Operation oOperation) {
+  return {Decision::Kind::Confirmed, [oOperation](ZELLib3::Database& oDatabase) { return (oDatabase.*oOperation)(); }};
+}
+
+bool IsYes(MessageBox::Answer eAnswer) { return eAnswer == MessageBox::Answer::Yes; }
+
+/// Kernels from this version on can only be shut down in one way, and so can
+/// instances with an object store.
+constexpr int Version74 = 0x07040000;
+
+Decision AskShutdown(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes) {
+  const std::string sName = oDatabase.InstanceName();
+  if (oDatabase.Version()->Number() >= Version74 || oDatabase.InstanceType() == 1) {
+    const auto eAnswer =
+        oBoxes.Show("Are you sure you want to shut down the database instance '" + sName + "'?",
+                    "Confirm Database Shut Down", MessageBox::Buttons::YesNo, MessageBox::Icon::Question);
+    return IsYes(eAnswer) ? Confirmed(&ZELLib3::Database::Shutdown) : Decision{};
+  }
+  const auto oChoice = frmShutdown(oBoxes).Shutdown(sName);
+  if (oChoice.Cancelled) return {};
+  return Confirmed(oChoice.Quick ? &ZELLib3::Database::ShutdownQuick : &ZELLib3::Database::Shutdown);
+}
+
+Decision AskOffline(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const Operator& oOperate) {
+  if (!oDatabase.StateInfo()->AutoLog()) return AskShutdown(oDatabase, oBoxes);
+
+  const auto eAnswer =
+      oBoxes.Show("Shut down of database instance '" + oDatabase.InstanceName() +
+                      "' is not possible while automatic log backup is activated. "
+                      "Choose 'OK' to turn automatic log backup off and continue with shut down.",
+                  "Confirm Automatic Log Backup Off", MessageBox::Buttons::OKCancel, MessageBox::Icon::Exclamation);
+  if (eAnswer != MessageBox::Answer::OK) return {};
+  if (!oOperate([&] { return oDatabase.AutoLogOff(); })) return {Decision::Kind::Failed};
+  Decision oDecision = AskShutdown(oDatabase, oBoxes);
+  oDecision.InstanceChanged = true;
+  return oDecision;
+}
+
+Decision AskRestartUntil(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const UserLocale& oLocale) {
+  const std::string sName = oDatabase.InstanceName();
+  const auto dUntil = frmOnlineUntil(oBoxes).OnlineUntil(sName);
+  if (!dUntil) return {};
+  const auto eAnswer =
+      oBoxes.Show("Are you sure you want to restart the database instance '" + sName + "' until " +
+                      modFormat::GeneralDate(*dUntil, oLocale) + "?\n\nData after the specified time will be lost.",
+                  "Confirm Restart Until", MessageBox::Buttons::YesNo, MessageBox::Icon::Exclamation);
+  if (!IsYes(eAnswer)) return {};
+  return {Decision::Kind::Confirmed,
+          [dUntil = *dUntil](ZELLib3::Database& oInstance) { return oInstance.RestartUntil(dUntil); }};
+}
+
+}  // namespace
+
+void FillCommandlist(ZELCmd3::FCommandlist& oCommandlist, Long lPageType, ZELLib3::Database& oDatabase) {
+  if (!oCommandlist.HasList(lPageType)) {
+    oCommandlist.Add(lPageType, {KeyOffline, "&Offline", modPicture::Offline});
+    oCommandlist.Add(lPageType, {KeyAdmin, "&Admin", modPicture::Admin});
+    oCommandlist.Add(lPageType, {KeyOnline, "&Online", modPicture::Online});
+    oCommandlist.Add(lPageType, CommandItem::MakeSeparator(KeySeparator));
+    oCommandlist.Add(lPageType, {KeyRestartUntil, "Restart &Until", modPicture::RestartUntil});
+  }
+
+  const Long lStatus = oDatabase.StateInfo()->Status();
+  Enabled oEnabled{};
+  if (!IsLocked(oDatabase)) {
+    if (lStatus < 0 || lStatus >= static_cast<int>(std::size(ByStatus))) return;
+    oEnabled = ByStatus[lStatus];
+  }
+  oCommandlist.Enable(lPageType, KeyOffline, oEnabled.Offline);
+  oCommandlist.Enable(lPageType, KeyAdmin, oEnabled.Admin);
+  oCommandlist.Enable(lPageType, KeyOnline, oEnabled.Online);
+  oCommandlist.Enable(lPageType, KeyRestartUntil, oEnabled.RestartUntil);
+}
+
+Decision Ask(Long lKey, ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const UserLocale& oLocale,
+             const Operator& oOperate) {
+  switch (lKey) {
+    case KeyOffline:
+      return AskOffline(oDatabase, oBoxes, oOperate);
+    case KeyAdmin:
+      return Confirmed(&ZELLib3::Database::Admin);
+    case KeyOnline:
+      return Confirmed(&ZELLib3::Database::Online);
+    case KeyRestartUntil:
+      return AskRestartUntil(oDatabase, oBoxes, oLocale);
+    default:
+      return {};
+  }
+}
+
+}  // namespace ZELWbr3::StateCommands

@@ -1,0 +1,190 @@
+#include "zelwbr3/pages/monitor/BlockPage.h"
+
+#include "zelwbr3/framework/KeyCode.h"
+#include "zelwbr3/framework/modPicture.h"
+
+#include <array>
+#include <stdexcept>
+#include <string>
+
+namespace ZELWbr3 {
+
+namespace {
+
+struct ReadingCommand {
+  int iCommand;
+  const char* sButton;
+  const char* sItem;
+  int iPicture;
+};
+constexpr std::array<ReadingCommand, 2> ReadingCommands = {
+    {{BlockPage::CommandReadMore, "btnReadMore", "Read &More", modPicture::ReadMore},
+     {BlockPage::CommandReadAll, "btnReadAll", "Read &All", modPicture::ReadAll}}};
+
+constexpr const char* EnabledClass = "zelBtnEmph";
+constexpr const char* DisabledClass = "zelBtnEmphDsbl";
+
+}  // namespace
+
+void BlockPage::Hide() {
+  Forget();
+  DataPage::Hide();
+}
+
+void BlockPage::CleanUp() {
+  Forget();
+  DataPage::CleanUp();
+}
+
+void BlockPage::Forget() {
+  m_oReading.reset();
+  m_bOpen = false;
+  ReleaseSource();
+}
+
+void BlockPage::FillContent() {
+  m_oReading.reset();
+  m_bOpen = false;
+  FillLocale();
+  FillCommandlist();
+  ObtainSource();
+  const auto oSource = Source();
+  if (oSource == nullptr) throw std::logic_error("The page " + Name() + " has nothing to show");
+  FillHead();
+  ShowRowCount(0);
+  if (oSource->Open()) {
+    BeginTable();
+    m_bOpen = true;
+    if (!oSource->IsEmpty()) ShowBlock();
+  } else {
+    ReportLastError();
+  }
+  UpdateCommands();
+}
+
+bool BlockPage::OnClick(const std::string& sID) {
+  if (sID == "btnClose") {
+    Command(CommandClose);
+    return true;
+  }
+  for (const ReadingCommand& oCommand : ReadingCommands) {
+    if (sID != oCommand.sButton) continue;
+    if (RequiredElement(sID).className() == EnabledClass) Command(oCommand.iCommand);
+    return true;
+  }
+  return false;
+}
+
+bool BlockPage::HandleOnKeyDown(Long& lKeyCode, Element* oElement) {
+  if (lKeyCode == KeyCode::Escape && m_oReading != nullptr && !IgnoresEvents()) {
+    m_oReading->bStopped = true;
+    return true;
+  }
+  return DataPage::HandleOnKeyDown(lKeyCode, oElement);
+}
+
+void BlockPage::Close() {
+  if (m_oReading != nullptr) m_oReading->bStopped = true;
+  if (WebBrowser() == PageSite::zelWebBrowserDetail) {
+    CloseDetail();
+  } else {
+    DataPage::Close();
+  }
+}
+
+void BlockPage::OnCommand(Long lCommand) {
+  if (lCommand != CommandReadMore && lCommand != CommandReadAll) return;
+  if (m_oReading != nullptr || !m_bOpen) return;
+  Act([&] { Read(lCommand == CommandReadAll); });
+}
+
+void BlockPage::Read(bool bAll) {
+  if (!m_bOpen) return;  // the host has taken the page away at the announcement
+  const auto oSelf = shared_from_this();
+  const auto oReading = m_oReading = std::make_shared<Reading>();
+  UpdateCommands();
+  try {
+    Guarded([&] {
+      if (bAll) {
+        ReadAll(oReading);
+      } else {
+        ReadBlock(*Source());
+      }
+    });
+  } catch (...) {
+    if (m_oReading == oReading) m_oReading.reset();
+    throw;
+  }
+  if (m_oReading != oReading) return;
+  m_oReading.reset();
+  Source()->Pause();
+  UpdateCommands();
+}
+
+void BlockPage::ReadAll(const std::shared_ptr<Reading>& oReading) {
+  const auto oSource = Source();
+  const bool bInFront = Browser().IsInFront(WebBrowser());
+
+  while (m_oReading == oReading && oSource->HasMore()) {
+    const Long lRows = oSource->RowCount();
+    if (!ReadBlock(*oSource)) return;
+    if (oSource->RowCount() == lRows) {
+      throw std::runtime_error("The instance has more rows than the " + std::to_string(lRows) +
+                               " shown, but delivers none");
+    }
+    Pump();
+    if (m_oReading != oReading || oReading->bStopped || IgnoresEvents()) return;
+    if (bInFront && !Browser().IsInFront(WebBrowser())) return;
+  }
+}
+
+void BlockPage::Pump() {
+  Browser().FlushDocuments();
+  const bool bDropped = Browser().DropEvents(false);
+  Browser().Platform().MessagePump().Drain();
+  if (HasBrowser()) Browser().DropEvents(bDropped);
+}
+
+bool BlockPage::ReadBlock(ZELLib3::BlockSource& oSource) {
+  if (!oSource.ReadMore()) {
+    ReportLastError();
+    return false;
+  }
+  return ShowBlock();
+}
+
+bool BlockPage::ShowBlock() {
+  const bool bShown = Guarded([this] { AddBlock(); });
+  if (m_bOpen) ShowRowCount(Source()->RowCount());
+  return bShown;
+}
+
+void BlockPage::ShowRowCount(Long lRows) { SetText("txtFormFooter", "Rows: " + std::to_string(lRows)); }
+
+void BlockPage::FillCommandlist() {
+  const auto oCommandlist = Commandlist();
+  if (oCommandlist == nullptr) return;
+  oCommandlist->Reset(PageType());
+  oCommandlist->Add(PageType(), {int{CommandClose}, "&Close", modPicture::Close});
+  for (const ReadingCommand& oCommand : ReadingCommands) {
+    oCommandlist->Add(PageType(), {oCommand.iCommand, oCommand.sItem, oCommand.iPicture, false});
+  }
+}
+
+void BlockPage::UpdateCommands() {
+  if (Document() == nullptr) return;  // gone while a failure was shown
+  const bool bEnabled = m_bOpen && m_oReading == nullptr && Source()->HasMore();
+  for (const ReadingCommand& oCommand : ReadingCommands) {
+    if (Element* oButton = Document()->all().item(oCommand.sButton)) {
+      oButton->className(bEnabled ? EnabledClass : DisabledClass);
+      if (bEnabled) {
+        oButton->removeAttribute("disabled");
+      } else {
+        oButton->setAttribute("disabled", "");
+      }
+    }
+    if (const auto oCommandlist = Commandlist()) oCommandlist->Enable(PageType(), oCommand.iCommand, bEnabled);
+  }
+}
+
+}  // namespace ZELWbr3

@@ -1,0 +1,111 @@
+#include "zelwbr3/pages/monitor/PageInfoActivity.h"
+
+#include "zelwbr3/framework/modCells.h"
+#include "zelwbr3/pages/monitor/TableRow.h"
+
+#include <span>
+
+namespace ZELWbr3 {
+
+namespace {
+
+using ZELLib3::Activity;
+using Counter = double (Activity::*)(Long) const;
+
+constexpr int Version73 = 0x07030000;
+
+/// A label and the index of the counter beside it.
+struct Figure {
+  const char* sLabel = nullptr;
+  int iIndex = 0;
+};
+
+/// A row shows two figures, or one at the left.
+struct Row {
+  Figure oLeft;
+  Figure oRight = {};
+};
+
+// Labels of rows that belong to the one above them begin with four blanks.
+constexpr Row Commands[] = {
+    {{"SQL Commands", 0}, {"Creates", 1}},
+    {{"Prepares", 2}, {"Alters", 3}},
+    {{"Executes", 4}, {"Drops", 5}},
+    {{"Rollbacks", 6}, {"DB Procedure Calls (External)", 8}},
+    {{"Commits", 7}, {"DB Procedure Calls (Internal)", 9}},
+    {{"Updates", 10}, {"Deletes", 13}},
+    {{"    Rows Read", 11}, {"    Rows Read", 14}},
+    {{"    Rows Changed", 12}, {"    Rows Deleted", 15}},
+    {{"Selects and Fetches", 16}, {"Inserts", 19}},
+    {{"    Rows Read", 17}, {"    Rows Added", 20}},
+    {{"    Qualified Rows", 18}},
+};
+
+constexpr Row IO[] = {
+    {{"Physical Reads", 0}, {"Logical Reads", 1}},
+    {{"Physical Writes", 2}, {"Logical Writes", 3}},
+};
+
+constexpr Row Locks[] = {
+    {{"Available Entries", 0}, {"Row Locks", 3}},
+    {{"    Maximum Set", 1}, {"Table Locks", 4}},
+    {{"    Average Set", 2}},
+    {{"Lock Owner", 5}, {"Collisions", 7}},
+    {{"Lock Requestor", 6}, {"Escalations", 8}},
+};
+
+constexpr Row OlderLocks[] = {
+    {{"Maximum Entries Set", 1}, {"Average Entries Set", 2}},
+    {{"Row Locks", 3}, {"Table Locks", 4}},
+    {{"Collisions", 7}, {"Escalations", 8}},
+};
+
+constexpr Row Log[] = {
+    {{"Log Pages Written", 0}, {"Group Commits", 1}},
+    {{"Wait for Log Writer", 2}, {"Log I/O Queue Overflow", 3}},
+};
+
+constexpr Row ScansAndSorts[] = {
+    {{"Table Scans", 21}, {"Cache Sorts", 22}},
+    {{"Index Scans", 23}, {"Row Sorts", 24}},
+};
+
+struct Table {
+  const char* sID;
+  Counter pCounter;
+  std::span<const Row> rows;
+};
+
+void FillTable(const Element& oTable, const Activity& oActivity, const Table& oContent, const UserLocale& oLocale) {
+  Element& oTemplate = TableRow(oTable, TemplateAlone);
+  for (const Row& oRow : oContent.rows) {
+    const auto oCells = modCells::AddRowCells(oTemplate, 4);
+    const auto Write = [&](std::size_t iCell, const Figure& oFigure) {
+      if (oFigure.sLabel == nullptr) return;
+      modCells::SetCellText(*oCells[iCell], oFigure.sLabel);
+      const double dCounter = (oActivity.*oContent.pCounter)(oFigure.iIndex);
+      modCells::SetCellText(*oCells[iCell + 1], modCells::FormatCounter(dCounter, oLocale));
+    };
+    Write(0, oRow.oLeft);
+    Write(2, oRow.oRight);
+  }
+}
+
+}  // namespace
+
+void PageInfoActivity::FillContent() {
+  const auto oActivity = Database()->Activity();
+  if (!oActivity->Refresh()) return ReportLastError();
+  FillLocale();
+  const bool bOlder = Database()->Version()->Number() < Version73;
+  const Table Tables[] = {
+      {"tabCommands", &Activity::SQLCounter, Commands},
+      {"tabIO", &Activity::IOCounter, IO},
+      {"tabLock", &Activity::LockCounter, bOlder ? std::span<const Row>(OlderLocks) : std::span<const Row>(Locks)},
+      {"tabLog", &Activity::LogCounter, Log},
+      {"tabScanSort", &Activity::SQLCounter, ScansAndSorts},
+  };
+  for (const Table& oTable : Tables) FillTable(RequiredElement(oTable.sID), *oActivity, oTable, Locale());
+}
+
+}  // namespace ZELWbr3

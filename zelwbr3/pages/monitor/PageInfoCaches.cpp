@@ -1,0 +1,183 @@
+#include "zelwbr3/pages/monitor/PageInfoCaches.h"
+
+#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/framework/modCells.h"
+#include "zelwbr3/framework/modElement.h"
+#include "zelwbr3/pages/monitor/TableRow.h"
+
+namespace ZELWbr3 {
+
+namespace {
+
+using ZELLib3::Caches;
+
+constexpr int Version74 = 0x07040000;
+const std::string Indent = "    ";
+
+}  // namespace
+
+void PageInfoCaches::CleanUp() {
+  m_oSize.reset();
+  DataPage::CleanUp();
+}
+
+void PageInfoCaches::FillContent() {
+  if (!m_oSize) m_oSize.emplace(Locale());
+  m_oSize->PageBytes(Database()->PageSize());
+
+  const auto oCaches = Database()->Caches();
+  if (!oCaches->Refresh()) return ReportLastError();
+  FillLocale();
+  FillSizes(*oCaches);
+  FillAccesses(*oCaches);
+  FillParameters(*oCaches);
+  FillUsage(*oCaches);
+}
+
+void PageInfoCaches::FillSizes(const Caches& oCaches) {
+  Element& oTemplate = Template("tabCacheSizes");
+  const bool bAWE = oCaches.AWEEnabled();
+  std::string sIndent;
+  if (SharesIOBufferCache()) {
+    const double dUnmapped = bAWE ? oCaches.AWEUnmappedSize() : 0;
+    AddSize(oTemplate, "I/O Buffer Cache", oCaches.IOBufferCacheSize() + dUnmapped);
+    sIndent = Indent;
+  }
+  AddSize(oTemplate, sIndent + "Data Cache", oCaches.DataCacheSize());
+  if (SharesIOBufferCache()) {
+    if (bAWE) {
+      AddSize(oTemplate, sIndent + "AWE mapped", oCaches.AWEMappedSize());
+      AddSize(oTemplate, sIndent + "AWE unmapped", oCaches.AWEUnmappedSize());
+    }
+    AddSize(oTemplate, sIndent + "Converter", oCaches.ConverterSize());
+    const double dData = bAWE ? oCaches.AWEMappedSize() : oCaches.DataCacheSize();
+    AddSize(oTemplate, sIndent + "Misc.", oCaches.IOBufferCacheSize() - dData - oCaches.ConverterSize());
+  } else {
+    AddSize(oTemplate, sIndent + "Converter Cache", oCaches.ConverterSize());
+  }
+  AddSize(oTemplate, sIndent + "Catalog Cache", oCaches.CatalogCacheSize());
+  if (const double dSize = oCaches.RollbackCacheSize(); dSize >= 0) {
+    AddSize(oTemplate, sIndent + "Rollback Cache", dSize);
+  }
+  if (const double dSize = oCaches.SequenceCacheSize(); dSize >= 0) {
+    AddSize(oTemplate, sIndent + "Sequence Cache", dSize);
+  }
+}
+
+void PageInfoCaches::FillAccesses(const Caches& oCaches) {
+  struct Part {
+    const char* sLabel;
+    Counter pCounter;
+    /// Only instances without the shared I/O buffer cache have it.
+    bool bOlder = false;
+  };
+  static constexpr Part Parts[] = {
+      {"SQL Data", &Caches::SQLDataAccesses},
+      {"OMS Data", &Caches::OMSDataAccesses},
+      {"History/Undo", &Caches::HistoryUndoAccesses},
+      {"OMS History", &Caches::OMSHistoryAccesses},
+      {"Rollback Cache", &Caches::RollbackCacheAccesses, true},
+      {"Converter Cache", &Caches::ConverterCacheAccesses, true},
+      {"Catalog Cache", &Caches::CatalogCacheAccesses},
+      {"Sequence Cache", &Caches::SequenceCacheAccesses},
+  };
+  Element& oTemplate = Template("tabCacheAccesses");
+  AddAccesses(oTemplate, HasObjectStore() ? "Entire Data Cache" : "Data Cache", oCaches, &Caches::DataCacheAccesses);
+  // The parts are indented below a plain "Data Cache", too.
+  for (const Part& oPart : Parts) {
+    if (oPart.bOlder && SharesIOBufferCache()) continue;
+    if ((oCaches.*oPart.pCounter)(0) >= 0) AddAccesses(oTemplate, Indent + oPart.sLabel, oCaches, oPart.pCounter);
+  }
+}
+
+void PageInfoCaches::FillParameters(const Caches& oCaches) {
+  Element& oTemplate = Template("tabCacheParams");
+  if (SharesIOBufferCache()) {
+    AddParameter(oTemplate, *oCaches.IOBufferCacheParam(), oCaches.IOBufferCacheSize());
+  } else {
+    AddParameter(oTemplate, *oCaches.DataCacheParam(), oCaches.DataCacheSize());
+  }
+  AddParameter(oTemplate, *oCaches.RollbackCacheParam(), oCaches.RollbackCacheSize());
+  AddParameter(oTemplate, *oCaches.CatalogCacheParam(), oCaches.CatalogCacheSize());
+  if (Database()->PlatformType() == 1) {
+    AddParameter(oTemplate, *oCaches.AWEParam(), oCaches.AWEEnabled() ? "YES" : "NO");
+    AddParameter(oTemplate, *oCaches.AWEMemoryParam(), oCaches.AWEMemorySize());
+  }
+}
+
+void PageInfoCaches::FillUsage(const Caches& oCaches) {
+  Element& oTable = RequiredElement("tabCacheUsage");
+  if (!HasObjectStore()) return modElement::ShowElement(&oTable, false);
+
+  Element& oTemplate = TableRow(oTable, TemplateAlone);
+  const auto AddUsage = [&](const std::string& sLabel, double dSize) {
+    const auto oCells = modCells::AddRowCells(oTemplate, 3);
+    modCells::SetCellText(*oCells[0], sLabel);
+    modCells::SetCellText(*oCells[1], FormatSize(dSize));
+    modCells::SetCellText(*oCells[2], FormatRate(oCaches.DataCacheSize(), dSize));
+  };
+  AddUsage("Entire Data Cache", oCaches.DataCacheUsedSize());
+  const auto AddShare = [&](const char* sLabel, double dSize) {
+    if (dSize >= 0) AddUsage(Indent + sLabel, dSize);
+  };
+  AddShare("SQL Data", oCaches.SQLDataSize());
+  AddShare("OMS Data", oCaches.OMSDataSize());
+  AddShare("History/Undo", oCaches.HistoryUndoSize());
+  AddShare("OMS History", oCaches.OMSHistorySize());
+}
+
+Element& PageInfoCaches::Template(std::string_view sTable) const {
+  return TableRow(RequiredElement(sTable), TemplateAlone);
+}
+
+void PageInfoCaches::AddSize(Element& oTemplate, const std::string& sLabel, double dSize) {
+  const auto oCells = modCells::AddRowCells(oTemplate, 2);
+  modCells::SetCellText(*oCells[0], sLabel);
+  modCells::SetCellText(*oCells[1], FormatSize(dSize));
+}
+
+void PageInfoCaches::AddAccesses(Element& oTemplate, const std::string& sLabel, const Caches& oCaches,
+                                 Counter pCounter) {
+  const auto oCells = modCells::AddRowCells(oTemplate, 5);
+  modCells::SetCellText(*oCells[0], sLabel);
+  for (int i = 0; i < 3; ++i) {
+    modCells::SetCellText(*oCells[i + 1], modCells::FormatCounter((oCaches.*pCounter)(i), Locale()));
+  }
+  modCells::SetCellText(*oCells[4], FormatRate((oCaches.*pCounter)(0), (oCaches.*pCounter)(1)));
+}
+
+void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, double dSize) {
+  // Neither cache nor parameter: there is no figure to tell, only a row.
+  const bool bNone = dSize < 0 && Text::Trim(oParameter.Name()).empty();
+  AddParameter(oTemplate, oParameter, bNone ? "" : FormatSize(dSize));
+}
+
+void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, const std::string& sValue) {
+  const auto oCells = modCells::AddRowCells(oTemplate, 2);
+  modCells::FillParamCell(*oCells[0], oParameter);
+  modCells::SetCellText(*oCells[1], sValue);
+}
+
+bool PageInfoCaches::OnClick(const std::string& sID) {
+  if (!modCells::Behind("PARAM", sID, m_sParameter)) return false;
+  // The name cell of a cache that no parameter sets.
+  if (!m_sParameter.empty()) Command(CommandOpenParameter);
+  return true;
+}
+
+void PageInfoCaches::OnCommand(Long lCommand) {
+  if (lCommand != CommandOpenParameter) return;
+  Act([this] { Browser().ShowParameter(Database(), Database()->Parameters()->Item(m_sParameter)); });
+}
+
+bool PageInfoCaches::SharesIOBufferCache() const { return Database()->Version()->Number() >= Version74; }
+
+std::string PageInfoCaches::FormatSize(double dSize) {
+  return m_oSize->NumberStr(dSize, clsSize::KB, Browser().PreferredUnit() + 1, true);
+}
+
+std::string PageInfoCaches::FormatRate(double dWhole, double dPart) const {
+  return modCells::FormatPercent(modCells::Percentage(static_cast<float>(dWhole), static_cast<float>(dPart)), Locale());
+}
+
+}  // namespace ZELWbr3

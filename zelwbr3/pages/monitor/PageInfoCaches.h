@@ -1,0 +1,59 @@
+#pragma once
+
+#include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/PageType.h"
+#include "zelwbr3/framework/clsSize.h"
+
+#include <optional>
+#include <string>
+
+namespace ZELWbr3 {
+
+/// The caches of the instance: their sizes, their accesses and hit rates, how
+/// the data cache is shared out, and the parameters that set the sizes. A click
+/// on a parameter's name opens the parameter.
+class PageInfoCaches : public DataPage {
+ public:
+  static constexpr int Type = zelWebBrowserPageInfoCaches;
+  static constexpr int CommandOpenParameter = 2;
+
+  std::string Name() const override { return "InfoCaches"; }
+  Long PageType() const override { return Type; }
+  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+
+  void CleanUp() override;
+
+ protected:
+  void FillContent() override;
+  bool OnClick(const std::string& sID) override;
+  void OnCommand(Long lCommand) override;
+
+ private:
+  /// An access counter by index: 0 accesses, 1 successful, 2 unsuccessful.
+  using Counter = double (ZELLib3::Caches::*)(Long) const;
+
+  void FillSizes(const ZELLib3::Caches& oCaches);
+  void FillAccesses(const ZELLib3::Caches& oCaches);
+  void FillParameters(const ZELLib3::Caches& oCaches);
+  void FillUsage(const ZELLib3::Caches& oCaches);
+
+  Element& Template(std::string_view sTable) const;
+  void AddSize(Element& oTemplate, const std::string& sLabel, double dSize);
+  void AddAccesses(Element& oTemplate, const std::string& sLabel, const ZELLib3::Caches& oCaches, Counter pCounter);
+  void AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, double dSize);
+  void AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, const std::string& sValue);
+
+  bool HasObjectStore() const { return Database()->InstanceType() == 1; }
+  /// The release whose caches share one I/O buffer cache, or a later one.
+  bool SharesIOBufferCache() const;
+  /// A size in KB in the unit that the host prefers.
+  std::string FormatSize(double dSize);
+  std::string FormatRate(double dWhole, double dPart) const;
+
+  /// Kept for the page's lifetime.
+  std::optional<clsSize> m_oSize;
+  /// Name of the parameter clicked last.
+  std::string m_sParameter;
+};
+
+}  // namespace ZELWbr3

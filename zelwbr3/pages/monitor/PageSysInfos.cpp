@@ -1,0 +1,66 @@
+#include "zelwbr3/pages/monitor/PageSysInfos.h"
+
+#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/framework/KeyCode.h"
+#include "zelwbr3/framework/modCells.h"
+#include "zelwbr3/pages/monitor/ListLink.h"
+#include "zelwbr3/pages/monitor/TableRow.h"
+
+#include <stdexcept>
+
+namespace ZELWbr3 {
+
+namespace {
+
+/// Writes a view's link: its cell and the element in it carry the same id.
+void FillLink(Element& oCell, const ZELLib3::SysInfo& oSysInfo) {
+  const std::string sID = ListLink::ID(oSysInfo.Index());
+  Element* oLink = oCell.firstElementChild();
+  if (oLink == nullptr) throw std::runtime_error("The template row of \"tabSysInfos\" has no link in its first cell");
+  oLink->innerText(Text::Trim(oSysInfo.Name()));
+  oCell.id(sID);
+  oLink->id(sID);
+}
+
+}  // namespace
+
+void PageSysInfos::FillContent() {
+  const auto oSysInfos = Database()->SysInfos();
+  if (!oSysInfos->Refresh()) ReportLastError();
+  FillLocale();
+  Element& oTemplate = TableRow(RequiredElement("tabSysInfos"), TemplateBelowHeadings);
+  const int iCount = oSysInfos->Count();
+  for (int i = 1; i <= iCount; ++i) {
+    const auto oSysInfo = oSysInfos->Item(i);
+    const auto oCells = modCells::AddRowCells(oTemplate, 2);
+    FillLink(*oCells[0], *oSysInfo);
+    if (const std::string sText = oSysInfo->Description(); sText != "(null)") modCells::SetCellText(*oCells[1], sText);
+  }
+}
+
+bool PageSysInfos::OnClick(const std::string& sID) {
+  const auto lIndex = ListLink::Index(sID);
+  if (!lIndex) return false;
+  m_lIndex = *lIndex;
+  Command(CommandOpen);
+  return true;
+}
+
+bool PageSysInfos::HandleOnKeyDown(Long& lKeyCode, Element* oElement) {
+  if (lKeyCode != KeyCode::Enter) return DataPage::HandleOnKeyDown(lKeyCode, oElement);
+  if (IgnoresEvents()) return false;
+  if (oElement != nullptr) HandleOnClick(oElement->id());
+  return true;
+}
+
+void PageSysInfos::OnCommand(Long lCommand) {
+  if (lCommand != CommandOpen) return;
+  Act([this] {
+    const auto oSysInfos = Database()->SysInfos();
+    auto oSysInfo = ListLink::Find(*oSysInfos, m_lIndex);
+    if (oSysInfo == nullptr) oSysInfo = oSysInfos->Item(m_lIndex);
+    Browser().ShowSysInfo(Database(), oSysInfo);
+  });
+}
+
+}  // namespace ZELWbr3

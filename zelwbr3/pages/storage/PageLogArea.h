@@ -1,0 +1,16 @@
+#pragma once
+
+#include "zelwbr3/framework/PageType.h"
+#include "zelwbr3/pages/storage/PageStorageArea.h"
+
+namespace ZELWbr3 {
+
+/// The log area.
+class PageLogArea : public PageStorageArea {
+ public:
+  static constexpr int Type = zelWebBrowserPageLogArea;
+
+  PageLogArea() : PageStorageArea(LogStorageArea) {}
+};
+
+}  // namespace ZELWbr3

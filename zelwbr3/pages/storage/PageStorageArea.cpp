@@ -1,0 +1,199 @@
+#include "zelwbr3/pages/storage/PageStorageArea.h"
+
+#include "zelwbr3/framework/modCells.h"
+#include "zelwbr3/framework/modElement.h"
+#include "zelwbr3/framework/modTopWarning.h"
+
+namespace ZELWbr3 {
+
+using modElement::ShowElement;
+
+namespace {
+
+constexpr int TabUsage = 2;
+constexpr int TabIO = 3;
+constexpr int TabActivity = 4;
+constexpr int StatusOnline = 5;
+
+constexpr std::string_view ClassLabelDisabled = "zelTbsLabelOffDsbl";
+
+void Write(Element* oElement, std::string_view sText) {
+  if (oElement != nullptr) oElement->innerText(sText);
+}
+
+/// The row of a table that stands below its header row, whichever sections
+/// they are in.
+Element* TemplateRow(const Element& oTable) {
+  int iRow = 0;
+  for (Element* oPart = oTable.firstElementChild(); oPart != nullptr; oPart = oPart->nextElementSibling()) {
+    for (Element* o = oPart->firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
+      if (o->tagName() == "tr" && iRow++ == 1) return o;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void PageStorageArea::CleanUp() {
+  m_oSize.reset();
+  TabbedPage::CleanUp();
+}
+
+void PageStorageArea::FillTabs() {
+  if (!m_oSize) m_oSize.emplace(Locale());
+  m_oSize->PageBytes(Database()->PageSize());
+
+  modTopWarning::Show(Form(), *Database());
+  const int iLastTab = m_oArea.Counters.empty() ? TabIO : TabActivity;
+  if (Database()->StateInfo()->AnyAreaFull()) {
+    for (int iTab = TabUsage; iTab <= iLastTab; ++iTab) Tabs().Disable(iTab);
+  }
+
+  if (!m_oArea.Refresh(*Database())) {
+    ReportLastError();
+    FillVolumes();
+    return;
+  }
+  FillLocale();
+  FillVolumes();
+  FillSettings();
+  Guarded([this] { FillParameters(); });
+  if (Database()->StateInfo()->Status() == StatusOnline) {
+    FillUsage();
+    FillIO();
+    FillActivity();
+  } else {
+    for (int iTab = TabUsage; iTab <= iLastTab; ++iTab) {
+      if (Element* oLabel = Find("tbsTab" + std::to_string(iTab) + Name())) oLabel->className(ClassLabelDisabled);
+    }
+  }
+}
+
+void PageStorageArea::FillVolumes() {
+  FillFigures("tabVolumeHeader", m_oArea.Summary);
+  FillVolumeRows("tabVolumes", [this](const ZELLib3::Volume& o) {
+    return std::vector<std::string>{Size(o.Size()), o.Info1(), o.Info2()};
+  });
+}
+
+void PageStorageArea::FillSettings() {
+  for (const StorageArea::Setting& oSetting : m_oArea.Settings) {
+    if (oSetting.WrongVersion(*Database())) {
+      ShowElement(Find(oSetting.WrongVersionTable), true);
+      continue;
+    }
+    const Long lCode = oSetting.Code(*Database());
+    if (lCode < 0 || lCode >= static_cast<int>(oSetting.Tables.size())) continue;
+    ShowElement(Find(oSetting.Tables[static_cast<std::size_t>(lCode)]), true);
+  }
+}
+
+void PageStorageArea::FillParameters() {
+  const Element* oTable = Find(m_oArea.ParameterTable);
+  Element* oTemplate = oTable == nullptr ? nullptr : All(oTable).item("rowParameter");
+  if (oTemplate == nullptr) return;
+  for (const StorageArea::Parameter& oListed : m_oArea.Parameters) {
+    if (!oListed.Listed(*Database())) continue;
+    const auto oParameter = Database()->Parameters()->Item(oListed.Name);
+    if (!oParameter->Exists()) {
+      if (oListed.EndsList) return;
+      continue;
+    }
+    // All is read before a row is added, so that none is left half filled.
+    const std::string sName = oParameter->Name();
+    const Long lGroup = oParameter->Group();
+    const std::string sValue = oParameter->Value();
+    const std::string sDescription = oParameter->Description();
+    const auto oCells = modCells::AddRowCells(*oTemplate, 3);
+    modCells::FillParamCell(*oCells[0], sName, lGroup);
+    oCells[1]->innerText(sValue);
+    oCells[2]->innerText(sDescription);
+  }
+}
+
+void PageStorageArea::FillUsage() {
+  FillFigures("tabUsageHeader", m_oArea.Usage);
+  FillVolumeRows("tabUsage", [this](const ZELLib3::Volume& o) {
+    const Long lSize = o.Size();
+    const Long lUsed = o.UsedSize();
+    return std::vector<std::string>{Size(lSize), Size(lUsed), Size(o.FreeSize()), Percent(lUsed, lSize)};
+  });
+}
+
+void PageStorageArea::FillIO() {
+  FillVolumeRows("tabIO", [this](const ZELLib3::Volume& o) {
+    const auto Counter = [this](Long lCount) { return modCells::FormatCounter(lCount, Locale()); };
+    return std::vector<std::string>{Counter(o.IOCount1()), Counter(o.IOCount2()), Counter(o.IOCount3()),
+                                    Counter(o.IOCount4())};
+  });
+}
+
+void PageStorageArea::FillActivity() {
+  if (m_oArea.Counters.empty()) return;
+  const auto oActivity = Database()->Activity();
+  if (!oActivity->Refresh()) return ReportLastError();
+  for (const StorageArea::Counter& oCounter : m_oArea.Counters) {
+    Write(Find(oCounter.ID), modCells::FormatCounter(oActivity->LogCounter(int{oCounter.Index}), Locale()));
+  }
+}
+
+void PageStorageArea::FillFigures(std::string_view sTable, std::span<const StorageArea::Figure> figures) {
+  const Element* oTable = Find(sTable);
+  if (oTable == nullptr) return;
+  const All oAll(oTable);
+  for (const StorageArea::Figure& oFigure : figures) {
+    if (oFigure.Shown != nullptr && !oFigure.Shown(*Database())) continue;
+    using Kind = StorageArea::Kind;
+    const Long lValue = oFigure.Value(*Database());
+    Write(oAll.item(oFigure.ID), oFigure.Kind == Kind::Count ? std::to_string(lValue) : Size(lValue));
+    if (oFigure.Kind == Kind::Share || oFigure.Kind == Kind::Whole) {
+      const std::string sPercent = oFigure.Kind == Kind::Whole ? modCells::FormatPercent(100, Locale())
+                                                               : Percent(lValue, m_oArea.ReferenceSize(*Database()));
+      Write(oAll.item(std::string(oFigure.ID) + "Pct"), sPercent);
+    }
+    ShowElement(oFigure.Row.empty() ? nullptr : oAll.item(oFigure.Row), true);
+  }
+}
+
+void PageStorageArea::FillVolumeRows(std::string_view sTable, const VolumeTexts& oTexts) {
+  const Element* oTable = Find(sTable);
+  Element* oTemplate = oTable == nullptr ? nullptr : TemplateRow(*oTable);
+  if (oTemplate == nullptr) return;
+  const auto oVolumes = m_oArea.Volumes(*Database());
+  const Long lCount = oVolumes->Count();
+  int iListed = 0;
+  for (Long i = 1; i <= lCount; ++i) {
+    const auto oVolume = oVolumes->Item(i);
+    if (!oVolume->Configured() || oVolume->Kind() != m_oArea.VolumeKind) continue;
+    const std::string sName = oVolume->Name();
+    const std::vector<std::string> texts = oTexts(*oVolume);
+    const auto oCells = modCells::AddRowCells(*oTemplate, texts.size() + 2);
+    oCells[0]->innerText(std::to_string(++iListed));
+    oCells[1]->innerText(sName);
+    for (std::size_t iText = 0; iText < texts.size(); ++iText) oCells[iText + 2]->innerText(texts[iText]);
+  }
+}
+
+std::string PageStorageArea::Percent(Long lPart, Long lWhole) const {
+  const auto fPercent = lWhole > 0 ? modCells::Percentage(static_cast<float>(lWhole), static_cast<float>(lPart)) : 0.0F;
+  return modCells::FormatPercent(fPercent, Locale());
+}
+
+std::string PageStorageArea::Size(Long lPages) {
+  return m_oSize->NumberStr(lPages, clsSize::Pages, Browser().PreferredUnit() + 1, true);
+}
+
+bool PageStorageArea::OnClick(const std::string& sID) {
+  const bool bTab = TabbedPage::OnClick(sID);
+  if (!modCells::Behind("PARAM", sID, m_sParameter)) return bTab;
+  Command(CommandOpenParameter);
+  return true;
+}
+
+void PageStorageArea::OnCommand(Long lCommand) {
+  if (lCommand != CommandOpenParameter) return;
+  Act([this] { Browser().ShowParameter(Database(), Database()->Parameters()->Item(m_sParameter)); });
+}
+
+}  // namespace ZELWbr3

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "zelwbr3/framework/TabbedPage.h"
+#include "zelwbr3/framework/clsSize.h"
+#include "zelwbr3/pages/storage/StorageArea.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ZELWbr3 {
+
+/// The page of a storage area: its volumes, the parameters and settings that
+/// shape it, how its space is used, input and output by volume, and for the
+/// log the activity of its writer. One tab each; the last ones have figures
+/// only while the instance is online. An element that the page file lacks is
+/// skipped.
+class PageStorageArea : public TabbedPage {
+ public:
+  static constexpr int CommandOpenParameter = 2;
+
+  std::string Name() const override { return m_oArea.Name; }
+  Long PageType() const override { return int{m_oArea.PageType}; }
+  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+
+  void CleanUp() override;
+
+ protected:
+  explicit PageStorageArea(const StorageArea& oArea) : m_oArea(oArea) {}
+
+  void FillTabs() override;
+  bool OnClick(const std::string& sID) override;
+  void OnCommand(Long lCommand) override;
+
+ private:
+  /// Texts of a volume's row, from the cell behind its running number on.
+  using VolumeTexts = std::function<std::vector<std::string>(const ZELLib3::Volume&)>;
+
+  void FillVolumes();
+  void FillSettings();
+  void FillParameters();
+  void FillUsage();
+  void FillIO();
+  void FillActivity();
+
+  /// Writes the figures of a header table.
+  void FillFigures(std::string_view sTable, std::span<const StorageArea::Figure> figures);
+  /// Adds a row for each volume of the area that is in use.
+  void FillVolumeRows(std::string_view sTable, const VolumeTexts& oTexts);
+  /// The share of a number of pages as text; 0 percent when there is no whole.
+  std::string Percent(Long lPart, Long lWhole) const;
+  /// A number of pages in the unit that the host prefers.
+  std::string Size(Long lPages);
+
+  Element* Find(std::string_view sID) const { return Document()->all().item(sID); }
+
+  const StorageArea& m_oArea;
+  std::optional<clsSize> m_oSize;
+  std::string m_sParameter;
+};
+
+}  // namespace ZELWbr3

@@ -1,0 +1,146 @@
+#include "zelwbr3/pages/storage/StorageArea.h"
+
+#include "zelwbr3/framework/PageType.h"
+
+namespace ZELWbr3 {
+
+namespace {
+
+using Area = StorageArea;
+using Instance = Area::Instance;
+using enum Area::Kind;
+
+constexpr int Version74 = 0x07040000;
+constexpr int Version7402 = 0x07040200;
+constexpr int Version7403 = 0x07040300;
+constexpr int Version75 = 0x07050000;
+
+Long Version(Instance& o) { return o.Version()->Number(); }
+
+bool Always(Instance&) { return true; }
+
+bool Before74(Instance& o) { return Version(o) < Version74; }
+
+bool Before75(Instance& o) { return Version(o) < Version75; }
+
+bool Since75(Instance& o) { return !Before75(o); }
+
+bool CountsArchiveLogs(Instance& o) { return o.Version()->BuildVersion() <= Version7403; }
+
+bool CountsLogVolumes(Instance& o) { return !CountsArchiveLogs(o); }
+
+/// The early 7.4 kernels do not tell these settings, those before them do.
+bool HidesLogModes(Instance& o) { return Version(o) > Version74 && Version(o) < Version7403; }
+
+bool HidesRedoLog(Instance& o) { return Version(o) < Version7402; }
+
+// ---- data area ----
+
+Long CurrentSize(Instance& o) { return o.DataArea()->Volumes()->CurrentSize(); }
+
+Long UsedSize(Instance& o) { return o.DataArea()->Volumes()->UsedSize(); }
+
+Long UsableSize(Instance& o) { return o.DataArea()->Size(0); }
+
+const Area::Figure DataSummary[] = {
+    {"txtCurrentCount", Count, [](Instance& o) { return o.DataArea()->Volumes()->CurrentCount(); }},
+    {"txtMaxCount", Count, [](Instance& o) { return o.DataArea()->Volumes()->MaxCount(); }},
+    {"txtCurrentSize", Size, CurrentSize},
+    {"txtReservedSize", Size, [](Instance& o) { return o.DataArea()->Volumes()->ReservedSize(); }, "rowReservedSize",
+     Before74},
+    {"txtTotalSize", Size, [](Instance& o) { return o.DataArea()->Volumes()->TotalSize(); }, "rowTotalSize", Before74},
+};
+
+const Area::Figure DataUsage[] = {
+    {"txtCurrentSize", Whole, CurrentSize},
+    {"txtPermUsable", Share, [](Instance& o) { return o.DataArea()->Size(1); }, "rowPermUsable", Before74},
+    {"txtReservedRedo", Share, [](Instance& o) { return o.DataArea()->Size(5); }, "rowReservedRedo", Before74},
+    {"txtUsed", Share, UsedSize},
+    {"txtFree", Share, [](Instance& o) { return UsableSize(o) - UsedSize(o); }},
+};
+
+const Area::Parameter DataParameters[] = {
+    {"MAXDATADEVSPACES", Before75},         {"MAXDATAVOLUMES", Since75},  {"MAXDATAPAGES", Before74, true},
+    {"RESERVED_REDO_SIZE", Before74, true}, {"_MIRRORED_DATA", Before74},
+};
+
+// ---- log area ----
+
+Long CurrentLogSize(Instance& o) { return o.LogArea()->Volumes()->CurrentLogSize(); }
+
+const Area::Figure LogSummary[] = {
+    {"txtCurrentCount", Count, [](Instance& o) { return o.LogArea()->Volumes()->CurrentLogCount(); }},
+    {"txtMaxCount", Count, [](Instance& o) { return o.LogArea()->Volumes()->MaxLogCount(); }},
+    {"txtCurrentSize", Size, CurrentLogSize},
+};
+
+const Area::Figure LogUsage[] = {
+    {"txtCurrentSize", Whole, CurrentLogSize},
+    {"txtSegmentSize", Share, [](Instance& o) { return o.LogArea()->Size(1); }},
+    {"txtFree", Share, [](Instance& o) { return o.LogArea()->Size(2); }},
+    {"txtUsed", Share, [](Instance& o) { return o.LogArea()->Size(3); }},
+    {"txtUnsaved", Share, [](Instance& o) { return o.LogArea()->Size(4); }},
+    {"txtSinceBackup", Share, [](Instance& o) { return o.LogArea()->Size(5); }},
+};
+
+const Area::Setting LogModes[] = {
+    {HidesLogModes,
+     "tabLogModeWrongVersion",
+     [](Instance& o) { return o.LogArea()->Settings()->LogMode(); },
+     {"tabLogModeUnknown", "tabLogModeSingle", "tabLogModeMirrored"}},
+    {HidesLogModes,
+     "tabLogOverwriteWrongVersion",
+     [](Instance& o) { return o.LogArea()->Settings()->Overwrite(); },
+     {"tabLogOverwriteUnknown", "tabLogOverwriteNormal", "tabLogOverwriteOverwrite"}},
+    {HidesRedoLog,
+     "tabRedoLogWrongVersion",
+     [](Instance& o) { return o.LogArea()->Settings()->RedoLog(); },
+     {"tabRedoLogUnknown", "tabRedoLogActivated", "tabRedoLogDeactivated"}},
+};
+
+const Area::Parameter LogParameters[] = {
+    {"MAXARCHIVELOGS", CountsArchiveLogs, true},
+    {"MAXLOGVOLUMES", CountsLogVolumes, true},
+    {"LOG_SEGMENT_SIZE", Always},
+};
+
+const Area::Counter LogCounters[] = {
+    {"txtLogPagesWritten", 0},
+    {"txtGroupCommits", 1},
+    {"txtWaitForLogWriter", 2},
+    {"txtIOQueueOverflow", 3},
+};
+
+}  // namespace
+
+const StorageArea DataStorageArea = {
+    .Name = "DataArea",
+    .PageType = zelWebBrowserPageDataArea,
+    .VolumeKind = 3,
+    .Refresh = [](Instance& o) { return o.DataArea()->Refresh(); },
+    .Volumes = [](Instance& o) { return o.DataArea()->Volumes(); },
+    .ReferenceSize = UsableSize,
+    .Summary = DataSummary,
+    .Usage = DataUsage,
+    .Settings = {},
+    .ParameterTable = "tabSettings",
+    .Parameters = DataParameters,
+    .Counters = {},
+};
+
+const StorageArea LogStorageArea = {
+    .Name = "LogArea",
+    .PageType = zelWebBrowserPageLogArea,
+    .VolumeKind = 2,
+    .Refresh = [](Instance& o) { return o.LogArea()->Refresh(); },
+    .Volumes = [](Instance& o) { return o.LogArea()->Volumes(); },
+    .ReferenceSize = [](Instance& o) { return o.LogArea()->Size(0); },
+    .Summary = LogSummary,
+    .Usage = LogUsage,
+    .Settings = LogModes,
+    .ParameterTable = "tabSettingsParams",
+    .Parameters = LogParameters,
+    .Counters = LogCounters,
+};
+
+}  // namespace ZELWbr3

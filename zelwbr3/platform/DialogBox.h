@@ -1,0 +1,17 @@
+#pragma once
+
+#include "zelwbr3/platform/Dialog.h"
+
+namespace ZELWbr3 {
+
+/// Draws the control's dialogs: modal to the control's window.
+class DialogBox {
+ public:
+  virtual ~DialogBox() = default;
+
+  /// Shows a dialog and returns when the user has pressed one of its buttons;
+  /// its fields then hold what was entered, also when that was cancelled.
+  virtual Dialog::Answer Show(Dialog& oDialog) = 0;
+};
+
+}  // namespace ZELWbr3

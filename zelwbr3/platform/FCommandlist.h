@@ -1,0 +1,46 @@
+#pragma once
+
+#include "zelwbr3/platform/Checked.h"
+#include "zelwbr3/platform/Event.h"
+
+#include <string>
+#include <vector>
+
+namespace ZELCmd3 {
+
+using ZELWbr3::Long;
+
+/// One entry of a command list.
+struct CommandItem {
+  Long Key;          ///< unique within its page's list; what a click reports
+  std::string Text;  ///< "&" stands before the mnemonic; empty for a separator
+  Long Picture;      ///< index into the host's image resource; 0 = none
+  bool Enabled = true;
+  bool Separator = false;
+
+  static CommandItem MakeSeparator(Long lKey) { return {lKey, "", 0, true, true}; }
+  bool operator==(const CommandItem&) const = default;
+};
+
+/// The host's command list: keeps one list of items per page (by page type) and
+/// shows the list of the page in front.
+class FCommandlist {
+ public:
+  virtual ~FCommandlist() = default;
+
+  virtual bool HasList(Long lPageType) const = 0;
+  virtual void Add(Long lPageType, const CommandItem& oItem) = 0;
+  /// An unknown key is ignored.
+  virtual void Enable(Long lPageType, Long lKey, bool bEnabled) = 0;
+  /// Removes the page's own items.
+  virtual void Reset(Long lPageType) = 0;
+  /// Shows the list of this page from now on; an empty one when it has none.
+  virtual void BringToFront(Long lPageType) = 0;
+  /// The items shown now.
+  virtual std::vector<CommandItem> Items() const = 0;
+
+  /// A click on an enabled item of the list shown: the page type and the item.
+  ZELWbr3::Event<Long, const CommandItem&> ItemClick;
+};
+
+}  // namespace ZELCmd3

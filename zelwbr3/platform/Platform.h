@@ -1,0 +1,50 @@
+#pragma once
+
+#include "zelwbr3/platform/DialogBox.h"
+#include "zelwbr3/platform/HelpFile.h"
+#include "zelwbr3/platform/MessageBox.h"
+#include "zelwbr3/platform/MessagePump.h"
+#include "zelwbr3/platform/MessageWindow.h"
+#include "zelwbr3/platform/ScreenPointer.h"
+#include "zelwbr3/platform/UserLocale.h"
+#include "zelwbr3/platform/WebBrowser.h"
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace ZELWbr3 {
+
+/// All doors of one platform. The host makes it, hands it to the control and
+/// keeps it alive for as long as the control.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  /// Makes the browser of one frame (0 to 3). It reports to oEvents, which
+  /// outlives it, until it is destroyed.
+  virtual std::unique_ptr<WebBrowser> MakeWebBrowser(int iFrame, WebBrowserEvents& oEvents) = 0;
+
+  virtual ZELWbr3::MessagePump& MessagePump() = 0;
+  virtual ZELWbr3::ScreenPointer& ScreenPointer() = 0;
+  virtual ZELWbr3::MessageBox& MessageBox() = 0;
+  virtual const ZELWbr3::UserLocale& UserLocale() const = 0;
+
+  // A platform may be without these.
+
+  virtual ZELWbr3::DialogBox& DialogBox() { throw std::logic_error("This program cannot show dialogs"); }
+  /// Makes a message window, not shown yet. It reports to oEvents, which
+  /// outlives it.
+  virtual std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents&) {
+    throw std::logic_error("This program cannot show help");
+  }
+  virtual ZELWbr3::HelpFile& HelpFile() {
+    static ZELWbr3::HelpFile oNone;
+    return oNone;
+  }
+
+  /// A line for whoever develops or supports the program; users do not see it.
+  virtual void Trace(const std::string& sText) = 0;
+};
+
+}  // namespace ZELWbr3

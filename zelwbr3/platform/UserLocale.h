@@ -1,0 +1,32 @@
+#pragma once
+
+#include "zelwbr3/platform/Checked.h"
+#include "zelwbr3/platform/Date.h"
+
+#include <string>
+
+namespace ZELWbr3 {
+
+/// The user's settings for numbers and dates. Texts are UTF-8.
+class UserLocale {
+ public:
+  /// Items that can be asked for; the numbers are the traditional ones.
+  enum Item : int {
+    DecimalSeparator = 14,    ///< any text, may have several bytes
+    ThousandsSeparator = 15,  ///< may be empty: nothing is grouped
+    Grouping = 16,            ///< group sizes from the right, such as "3;0" or "3;2;0"; 0 repeats the last; "" for none
+    DecimalPlaces = 17,       ///< number of fractional digits, as decimal text
+  };
+
+  virtual ~UserLocale() = default;
+
+  /// Identifies the locale that the user works with.
+  virtual Long UserDefaultLCID() const = 0;
+  /// The text of an item, possibly followed by NULs; empty for an unknown one.
+  virtual std::string LocaleInfo(Long lLCID, Long lItem) const = 0;
+
+  virtual std::string ShortDate(const Date& dDate) const = 0;
+  virtual std::string LongTime(const Date& dDate) const = 0;
+};
+
+}  // namespace ZELWbr3

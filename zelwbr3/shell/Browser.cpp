@@ -1,0 +1,193 @@
+#include "zelwbr3/shell/Browser.h"
+
+#include "zelwbr3/framework/modLocal.h"
+#include "zelwbr3/shell/frmMessage.h"
+
+#include <stdexcept>
+
+namespace ZELWbr3 {
+
+std::shared_ptr<void> Browser::s_oResource;
+
+Browser::Browser(ZELWbr3::Platform& oPlatform) : m_oPlatform(oPlatform) {
+  const UserLocale& oLocale = oPlatform.UserLocale();
+  const Long lLCID = oLocale.UserDefaultLCID();
+  m_sDecimalSymbole = modLocal::LocaleString(oLocale, lLCID, int{UserLocale::DecimalSeparator});
+  m_sThousendGroupingSymbole = modLocal::LocaleString(oLocale, lLCID, int{UserLocale::ThousandsSeparator});
+  m_lDecimalPlaces = modLocal::LocaleNumber(oLocale, lLCID, int{UserLocale::DecimalPlaces});
+
+  BrowserFrame::Owner& oOwner = *this;
+  for (int iFrame = 0; iFrame < static_cast<int>(m_frames.size()); ++iFrame) {
+    m_frames[iFrame] = std::make_shared<BrowserFrame>(iFrame, oOwner);
+    m_frames[iFrame]->Attach(oPlatform);
+  }
+}
+
+Browser::~Browser() {
+  m_oAlive.reset();
+  for (const auto& oWeak : m_adopted) {
+    if (const auto oPage = oWeak.lock()) oPage->CleanUp();
+  }
+  for (const auto& oFrame : m_frames) oFrame->Detach();
+}
+
+void Browser::AdoptPage(const std::shared_ptr<Page>& oPage) {
+  std::erase_if(m_adopted, [&](const auto& oWeak) { return oWeak.expired() || oWeak.lock() == oPage; });
+  m_adopted.push_back(oPage);
+  Adopt(*oPage);
+}
+
+std::shared_ptr<Page> Browser::ActPageObj() const {
+  return m_lActPage >= 0 && m_lActPage < static_cast<int>(m_registry.size()) ? m_registry[m_lActPage] : nullptr;
+}
+
+BrowserFrame& Browser::Frame(Long lWebBrowser) const {
+  if (lWebBrowser < 0 || lWebBrowser >= static_cast<int>(m_frames.size())) {
+    throw std::out_of_range("Subscript out of range: there is no frame " + std::to_string(lWebBrowser));
+  }
+  return *m_frames[lWebBrowser];
+}
+
+void Browser::CleanUp() {
+  for (const int iFrame : {zelWebBrowserMain, zelWebBrowserWork, zelWebBrowserDetail}) Clear(iFrame);
+  for (const auto& oPage : m_registry) {
+    if (oPage != nullptr) oPage->CleanUp();
+  }
+  m_registry.fill(nullptr);
+}
+
+Long Browser::Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) {
+  BrowserFrame& oFrame = Frame(lWebBrowser);
+  if (oPage == nullptr) throw std::invalid_argument("There is no page to show");
+  // 1. The page shown so far goes, unless it is shown again.
+  if (oFrame.Page != nullptr && oFrame.Page->Name() != oPage->Name()) oFrame.Page->Hide();
+  // 2. and 3. The frame's page and URL.
+  AdoptPage(oPage);
+  oFrame.Page = oPage;
+  oFrame.URL = m_sHTMLPath + "\\" + oPage->Name() + ".htm";
+  // 4. to 6. Navigate and wait for the document.
+  m_bNavigateComplete = false;
+  m_bPageComplete = false;
+  oFrame.WebBrowser().Navigate(oFrame.URL, NavigateFlags::Fresh);
+  WaitUntil([this] { return m_bNavigateComplete; });
+  // 7. Show it.
+  BringToFront(lWebBrowser);
+  // 8. Wait until the page has filled it and the screen shows that.
+  WaitUntil([&] {
+    // Whoever took the page out of the frame meanwhile has ended this wait,
+    // unless another page was shown instead.
+    if (!m_bPageComplete && oFrame.Page == nullptr) {
+      throw WaitError("The frame was emptied before the page " + oPage->Name() + " was complete");
+    }
+    return m_bPageComplete;
+  });
+  WaitUntil([&oFrame] { return oFrame.WebBrowser().Settled(); });
+  // 9. Document events follow the frame in front, which this may no longer be.
+  return lWebBrowser;
+}
+
+void Browser::ShowOnTop(Long lWebBrowser) {
+  BringToFront(lWebBrowser);
+  if (const auto oPage = Frame(lWebBrowser).Page) NotifyPageComplete(oPage);
+}
+
+void Browser::Navigate(const std::string& sURL, Long lWebBrowser) {
+  BrowserFrame& oFrame = Frame(lWebBrowser);
+  if (const auto oPage = std::exchange(oFrame.Page, nullptr)) oPage->Hide();
+  if (m_lCurrentFrame == lWebBrowser) ShowCommandsOf(nullptr);
+  oFrame.URL = sURL;
+  oFrame.WebBrowser().Navigate(sURL, NavigateFlags::None);
+}
+
+void Browser::Refresh(Long lWebBrowser) {
+  BrowserFrame& oFrame = Frame(lWebBrowser);
+  oFrame.WebBrowser().Navigate(oFrame.URL, NavigateFlags::Fresh);
+}
+
+void Browser::Clear(Long lWebBrowser) { Navigate("about:blank", lWebBrowser); }
+
+void Browser::ShowMessageHelpID(const std::string& sHelpID) {
+  frmMessage oMessage(m_oPlatform);
+  oMessage.HTMLPath(m_sHTMLPath);
+  oMessage.CHMPath(m_sCHMPath);
+  oMessage.ShowMessageHelpID(sHelpID);
+}
+
+std::function<void()> Browser::MessageHelp(const std::string& sHelpID) {
+  if (m_sCHMPath.empty() || !m_oPlatform.HelpFile().HasTopic(m_sCHMPath, sHelpID)) return {};
+  return [this, oAlive = std::weak_ptr(m_oAlive), sHelpID] {
+    if (!oAlive.expired()) ShowMessageHelpID(sHelpID);
+  };
+}
+
+void Browser::BringToFront(Long lWebBrowser) {
+  BrowserFrame& oFrame = Frame(lWebBrowser);
+  if (m_lCurrentFrame != lWebBrowser) {
+    if (m_lCurrentFrame >= 0) Frame(m_lCurrentFrame).WebBrowser().Visible(false);
+    oFrame.WebBrowser().Visible(true);
+    m_lCurrentFrame = lWebBrowser;
+  }
+  ShowCommandsOf(oFrame.Page);
+}
+
+void Browser::ShowCommandsOf(const std::shared_ptr<Page>& oPage) {
+  if (const auto oCommandlist = oPage == nullptr ? nullptr : oPage->Commandlist()) m_oCommandlist = oCommandlist;
+  if (const auto oCommandlist = m_oCommandlist.lock()) {
+    oCommandlist->BringToFront(oPage == nullptr ? Long(int{zelWebBrowserPageNone}) : oPage->PageType());
+  }
+}
+
+void Browser::NotifyPageComplete(const std::shared_ptr<Page>& oPage) {
+  m_lActPage = oPage->PageType();
+  m_bPageComplete = true;
+  PageComplete.Raise(oPage);
+}
+
+void Browser::ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
+                            std::shared_ptr<ZELLib3::Parameter> oParameter) {
+  PageParameter()->Show(std::move(oDatabase), std::move(oParameter));
+}
+
+void Browser::ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SysInfo> oSysInfo) {
+  PageSysInfo()->Show(std::move(oDatabase), std::move(oSysInfo));
+}
+
+void Browser::ShowSQLTable(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SQLTable> oSQLTable) {
+  PageSQLTable()->Show(std::move(oDatabase), std::move(oSQLTable));
+}
+
+void Browser::ShowHistoryItem(std::shared_ptr<ZELLib3::Database> oDatabase,
+                              std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) {
+  PageHistoryItem()->Show(std::move(oDatabase), std::move(oHistoryItem));
+}
+
+void Browser::Resize(int iWidth, int iHeight) {
+  for (const auto& oFrame : m_frames) oFrame->WebBrowser().Move(0, 0, iWidth, iHeight);
+}
+
+std::shared_ptr<ZELWbr3::Document> Browser::VisibleDocument() const {
+  return m_lCurrentFrame < 0 ? nullptr : Frame(m_lCurrentFrame).WebBrowser().Document();
+}
+
+void Browser::FlushDocuments() {
+  for (const auto& oFrame : m_frames) oFrame->WebBrowser().Flush();
+}
+
+void Browser::ProcessTerminated(const std::string& sReason) {
+  ++m_iTerminations;
+  m_sTermination = sReason;
+}
+
+void Browser::WaitUntil(const std::function<bool()>& oDone) {
+  const std::weak_ptr<const bool> oAlive = m_oAlive;
+  MessagePump& oPump = m_oPlatform.MessagePump();
+  const int iTerminations = m_iTerminations;
+  while (!oDone()) {
+    FlushDocuments();
+    oPump.Turn();
+    if (oAlive.expired()) throw WaitError("The control was destroyed while it waited");
+    if (m_iTerminations != iTerminations) throw WaitError("The browser's process ended: " + m_sTermination);
+  }
+}
+
+}  // namespace ZELWbr3

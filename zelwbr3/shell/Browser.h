@@ -1,0 +1,211 @@
+#pragma once
+
+#include "zelwbr3/framework/PageDefault.h"
+#include "zelwbr3/framework/PageSite.h"
+#include "zelwbr3/framework/PageType.h"
+#include "zelwbr3/pages/analyzer/PageDBAnalyzer.h"
+#include "zelwbr3/pages/config/PageParameter.h"
+#include "zelwbr3/pages/config/PageParameters.h"
+#include "zelwbr3/pages/history/PageHistory.h"
+#include "zelwbr3/pages/history/PageHistoryItem.h"
+#include "zelwbr3/pages/main/PageMain.h"
+#include "zelwbr3/pages/monitor/PageInfoActivity.h"
+#include "zelwbr3/pages/monitor/PageInfoCaches.h"
+#include "zelwbr3/pages/monitor/PageSQLTable.h"
+#include "zelwbr3/pages/monitor/PageSessions.h"
+#include "zelwbr3/pages/monitor/PageSysDD.h"
+#include "zelwbr3/pages/monitor/PageSysInfo.h"
+#include "zelwbr3/pages/monitor/PageSysInfos.h"
+#include "zelwbr3/pages/storage/PageDataArea.h"
+#include "zelwbr3/pages/storage/PageLogArea.h"
+#include "zelwbr3/platform/Event.h"
+#include "zelwbr3/shell/BrowserFrame.h"
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ZELWbr3 {
+
+/// The browser control: shows the pages of one instance in four frames that lie
+/// on each other, routes clicks and keys to the page in front and reports to
+/// the host by events.
+///
+/// Everything happens on the user-interface thread. Show waits by pumping
+/// messages, without a time-out; the host may call the control again
+/// meanwhile. A wait that cannot end raises WaitError. Nothing is persisted.
+///
+///     Browser oBrowser(oPlatform);
+///     oBrowser.HTMLPath("/usr/share/zelwbr3/html");
+///     oBrowser.PageMain()->Show(oDatabase);
+class Browser : private PageSite, private BrowserFrame::Owner {
+ public:
+  /// The platform must outlive the control.
+  explicit Browser(ZELWbr3::Platform& oPlatform);
+  /// Cleans up the pages; a wait that is under way ends with an error.
+  ~Browser();
+  Browser(const Browser&) = delete;
+  Browser& operator=(const Browser&) = delete;
+
+  using PageSite::zelWebBrowserDetail;
+  using PageSite::zelWebBrowserMain;
+  using PageSite::zelWebBrowserWork;
+
+  /// Path of the compiled help file.
+  const std::string& CHMPath() const { return m_sCHMPath; }
+  void CHMPath(const std::string& sPath) { m_sCHMPath = sPath; }
+  /// Folder of the page files, without a separator at its end.
+  const std::string& HTMLPath() const { return m_sHTMLPath; }
+  void HTMLPath(const std::string& sPath) { m_sHTMLPath = sPath; }
+  /// Sizes are shown in the unit with this number plus one: 0 KB, 1 MB, 2 GB,
+  /// 3 pages, 4 automatic; -1 bytes.
+  Long PreferredUnit() const override { return m_lPreferredUnit; }
+  void PreferredUnit(Long lUnit) { m_lPreferredUnit = lUnit; }
+  /// Whatever the host wants all pages of all controls to share.
+  static std::shared_ptr<void> Resource() { return s_oResource; }
+  static void Resource(std::shared_ptr<void> oResource) { s_oResource = std::move(oResource); }
+  /// The user's number settings, read when the control was made.
+  const std::string& LocaleDecimalSymbole() const override { return m_sDecimalSymbole; }
+  Long LocaleDecimalPlaces() const override { return m_lDecimalPlaces; }
+  const std::string& LocaleThousendGroupingSymbole() const override { return m_sThousendGroupingSymbole; }
+  /// Page type of the page that completed last; 0 at first.
+  Long ActPage() const { return m_lActPage; }
+  /// The registry's page of that type as it stands: null when there is none.
+  std::shared_ptr<Page> ActPageObj() const;
+
+  // The pages, each made when it is first asked for.
+  std::shared_ptr<ZELWbr3::PageDefault> PageDefault() { return Registered<ZELWbr3::PageDefault>(); }
+  std::shared_ptr<ZELWbr3::PageMain> PageMain() { return Registered<ZELWbr3::PageMain>(); }
+  std::shared_ptr<ZELWbr3::PageHistory> PageHistory() { return Registered<ZELWbr3::PageHistory>(); }
+  std::shared_ptr<ZELWbr3::PageHistoryItem> PageHistoryItem() { return Registered<ZELWbr3::PageHistoryItem>(); }
+  std::shared_ptr<ZELWbr3::PageSysInfos> PageSysInfos() { return Registered<ZELWbr3::PageSysInfos>(); }
+  std::shared_ptr<ZELWbr3::PageSysInfo> PageSysInfo() { return Registered<ZELWbr3::PageSysInfo>(); }
+  std::shared_ptr<ZELWbr3::PageParameters> PageParameters() { return Registered<ZELWbr3::PageParameters>(); }
+  std::shared_ptr<ZELWbr3::PageParameter> PageParameter() { return Registered<ZELWbr3::PageParameter>(); }
+  std::shared_ptr<ZELWbr3::PageInfoCaches> PageInfoCaches() { return Registered<ZELWbr3::PageInfoCaches>(); }
+  std::shared_ptr<ZELWbr3::PageInfoActivity> PageInfoActivity() { return Registered<ZELWbr3::PageInfoActivity>(); }
+  std::shared_ptr<ZELWbr3::PageDataArea> PageDataArea() { return Registered<ZELWbr3::PageDataArea>(); }
+  std::shared_ptr<ZELWbr3::PageLogArea> PageLogArea() { return Registered<ZELWbr3::PageLogArea>(); }
+  std::shared_ptr<ZELWbr3::PageSysDD> PageSysDD() { return Registered<ZELWbr3::PageSysDD>(); }
+  std::shared_ptr<ZELWbr3::PageSQLTable> PageSQLTable() { return Registered<ZELWbr3::PageSQLTable>(); }
+  std::shared_ptr<ZELWbr3::PageSessions> PageSessions() { return Registered<ZELWbr3::PageSessions>(); }
+  std::shared_ptr<ZELWbr3::PageDBAnalyzer> PageDBAnalyzer() { return Registered<ZELWbr3::PageDBAnalyzer>(); }
+
+  // A frame number below 0 or of 4 or more raises std::out_of_range.
+
+  /// Empties the frames 0 to 2, cleans up all pages and forgets them.
+  void CleanUp();
+  /// Shows a page in a frame, waits until it has filled its document and the
+  /// browser has confirmed that, and returns the frame's number.
+  Long Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) override;
+  /// Brings a frame to the front and announces its page, if it has one, as
+  /// complete again.
+  void ShowOnTop(Long lWebBrowser) override;
+  /// Navigates a frame anywhere, without a page and without waiting.
+  void Navigate(const std::string& sURL, Long lWebBrowser);
+  /// Loads the frame's URL again, without waiting; the page fills it anew.
+  void Refresh(Long lWebBrowser) override;
+  /// Takes the frame's page away and empties it.
+  void Clear(Long lWebBrowser);
+  /// Explains a message by a topic of the help file, in a window of its own;
+  /// returns when the user has closed that.
+  void ShowMessageHelpID(const std::string& sHelpID);
+
+  /// Gives all frames the size of the control, in the platform's pixels.
+  void Resize(int iWidth, int iHeight);
+
+  /// The document of the frame in front; null when there is none.
+  std::shared_ptr<ZELWbr3::Document> VisibleDocument() const;
+
+  // Keys that the control itself receives, not a document: the key code and
+  // the shift state (1 Shift, 2 Ctrl, 4 Alt), or the character.
+  Event<Integer&, Integer&> KeyDown;
+  Event<Integer&> KeyPress;
+  Event<Integer&, Integer&> KeyUp;
+  /// A page has filled its document, or came to the front again.
+  Event<const std::shared_ptr<Page>&> PageComplete;
+  /// A page begins a long action, and has finished it; true asks the host to
+  /// refresh.
+  Event<> ActionBegin;
+  Event<bool> ActionComplete;
+  /// A page asks the host to carry out a command.
+  Event<Long> Command;
+
+ private:
+  bool HasPage(Long lWebBrowser) const override { return Frame(lWebBrowser).Page != nullptr; }
+  void ShowDefault() override { PageDefault()->Show(); }
+  void ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
+                     std::shared_ptr<ZELLib3::Parameter> oParameter) override;
+  void ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SysInfo> oSysInfo) override;
+  void ShowSQLTable(std::shared_ptr<ZELLib3::Database> oDatabase,
+                    std::shared_ptr<ZELLib3::SQLTable> oSQLTable) override;
+  void ShowHistoryItem(std::shared_ptr<ZELLib3::Database> oDatabase,
+                       std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) override;
+
+  std::function<void()> MessageHelp(const std::string& sHelpID) override;
+
+  void NotifyPageComplete(const std::shared_ptr<Page>& oPage) override;
+  void RaiseActionBegin() override { ActionBegin.Raise(); }
+  void RaiseActionComplete(bool bRefresh) override { ActionComplete.Raise(bRefresh); }
+  void RaiseCommand(Long lCommand) override { Command.Raise(lCommand); }
+  ZELWbr3::Platform& Platform() override { return m_oPlatform; }
+  void FlushDocuments() override;
+
+  void NavigateCompleted() override { m_bNavigateComplete = true; }
+  bool IsInFront(int iFrame) const override { return m_lCurrentFrame == iFrame; }
+  bool DropEvents(bool bDrop) override { return std::exchange(m_bBusy, bDrop); }
+  bool EnterDocumentEvent() override { return !DropEvents(true); }
+  void LeaveDocumentEvent() override { m_bBusy = false; }
+  void ProcessTerminated(const std::string& sReason) override;
+  void TraceError(const std::string& sText) override { m_oPlatform.Trace(sText); }
+
+  template <typename PageClass>
+  std::shared_ptr<PageClass> Registered() {
+    auto& oSlot = m_registry[PageClass::Type];
+    if (oSlot == nullptr) {
+      oSlot = std::make_shared<PageClass>();
+      AdoptPage(oSlot);
+    }
+    return std::static_pointer_cast<PageClass>(oSlot);
+  }
+
+  BrowserFrame& Frame(Long lWebBrowser) const;
+  void AdoptPage(const std::shared_ptr<Page>& oPage);
+  void BringToFront(Long lWebBrowser);
+  /// Makes the host's command list show what belongs to the page in front:
+  /// nothing for a page that has no commands, and for none.
+  void ShowCommandsOf(const std::shared_ptr<Page>& oPage);
+  void WaitUntil(const std::function<bool()>& oDone);
+
+  static std::shared_ptr<void> s_oResource;
+
+  ZELWbr3::Platform& m_oPlatform;
+  std::string m_sCHMPath;
+  std::string m_sHTMLPath;
+  Long m_lPreferredUnit;
+  std::string m_sDecimalSymbole;
+  Long m_lDecimalPlaces;
+  std::string m_sThousendGroupingSymbole;
+
+  std::array<std::shared_ptr<Page>, zelWebBrowserPageDBAnalyzer + 1> m_registry;  // 0 stays empty
+  /// Every page that may still call this control: the registry's and those
+  /// that the host showed.
+  std::vector<std::weak_ptr<Page>> m_adopted;
+  std::array<std::shared_ptr<BrowserFrame>, 4> m_frames;
+  std::weak_ptr<ZELCmd3::FCommandlist> m_oCommandlist;
+  Long m_lCurrentFrame = -1;
+  Long m_lActPage;
+  bool m_bNavigateComplete = false;
+  bool m_bPageComplete = false;
+  bool m_bBusy = false;
+
+  /// Browser processes that have died so far, and why the last one did.
+  int m_iTerminations = 0;
+  std::string m_sTermination;
+  /// Expires with the control, for those who pump messages meanwhile.
+  std::shared_ptr<const bool> m_oAlive = std::make_shared<const bool>(true);
+};
+
+}  // namespace ZELWbr3
