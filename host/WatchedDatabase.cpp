@@ -81,7 +81,7 @@ bool WatchedDatabase::Online() {
 }
 
 bool WatchedDatabase::RestartUntil(const ZELLib3::Date& dUntil) {
-  Tell(m_oObserver, "RestartUntil", {Recorded::DateText(dUntil)});
+  Tell(m_oObserver, "RestartUntil", {Calendar::ISOText(dUntil)});
   return SQLiteDatabase::RestartUntil(dUntil);
 }
 

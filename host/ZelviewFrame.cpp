@@ -2,13 +2,12 @@
 
 #include "host/HTMLFolder.h"
 #include "host/HelpFile.h"
-#include "host/OneLine.h"
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
 #include "host/ZelviewPictures.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/desktop/Picture.h"
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <cstdlib>
@@ -29,7 +28,7 @@ namespace ZELWbr3::Host {
 namespace {
 
 /// A text from anywhere, for a title or a line of the window.
-wxString Text(const std::string& sText) { return wxString::FromUTF8(ZELWbr3::Text::Clean(OneLine(sText))); }
+wxString Text(const std::string& sText) { return wxString::FromUTF8(ZELWbr3::Text::Clean(ZELWbr3::Text::OneLine(sText))); }
 
 std::string UTF8(const wxString& sText) { return std::string(sText.utf8_str()); }
 
@@ -197,7 +196,7 @@ void ZelviewFrame::SaveRecording() {
   const std::string sFile = UTF8(oDialog.GetPath());
   CheckOutputFiles(m_sInstance, {{"Save Recording", sFile}});
   const auto notes = Recorded::WriteRecording(*m_oDatabase, sFile);
-  Say(notes.empty() ? "The recording is written." : OneLine(notes.front()));
+  Say(notes.empty() ? "The recording is written." : ZELWbr3::Text::OneLine(notes.front()));
 }
 
 void ZelviewFrame::ShowMessage() {

@@ -1,7 +1,7 @@
 // zelanalyzer: evaluates a database file at an interval, in the background.
 
-#include "host/OneLine.h"
 #include "host/StandardStreams.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/sqlite/analyzer/AnalyzerRun.h"
 #include "zelwbr3/instances/sqlite/analyzer/Background.h"
 
@@ -16,7 +16,7 @@ namespace {
 using namespace ZELWbr3;
 
 int Complain(const std::string& sText) {
-  std::cerr << "zelanalyzer: " << Host::OneLine(sText) << '\n';
+  std::cerr << "zelanalyzer: " << ZELWbr3::Text::OneLine(sText) << '\n';
   return 1;
 }
 

@@ -2,12 +2,12 @@
 
 #include "host/EventLog.h"
 #include "host/HostPages.h"
-#include "host/OneLine.h"
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
 #include "host/Report.h"
 #include "host/StandardStreams.h"
 #include "host/Step.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <CLI/CLI.hpp>
@@ -29,7 +29,7 @@ struct Arguments {
 };
 
 int Complain(const std::string& sText) {
-  std::cerr << "zelreport: " << OneLine(sText) << '\n';
+  std::cerr << "zelreport: " << ZELWbr3::Text::OneLine(sText) << '\n';
   return 1;
 }
 

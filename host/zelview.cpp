@@ -1,10 +1,10 @@
 // zelview: a window with the pages of an instance.
 
 #include "host/HostPages.h"
-#include "host/OneLine.h"
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
 #include "host/ZelviewFrame.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <CLI/CLI.hpp>
@@ -30,7 +30,7 @@ struct Arguments {
 };
 
 int Complain(const std::string& sText) {
-  std::cerr << "zelview: " << OneLine(sText) << '\n';
+  std::cerr << "zelview: " << ZELWbr3::Text::OneLine(sText) << '\n';
   return 1;
 }
 

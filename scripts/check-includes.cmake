@@ -1,44 +1,61 @@
-# Fails when a source file includes what its folder may not include:
-#   platform, dom <- framework <- pages <- shell <- headless, desktop <- host
-# instances see only the instance-data interface, the core only itself and the
-# C++ standard library, and each vendor library belongs to one leaf folder.
+# Fails when a source file includes what its folder may not include, or when
+# folders include each other in a circle. From the ground up:
+#   base <- ZELLib3 <- instances
+#   base <- platform, dom <- framework (with ZELLib3) <- pages <- shell <- headless, desktop <- host
+# Instances see only the interface that they implement and what they share, the
+# core only itself and the C++ standard library, and each vendor library belongs
+# to one leaf folder.
 cmake_minimum_required(VERSION 3.25)
 
-set(may_platform platform)
-set(may_dom dom platform)
-set(may_framework ${may_dom} framework)
+set(may_base base)
+set(may_ZELLib3 base ZELLib3)
+set(may_platform base platform)
+set(may_dom base dom)
+set(may_framework base ZELLib3 platform dom framework)
 set(may_pages ${may_framework} pages)
 set(may_shell ${may_pages} shell)
 set(may_headless ${may_shell} headless)
 set(may_desktop ${may_shell} desktop)
-set(may_instances_recorded framework/ZELLib3 instances/recorded)
-set(may_instances_sqlite framework/ZELLib3 instances/sqlite)
-set(may_instances_postgres framework/ZELLib3 instances/postgres)
-set(may_host ${may_shell} headless desktop instances host)
+set(may_instances_common base ZELLib3 instances/common)
+set(may_instances_recorded ${may_instances_common} instances/recorded)
+set(may_instances_sqlite ${may_instances_common} instances/sqlite)
+set(may_host ${may_shell} headless desktop instances)
 
-# Vendor headers, by the folder that may include them.
+# Vendor and system headers, by the folder that may include them.
 set(vendor_headless "gumbo\\.h")
 set(vendor_desktop "(wx|webkit2|gtk|gdk|glib|gio|jsc)/.*|webkit2/.*|chm_lib\\.h|glib\\.h|(unistd|fcntl)\\.h|sys/.*")
+set(vendor_instances_common "(unistd|fcntl|pwd|signal|spawn|dirent)\\.h|sys/.*")
 set(vendor_instances_recorded "nlohmann/.*")
-set(vendor_instances_sqlite "sqlite3\\.h|unistd\\.h|fcntl\\.h|sys/.*|pwd\\.h|signal\\.h|spawn\\.h|dirent\\.h")
-set(vendor_instances_postgres "libpq-fe\\.h")
+set(vendor_instances_sqlite "sqlite3\\.h|${vendor_instances_common}")
 set(vendor_host "nlohmann/.*|CLI/.*|wx/.*|(unistd|fcntl)\\.h|sys/.*")
 
 set(wrong 0)
-foreach(folder platform dom framework pages shell headless desktop instances/recorded instances/sqlite instances/postgres host)
+set(arrows)
+foreach(folder base ZELLib3 platform dom framework pages shell headless desktop
+    instances/common instances/recorded instances/sqlite host)
   string(REPLACE "/" "_" key ${folder})
-  file(GLOB_RECURSE files zelwbr3/${folder}/*.h zelwbr3/${folder}/*.cpp)
+  set(root zelwbr3/)
+  if(folder STREQUAL host)
+    set(root)
+  endif()
+  file(GLOB_RECURSE files RELATIVE ${CMAKE_SOURCE_DIR} ${root}${folder}/*.h ${root}${folder}/*.cpp)
   foreach(path IN LISTS files)
+    cmake_path(GET path PARENT_PATH room)
     file(STRINGS ${path} includes REGEX "^[ \t]*#[ \t]*include")
     foreach(line IN LISTS includes)
       set(ok FALSE)
       if(line MATCHES "\"([^\"]+)\"")
         set(header ${CMAKE_MATCH_1})
         foreach(allowed IN LISTS may_${key})
-          if(header MATCHES "^(zelwbr3/)?${allowed}/")
+          if(header MATCHES "^zelwbr3/${allowed}/")
             set(ok TRUE)
           endif()
         endforeach()
+        if(folder STREQUAL host AND header MATCHES "^host/")
+          set(ok TRUE)
+        endif()
+        cmake_path(GET header PARENT_PATH other)
+        list(APPEND arrows "${room} ${other}")
       elseif(line MATCHES "<([a-z_0-9]+)>")
         set(ok TRUE)  # the standard library's headers have no ending
       elseif(line MATCHES "<([^>]+)>" AND DEFINED vendor_${key})
@@ -56,4 +73,12 @@ foreach(folder platform dom framework pages shell headless desktop instances/rec
 endforeach()
 if(wrong)
   message(FATAL_ERROR "Some includes break the dependency rule; docs/architecture.md draws it.")
+endif()
+
+# tsort finds no order for what goes round in a circle, and names its members.
+list(REMOVE_DUPLICATES arrows)
+execute_process(COMMAND ${CMAKE_COMMAND} -E echo ${arrows} COMMAND tsort
+  OUTPUT_QUIET ERROR_VARIABLE circle RESULT_VARIABLE failed)
+if(failed)
+  message(FATAL_ERROR "Folders include each other in a circle:\n${circle}")
 endif()

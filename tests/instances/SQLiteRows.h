@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/instances/SQLiteFiles.h"
-#include "zelwbr3/framework/ZELLib3/RowSource.h"
+#include "zelwbr3/ZELLib3/RowSource.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // What the dialogs say, take and hand back, seen from the platform that draws
 // them.
 
-#include "zelwbr3/framework/modDate.h"
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/headless/ScriptedAnswers.h"
 #include "zelwbr3/pages/analyzer/frmDBAnalyzerDelete.h"
 #include "zelwbr3/pages/analyzer/frmDBAnalyzerStart.h"
@@ -60,7 +60,7 @@ TEST(Dialogs, SayWhatTheyAsk) {
 }
 
 TEST(Dialogs, StartAtTheCurrentTime) {
-  const Date dBefore = modDate::Now();
+  const Date dBefore = Calendar::Now();
   Date dOffered, dToday;
   User oUser([&](Dialog& oDialog) {
     (oDialog.Name == "frmOnlineUntil" ? dOffered : dToday) = oDialog.Fields[0].When;
@@ -69,8 +69,8 @@ TEST(Dialogs, StartAtTheCurrentTime) {
   EXPECT_EQ(frmOnlineUntil(oUser).OnlineUntil("DEMO"), dOffered);
   frmDBAnalyzerDelete(oUser).DeleteProtSets();
   EXPECT_LE(dBefore, dOffered);
-  EXPECT_LE(dOffered, modDate::Now());
-  EXPECT_LE(modDate::Compact(dBefore), modDate::Compact(dToday));
+  EXPECT_LE(dOffered, Calendar::Now());
+  EXPECT_LE(Calendar::CompactDay(dBefore), Calendar::CompactDay(dToday));
 }
 
 TEST(Dialogs, JoinTheDayOfOneInputAndTheTimeOfTheOther) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/support/TestDatabase.h"
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 
 #include <algorithm>
 #include <deque>

@@ -1,6 +1,6 @@
 #include "zelwbr3/desktop/DesktopCommandlist.h"
 
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 
 #include <wx/button.h>
 #include <wx/statline.h>

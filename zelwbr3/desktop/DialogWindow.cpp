@@ -1,6 +1,6 @@
 #include "zelwbr3/desktop/DialogWindow.h"
 
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 
 #include <gtk/gtk.h>
 #include <wx/accel.h>

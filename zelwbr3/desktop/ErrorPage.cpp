@@ -1,6 +1,6 @@
 #include "zelwbr3/desktop/ErrorPage.h"
 
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 
 namespace ZELWbr3::Desktop {
 

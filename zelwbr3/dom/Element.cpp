@@ -6,7 +6,7 @@
 #include "zelwbr3/dom/HTMLWriter.h"
 #include "zelwbr3/dom/Markup.h"
 #include "zelwbr3/dom/Style.h"
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 
 #include <algorithm>
 #include <stdexcept>

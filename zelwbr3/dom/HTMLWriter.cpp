@@ -1,6 +1,6 @@
 #include "zelwbr3/dom/HTMLWriter.h"
 
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 
 #include <algorithm>
 #include <array>

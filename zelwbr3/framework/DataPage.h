@@ -3,9 +3,9 @@
 #include "zelwbr3/framework/FrontBoxes.h"
 #include "zelwbr3/framework/Page.h"
 #include "zelwbr3/framework/ZELHTMLForm.h"
-#include "zelwbr3/framework/ZELLib3/Database.h"
+#include "zelwbr3/ZELLib3/Database.h"
 #include "zelwbr3/framework/clsHourglass.h"
-#include "zelwbr3/platform/Event.h"
+#include "zelwbr3/base/Event.h"
 
 #include <functional>
 

@@ -2,7 +2,7 @@
 
 #include "zelwbr3/framework/Page.h"
 #include "zelwbr3/framework/PageType.h"
-#include "zelwbr3/platform/Event.h"
+#include "zelwbr3/base/Event.h"
 
 namespace ZELWbr3 {
 

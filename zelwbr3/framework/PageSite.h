@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/Database.h"
-#include "zelwbr3/platform/Checked.h"
+#include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/base/Checked.h"
 #include "zelwbr3/platform/Platform.h"
 
 #include <functional>

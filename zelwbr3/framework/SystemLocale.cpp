@@ -1,6 +1,6 @@
 #include "zelwbr3/framework/SystemLocale.h"
 
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 
 #include <chrono>
 #include <climits>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/platform/Checked.h"
+#include "zelwbr3/base/Checked.h"
 #include "zelwbr3/platform/UserLocale.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 #include "zelwbr3/framework/modCurrency.h"
 
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/modLocal.h"
 
 #include <charconv>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/platform/Checked.h"
-#include "zelwbr3/platform/Date.h"
+#include "zelwbr3/base/Checked.h"
+#include "zelwbr3/base/Date.h"
 #include "zelwbr3/platform/UserLocale.h"
 
 #include <string>

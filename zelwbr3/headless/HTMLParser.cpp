@@ -1,8 +1,8 @@
 #include "zelwbr3/headless/HTMLParser.h"
 
 #include "zelwbr3/dom/DocumentBuilder.h"
-#include "zelwbr3/dom/Text.h"
-#include "zelwbr3/headless/ReadFile.h"
+#include "zelwbr3/base/Text.h"
+#include "zelwbr3/base/ReadFile.h"
 
 #include <gumbo.h>
 
@@ -61,8 +61,12 @@ std::shared_ptr<Document> ParseHTML(std::string_view sHTML) {
 }
 
 std::shared_ptr<Document> LoadPageFile(const std::string& sPath) {
-  const auto sHTML = ReadFile(sPath);
-  return sHTML && !sHTML->empty() ? ParseHTML(*sHTML) : nullptr;
+  try {
+    const std::string sHTML = ReadFile(sPath);
+    return sHTML.empty() ? nullptr : ParseHTML(sHTML);
+  } catch (const ReadFileError&) {
+    return nullptr;
+  }
 }
 
 std::shared_ptr<Document> PageNotFound(const std::string& sPath) {

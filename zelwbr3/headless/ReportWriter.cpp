@@ -1,7 +1,7 @@
 #include "zelwbr3/headless/ReportWriter.h"
 
 #include "zelwbr3/dom/HTMLWriter.h"
-#include "zelwbr3/headless/ReadFile.h"
+#include "zelwbr3/base/ReadFile.h"
 
 #include <optional>
 
@@ -9,9 +9,12 @@ namespace ZELWbr3::Headless {
 
 std::string WriteReport(const Document& oDocument, const std::string& sFolder) {
   const auto Inlined = [&](const std::string& sTag, const std::string& sFile) -> std::optional<std::string> {
-    const auto sContent = sFile.empty() ? std::nullopt : ReadFile(sFolder + "/" + sFile);
-    if (!sContent) return std::nullopt;
-    return "<" + sTag + ">\n" + *sContent + "</" + sTag + ">";
+    if (sFile.empty()) return std::nullopt;
+    try {
+      return "<" + sTag + ">\n" + ReadFile(sFolder + "/" + sFile) + "</" + sTag + ">";
+    } catch (const ReadFileError&) {
+      return std::nullopt;  // stays a link
+    }
   };
   const HTMLWriter oWriter([&](const Element& oElement) -> std::optional<std::string> {
     if (oElement.tagName() == "link" && oElement.getAttribute("rel") == "stylesheet") {

@@ -2,7 +2,7 @@
 
 #include "zelwbr3/headless/ScriptedAnswer.h"
 #include "zelwbr3/platform/DialogBox.h"
-#include "zelwbr3/platform/Event.h"
+#include "zelwbr3/base/Event.h"
 #include "zelwbr3/platform/MessageBox.h"
 
 #include <deque>

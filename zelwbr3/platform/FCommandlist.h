@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/platform/Checked.h"
-#include "zelwbr3/platform/Event.h"
+#include "zelwbr3/base/Checked.h"
+#include "zelwbr3/base/Event.h"
 
 #include <string>
 #include <vector>

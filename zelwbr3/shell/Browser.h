@@ -18,7 +18,7 @@
 #include "zelwbr3/pages/monitor/PageSysInfos.h"
 #include "zelwbr3/pages/storage/PageDataArea.h"
 #include "zelwbr3/pages/storage/PageLogArea.h"
-#include "zelwbr3/platform/Event.h"
+#include "zelwbr3/base/Event.h"
 #include "zelwbr3/shell/BrowserFrame.h"
 
 #include <array>

@@ -74,7 +74,7 @@ class Checker {
       case Kind::Flag:
         return Require(oJson.is_boolean(), oJson, oType, oPath);
       case Kind::Date:
-        return Require(oJson.is_string() && DateFromText(oJson.get_ref<const std::string&>()), oJson, oType, oPath);
+        return Require(oJson.is_string() && Calendar::ParseISO(oJson.get_ref<const std::string&>()), oJson, oType, oPath);
       case Kind::List:
         return List(oJson, oType, oPath);
       case Kind::Object:

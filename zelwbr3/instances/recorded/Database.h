@@ -48,7 +48,7 @@ class Database final : public Of<ZELLib3::Database> {
   bool Admin() override { return Change("Admin") && Become(Administration); }
   bool Online() override { return Change("Online") && Become(Operating); }
   bool RestartUntil(const Date& dUntil) override {
-    return Change("RestartUntil", DateText(dUntil)) && Become(Operating);
+    return Change("RestartUntil", Calendar::ISOText(dUntil)) && Become(Operating);
   }
   bool AutoLogOff() override;
 

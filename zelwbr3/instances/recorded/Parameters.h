@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/recorded/Object.h"
 #include "zelwbr3/instances/recorded/Parameter.h"
 
@@ -15,7 +16,7 @@ class Parameters final : public Of<ZELLib3::Parameters> {
   }
   std::shared_ptr<ZELLib3::Parameter> Item(const std::string& sName) const override {
     Check("Item");
-    const auto it = Shared().oParameters.find(Trimmed(sName));
+    const auto it = Shared().oParameters.find(Text::Trim(sName));
     const Json& oValue = it != Shared().oParameters.end() ? List("Items")[it->second] : Nothing();
     return std::make_shared<Recorded::Parameter>(Place{Here().oState, &oValue, Join(Here().sPath, "Item")});
   }

@@ -1,12 +1,8 @@
 #include "zelwbr3/instances/recorded/Parse.h"
 
+#include "zelwbr3/base/ReadFile.h"
 #include "zelwbr3/instances/recorded/Path.h"
 #include "zelwbr3/instances/recorded/RecordingError.h"
-
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <system_error>
 
 namespace ZELWbr3::Recorded {
 
@@ -14,31 +10,6 @@ namespace {
 
 // A recording nests about ten levels.
 constexpr std::size_t MaxDepth = 64;
-constexpr std::uintmax_t MaxBytes = std::uintmax_t{1} << 30;
-
-std::string ReadFile(const std::string& sFile) {
-  namespace fs = std::filesystem;
-  const auto Fail = [&](const std::string& sWhat) { return RecordingError(sFile, {}, sWhat); };
-
-  std::error_code oError;
-  const fs::file_status oStatus = fs::status(sFile, oError);
-  if (oStatus.type() == fs::file_type::not_found) throw Fail("there is no such file; expected a recording");
-  if (oStatus.type() == fs::file_type::none) throw Fail("cannot be read: " + oError.message());
-  if (oStatus.type() == fs::file_type::directory) throw Fail("is a directory; expected a recording");
-  // A pipe or a device might never end.
-  if (oStatus.type() != fs::file_type::regular) throw Fail("is not a regular file; expected a recording");
-  const std::uintmax_t lBytes = fs::file_size(sFile, oError);
-  if (oError) throw Fail("cannot be read: " + oError.message());
-  if (lBytes > MaxBytes) throw Fail("is larger than 1 GB; expected a recording");
-
-  errno = 0;
-  std::ifstream oStream(sFile, std::ios::binary);
-  std::string sText(lBytes, '\0');
-  if (!oStream || (lBytes > 0 && !oStream.read(sText.data(), static_cast<std::streamsize>(lBytes)))) {
-    throw Fail("cannot be read: " + (errno != 0 ? std::generic_category().message(errno) : "it became shorter"));
-  }
-  return sText;
-}
 
 // Builds the value while keeping the path to where the text stands.
 class Builder : public nlohmann::json_sax<Json> {
@@ -137,7 +108,13 @@ class Builder : public nlohmann::json_sax<Json> {
 }  // namespace
 
 Json ParseFile(const std::string& sFile) {
-  const std::string sText = ReadFile(sFile);
+  const std::string sText = [&] {
+    try {
+      return ReadFile(sFile);
+    } catch (const ReadFileError& oError) {
+      throw RecordingError(sFile, {}, std::string(oError.what()) + "; expected a recording");
+    }
+  }();
   Builder oBuilder(sFile);
   Json::sax_parse(sText, &oBuilder);
   return oBuilder.Root();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelwbr3/base/Text.h"
+
 #include <stdexcept>
 #include <string>
 
@@ -10,16 +12,7 @@ namespace ZELWbr3::Recorded {
 class RecordingError : public std::runtime_error {
  public:
   RecordingError(const std::string& sFile, const std::string& sWhere, const std::string& sWhat)
-      : std::runtime_error(OneLine(sFile + ": " + (sWhere.empty() ? "" : sWhere + ": ") + sWhat)) {}
-
- private:
-  static std::string OneLine(std::string sText) {
-    for (char& cChar : sText) {
-      const auto lCode = static_cast<unsigned char>(cChar);
-      if (lCode < 0x20 || lCode == 0x7f) cChar = '?';
-    }
-    return sText;
-  }
+      : std::runtime_error(Text::OneLine(sFile + ": " + (sWhere.empty() ? "" : sWhere + ": ") + sWhat)) {}
 };
 
 }  // namespace ZELWbr3::Recorded

@@ -1,5 +1,6 @@
 #include "zelwbr3/instances/recorded/State.h"
 
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/recorded/Values.h"
 
 namespace ZELWbr3::Recorded {
@@ -21,7 +22,7 @@ State::State(Json oChecked, CallObserver fnTold) : oRoot(std::move(oChecked)), f
   if (const nlohmann::json_pointer<std::string> oItems(sItems); oDatabase.contains(oItems)) {
     std::size_t lItem = 0;
     for (const Json& oParameter : oDatabase[oItems]) {
-      oParameters.try_emplace(Trimmed(oParameter.value("Name", "")), lItem++);
+      oParameters.try_emplace(Text::Trim(oParameter.value("Name", "")), lItem++);
     }
   }
 }
@@ -29,12 +30,6 @@ State::State(Json oChecked, CallObserver fnTold) : oRoot(std::move(oChecked)), f
 void State::FailedBecause(const std::string& sReason) {
   const bool bRecorded = oRecordedError.ErrorCode != 0 || !oRecordedError.ErrorText.empty();
   oLastError = bRecorded ? oRecordedError : ZELLib3::Error{0, sReason};
-}
-
-std::string Trimmed(const std::string& sText) {
-  const auto lFirst = sText.find_first_not_of(' ');
-  if (lFirst == std::string::npos) return {};
-  return sText.substr(lFirst, sText.find_last_not_of(' ') - lFirst + 1);
 }
 
 }  // namespace ZELWbr3::Recorded

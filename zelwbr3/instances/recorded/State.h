@@ -29,7 +29,4 @@ struct State {
   void FailedBecause(const std::string& sReason);
 };
 
-/// The text without the blanks at both ends.
-std::string Trimmed(const std::string& sText);
-
 }  // namespace ZELWbr3::Recorded

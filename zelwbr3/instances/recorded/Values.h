@@ -1,15 +1,11 @@
 #pragma once
 
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/instances/recorded/Schema.h"
 
 #include <algorithm>
 
 namespace ZELWbr3::Recorded {
-
-/// "YYYY-MM-DDTHH:MM:SS".
-std::string DateText(const Date& dDate);
-/// Nothing unless the text is of just this form and names a day that exists.
-std::optional<Date> DateFromText(std::string_view sText);
 
 /// The C++ value of a value that has been checked.
 template <class T>
@@ -17,7 +13,7 @@ T FromJson(const Json& oJson) {
   if constexpr (std::is_same_v<T, Long> || std::is_same_v<T, Integer>) {
     return oJson.get<std::int64_t>();
   } else if constexpr (std::is_same_v<T, ZELWbr3::Date>) {
-    return DateFromText(oJson.get_ref<const std::string&>()).value();
+    return Calendar::ParseISO(oJson.get_ref<const std::string&>()).value();
   } else if constexpr (std::is_same_v<T, ZELLib3::StateInfo::Thresholds>) {
     T oList{};
     std::transform(oJson.begin(), oJson.end(), oList.begin(), FromJson<Long>);

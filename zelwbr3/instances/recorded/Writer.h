@@ -97,8 +97,8 @@ class Writer {
     } else if constexpr (std::is_same_v<T, double>) {
       return std::isfinite(oValue) ? std::optional<Output>(oValue) : std::nullopt;
     } else if constexpr (std::is_same_v<T, ZELWbr3::Date>) {
-      const std::string sText = DateText(oValue);
-      return DateFromText(sText) ? std::optional<Output>(sText) : std::nullopt;
+      const std::string sText = Calendar::ISOText(oValue);
+      return Calendar::ParseISO(sText) ? std::optional<Output>(sText) : std::nullopt;
     } else if constexpr (IsList<T>) {
       Output oList = Output::array();
       for (const auto& oEntry : oValue) oList.push_back(ToOutput(oEntry, sPath).value_or(Output(-1)));

@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/sqlite/Handle.h"
 
-#include "zelwbr3/instances/sqlite/OneLine.h"
+#include "zelwbr3/base/Text.h"
 
 #include <sqlite3.h>
 
@@ -54,7 +54,7 @@ void RaiseLastError(sqlite3* pHandle, const std::string& sAsked) {
 }
 
 void RaiseError(int lCode, const std::string& sPath, const std::string& sWhat) {
-  throw ZELLib3::InstanceError({lCode, OneLine(sPath + ": " + sWhat)});
+  throw ZELLib3::InstanceError({lCode, Text::OneLine(sPath + ": " + sWhat)});
 }
 
 }  // namespace ZELWbr3::SQLite

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/Error.h"
+#include "zelwbr3/ZELLib3/Error.h"
 
 #include <memory>
 #include <string>

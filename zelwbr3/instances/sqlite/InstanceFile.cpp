@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/sqlite/InstanceFile.h"
 
-#include "zelwbr3/instances/sqlite/LocalTime.h"
+#include "zelwbr3/base/Calendar.h"
 
 #include <sqlite3.h>
 #include <unistd.h>
@@ -43,7 +43,7 @@ void InstanceFile::Open(State eState) {
   m_eState = eState;
   m_bLocked = false;
   m_iPageSize = m_oConnection->PageSize();
-  m_dOpenedOn = LocalTime::Now();
+  m_dOpenedOn = Calendar::Now();
 }
 
 void InstanceFile::Close() {

@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/sqlite/OpenFiles.h"
 
-#include "zelwbr3/instances/sqlite/LocalTime.h"
+#include "zelwbr3/base/Calendar.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -91,7 +91,7 @@ ZELLib3::Date StartTime(const std::string& sProcess) {
   long long lTicks = 0;
   const std::time_t tBoot = BootTime();
   if (!(oWords >> lTicks) || tBoot == 0) return {};
-  return LocalTime::Of(tBoot + static_cast<std::time_t>(lTicks / sysconf(_SC_CLK_TCK)));
+  return Calendar::LocalTime(tBoot + static_cast<std::time_t>(lTicks / sysconf(_SC_CLK_TCK)));
 }
 
 long long KernelLimit(const char* sName) {

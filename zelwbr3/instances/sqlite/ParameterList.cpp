@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/sqlite/ParameterList.h"
 
-#include "zelwbr3/instances/sqlite/LocalTime.h"
+#include "zelwbr3/base/Calendar.h"
 
 namespace ZELWbr3::SQLite {
 
@@ -23,7 +23,7 @@ void ParameterList::Observe() {
   for (const Entry& oEntry : *m_oEntries) {
     if (oEntry.Pragma->KeptBy == Pragma::Keeper::File) oSettings[oEntry.Pragma->Name] = oEntry.Value;
   }
-  m_oSideFile->Observe(SideFile::KeyOf(m_oFile->Path()), oSettings, LocalTime::Now());
+  m_oSideFile->Observe(SideFile::KeyOf(m_oFile->Path()), oSettings, Calendar::Now());
 }
 
 bool ParameterList::Load() {

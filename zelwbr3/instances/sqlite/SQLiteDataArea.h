@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/DataArea.h"
+#include "zelwbr3/ZELLib3/DataArea.h"
 #include "zelwbr3/instances/sqlite/InstanceFile.h"
 
 #include <memory>

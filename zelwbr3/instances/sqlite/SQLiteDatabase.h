@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/Database.h"
+#include "zelwbr3/ZELLib3/Database.h"
 #include "zelwbr3/instances/sqlite/Options.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/LogAreaSettings.h"
+#include "zelwbr3/ZELLib3/LogAreaSettings.h"
 
 #include <string>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/LogSettings.h"
+#include "zelwbr3/ZELLib3/LogSettings.h"
 
 #include <string>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/Parameters.h"
+#include "zelwbr3/ZELLib3/Parameters.h"
 #include "zelwbr3/instances/sqlite/ParameterList.h"
 
 namespace ZELWbr3::SQLite {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/SQLTable.h"
+#include "zelwbr3/ZELLib3/SQLTable.h"
 #include "zelwbr3/instances/sqlite/FeedRows.h"
 
 namespace ZELWbr3::SQLite {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/SQLTables.h"
+#include "zelwbr3/ZELLib3/SQLTables.h"
 #include "zelwbr3/instances/sqlite/SQLiteSQLTable.h"
 
 namespace ZELWbr3::SQLite {

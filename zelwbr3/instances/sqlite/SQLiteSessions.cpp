@@ -1,7 +1,7 @@
 #include "zelwbr3/instances/sqlite/SQLiteSessions.h"
 
 #include "zelwbr3/instances/sqlite/FileLock.h"
-#include "zelwbr3/instances/sqlite/LocalTime.h"
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/instances/sqlite/OpenFiles.h"
 
 namespace ZELWbr3::SQLite {
@@ -68,7 +68,7 @@ std::vector<SQLiteSession::Texts> List(const InstanceFile& oFile) {
         oLocks ? LockText(*oLocks, oProcess.ID, oDatabase->Inode, oLogIndex ? oLogIndex->Inode : 0) : std::string();
     const bool bDated = oProcess.Since != ZELLib3::Date{};
     oTexts.push_back({std::to_string(oProcess.ID), oProcess.Program, oProcess.User,
-                      bDated ? LocalTime::Text(oProcess.Since) : std::string(), sLock});
+                      bDated ? Calendar::ISOText(oProcess.Since, ' ') : std::string(), sLock});
   }
   return oTexts;
 }

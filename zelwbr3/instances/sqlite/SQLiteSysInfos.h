@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/SysInfos.h"
+#include "zelwbr3/ZELLib3/SysInfos.h"
 #include "zelwbr3/instances/sqlite/SQLiteSysInfo.h"
 
 namespace ZELWbr3::SQLite {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/Version.h"
+#include "zelwbr3/ZELLib3/Version.h"
 
 namespace ZELWbr3::SQLite {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/Volumes.h"
+#include "zelwbr3/ZELLib3/Volumes.h"
 
 #include <cstdint>
 #include <string>

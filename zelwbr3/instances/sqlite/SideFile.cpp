@@ -1,7 +1,7 @@
 #include "zelwbr3/instances/sqlite/SideFile.h"
 
 #include "zelwbr3/instances/sqlite/FileId.h"
-#include "zelwbr3/instances/sqlite/LocalTime.h"
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/instances/sqlite/Statement.h"
 #include "zelwbr3/instances/sqlite/UserFolder.h"
 
@@ -134,7 +134,7 @@ void SideFile::Observe(const std::string& sKey, const Settings& oSettings, const
   for (const auto& [sName, sValue] : oSettings) {
     const auto it = oBefore.find(sName);
     if (it != oBefore.end() && it->second == sValue) continue;
-    if (it != oBefore.end()) oChange.Run(sKey, LocalTime::Text(dSeen), sName, it->second, sValue);
+    if (it != oBefore.end()) oChange.Run(sKey, Calendar::ISOText(dSeen, ' '), sName, it->second, sValue);
     oObserve.Run(sKey, sName, sValue);
   }
   oTransaction.Commit();
@@ -149,7 +149,7 @@ std::vector<SideFile::Change> SideFile::Changes(const std::string& sKey) const {
                        "reading the changes");
   oStatement.BindText(1, sKey);
   while (oStatement.Step()) {
-    oChanges.push_back({LocalTime::Parse(oStatement.Text(0)).value_or(ZELLib3::Date{}), oStatement.Text(1),
+    oChanges.push_back({Calendar::ParseISO(oStatement.Text(0), ' ').value_or(ZELLib3::Date{}), oStatement.Text(1),
                         oStatement.Text(2), oStatement.Text(3)});
   }
   return oChanges;
@@ -159,7 +159,7 @@ void SideFile::Add(const std::string& sKey, const Copy& oCopy) {
   const Handle oHandle = OpenToWrite();
   Statement(oHandle.get(), "INSERT INTO copies(file, made, path, label, bytes) VALUES(?1, ?2, ?3, ?4, ?5)",
             "registering a copy")
-      .Run(sKey, LocalTime::Text(oCopy.Made), oCopy.File, oCopy.Label, oCopy.Bytes);
+      .Run(sKey, Calendar::ISOText(oCopy.Made, ' '), oCopy.File, oCopy.Label, oCopy.Bytes);
 }
 
 std::vector<SideFile::Copy> SideFile::Copies(const std::string& sKey) const {
@@ -171,7 +171,7 @@ std::vector<SideFile::Copy> SideFile::Copies(const std::string& sKey) const {
                        "reading the copies");
   oStatement.BindText(1, sKey);
   while (oStatement.Step()) {
-    oCopies.push_back({oStatement.Text(1), LocalTime::Parse(oStatement.Text(0)).value_or(ZELLib3::Date{}),
+    oCopies.push_back({oStatement.Text(1), Calendar::ParseISO(oStatement.Text(0), ' ').value_or(ZELLib3::Date{}),
                        oStatement.Text(2), oStatement.Number(3)});
   }
   return oCopies;

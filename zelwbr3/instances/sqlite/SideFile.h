@@ -3,7 +3,7 @@
 #include "zelwbr3/instances/sqlite/FileId.h"
 #include "zelwbr3/instances/sqlite/Handle.h"
 
-#include "zelwbr3/framework/ZELLib3/HistoryItem.h"
+#include "zelwbr3/ZELLib3/HistoryItem.h"
 
 #include <map>
 #include <string>

@@ -76,7 +76,7 @@ bool PageDBAnalyzer::Stop(ZELLib3::Analyzer& oAnalyzer) {
 bool PageDBAnalyzer::DeleteProtocols(ZELLib3::Analyzer& oAnalyzer) {
   FrontBoxes oBoxes = Boxes();
   const auto dUntil = frmDBAnalyzerDelete(oBoxes).DeleteProtSets();
-  return dUntil && Done(Operate([&] { return oAnalyzer.DeleteProtocols(modDate::Compact(*dUntil)); }));
+  return dUntil && Done(Operate([&] { return oAnalyzer.DeleteProtocols(Calendar::CompactDay(*dUntil)); }));
 }
 
 bool PageDBAnalyzer::Done(bool bDone) {

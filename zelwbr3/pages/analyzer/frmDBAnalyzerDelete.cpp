@@ -1,5 +1,7 @@
 #include "zelwbr3/pages/analyzer/frmDBAnalyzerDelete.h"
 
+#include "zelwbr3/framework/modDate.h"
+
 namespace ZELWbr3 {
 
 std::optional<Date> frmDBAnalyzerDelete::DeleteProtSets(const Date& dToday) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/modDate.h"
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/platform/DialogBox.h"
 
 #include <optional>
@@ -13,7 +13,7 @@ class frmDBAnalyzerDelete {
   explicit frmDBAnalyzerDelete(DialogBox& oDialogBox) : m_oDialogBox(oDialogBox) {}
 
   /// No value when it was cancelled; of the date only the day counts.
-  std::optional<Date> DeleteProtSets(const Date& dToday = modDate::Now());
+  std::optional<Date> DeleteProtSets(const Date& dToday = Calendar::Now());
 
  private:
   DialogBox& m_oDialogBox;

@@ -1,6 +1,6 @@
 #include "zelwbr3/pages/analyzer/frmDBAnalyzerStart.h"
 
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/framework/modSelectText.h"
 

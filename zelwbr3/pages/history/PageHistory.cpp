@@ -1,7 +1,7 @@
 #include "zelwbr3/pages/history/PageHistory.h"
 
 #include "zelwbr3/framework/modCells.h"
-#include "zelwbr3/framework/modDate.h"
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/pages/history/HistoryKind.h"
 #include "zelwbr3/pages/monitor/ListLink.h"
@@ -15,7 +15,7 @@ namespace {
 
 /// The date in a form that sorts, which the user's own form need not do.
 std::string SortKey(const Date& dDate) {
-  std::string sKey = modDate::Compact(dDate);
+  std::string sKey = Calendar::CompactDay(dDate);
   for (const int iPart : {dDate.Hour, dDate.Minute, dDate.Second}) sKey += modFormat::Padded(iPart, 2);
   return sKey;
 }

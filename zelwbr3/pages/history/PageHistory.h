@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/History.h"
+#include "zelwbr3/ZELLib3/History.h"
 #include "zelwbr3/pages/monitor/BlockPage.h"
 
 #include <vector>

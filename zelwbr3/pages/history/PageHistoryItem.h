@@ -2,7 +2,7 @@
 
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/PageType.h"
-#include "zelwbr3/framework/ZELLib3/HistoryItem.h"
+#include "zelwbr3/ZELLib3/HistoryItem.h"
 
 namespace ZELWbr3 {
 

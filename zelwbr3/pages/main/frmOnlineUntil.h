@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/modDate.h"
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/platform/DialogBox.h"
 
 #include <optional>
@@ -15,7 +15,7 @@ class frmOnlineUntil {
 
   /// No value when it was cancelled. Any point in time that exists can be
   /// chosen: whether it can be restarted to is for the instance to say.
-  std::optional<Date> OnlineUntil(const std::string& sInstanceName, const Date& dStart = modDate::Now());
+  std::optional<Date> OnlineUntil(const std::string& sInstanceName, const Date& dStart = Calendar::Now());
 
  private:
   DialogBox& m_oDialogBox;

@@ -1,6 +1,6 @@
 #include "zelwbr3/pages/monitor/PageInfoCaches.h"
 
-#include "zelwbr3/dom/Text.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/pages/monitor/TableRow.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/SysInfo.h"
+#include "zelwbr3/ZELLib3/SysInfo.h"
 #include "zelwbr3/pages/monitor/RowsPage.h"
 
 namespace ZELWbr3 {

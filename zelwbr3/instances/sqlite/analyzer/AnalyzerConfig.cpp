@@ -1,10 +1,8 @@
 #include "zelwbr3/instances/sqlite/analyzer/AnalyzerConfig.h"
 
-#include "zelwbr3/instances/sqlite/Descriptor.h"
-#include "zelwbr3/instances/sqlite/OneLine.h"
+#include "zelwbr3/base/ReadFile.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/sqlite/analyzer/Figures.h"
-
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <sstream>
@@ -14,26 +12,19 @@ namespace ZELWbr3::SQLite {
 
 namespace {
 
-constexpr off_t kMostBytes = 65536;
+constexpr std::uintmax_t kMostBytes = 65536;
+constexpr std::string_view kBlanks = " \t\r";
 
 std::string ReadText(const std::string& sPath) {
-  const Descriptor oFile(sPath, O_RDONLY | O_NONBLOCK);
-  struct stat oStat {};
-  if (fstat(oFile, &oStat) != 0) RaiseSystemError(sPath);
-  if (!S_ISREG(oStat.st_mode)) throw std::runtime_error(sPath + ": is not a regular file");
-  if (oStat.st_size > kMostBytes) throw std::runtime_error(sPath + ": is too large for a configuration file");
-  std::string sText(static_cast<std::size_t>(oStat.st_size), '\0');
-  const ssize_t lRead = read(oFile, sText.data(), sText.size());
-  if (lRead < 0) RaiseSystemError(sPath);
-  sText.resize(static_cast<std::size_t>(lRead));
-  return sText.starts_with("\xEF\xBB\xBF") ? sText.substr(3) : sText;  // an editor's byte order mark
+  try {
+    const std::string sText = ReadFile(sPath, kMostBytes);
+    return sText.starts_with("\xEF\xBB\xBF") ? sText.substr(3) : sText;  // an editor's byte order mark
+  } catch (const ReadFileError& oError) {
+    throw std::runtime_error(Text::OneLine(sPath + ": " + oError.what()));
+  }
 }
 
-std::string Trimmed(const std::string& sText) {
-  constexpr char kBlanks[] = " \t\r";
-  const auto lFrom = sText.find_first_not_of(kBlanks);
-  return lFrom == std::string::npos ? "" : sText.substr(lFrom, sText.find_last_not_of(kBlanks) - lFrom + 1);
-}
+std::string Trimmed(std::string_view sText) { return Text::Trim(sText, kBlanks); }
 
 std::string Known() {
   std::string sNames;
@@ -55,7 +46,7 @@ AnalyzerConfig AnalyzerConfig::Read(const std::string& sPath) {
     ++iLine;
     const auto Raise = [&](const std::string& sWhat) {
       const std::string sLineNumber = std::to_string(iLine);
-      throw std::runtime_error(OneLine(std::string(sPath).append(": line ").append(sLineNumber + ": ").append(sWhat)));
+      throw std::runtime_error(Text::OneLine(std::string(sPath).append(": line ").append(sLineNumber + ": ").append(sWhat)));
     };
     sLine = Trimmed(sLine.substr(0, sLine.find('#')));
     if (sLine.empty()) continue;

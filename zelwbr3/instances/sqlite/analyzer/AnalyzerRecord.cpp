@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/sqlite/analyzer/AnalyzerRecord.h"
 
-#include "zelwbr3/instances/sqlite/OneLine.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/sqlite/analyzer/Hash.h"
 
 #include <charconv>
@@ -32,7 +32,7 @@ constexpr std::string_view kCheck = "check=";
 
 std::string TextOf(const AnalyzerRecord& oRecord, const Member& oMember) {
   if (const auto* pNumber = std::get_if<int AnalyzerRecord::*>(&oMember)) return std::to_string(oRecord.*(*pNumber));
-  return OneLine((oRecord.*std::get<std::string AnalyzerRecord::*>(oMember)).substr(0, kLongestText));
+  return Text::OneLine((oRecord.*std::get<std::string AnalyzerRecord::*>(oMember)).substr(0, kLongestText));
 }
 
 bool Set(AnalyzerRecord& oRecord, const Member& oMember, std::string_view sText) {

@@ -60,7 +60,7 @@ ZELLib3::Analyzer::ProtocolSet SetOf(const std::string& sDay, const std::string&
   }
   const std::string sSize =
       std::to_string(iFiles) + (iFiles == 1 ? " file, " : " files, ") + std::to_string((lBytes + 1023) / 1024) + " KB";
-  ZELLib3::Analyzer::ProtocolSet oSet{*ParseDay(sDay), {}};
+  ZELLib3::Analyzer::ProtocolSet oSet{*Calendar::ParseCompactDay(sDay), {}};
   const auto oExtent = ProtocolFile::ReadExtent(sPath + std::string(kStateFile));
   if (!oExtent) {
     oSet.Texts = {"state.csv is damaged", "", sSize};
@@ -103,7 +103,7 @@ void ProtocolFolder::Append(const std::string& sTimeStamp, const std::vector<Pro
 
 std::vector<std::string> ProtocolFolder::Days() const {
   std::vector<std::string> days = FoldersIn(m_sPath);
-  std::erase_if(days, [](const std::string& sName) { return !ParseDay(sName); });
+  std::erase_if(days, [](const std::string& sName) { return !Calendar::ParseCompactDay(sName); });
   std::sort(days.begin(), days.end(), std::greater<>());
   return days;
 }
@@ -123,7 +123,7 @@ std::vector<ZELLib3::Analyzer::ProtocolSet> ProtocolFolder::Sets() const {
 
 void ProtocolFolder::Delete(const std::string& sDay) const {
   const fs::path oSet = fs::path(m_sPath) / sDay;
-  if (!ParseDay(sDay) || fs::symlink_status(oSet).type() != fs::file_type::directory) return;
+  if (!Calendar::ParseCompactDay(sDay) || fs::symlink_status(oSet).type() != fs::file_type::directory) return;
   for (const auto& oEntry : fs::directory_iterator(oSet)) {
     if (!IsProtocolFile(oEntry)) throw std::runtime_error(oEntry.path().string() + ": is not a protocol file");
   }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/Analyzer.h"
+#include "zelwbr3/ZELLib3/Analyzer.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/sqlite/analyzer/SQLiteAnalyzer.h"
 
-#include "zelwbr3/instances/sqlite/OneLine.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/sqlite/analyzer/Program.h"
 #include "zelwbr3/instances/sqlite/analyzer/TimeStamp.h"
 
@@ -133,7 +133,7 @@ bool SQLiteAnalyzer::Stop() {
 
 bool SQLiteAnalyzer::DeleteProtocols(const std::string& sUntilDate) {
   return Do([&] {
-    if (!ParseDay(sUntilDate)) throw std::runtime_error("\"" + sUntilDate + "\" is not a date YYYYMMDD");
+    if (!Calendar::ParseCompactDay(sUntilDate)) throw std::runtime_error("\"" + sUntilDate + "\" is not a date YYYYMMDD");
     ProtocolFolder(m_oFolder.Path()).DeleteUntil(sUntilDate);
   });
 }
@@ -145,7 +145,7 @@ bool SQLiteAnalyzer::Do(const std::function<void()>& oOperation) {
   } catch (const std::exception& oError) {
     // The text that LastError gets begins with the file.
     const std::string sText = Without(std::string(kName) + ": ", oError.what());
-    return m_oFile->Refuse(OneLine(Without(m_oFile->Path() + ": ", sText)));
+    return m_oFile->Refuse(Text::OneLine(Without(m_oFile->Path() + ": ", sText)));
   }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/Analyzer.h"
+#include "zelwbr3/ZELLib3/Analyzer.h"
 #include "zelwbr3/instances/sqlite/InstanceFile.h"
 #include "zelwbr3/instances/sqlite/analyzer/AnalyzerFolder.h"
 #include "zelwbr3/instances/sqlite/analyzer/LockFile.h"

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELLib3/Error.h"
-
 #include <ctime>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,9 +15,5 @@ std::string ReadableTime(std::string_view sTimeStamp);
 
 /// The day of a time stamp, "20260302"; its first eight digits.
 std::string DayOf(std::string_view sTimeStamp);
-
-/// The date that a text "YYYYMMDD" stands for, at midnight. No value when there
-/// is no such date.
-std::optional<ZELLib3::Date> ParseDay(std::string_view sDay);
 
 }  // namespace ZELWbr3::SQLite

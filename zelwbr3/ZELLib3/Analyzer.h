@@ -1,0 +1,52 @@
+#pragma once
+
+#include "zelwbr3/ZELLib3/Error.h"
+
+#include <optional>
+#include <vector>
+
+namespace ZELLib3 {
+
+/// The database analyzer of the instance.
+class Analyzer {
+ public:
+  /// The protocol files of one day.
+  struct ProtocolSet {
+    ZELWbr3::Date Date;
+    std::vector<std::string> Texts;
+  };
+
+  /// How Start runs the analyzer; the defaults are the analyzer's own.
+  struct StartOptions {
+    std::string Config;      ///< configuration file; empty = default
+    Long Number;             ///< evaluations until it ends; 0 = endless
+    Long Interval;           ///< seconds between two evaluations; 0 = default
+    bool Delete = false;     ///< delete today's protocol files first
+    bool Reconnect = false;  ///< after a restart of the instance
+  };
+
+  virtual ~Analyzer() = default;
+
+  /// 1 started, 2 stopped, 0 none; any other unknown.
+  virtual Long State() const { return 0; }
+  virtual std::string Info() const { return {}; }
+  virtual std::string ConfigFile() const { return {}; }
+  virtual std::string ProtocolDir() const { return {}; }
+  /// Seconds.
+  virtual Long Interval() const { return 0; }
+  virtual std::string Reconnect() const { return {}; }
+  virtual std::string ProcessID() const { return {}; }
+  virtual std::string SessionID() const { return {}; }
+  virtual std::string StartTime() const { return {}; }
+  virtual bool HasError() const { return false; }
+  virtual std::string ErrorText() const { return {}; }
+  /// Newest first; no value when they cannot be read (LastError says why).
+  virtual std::optional<std::vector<ProtocolSet>> ProtocolSets() { return std::vector<ProtocolSet>{}; }
+
+  virtual bool Start(const StartOptions&) { return false; }
+  virtual bool Stop() { return false; }
+  /// Deletes the sets up to and including a day, given as "YYYYMMDD".
+  virtual bool DeleteProtocols(const std::string&) { return false; }
+};
+
+}  // namespace ZELLib3

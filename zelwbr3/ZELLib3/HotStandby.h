@@ -1,0 +1,27 @@
+#pragma once
+
+#include "zelwbr3/ZELLib3/Error.h"
+
+#include <vector>
+
+namespace ZELLib3 {
+
+/// The hot-standby configuration.
+class HotStandby {
+ public:
+  struct Node {
+    std::string Name;  ///< "UNKNOWN" in any case: the node is not known
+    std::string StateText;
+    Long Role;         ///< 1 standby, 2 master
+    bool Own = false;  ///< the instance shown runs on this node
+  };
+
+  virtual ~HotStandby() = default;
+
+  virtual bool Enabled() const { return false; }
+  /// Name of the virtual server that clients connect to.
+  virtual std::string OfficialNode() const { return {}; }
+  virtual std::vector<Node> Nodes() const { return {}; }
+};
+
+}  // namespace ZELLib3

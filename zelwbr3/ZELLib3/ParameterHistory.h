@@ -1,0 +1,27 @@
+#pragma once
+
+#include "zelwbr3/ZELLib3/Error.h"
+
+namespace ZELLib3 {
+
+/// The changes of all parameters. Open stands on the first entry; MoveNext
+/// answers false at the end. The current entry reads as empty when there is
+/// none.
+class ParameterHistory {
+ public:
+  virtual ~ParameterHistory() = default;
+
+  virtual bool Open() { return true; }
+  /// The current entry exists.
+  virtual bool HasEntry() const { return false; }
+  virtual bool MoveNext() { return false; }
+
+  /// The current entry's members.
+  virtual ZELWbr3::Date Date() const { return {}; }
+  virtual std::string Parameter() const { return {}; }
+  virtual std::string Value() const { return {}; }
+  virtual std::string NewValue() const { return {}; }
+  virtual std::string Text() const { return {}; }
+};
+
+}  // namespace ZELLib3

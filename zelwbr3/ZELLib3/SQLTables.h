@@ -1,0 +1,18 @@
+#pragma once
+
+#include "zelwbr3/ZELLib3/SQLTable.h"
+
+#include <memory>
+
+namespace ZELLib3 {
+
+/// The factory of SQLTable objects.
+class SQLTables {
+ public:
+  virtual ~SQLTables() = default;
+
+  /// Never null. Here a table that opens as an empty one.
+  virtual std::shared_ptr<SQLTable> NewTable() { return std::make_shared<SQLTable>(); }
+};
+
+}  // namespace ZELLib3

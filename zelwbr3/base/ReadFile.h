@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace ZELWbr3 {
+
+/// Why a file cannot be read; the message does not name the file.
+class ReadFileError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// The bytes of a regular file: a pipe or a device might never end. Raises
+/// ReadFileError for a file that is missing, is something else, cannot be read
+/// or has more than lMost bytes.
+std::string ReadFile(const std::string& sPath, std::uintmax_t lMost = std::uintmax_t{1} << 30);
+
+}  // namespace ZELWbr3

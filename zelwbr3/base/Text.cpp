@@ -1,0 +1,129 @@
+#include "zelwbr3/base/Text.h"
+
+#include <algorithm>
+
+namespace ZELWbr3::Text {
+
+namespace {
+
+constexpr std::string_view Replacement = "\xEF\xBF\xBD";
+
+bool IsContinuation(unsigned char c) { return (c & 0xC0) == 0x80; }
+
+/// What the bytes at the start of a text are: a well-formed sequence of Length
+/// bytes, or a maximal part of an ill-formed one.
+struct Sequence {
+  std::size_t Length;
+  bool WellFormed;
+};
+
+Sequence Measure(std::string_view sText) {
+  const auto cLead = static_cast<unsigned char>(sText[0]);
+  if (cLead < 0x80) return {1, cLead != 0};
+  std::size_t iLength = 0;
+  unsigned char cLow = 0x80;
+  unsigned char cHigh = 0xBF;
+  if (cLead >= 0xC2 && cLead <= 0xDF) {
+    iLength = 2;
+  } else if (cLead >= 0xE0 && cLead <= 0xEF) {
+    iLength = 3;
+    if (cLead == 0xE0) cLow = 0xA0;   // overlong
+    if (cLead == 0xED) cHigh = 0x9F;  // surrogates
+  } else if (cLead >= 0xF0 && cLead <= 0xF4) {
+    iLength = 4;
+    if (cLead == 0xF0) cLow = 0x90;   // overlong
+    if (cLead == 0xF4) cHigh = 0x8F;  // beyond U+10FFFF
+  } else {
+    return {1, false};
+  }
+  for (std::size_t i = 1; i < iLength; ++i) {
+    if (i >= sText.size()) return {i, false};
+    const auto c = static_cast<unsigned char>(sText[i]);
+    const bool bFits = i == 1 ? (c >= cLow && c <= cHigh) : IsContinuation(c);
+    if (!bFits) return {i, false};
+  }
+  return {iLength, true};
+}
+
+}  // namespace
+
+std::string Clean(std::string_view sText) {
+  const auto IsPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '\0'; };
+  if (std::ranges::all_of(sText, IsPlain)) return std::string(sText);
+
+  std::string sClean;
+  sClean.reserve(sText.size());
+  while (!sText.empty()) {
+    const Sequence oSequence = Measure(sText);
+    sClean += oSequence.WellFormed ? sText.substr(0, oSequence.Length) : Replacement;
+    sText.remove_prefix(oSequence.Length);
+  }
+  return sClean;
+}
+
+std::string Trim(std::string_view sText, std::string_view sBlanks) {
+  const auto iFirst = sText.find_first_not_of(sBlanks);
+  if (iFirst == std::string_view::npos) return {};
+  return std::string(sText.substr(iFirst, sText.find_last_not_of(sBlanks) - iFirst + 1));
+}
+
+std::string OneLine(std::string_view sText) {
+  std::string sLine(sText);
+  for (char& c : sLine) {
+    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = ' ';
+  }
+  for (const std::string_view sEnd : {"\xE2\x80\xA8", "\xE2\x80\xA9"}) {
+    for (auto i = sLine.find(sEnd); i != std::string::npos; i = sLine.find(sEnd, i)) sLine.replace(i, sEnd.size(), " ");
+  }
+  return sLine;
+}
+
+std::string EscapeHTML(std::string_view sText) {
+  std::string sEscaped;
+  sEscaped.reserve(sText.size());
+  for (const char c : sText) {
+    switch (c) {
+      case '&':
+        sEscaped += "&amp;";
+        break;
+      case '<':
+        sEscaped += "&lt;";
+        break;
+      case '>':
+        sEscaped += "&gt;";
+        break;
+      case '"':
+        sEscaped += "&quot;";
+        break;
+      case '\r':
+        sEscaped += "&#13;";
+        break;  // a parser would make a line feed of it
+      default:
+        sEscaped += c;
+    }
+  }
+  return sEscaped;
+}
+
+void AppendCodePoint(std::string& sText, char32_t lCodePoint) {
+  const auto Byte = [&](char32_t lBits) { sText += static_cast<char>(lBits); };
+  if (lCodePoint > 0x10FFFF || (lCodePoint >= 0xD800 && lCodePoint <= 0xDFFF)) {
+    sText += Replacement;
+  } else if (lCodePoint < 0x80) {
+    Byte(lCodePoint);
+  } else if (lCodePoint < 0x800) {
+    Byte(0xC0 | lCodePoint >> 6);
+    Byte(0x80 | (lCodePoint & 0x3F));
+  } else if (lCodePoint < 0x10000) {
+    Byte(0xE0 | lCodePoint >> 12);
+    Byte(0x80 | (lCodePoint >> 6 & 0x3F));
+    Byte(0x80 | (lCodePoint & 0x3F));
+  } else {
+    Byte(0xF0 | lCodePoint >> 18);
+    Byte(0x80 | (lCodePoint >> 12 & 0x3F));
+    Byte(0x80 | (lCodePoint >> 6 & 0x3F));
+    Byte(0x80 | (lCodePoint & 0x3F));
+  }
+}
+
+}  // namespace ZELWbr3::Text
