@@ -2,7 +2,7 @@
 
 #include "zelwbr3/headless/HeadlessCommandlist.h"
 #include "zelwbr3/headless/HeadlessPlatform.h"
-#include "zelwbr3/instances/recorded/Call.h"
+#include "zelwbr3/instances/recorded/objects/Call.h"
 #include "zelwbr3/shell/Browser.h"
 
 #include <fstream>

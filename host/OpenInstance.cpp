@@ -3,7 +3,7 @@
 #include "host/WatchedDatabase.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
-#include "zelwbr3/instances/sqlite/SampleDatabase.h"
+#include "zelwbr3/instances/sqlite/sample/SampleDatabase.h"
 
 #include <stdexcept>
 

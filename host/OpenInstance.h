@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Database.h"
-#include "zelwbr3/instances/recorded/Call.h"
+#include "zelwbr3/instances/recorded/objects/Call.h"
 
 #include <memory>
 #include <string>

@@ -82,7 +82,7 @@ void Report::RunCommand(Long lCommand) {
 }
 
 void Report::EndStep() {
-  m_oPlatform.MessagePump().Drain();
+  m_oPlatform.MessagePump().Poll();
   m_oEvents.EndStep(*m_oCommandlist);
   CheckPageFile();
 }

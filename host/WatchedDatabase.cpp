@@ -1,6 +1,7 @@
 #include "host/WatchedDatabase.h"
 
-#include "zelwbr3/instances/recorded/Values.h"
+#include "zelwbr3/base/Calendar.h"
+#include "zelwbr3/instances/recorded/format/Values.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/instances/recorded/Call.h"
+#include "zelwbr3/instances/recorded/objects/Call.h"
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 
 #include <memory>

@@ -5,9 +5,9 @@
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
 #include "host/ZelviewPictures.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/desktop/Picture.h"
-#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <cstdlib>
@@ -28,7 +28,9 @@ namespace ZELWbr3::Host {
 namespace {
 
 /// A text from anywhere, for a title or a line of the window.
-wxString Text(const std::string& sText) { return wxString::FromUTF8(ZELWbr3::Text::Clean(ZELWbr3::Text::OneLine(sText))); }
+wxString Text(const std::string& sText) {
+  return wxString::FromUTF8(ZELWbr3::Text::Clean(ZELWbr3::Text::OneLine(sText)));
+}
 
 std::string UTF8(const wxString& sText) { return std::string(sText.utf8_str()); }
 
@@ -213,7 +215,7 @@ void ZelviewFrame::Later(std::function<void()> oWork) {
     const wxWeakRef<ZelviewFrame> oThis(this);
     try {
       // Some of it reads the instance, which may be at work.
-      m_oPanel->Platform().MessagePump().AwaitWork();
+      m_oPanel->Platform().MessagePump().AwaitBackground();
       oWork();
     } catch (const std::exception& oError) {
       // The window may be on its way out, and the wait ended because of that.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/base/Checked.h"
+#include "zelwbr3/framework/modPicture.h"
 
 #include <wx/bmpbndl.h>
 

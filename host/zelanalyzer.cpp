@@ -2,8 +2,9 @@
 
 #include "host/StandardStreams.h"
 #include "zelwbr3/base/Text.h"
-#include "zelwbr3/instances/sqlite/analyzer/AnalyzerRun.h"
-#include "zelwbr3/instances/sqlite/analyzer/Background.h"
+#include "zelwbr3/instances/common/daemon/AnalyzerRun.h"
+#include "zelwbr3/instances/common/daemon/Daemonize.h"
+#include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 
 #include <CLI/CLI.hpp>
 
@@ -16,7 +17,7 @@ namespace {
 using namespace ZELWbr3;
 
 int Complain(const std::string& sText) {
-  std::cerr << "zelanalyzer: " << ZELWbr3::Text::OneLine(sText) << '\n';
+  std::cerr << "zelanalyzer: " << Text::OneLine(sText) << '\n';
   return 1;
 }
 
@@ -32,12 +33,13 @@ std::string DatabaseFile(const std::string& sInstance) {
   return Absolute(sInstance.substr(sKind.size()));
 }
 
-int Run(SQLite::AnalyzerOptions oOptions, const std::string& sInstance) {
+int Run(Instances::AnalyzerOptions oOptions, const std::string& sInstance) {
   oOptions.Database = DatabaseFile(sInstance);
+  oOptions.Open = [sFile = oOptions.Database] { return SQLite::OpenDatabase(sFile); };
   if (!oOptions.ConfigFile.empty()) oOptions.ConfigFile = Absolute(oOptions.ConfigFile);
-  const auto oConfig = SQLite::AnalyzerConfig::Read(oOptions.ConfigFile);
-  return SQLite::RunInBackground([&](const SQLite::Started& oStarted) {
-    SQLite::AnalyzerRun oRun(oOptions, oConfig);
+  const auto oConfig = Instances::AnalyzerConfig::Read(oOptions.ConfigFile);
+  return Instances::Daemonize([&](const Instances::Started& oStarted) {
+    Instances::AnalyzerRun oRun(oOptions, oConfig);
     try {
       oStarted();
     } catch (const std::exception& oError) {
@@ -53,7 +55,7 @@ int Run(SQLite::AnalyzerOptions oOptions, const std::string& sInstance) {
 int main(int argc, char** argv) {
   Host::ReserveStandardStreams();
   std::string sInstance;
-  SQLite::AnalyzerOptions oOptions;
+  Instances::AnalyzerOptions oOptions;
   const CLI::Range oCount(0, std::numeric_limits<int>::max());
   CLI::App oApp(
       "Starts the analyzer of a database file in the background: it evaluates the file at an interval and writes "
@@ -63,7 +65,7 @@ int main(int argc, char** argv) {
   oApp.add_option("--config", oOptions.ConfigFile, "Configuration file: which groups of figures are written");
   oApp.add_option("--number", oOptions.Number, "Evaluations until it ends, 0 (endless) unless given")->check(oCount);
   oApp.add_option("--interval", oOptions.Interval,
-                  "Seconds between two evaluations, " + std::to_string(SQLite::AnalyzerOptions::DefaultInterval) +
+                  "Seconds between two evaluations, " + std::to_string(Instances::AnalyzerOptions::DefaultInterval) +
                       " when 0 or not given")
       ->check(oCount);
   oApp.add_flag("--delete", oOptions.DeleteToday, "Delete today's protocol files first");

@@ -1,8 +1,8 @@
 #include "tests/desktop/TestWindow.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
 #include "zelwbr3/dom/Style.h"
+#include "zelwbr3/instances/common/analyzer/Process.h"
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
-#include "zelwbr3/instances/sqlite/analyzer/Program.h"
 
 #include <fstream>
 
@@ -72,7 +72,7 @@ TEST_F(AnalyzerTest, IsStartedKilledFoundDeadStartedAgainAndStopped) {
   Start();
   EXPECT_EQ(Text("txtInterval"), "86400 sec.");
   const int iProcess = std::stoi(Text("txtProcessID"));
-  const SQLite::RunningProcess oProcess(iProcess);
+  const ZELWbr3::Instances::RunningProcess oProcess(iProcess);
   kill(iProcess, SIGKILL);
   ASSERT_TRUE(oProcess.WaitForEnd(std::chrono::seconds(20)));
   Front().Focus();

@@ -83,10 +83,10 @@ TEST_F(DesktopPumpTest, ClosingTheWindowEndsAllWaitsAndHappensAfterThem) {
   WaitFor("the close", [&] { return bClosed; });
 }
 
-TEST_F(DesktopPumpTest, DrainingHandlesWhatWasPutOffUntilTheProgramIsIdle) {
+TEST_F(DesktopPumpTest, PollingHandlesWhatWasPutOffUntilTheProgramIsIdle) {
   bool bDone = false;
   Later([&] { bDone = true; });
-  Platform->Pump().Drain();
+  Platform->Pump().Poll();
   EXPECT_TRUE(bDone);
 }
 
@@ -94,7 +94,7 @@ TEST_F(DesktopPumpTest, BlocksInsteadOfSpinning) {
   bool bDone = false;
   wxTimer oTimer;
   oTimer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { bDone = true; });
-  Platform->Pump().Drain();
+  Platform->Pump().Poll();
   oTimer.StartOnce(300);
   int iTurns = 0;
   for (; !bDone; ++iTurns) Platform->Pump().Turn();

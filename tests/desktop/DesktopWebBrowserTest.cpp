@@ -70,7 +70,7 @@ TEST_F(DesktopWebBrowserTest, ReportsOnlyTheDocumentAskedForLast) {
     const auto oOld = Browser->Document();
     Browser->Navigate(sFirst, NavigateFlags::Fresh);
     // Some way into the first load, a different one each time.
-    for (int iTurn = 0; iTurn < i % 10; ++iTurn) Platform->Pump().Drain();
+    for (int iTurn = 0; iTurn < i % 10; ++iTurn) Platform->Pump().Poll();
     oOld->all().item("p")->innerText("too late");
     EXPECT_TRUE(Browser->Settled());
     Show(sSecond);

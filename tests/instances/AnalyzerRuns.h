@@ -1,10 +1,10 @@
 #pragma once
 
 #include "tests/instances/SQLiteFiles.h"
-#include "zelwbr3/instances/sqlite/analyzer/AnalyzerFolder.h"
-#include "zelwbr3/instances/sqlite/analyzer/LockFile.h"
-#include "zelwbr3/instances/sqlite/analyzer/Program.h"
-#include "zelwbr3/instances/sqlite/analyzer/ProtocolFolder.h"
+#include "zelwbr3/instances/common/analyzer/AnalyzerFolder.h"
+#include "zelwbr3/instances/common/analyzer/LockFile.h"
+#include "zelwbr3/instances/common/analyzer/Process.h"
+#include "zelwbr3/instances/common/analyzer/ProtocolFolder.h"
 
 #include <signal.h>
 #include <sys/inotify.h>
@@ -22,8 +22,8 @@
 class AnalyzerRuns : public testing::Test {
  protected:
   using Options = ZELLib3::Analyzer::StartOptions;
-  using LockFile = ZELWbr3::SQLite::LockFile;
-  using RunningProcess = ZELWbr3::SQLite::RunningProcess;
+  using LockFile = ZELWbr3::Instances::LockFile;
+  using RunningProcess = ZELWbr3::Instances::RunningProcess;
 
   static constexpr std::chrono::seconds kPatience{30};
   static constexpr int kNever = 86400;  ///< seconds between two evaluations
@@ -40,8 +40,8 @@ class AnalyzerRuns : public testing::Test {
   }
 
   std::string File() const { return m_oFolder / "a.db"; }
-  ZELWbr3::SQLite::AnalyzerFolder Analyzer() const { return ZELWbr3::SQLite::AnalyzerFolder(File()); }
-  ZELWbr3::SQLite::ProtocolFolder Protocols() const { return ZELWbr3::SQLite::ProtocolFolder(Analyzer().Path()); }
+  ZELWbr3::Instances::AnalyzerFolder Analyzer() const { return ZELWbr3::Instances::AnalyzerFolder(File()); }
+  ZELWbr3::Instances::ProtocolFolder Protocols() const { return ZELWbr3::Instances::ProtocolFolder(Analyzer().Path()); }
 
   static Options Every(int lSeconds, int lNumber = 0) {
     Options oOptions;
@@ -93,7 +93,7 @@ class AnalyzerRuns : public testing::Test {
   /// Waits until what the analyzer writes into its lock file makes something
   /// true.
   void Await(const std::function<bool()>& oIsTrue) const {
-    const ZELWbr3::SQLite::Descriptor oWatch(inotify_init1(IN_CLOEXEC), "inotify");
+    const ZELWbr3::Instances::Descriptor oWatch(inotify_init1(IN_CLOEXEC), "inotify");
     ASSERT_GE(inotify_add_watch(oWatch, Analyzer().LockPath().c_str(), IN_MODIFY), 0);
     const auto dEnd = std::chrono::steady_clock::now() + kPatience;
     while (!oIsTrue()) {

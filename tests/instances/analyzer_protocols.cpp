@@ -1,9 +1,9 @@
 #include "tests/instances/AnalyzerRuns.h"
-#include "zelwbr3/instances/sqlite/analyzer/TimeStamp.h"
+#include "zelwbr3/instances/common/analyzer/TimeStamp.h"
 
 using namespace SQLiteFiles;
-using ZELWbr3::SQLite::ProtocolFolder;
-using ZELWbr3::SQLite::ProtocolLine;
+using ZELWbr3::Instances::ProtocolFolder;
+using ZELWbr3::Instances::ProtocolLine;
 namespace fs = std::filesystem;
 
 namespace {
@@ -128,11 +128,11 @@ TEST(AnalyzerTimeStamp, IsLocalWithItsOffset) {
   const auto Stamp = [] {
     setenv("TZ", "XST-5:30", 1);
     tzset();
-    return ZELWbr3::SQLite::TimeStamp(1772400000);  // 2026-03-01 21:20:00 UTC
+    return ZELWbr3::Instances::TimeStamp(1772400000);  // 2026-03-01 21:20:00 UTC
   };
   const std::string sStamp = Process(Stamp).Result();
   EXPECT_EQ("2026-03-02T02:50:00+05:30", sStamp);
-  EXPECT_EQ("20260302", ZELWbr3::SQLite::DayOf(sStamp));
-  EXPECT_EQ("2026-03-02 02:50:00", ZELWbr3::SQLite::ReadableTime(sStamp));
-  EXPECT_EQ("", ZELWbr3::SQLite::ReadableTime("yesterday"));
+  EXPECT_EQ("20260302", ZELWbr3::Instances::DayOf(sStamp));
+  EXPECT_EQ("2026-03-02 02:50:00", ZELWbr3::Instances::ReadableTime(sStamp));
+  EXPECT_EQ("", ZELWbr3::Instances::ReadableTime("yesterday"));
 }

@@ -1,6 +1,6 @@
 #include "tests/instances/RecordingFiles.h"
-#include "zelwbr3/instances/recorded/Schema.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
+#include "zelwbr3/instances/recorded/format/Schema.h"
 
 using namespace RecordingFiles;
 using ZELWbr3::Recorded::Interface;

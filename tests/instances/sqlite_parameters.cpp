@@ -118,7 +118,7 @@ TEST_F(SQLiteParameters, HistoryBelongsToTheFileNotToItsName) {
   EXPECT_EQ(1u, Changes(*Open("b.db")).size()) << "the file under its new name";
 }
 
-TEST_F(SQLiteParameters, ABrokenSideFileIsReportedOnceAndHidesNothing) {
+TEST_F(SQLiteParameters, ABrokenStateStoreIsReportedOnceAndHidesNothing) {
   Run("PRAGMA user_version=7; CREATE TABLE t(v)");
   const std::string sSide = m_sState + "/history.db";
   const auto ExpectReported = [&](const std::string& sWrong) {

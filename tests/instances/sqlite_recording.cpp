@@ -29,7 +29,7 @@ class Viewer {
 
  private:
   std::string Document() {
-    m_oPlatform.MessagePump().Drain();
+    m_oPlatform.MessagePump().Poll();
     return ZELWbr3::Headless::WriteReport(*m_oBrowser.VisibleDocument(), m_oPlatform.FrontFrame().Folder());
   }
 

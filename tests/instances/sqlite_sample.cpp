@@ -1,5 +1,5 @@
 #include "tests/instances/SQLiteFiles.h"
-#include "zelwbr3/instances/sqlite/SampleDatabase.h"
+#include "zelwbr3/instances/sqlite/sample/SampleDatabase.h"
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
 #include "tests/instances/SQLiteFiles.h"
-#include "zelwbr3/instances/sqlite/OpenFiles.h"
+#include "zelwbr3/instances/sqlite/file/OpenFiles.h"
 
 #include <sys/stat.h>
 
@@ -56,7 +56,7 @@ TEST(SQLiteOpen, BadFilesAreNamedAndNothingIsMade) {
   const auto before = std::distance(std::filesystem::directory_iterator(oFolder.Path()), {});
   for (const auto& c : cases) {
     std::string sShown = oFolder / c.sName;
-    std::replace(sShown.begin(), sShown.end(), '\n', '?');
+    std::replace(sShown.begin(), sShown.end(), '\n', ' ');
     EXPECT_EQ(sShown + ": " + c.sWrong, ErrorOf(oFolder / c.sName));
   }
   EXPECT_NE(std::string::npos, ErrorOf("").find("no file name given"));

@@ -29,7 +29,7 @@ class Shown : public testing::Test, public Screen {
 
   void ShowMain() { Control->PageMain()->Show(Instance); }
   /// Lets everything that is under way arrive.
-  void Settle() { Platform.MessagePump().Drain(); }
+  void Settle() { Platform.MessagePump().Poll(); }
   void Click(const std::string& sID);
   bool Key(int iKeyCode);
 

@@ -119,7 +119,7 @@ class Told : public Screen {
     if (OnCall) OnCall(oCall.Name);
   }
 
-  void Settle() { Platform.MessagePump().Drain(); }
+  void Settle() { Platform.MessagePump().Poll(); }
   const ZELWbr3::Browser& Showing() const override { return Browser; }
 
   std::string m_sLines;

@@ -83,7 +83,7 @@ void DesktopPump::Turn() {
   oState->Check();
 }
 
-void DesktopPump::Drain() {
+void DesktopPump::Poll() {
   const std::shared_ptr<State> oState = m_oState;
   const Wait oWait(oState);
   wxEventLoopBase* oLoop = wxEventLoopBase::GetActive();
@@ -97,8 +97,8 @@ void DesktopPump::Drain() {
   oState->Check();
 }
 
-void DesktopPump::Work(const std::function<void()>& oWork) {
-  AwaitWork();
+void DesktopPump::RunInBackground(const std::function<void()>& oWork) {
+  AwaitBackground();
   const std::shared_ptr<State> oState = m_oState;
   Wait oWait(oState);
   std::exception_ptr oFailure;
@@ -119,7 +119,7 @@ void DesktopPump::Work(const std::function<void()>& oWork) {
   oState->Check();
 }
 
-void DesktopPump::AwaitWork() {
+void DesktopPump::AwaitBackground() {
   const std::shared_ptr<State> oState = m_oState;
   while (oState->bWorking) Turn();
 }

@@ -21,17 +21,17 @@ class DesktopPump : public MessagePump {
   ~DesktopPump() override;
 
   void Turn() override;
-  void Drain() override;
+  void Poll() override;
   /// Work cannot be broken off: a wait for it that has to end throws WaitError
   /// only when the work is done.
-  void Work(const std::function<void()>& oWork) override;
-  void AwaitWork() override;
+  void RunInBackground(const std::function<void()>& oWork) override;
+  void AwaitBackground() override;
 
   /// Runs a handler of something that has arrived. What it throws is thrown by
   /// the innermost Turn that is going on, or else traced.
   void Deliver(const std::function<void()>& oHandler);
 
-  /// True while Turn, Drain or Work is going on, or between two Turns of a wait
+  /// True while Turn, Poll or RunInBackground is going on, or between two Turns of a wait
   /// that one of them was called from.
   bool Waiting() const;
   /// Runs something out of the toolkit's loop, but not before the waits that are

@@ -1,12 +1,12 @@
 #include "zelwbr3/dom/Element.h"
 
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/dom/All.h"
 #include "zelwbr3/dom/Document.h"
 #include "zelwbr3/dom/EmbeddedObject.h"
 #include "zelwbr3/dom/HTMLWriter.h"
 #include "zelwbr3/dom/Markup.h"
 #include "zelwbr3/dom/Style.h"
-#include "zelwbr3/base/Text.h"
 
 #include <algorithm>
 #include <stdexcept>

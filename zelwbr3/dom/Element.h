@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/dom/Change.h"
 
 #include <memory>

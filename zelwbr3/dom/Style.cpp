@@ -1,7 +1,7 @@
 #include "zelwbr3/dom/Style.h"
 
-#include "zelwbr3/dom/Document.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/dom/Document.h"
 
 #include <algorithm>
 #include <vector>

@@ -163,7 +163,7 @@ DataPage::Busy::Busy(DataPage& oPage)
   ++oPage.m_lBusy;
   try {
     oPage.Browser().FlushDocuments();
-    oPage.Browser().Platform().MessagePump().Drain();
+    oPage.Browser().Platform().MessagePump().Poll();
     if (!oPage.HasBrowser()) throw PageLeft("The page " + oPage.Name() + " was left before it began to work");
   } catch (...) {
     oPage.m_lBusy -= 1;
@@ -176,7 +176,7 @@ DataPage::Busy::~Busy() { m_oPage->m_lBusy -= 1; }
 bool DataPage::Operate(const std::function<bool()>& oOperation) {
   const Busy oBusy(*this);
   bool bDone = false;
-  Browser().Platform().MessagePump().Work([&] { bDone = oOperation(); });
+  Browser().Platform().MessagePump().RunInBackground([&] { bDone = oOperation(); });
   if (!HasBrowser()) throw PageLeft("The page " + Name() + " was left while the instance was at work");
   return bDone;
 }
@@ -184,7 +184,7 @@ bool DataPage::Operate(const std::function<bool()>& oOperation) {
 void DataPage::AwaitInstance() {
   const auto oSelf = shared_from_this();
   const auto oDocument = Document();
-  Browser().Platform().MessagePump().AwaitWork();
+  Browser().Platform().MessagePump().AwaitBackground();
   if (Document() != oDocument) throw PageLeft("The page " + Name() + " was left while the instance was at work");
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/base/Event.h"
 #include "zelwbr3/framework/FrontBoxes.h"
 #include "zelwbr3/framework/Page.h"
 #include "zelwbr3/framework/ZELHTMLForm.h"
-#include "zelwbr3/ZELLib3/Database.h"
 #include "zelwbr3/framework/clsHourglass.h"
-#include "zelwbr3/base/Event.h"
 
 #include <functional>
 

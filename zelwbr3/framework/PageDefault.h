@@ -1,8 +1,8 @@
 #pragma once
 
+#include "zelwbr3/base/Event.h"
 #include "zelwbr3/framework/Page.h"
 #include "zelwbr3/framework/PageType.h"
-#include "zelwbr3/base/Event.h"
 
 namespace ZELWbr3 {
 

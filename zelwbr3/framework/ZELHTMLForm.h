@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/dom/Document.h"
 #include "zelwbr3/base/Checked.h"
+#include "zelwbr3/dom/Document.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/framework/ZELHTMLForm.h"
 #include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/framework/ZELHTMLForm.h"
 
 /// The warning strip of the pages that show the instance's areas.
 namespace ZELWbr3::modTopWarning {

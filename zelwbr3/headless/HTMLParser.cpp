@@ -1,8 +1,8 @@
 #include "zelwbr3/headless/HTMLParser.h"
 
-#include "zelwbr3/dom/DocumentBuilder.h"
-#include "zelwbr3/base/Text.h"
 #include "zelwbr3/base/ReadFile.h"
+#include "zelwbr3/base/Text.h"
+#include "zelwbr3/dom/DocumentBuilder.h"
 
 #include <gumbo.h>
 

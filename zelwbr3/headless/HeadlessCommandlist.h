@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/framework/CommandLists.h"
 #include "zelwbr3/base/Event.h"
+#include "zelwbr3/framework/CommandLists.h"
 
 namespace ZELWbr3::Headless {
 

@@ -14,7 +14,7 @@ class HeadlessMessageWindow : public MessageWindow {
 
   ZELWbr3::WebBrowser& WebBrowser() override { return m_oBrowser; }
   void ShowModal() override {
-    m_oQueue.Drain();
+    m_oQueue.Poll();
     m_oShown.Raise(m_oBrowser);
   }
 

@@ -9,7 +9,7 @@ void MessageQueue::Turn() {
   oMessage();
 }
 
-void MessageQueue::Drain() {
+void MessageQueue::Poll() {
   while (!m_messages.empty()) Turn();
 }
 

@@ -15,7 +15,7 @@ class MessageQueue : public MessagePump {
   void Post(std::function<void()> oMessage) { m_messages.push_back(std::move(oMessage)); }
 
   void Turn() override;
-  void Drain() override;
+  void Poll() override;
 
  private:
   std::deque<std::function<void()>> m_messages;

@@ -1,7 +1,7 @@
 #include "zelwbr3/headless/ReportWriter.h"
 
-#include "zelwbr3/dom/HTMLWriter.h"
 #include "zelwbr3/base/ReadFile.h"
+#include "zelwbr3/dom/HTMLWriter.h"
 
 #include <optional>
 

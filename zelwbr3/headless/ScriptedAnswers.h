@@ -1,8 +1,8 @@
 #pragma once
 
+#include "zelwbr3/base/Event.h"
 #include "zelwbr3/headless/ScriptedAnswer.h"
 #include "zelwbr3/platform/DialogBox.h"
-#include "zelwbr3/base/Event.h"
 #include "zelwbr3/platform/MessageBox.h"
 
 #include <deque>

@@ -27,15 +27,15 @@ class MessagePump {
   /// Handles what has arrived already, and returns at once when that is
   /// nothing. For long work that wants the window to stay responsive. Throws
   /// WaitError when the program is closing, which is to end the work.
-  virtual void Drain() = 0;
+  virtual void Poll() = 0;
 
   /// Runs work that may take seconds and returns when it is done; what it throws
   /// is thrown on. Where there are windows, it runs on a thread of its own:
   /// they are repainted meanwhile and take neither clicks nor keys. Work that
   /// comes up while other work goes on waits for its end.
-  virtual void Work(const std::function<void()>& oWork) { oWork(); }
+  virtual void RunInBackground(const std::function<void()>& oWork) { oWork(); }
   /// Returns when no work is going on, for whoever must not meet it.
-  virtual void AwaitWork() {}
+  virtual void AwaitBackground() {}
 };
 
 }  // namespace ZELWbr3

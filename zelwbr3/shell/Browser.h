@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Event.h"
 #include "zelwbr3/framework/PageDefault.h"
 #include "zelwbr3/framework/PageSite.h"
 #include "zelwbr3/framework/PageType.h"
@@ -18,7 +19,6 @@
 #include "zelwbr3/pages/monitor/PageSysInfos.h"
 #include "zelwbr3/pages/storage/PageDataArea.h"
 #include "zelwbr3/pages/storage/PageLogArea.h"
-#include "zelwbr3/base/Event.h"
 #include "zelwbr3/shell/BrowserFrame.h"
 
 #include <array>

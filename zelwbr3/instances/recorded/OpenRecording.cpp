@@ -1,8 +1,8 @@
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 
-#include "zelwbr3/instances/recorded/Check.h"
-#include "zelwbr3/instances/recorded/Database.h"
-#include "zelwbr3/instances/recorded/Parse.h"
+#include "zelwbr3/instances/recorded/format/Check.h"
+#include "zelwbr3/instances/recorded/format/Parse.h"
+#include "zelwbr3/instances/recorded/objects/Database.h"
 
 namespace ZELWbr3::Recorded {
 

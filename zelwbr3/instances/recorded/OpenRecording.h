@@ -1,8 +1,8 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Database.h"
-#include "zelwbr3/instances/recorded/Call.h"
-#include "zelwbr3/instances/recorded/RecordingError.h"
+#include "zelwbr3/instances/recorded/format/RecordingError.h"
+#include "zelwbr3/instances/recorded/objects/Call.h"
 
 #include <memory>
 #include <string>

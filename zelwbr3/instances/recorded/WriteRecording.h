@@ -1,27 +1,13 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Database.h"
-#include "zelwbr3/instances/recorded/RecordingError.h"
+#include "zelwbr3/instances/recorded/format/RecordingError.h"
+#include "zelwbr3/instances/recorded/writing/RecordOptions.h"
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace ZELWbr3::Recorded {
-
-/// What a recording is to hold beyond what an instance lists by itself.
-struct RecordOptions {
-  struct Table {
-    std::string Owner;
-    std::string Name;
-  };
-
-  /// An instance cannot list its tables, so only these are recorded, besides
-  /// the tables of the data dictionary that it can open.
-  std::vector<Table> Tables;
-  /// Rows kept of each view, table, history; the rest is left out with a note.
-  std::size_t MaxRows = 10000;
-};
 
 /// Writes everything that an instance of any kind answers to a file which
 /// OpenRecording opens, replacing the file in one step: after an error the old

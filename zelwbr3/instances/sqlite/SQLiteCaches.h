@@ -1,8 +1,8 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Caches.h"
-#include "zelwbr3/instances/sqlite/InstanceFile.h"
-#include "zelwbr3/instances/sqlite/ParameterList.h"
+#include "zelwbr3/instances/sqlite/file/InstanceFile.h"
+#include "zelwbr3/instances/sqlite/settings/ParameterList.h"
 
 namespace ZELWbr3::SQLite {
 

@@ -1,8 +1,7 @@
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 
-#include "zelwbr3/instances/sqlite/InstanceFile.h"
-#include "zelwbr3/instances/sqlite/ParameterList.h"
 #include "zelwbr3/instances/sqlite/SQLiteActivity.h"
+#include "zelwbr3/instances/sqlite/SQLiteAnalyzer.h"
 #include "zelwbr3/instances/sqlite/SQLiteCaches.h"
 #include "zelwbr3/instances/sqlite/SQLiteDataArea.h"
 #include "zelwbr3/instances/sqlite/SQLiteHistory.h"
@@ -15,7 +14,8 @@
 #include "zelwbr3/instances/sqlite/SQLiteStateInfo.h"
 #include "zelwbr3/instances/sqlite/SQLiteSysInfos.h"
 #include "zelwbr3/instances/sqlite/SQLiteVersion.h"
-#include "zelwbr3/instances/sqlite/analyzer/SQLiteAnalyzer.h"
+#include "zelwbr3/instances/sqlite/file/InstanceFile.h"
+#include "zelwbr3/instances/sqlite/settings/ParameterList.h"
 
 #include <sys/utsname.h>
 
@@ -35,8 +35,8 @@ utsname System() {
 
 SQLiteDatabase::SQLiteDatabase(const std::string& sPath, const Options& oOptions)
     : m_oFile(std::make_shared<InstanceFile>(sPath, oOptions)),
-      m_oSideFile(std::make_shared<SideFile>(oOptions.StateFolder)),
-      m_oParameters(std::make_shared<ParameterList>(m_oFile, m_oSideFile)),
+      m_oStateStore(std::make_shared<StateStore>(oOptions.StateFolder)),
+      m_oParameters(std::make_shared<ParameterList>(m_oFile, m_oStateStore)),
       m_sAnalyzerProgram(oOptions.AnalyzerProgram) {}
 
 std::shared_ptr<ZELLib3::StateInfo> SQLiteDatabase::StateInfo() { return std::make_shared<SQLiteStateInfo>(m_oFile); }
@@ -75,7 +75,7 @@ std::shared_ptr<ZELLib3::LogArea> SQLiteDatabase::LogArea() { return std::make_s
 std::shared_ptr<ZELLib3::Sessions> SQLiteDatabase::Sessions() { return std::make_shared<SQLiteSessions>(m_oFile); }
 
 std::shared_ptr<ZELLib3::History> SQLiteDatabase::History() {
-  return std::make_shared<SQLiteHistory>(m_oFile, m_oSideFile);
+  return std::make_shared<SQLiteHistory>(m_oFile, m_oStateStore);
 }
 
 ZELLib3::Error SQLiteDatabase::LastError() { return m_oFile->LastError(); }
@@ -114,7 +114,7 @@ bool SQLiteDatabase::RegisterCopy(const std::string& sFile, const ZELLib3::Date&
   const std::string sPath = std::filesystem::absolute(sFile).lexically_normal();
   const auto oCopy = FileId::Of(sPath);
   try {
-    m_oSideFile->Add(SideFile::KeyOf(m_oFile->Path()), {sPath, dMade, sLabel, oCopy ? oCopy->Bytes : -1});
+    m_oStateStore->Add(StateStore::KeyOf(m_oFile->Path()), {sPath, dMade, sLabel, oCopy ? oCopy->Bytes : -1});
     return true;
   } catch (const ZELLib3::InstanceError& oError) {
     m_oFile->LastError(oError.ErrorObject());

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Database.h"
-#include "zelwbr3/instances/sqlite/Options.h"
+#include "zelwbr3/instances/sqlite/file/Options.h"
 
 #include <memory>
 #include <string>
@@ -10,7 +10,7 @@ namespace ZELWbr3::SQLite {
 
 class InstanceFile;
 class ParameterList;
-class SideFile;
+class StateStore;
 
 /// A SQLite database file as an instance.
 ///
@@ -70,7 +70,7 @@ class SQLiteDatabase : public ZELLib3::Database {
 
  private:
   std::shared_ptr<InstanceFile> m_oFile;
-  std::shared_ptr<SideFile> m_oSideFile;
+  std::shared_ptr<StateStore> m_oStateStore;
   std::shared_ptr<ParameterList> m_oParameters;
   std::string m_sAnalyzerProgram;
 };

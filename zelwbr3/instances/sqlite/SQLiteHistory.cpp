@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/sqlite/SQLiteHistory.h"
 
-#include "zelwbr3/instances/sqlite/FileId.h"
+#include "zelwbr3/instances/sqlite/file/FileId.h"
 
 #include <algorithm>
 
@@ -13,7 +13,7 @@ constexpr int kCompleteData = 1;
 
 std::string Bytes(std::int64_t lBytes) { return std::to_string(lBytes) + (lBytes == 1 ? " byte" : " bytes"); }
 
-std::string FileState(const SideFile::Copy& oCopy) {
+std::string FileState(const StateStore::Copy& oCopy) {
   const auto oFile = FileId::Of(oCopy.File);
   if (!oFile) return "not there";
   if (oCopy.Bytes >= 0 && oFile->Bytes != oCopy.Bytes) return "another size: " + Bytes(oFile->Bytes);
@@ -26,7 +26,7 @@ bool SQLiteHistory::Open() {
   m_oCopies.clear();
   m_iDelivered = m_iPassed = 0;
   try {
-    m_oCopies = m_oSideFile->Copies(SideFile::KeyOf(m_oFile->Path()));
+    m_oCopies = m_oStateStore->Copies(StateStore::KeyOf(m_oFile->Path()));
   } catch (const ZELLib3::InstanceError& oError) {
     m_oFile->LastError(oError.ErrorObject());
     return false;
@@ -45,7 +45,7 @@ void SQLiteHistory::Deliver() { m_iDelivered = std::min(m_oCopies.size(), m_iDel
 
 std::shared_ptr<const ZELLib3::HistoryItem> SQLiteHistory::NextItem() {
   if (EndOfBlock()) return nullptr;
-  const SideFile::Copy& oCopy = m_oCopies[m_iPassed++];
+  const StateStore::Copy& oCopy = m_oCopies[m_iPassed++];
   auto oItem = std::make_shared<ZELLib3::HistoryItem>();
   oItem->Label = oCopy.Label;
   oItem->Action = "COPY";

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/History.h"
-#include "zelwbr3/instances/sqlite/InstanceFile.h"
-#include "zelwbr3/instances/sqlite/SideFile.h"
+#include "zelwbr3/instances/sqlite/file/InstanceFile.h"
+#include "zelwbr3/instances/sqlite/settings/StateStore.h"
 
 #include <memory>
 #include <vector>
@@ -14,8 +14,8 @@ namespace ZELWbr3::SQLite {
 /// up when the entry is read.
 class SQLiteHistory : public ZELLib3::History {
  public:
-  SQLiteHistory(std::shared_ptr<InstanceFile> oFile, std::shared_ptr<SideFile> oSideFile)
-      : m_oFile(std::move(oFile)), m_oSideFile(std::move(oSideFile)) {}
+  SQLiteHistory(std::shared_ptr<InstanceFile> oFile, std::shared_ptr<StateStore> oStateStore)
+      : m_oFile(std::move(oFile)), m_oStateStore(std::move(oStateStore)) {}
 
   bool IsEmpty() const override { return m_oCopies.empty(); }
   ZELLib3::Long RowCount() const override { return m_iDelivered; }
@@ -29,8 +29,8 @@ class SQLiteHistory : public ZELLib3::History {
   void Deliver();
 
   std::shared_ptr<InstanceFile> m_oFile;
-  std::shared_ptr<SideFile> m_oSideFile;
-  std::vector<SideFile::Copy> m_oCopies;
+  std::shared_ptr<StateStore> m_oStateStore;
+  std::vector<StateStore::Copy> m_oCopies;
   std::size_t m_iDelivered = 0;
   std::size_t m_iPassed = 0;
 };

@@ -2,16 +2,16 @@
 
 namespace ZELWbr3::SQLite {
 
-const std::vector<SideFile::Change>& SQLiteParameter::Changes() const {
+const std::vector<StateStore::Change>& SQLiteParameter::Changes() const {
   if (!m_oChanges) {
     m_oChanges.emplace();
     if (m_oEntry.Pragma->KeptBy == Pragma::Keeper::File) *m_oChanges = m_oList->Changes();
-    std::erase_if(*m_oChanges, [this](const SideFile::Change& oChange) { return oChange.Name != Name(); });
+    std::erase_if(*m_oChanges, [this](const StateStore::Change& oChange) { return oChange.Name != Name(); });
   }
   return *m_oChanges;
 }
 
-const SideFile::Change& SQLiteParameter::Change(std::int32_t k) const {
+const StateStore::Change& SQLiteParameter::Change(std::int32_t k) const {
   if (k < 1 || Changes().size() < static_cast<std::size_t>(k)) {
     throw std::out_of_range(Name() + " has no change " + std::to_string(k));
   }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Parameter.h"
-#include "zelwbr3/instances/sqlite/ParameterList.h"
+#include "zelwbr3/instances/sqlite/settings/ParameterList.h"
 
 namespace ZELWbr3::SQLite {
 
@@ -26,12 +26,12 @@ class SQLiteParameter : public ZELLib3::Parameter {
   bool Exists() const override { return true; }
 
  private:
-  const std::vector<SideFile::Change>& Changes() const;
-  const SideFile::Change& Change(std::int32_t k) const;
+  const std::vector<StateStore::Change>& Changes() const;
+  const StateStore::Change& Change(std::int32_t k) const;
 
   std::shared_ptr<ParameterList> m_oList;
   ParameterList::Entry m_oEntry;
-  mutable std::optional<std::vector<SideFile::Change>> m_oChanges;
+  mutable std::optional<std::vector<StateStore::Change>> m_oChanges;
 };
 
 }  // namespace ZELWbr3::SQLite

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/ParameterHistory.h"
-#include "zelwbr3/instances/sqlite/ParameterList.h"
+#include "zelwbr3/instances/sqlite/settings/ParameterList.h"
 
 namespace ZELWbr3::SQLite {
 
@@ -29,10 +29,10 @@ class SQLiteParameterHistory : public ZELLib3::ParameterHistory {
   std::string Text() const override { return {}; }
 
  private:
-  SideFile::Change Current() const { return HasEntry() ? m_oChanges[m_iCurrent] : SideFile::Change{}; }
+  StateStore::Change Current() const { return HasEntry() ? m_oChanges[m_iCurrent] : StateStore::Change{}; }
 
   std::shared_ptr<ParameterList> m_oList;
-  std::vector<SideFile::Change> m_oChanges;
+  std::vector<StateStore::Change> m_oChanges;
   std::size_t m_iCurrent = 0;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Parameters.h"
-#include "zelwbr3/instances/sqlite/ParameterList.h"
+#include "zelwbr3/instances/sqlite/settings/ParameterList.h"
 
 namespace ZELWbr3::SQLite {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/SQLTable.h"
-#include "zelwbr3/instances/sqlite/FeedRows.h"
+#include "zelwbr3/instances/sqlite/rows/RowSourceOf.h"
 
 namespace ZELWbr3::SQLite {
 
@@ -9,12 +9,12 @@ namespace ZELWbr3::SQLite {
 /// one. The owner is the name of a database (main, temp, an attached one), or
 /// empty for a name that is looked up as in a statement. Owned by SYSDD are the
 /// system tables, as far as a database file has the like.
-class SQLiteSQLTable : public FeedRows<ZELLib3::SQLTable> {
+class SQLiteSQLTable : public RowSourceOf<ZELLib3::SQLTable> {
  public:
-  using FeedRows::FeedRows;
+  using RowSourceOf::RowSourceOf;
 
  protected:
-  std::unique_ptr<RowFeed> MakeFeed(Connection& oConnection) override;
+  std::unique_ptr<RowReader> MakeReader(Connection& oConnection) override;
 };
 
 }  // namespace ZELWbr3::SQLite

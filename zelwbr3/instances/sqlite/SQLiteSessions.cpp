@@ -1,8 +1,8 @@
 #include "zelwbr3/instances/sqlite/SQLiteSessions.h"
 
-#include "zelwbr3/instances/sqlite/FileLock.h"
 #include "zelwbr3/base/Calendar.h"
-#include "zelwbr3/instances/sqlite/OpenFiles.h"
+#include "zelwbr3/instances/sqlite/file/FileLock.h"
+#include "zelwbr3/instances/sqlite/file/OpenFiles.h"
 
 namespace ZELWbr3::SQLite {
 

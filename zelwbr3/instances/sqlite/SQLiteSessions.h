@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Sessions.h"
-#include "zelwbr3/instances/sqlite/InstanceFile.h"
+#include "zelwbr3/instances/sqlite/file/InstanceFile.h"
 
 #include <array>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/sqlite/SQLiteStateInfo.h"
 
-#include "zelwbr3/instances/sqlite/OpenFiles.h"
+#include "zelwbr3/instances/sqlite/file/OpenFiles.h"
 
 namespace ZELWbr3::SQLite {
 

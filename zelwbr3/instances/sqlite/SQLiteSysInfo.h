@@ -1,18 +1,18 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/SysInfo.h"
-#include "zelwbr3/instances/sqlite/FeedRows.h"
-#include "zelwbr3/instances/sqlite/SystemView.h"
+#include "zelwbr3/instances/sqlite/rows/RowSourceOf.h"
+#include "zelwbr3/instances/sqlite/rows/SystemView.h"
 
 namespace ZELWbr3::SQLite {
 
 /// One system view of a database file, read afresh by each Open.
-class SQLiteSysInfo : public FeedRows<ZELLib3::SysInfo> {
+class SQLiteSysInfo : public RowSourceOf<ZELLib3::SysInfo> {
  public:
   /// iIndex is the view's position in the list, from 1. oView lives as long as
   /// the program.
   SQLiteSysInfo(std::shared_ptr<InstanceFile> oFile, const SystemView& oView, ZELLib3::Long iIndex)
-      : FeedRows(std::move(oFile)), m_oView(oView), m_iIndex(iIndex) {}
+      : RowSourceOf(std::move(oFile)), m_oView(oView), m_iIndex(iIndex) {}
 
   ZELLib3::Long Index() const override { return m_iIndex; }
   std::string Name() const override { return m_oView.Name; }
@@ -20,7 +20,7 @@ class SQLiteSysInfo : public FeedRows<ZELLib3::SysInfo> {
   bool IsRecord() const override { return m_oView.IsRecord; }
 
  protected:
-  std::unique_ptr<RowFeed> MakeFeed(Connection& oConnection) override { return m_oView.MakeFeed(oConnection); }
+  std::unique_ptr<RowReader> MakeReader(Connection& oConnection) override { return m_oView.MakeReader(oConnection); }
 
  private:
   const SystemView& m_oView;

@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/analyzer/PageDBAnalyzer.h"
 
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"

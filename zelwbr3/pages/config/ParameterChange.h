@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/dom/Element.h"
 #include "zelwbr3/ZELLib3/Parameter.h"
+#include "zelwbr3/dom/Element.h"
 #include "zelwbr3/platform/UserLocale.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 #include "zelwbr3/pages/history/PageHistory.h"
 
-#include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/base/Calendar.h"
+#include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/pages/history/HistoryKind.h"
 #include "zelwbr3/pages/monitor/ListLink.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/dom/Document.h"
 #include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/dom/Document.h"
 
 #include <functional>
 #include <string_view>

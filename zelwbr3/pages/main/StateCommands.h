@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/framework/FrontBoxes.h"
 #include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/framework/FrontBoxes.h"
 #include "zelwbr3/platform/FCommandlist.h"
 #include "zelwbr3/platform/UserLocale.h"
 

@@ -141,7 +141,7 @@ void BlockPage::ReadAll(const std::shared_ptr<Reading>& oReading) {
 void BlockPage::Pump() {
   Browser().FlushDocuments();
   const bool bDropped = Browser().DropEvents(false);
-  Browser().Platform().MessagePump().Drain();
+  Browser().Platform().MessagePump().Poll();
   if (HasBrowser()) Browser().DropEvents(bDropped);
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "zelwbr3/ZELLib3/BlockSource.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/PageType.h"
-#include "zelwbr3/ZELLib3/BlockSource.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zelwbr3/dom/Element.h"
 #include "zelwbr3/ZELLib3/RowSource.h"
+#include "zelwbr3/dom/Element.h"
 
 namespace ZELWbr3 {
 

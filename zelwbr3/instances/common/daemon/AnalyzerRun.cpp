@@ -1,0 +1,106 @@
+#include "zelwbr3/instances/common/daemon/AnalyzerRun.h"
+
+#include "zelwbr3/instances/common/analyzer/TimeStamp.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <stdexcept>
+
+namespace ZELWbr3::Instances {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// Evaluations keep their rhythm; those whose time has passed while one took
+/// long are left out.
+Clock::time_point NextAfter(Clock::time_point dLast, std::chrono::seconds dInterval) {
+  return dLast + ((Clock::now() - dLast) / dInterval + 1) * dInterval;
+}
+
+/// Raises what is wrong with the file before anything is made for it.
+const std::string& Readable(const AnalyzerOptions& oOptions) {
+  oOptions.Open();
+  return oOptions.Database;
+}
+
+LockFile MakeLock(const AnalyzerFolder& oFolder, const std::string& sDatabase) {
+  std::filesystem::create_directories(oFolder.Path());
+  return {oFolder.LockPath(), sDatabase};
+}
+
+AnalyzerRecord Begin(const AnalyzerOptions& oOptions) {
+  AnalyzerRecord oRecord;
+  oRecord.Database = oOptions.Database;
+  oRecord.ConfigFile = oOptions.ConfigFile;
+  oRecord.Number = oOptions.Number;
+  oRecord.Interval = oOptions.Interval > 0 ? oOptions.Interval : AnalyzerOptions::DefaultInterval;
+  oRecord.Reconnect = oOptions.Reconnect;
+  oRecord.ProcessID = getpid();
+  oRecord.SessionID = getsid(0);
+  oRecord.Started = TimeStamp(std::time(nullptr));
+  return oRecord;
+}
+
+}  // namespace
+
+AnalyzerRun::AnalyzerRun(const AnalyzerOptions& oOptions, const AnalyzerConfig& oConfig)
+    : m_oOpen(oOptions.Open),
+      m_oConfig(oConfig),
+      m_oFolder(Readable(oOptions)),
+      m_oProtocols(m_oFolder.Path()),
+      m_oLock(MakeLock(m_oFolder, oOptions.Database)),
+      m_oRecord(Begin(oOptions)) {
+  m_oLock.Write(m_oRecord);
+  try {
+    if (oOptions.DeleteToday) m_oProtocols.Delete(DayOf(m_oRecord.Started));
+    Evaluate();
+    if (!m_oRecord.Error.empty()) throw std::runtime_error(m_oRecord.Error);
+  } catch (const std::exception& oError) {
+    End(oError.what());
+    throw;
+  }
+}
+
+bool AnalyzerRun::Run() {
+  auto dDue = Clock::now();
+  std::string sError;
+  try {
+    while (!IsComplete()) {
+      dDue = NextAfter(dDue, std::chrono::seconds(m_oRecord.Interval));
+      if (m_oSignals.ArriveBefore(dDue)) break;
+      Evaluate();
+      if (!m_oRecord.Error.empty() && m_oRecord.Reconnect == 0) throw std::runtime_error(m_oRecord.Error);
+    }
+  } catch (const std::exception& oError) {
+    sError = oError.what();
+  }
+  End(sError);
+  return sError.empty();
+}
+
+void AnalyzerRun::Evaluate() {
+  m_oLock.CheckInPlace();
+  const std::string sNow = TimeStamp(std::time(nullptr));
+  const Figures oFigures = Figures::Read(m_oOpen, m_oConfig);
+  m_oProtocols.Append(sNow, oFigures.Lines);
+  m_oRecord.Evaluated = sNow;
+  ++m_oRecord.Evaluations;
+  m_oRecord.Error = oFigures.Error;
+  m_oLock.Write(m_oRecord);
+}
+
+void AnalyzerRun::End(const std::string& sError) {
+  m_oRecord.Error = sError;
+  m_oRecord.Ended = TimeStamp(std::time(nullptr));
+  try {
+    m_oLock.Write(m_oRecord);
+  } catch (const std::system_error&) {
+    // Nobody is left to tell. Whoever looks at the file finds a run that ended
+    // without a word.
+  }
+}
+
+}  // namespace ZELWbr3::Instances

@@ -1,0 +1,103 @@
+#include "zelwbr3/instances/sqlite/rows/TableKey.h"
+
+#include "zelwbr3/instances/sqlite/file/Connection.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+
+namespace ZELWbr3::SQLite {
+
+namespace {
+
+/// Two names in the library's eyes.
+bool IsSameName(const std::string& sOne, const char* sOther) { return sqlite3_stricmp(sOne.c_str(), sOther) == 0; }
+
+struct Table {
+  std::string Schema;
+  std::string Type;
+  bool WithoutRowid = false;
+};
+
+/// Without a schema a name means the temporary table first, then the main
+/// database's, then those of the attached ones.
+Table Find(Connection& oConnection, const std::string& sSchema, const std::string& sTable) {
+  Statement oStatement = oConnection.Prepare(
+      "SELECT t.schema, t.type, t.wr FROM pragma_table_list(?1) AS t JOIN pragma_database_list AS d ON d.name = "
+      "t.schema"
+      " WHERE ?2 = '' OR t.schema = ?2 COLLATE NOCASE ORDER BY d.name <> 'temp', d.seq",
+      "looking up a table");
+  oStatement.BindText(1, sTable);
+  oStatement.BindText(2, sSchema);
+  if (!oStatement.Step()) return {};
+  return {oStatement.Text(0), oStatement.Text(1), oStatement.Number(2) != 0};
+}
+
+std::vector<std::string> ColumnNames(Connection& oConnection, const Table& oTable, const std::string& sTable) {
+  Statement oStatement = oConnection.Prepare("SELECT name FROM pragma_table_xinfo(?1, ?2)", "reading the columns");
+  oStatement.BindText(1, sTable);
+  oStatement.BindText(2, oTable.Schema);
+  std::vector<std::string> oNames;
+  while (oStatement.Step()) oNames.push_back(oStatement.Text(0));
+  return oNames;
+}
+
+/// What the rowid can be called: a column takes a name away from it.
+TableKey Rowid(const std::vector<std::string>& oColumns) {
+  for (const char* sName : {"rowid", "_rowid_", "oid"}) {
+    const auto IsName = [&](const std::string& sColumn) { return IsSameName(sColumn, sName); };
+    if (std::ranges::none_of(oColumns, IsName)) return {{sName}, false};
+  }
+  return {};
+}
+
+TableKey PrimaryKey(Connection& oConnection, const Table& oTable, const std::string& sTable) {
+  Statement oStatement = oConnection.Prepare(
+      "SELECT x.name, x.\"desc\", x.coll FROM pragma_index_list(?1, ?2) AS i CROSS JOIN pragma_index_xinfo(i.name, ?2) "
+      "AS x"
+      " WHERE i.origin = 'pk' AND x.key ORDER BY x.seqno",
+      "reading the primary key");
+  oStatement.BindText(1, sTable);
+  oStatement.BindText(2, oTable.Schema);
+  TableKey oKey;
+  while (oStatement.Step()) {
+    const std::string sColumn = oStatement.Text(0);
+    const bool bDescending = oStatement.Number(1) != 0;
+    if (oKey.Columns.empty()) oKey.Descending = bDescending;
+    // A comparison goes by the column's collation; when the key has another
+    // one, it is of no use for continuing.
+    const char* sCollation = nullptr;
+    sqlite3_table_column_metadata(oConnection.Handle(), oTable.Schema.c_str(), sTable.c_str(), sColumn.c_str(), nullptr,
+                                  &sCollation, nullptr, nullptr, nullptr);
+    if (!sCollation || !IsSameName(oStatement.Text(2), sCollation) || bDescending != oKey.Descending) return {};
+    oKey.Columns.push_back(QuoteIdentifier(sColumn));
+  }
+  return oKey;
+}
+
+std::string Joined(const std::vector<std::string>& oTexts, const char* sBehind) {
+  std::string sResult;
+  for (const std::string& sText : oTexts) sResult += (sResult.empty() ? "" : ", ") + sText + sBehind;
+  return sResult;
+}
+
+}  // namespace
+
+std::string QuoteIdentifier(const std::string& sName) {
+  std::string sQuoted = "\"";
+  for (const char c : sName) sQuoted += c == '"' ? "\"\"" : std::string(1, c);
+  return sQuoted + "\"";
+}
+
+TableKey TableKey::Of(Connection& oConnection, const std::string& sSchema, const std::string& sTable) {
+  const Table oTable = Find(oConnection, sSchema, sTable);
+  if (oTable.Type != "table" && oTable.Type != "shadow") return {};
+  return oTable.WithoutRowid ? PrimaryKey(oConnection, oTable, sTable)
+                             : Rowid(ColumnNames(oConnection, oTable, sTable));
+}
+
+std::string TableKey::List() const { return Joined(Columns, ""); }
+
+std::string TableKey::Order() const { return Joined(Columns, Descending ? " DESC" : ""); }
+
+}  // namespace ZELWbr3::SQLite
