@@ -1,23 +1,15 @@
 #include "zelwbr3/framework/DataPage.h"
 
+#include "zelwbr3/base/Finally.h"
 #include "zelwbr3/framework/KeyCode.h"
+#include "zelwbr3/framework/PageLeft.h"
 #include "zelwbr3/framework/modCmdEnum.h"
+#include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/framework/modZELError.h"
 
 #include <stdexcept>
 
 namespace ZELWbr3 {
-
-namespace {
-
-/// Ends what a page was doing when it has been left: passes Guarded, as any
-/// wait that cannot end, and ends where the page was called.
-class PageLeft : public WaitError {
- public:
-  using WaitError::WaitError;
-};
-
-}  // namespace
 
 void DataPage::Commandlist(std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist) {
   m_oItemClick.Disconnect();
@@ -46,13 +38,15 @@ void DataPage::CleanUp() {
   m_oDatabase.reset();
   m_oForm.CleanUp();
   m_oHourglass.reset();
+  m_oSize.reset();
   Page::CleanUp();
 }
 
 void DataPage::Fill() {
   clsHourglass::Scope oWait(Hourglass());
   m_oForm.Init(Document());
-  Handle([this] {
+  m_oSize.reset();
+  Enter([this] {
     if (m_oDatabase == nullptr) throw std::logic_error("The page " + Name() + " has no instance to show");
     FillContent();
   });
@@ -60,20 +54,23 @@ void DataPage::Fill() {
 }
 
 void DataPage::Command(Long lCommand) {
+  const auto oSelf = shared_from_this();
+  Enter([&] { CarryOut(lCommand); });
+  // This is no document event, at whose end what was written is sent.
+  if (HasBrowser()) Browser().FlushDocuments();
+}
+
+void DataPage::CarryOut(Long lCommand) {
   switch (lCommand) {
     case CommandRefresh:
-      BeginReload();
+      AnnounceReload();
       Browser().Refresh(WebBrowser());
       break;
     case CommandClose:
       Close();
       break;
     default:
-      const auto oSelf = shared_from_this();
-      Guarded([&] { OnCommand(lCommand); });
-      // A command that the host gives is no document event, at whose end what
-      // was written is sent.
-      if (HasBrowser()) Browser().FlushDocuments();
+      if (Document() != nullptr && m_oDatabase != nullptr) OnCommand(lCommand);
   }
 }
 
@@ -86,13 +83,11 @@ void DataPage::CloseDetail() {
 
 bool DataPage::HandleOnClick(const std::string& sID) {
   if (IgnoresEvents()) return false;
-  bool bHandled = false;
-  Handle([&] {
+  bool bHandled = true;  // also when that fails
+  Enter([&] {
     if (sID == "btnFormClose") {
-      bHandled = true;
-      Command(CommandClose);
+      CarryOut(CommandClose);
     } else if (const auto lCommand = modCmdEnum::LinkedCommand(sID)) {
-      bHandled = true;
       Browser().RaiseCommand(*lCommand);
     } else {
       bHandled = OnClick(sID);
@@ -103,13 +98,12 @@ bool DataPage::HandleOnClick(const std::string& sID) {
 
 bool DataPage::HandleOnKeyDown(Long& lKeyCode, Element*) {
   if (IgnoresEvents() || (lKeyCode != KeyCode::Escape && lKeyCode != KeyCode::F5)) return false;
-  Handle([&] { Command(lKeyCode == KeyCode::Escape ? CommandClose : CommandRefresh); });
+  Enter([&] { CarryOut(lKeyCode == KeyCode::Escape ? CommandClose : CommandRefresh); });
   return true;
 }
 
 void DataPage::oCL_ItemClick(const ZELCmd3::CommandItem& oItem) {
-  if (IgnoresEvents()) return;
-  Handle([&] { Command(oItem.Key); });
+  if (!IgnoresEvents()) Command(oItem.Key);
 }
 
 void DataPage::SetText(std::string_view sID, std::string_view sText) { RequiredElement(sID).innerText(sText); }
@@ -140,6 +134,79 @@ void DataPage::FillLocale() {
   SetIfPresent("LocaleThousendGroupingSymbole", Browser().LocaleThousendGroupingSymbole());
 }
 
+std::string DataPage::SizeText(double dSize, Long lUnit) {
+  if (!m_oSize) {
+    m_oSize.emplace(Locale());
+    m_oSize->PageBytes(m_oDatabase->PageSize());
+  }
+  return m_oSize->NumberStr(dSize, lUnit, Browser().PreferredUnit() + 1, true);
+}
+
+std::shared_ptr<ZELCmd3::FCommandlist> DataPage::NewCommandlist() {
+  if (m_oCL == nullptr) return nullptr;
+  m_oCL->Reset(PageType());
+  m_oCL->Add(PageType(), {int{CommandClose}, "&Close", modPicture::Close});
+  return m_oCL;
+}
+
+void DataPage::Enter(const std::function<void()>& oTask) {
+  if (!HasBrowser()) return;  // a page that was cleaned up does nothing
+  const auto oSelf = shared_from_this();
+  MessagePump& oPump = Browser().Platform().MessagePump();
+  const bool bOuterActs = std::exchange(m_bActing, false);
+  Finally(
+      [&] {
+        try {
+          // The instance is asked nothing while one of its operations runs.
+          Pumping(Needs::Document, [&] { oPump.AwaitBackground(); });
+          Attempt(oTask);
+        } catch (const PageLeft&) {
+          // Who took the page away knows. No document will come any more that
+          // ends the action.
+          if (Document() == nullptr) EndReload();
+        }
+      },
+      [&] {
+        if (std::exchange(m_bActing, bOuterActs) && HasBrowser()) Browser().RaiseActionComplete(false);
+      });
+}
+
+bool DataPage::Attempt(const std::function<void()>& oPart) {
+  try {
+    oPart();
+    return true;
+  } catch (const WaitError&) {
+    throw;
+  } catch (const std::exception& oFailure) {
+    Report(oFailure);
+  }
+  return false;
+}
+
+void DataPage::Pumping(Needs eNeeds, const std::function<void()>& oWork) {
+  const auto oDocument = Document();
+  const auto oDatabase = m_oDatabase;
+  oWork();
+  const bool bHidden = oDocument != nullptr && Document() == nullptr;
+  const bool bReloaded = eNeeds == Needs::Document && Document() != oDocument;
+  if (!HasBrowser() || bHidden || bReloaded || m_oDatabase != oDatabase) throw PageLeft{};
+}
+
+void DataPage::Act(const std::function<void()>& oAction) {
+  clsHourglass::Scope oWait(Hourglass());
+  m_bActing = true;
+  Pumping(Needs::Page, [this] { Browser().RaiseActionBegin(); });
+  oAction();
+}
+
+void DataPage::AnnounceReload() {
+  Pumping(Needs::Page, [this] { BeginReload(); });
+}
+
+FrontBoxes DataPage::Boxes(Needs eNeeds) {
+  return {Browser(), Hourglass(), [this, eNeeds](const std::function<void()>& oWork) { Pumping(eNeeds, oWork); }};
+}
+
 void DataPage::ReportLastError() { ReportError(m_oDatabase->LastError()); }
 
 void DataPage::ReportError(const ZELLib3::Error& oError) {
@@ -148,83 +215,49 @@ void DataPage::ReportError(const ZELLib3::Error& oError) {
   });
 }
 
+void DataPage::Report(const std::exception& oFailure) {
+  if (const auto* pInstanceError = dynamic_cast<const ZELLib3::InstanceError*>(&oFailure)) {
+    ReportError(pInstanceError->ErrorObject());
+  } else {
+    ShowFailure([&](FrontBoxes& oBoxes) { modZELError::ShowError(oBoxes, oFailure, "Error"); });
+  }
+}
+
 void DataPage::ShowFailure(const std::function<void(FrontBoxes&)>& oShow) {
-  if (!HasBrowser()) return;  // cleaned up by what has just failed
-  const auto oDocument = Document();
-  FrontBoxes oBoxes = Boxes();
+  if (!HasBrowser()) throw PageLeft{};  // cleaned up by what has just failed
+  FrontBoxes oBoxes = Boxes(Needs::Document);
   oShow(oBoxes);
-  // A box pumps messages: the host may have hidden the page meanwhile, and
-  // whatever ran into the failure has nothing left to work on.
-  if (Document() != oDocument) throw PageLeft("The page " + Name() + " was left while an error was displayed");
 }
 
 DataPage::Busy::Busy(DataPage& oPage)
     : m_oPage(std::static_pointer_cast<DataPage>(oPage.shared_from_this())), m_oWait(oPage.Hourglass()) {
   ++oPage.m_lBusy;
-  try {
-    oPage.Browser().FlushDocuments();
-    oPage.Browser().Platform().MessagePump().Poll();
-    if (!oPage.HasBrowser()) throw PageLeft("The page " + oPage.Name() + " was left before it began to work");
-  } catch (...) {
-    oPage.m_lBusy -= 1;
-    throw;
-  }
 }
 
 DataPage::Busy::~Busy() { m_oPage->m_lBusy -= 1; }
 
 bool DataPage::Operate(const std::function<bool()>& oOperation) {
-  const Busy oBusy(*this);
+  MessagePump& oPump = Browser().Platform().MessagePump();
   bool bDone = false;
-  Browser().Platform().MessagePump().RunInBackground([&] { bDone = oOperation(); });
-  if (!HasBrowser()) throw PageLeft("The page " + Name() + " was left while the instance was at work");
+  const bool bRan = Attempt([&] {
+    const Busy oBusy(*this);
+    Browser().FlushDocuments();
+    Pumping(Needs::Page, [&] { oPump.Poll(); });  // lets the screen catch up
+    Pumping(Needs::Page, [&] { oPump.RunInBackground([&] { bDone = oOperation(); }); });
+  });
+  if (bRan && !bDone) ReportLastError();
   return bDone;
 }
 
-void DataPage::AwaitInstance() {
-  const auto oSelf = shared_from_this();
-  const auto oDocument = Document();
-  Browser().Platform().MessagePump().AwaitBackground();
-  if (Document() != oDocument) throw PageLeft("The page " + Name() + " was left while the instance was at work");
-}
-
-void DataPage::Handle(const std::function<void()>& oWork) {
-  try {
-    Guarded(oWork);
-  } catch (const PageLeft&) {
-    // Whoever took the page away knows.
-  }
-}
-
-bool DataPage::Guarded(const std::function<void()>& oWork) {
-  if (HasBrowser()) AwaitInstance();
-  try {
-    oWork();
-    return true;
-  } catch (const WaitError&) {
-    throw;
-  } catch (const ZELLib3::InstanceError& oError) {
-    ReportError(oError.ErrorObject());
-  } catch (const std::exception& oError) {
-    ShowFailure([&](FrontBoxes& oBoxes) { modZELError::ShowError(oBoxes, oError, "Error"); });
-  }
-  return false;
-}
-
-void DataPage::Act(const std::function<void()>& oAction) {
-  clsHourglass::Scope oWait(Hourglass());
-  Browser().RaiseActionBegin();
-  // What is done may clean the page up.
-  const auto Complete = [this] {
-    if (HasBrowser()) Browser().RaiseActionComplete(false);
-  };
-  try {
-    Guarded(oAction);
-  } catch (...) {
-    Complete();
-    throw;
-  }
-  Complete();
+void DataPage::Poll() {
+  Browser().FlushDocuments();
+  const bool bDropped = Browser().DropEvents(false);
+  Pumping(Needs::Document, [&] {
+    Finally([this] { Browser().Platform().MessagePump().Poll(); },
+            [&] {
+              if (HasBrowser()) Browser().DropEvents(bDropped);
+            });
+  });
 }
 
 const std::shared_ptr<clsHourglass>& DataPage::Hourglass() {

@@ -2,23 +2,29 @@
 
 namespace ZELWbr3 {
 
-MessageBox::Answer FrontBoxes::Show(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon) {
+void FrontBoxes::Open(const std::function<void()>& oShow) {
   m_oBrowser.FlushDocuments();
-  const clsHourglass::Pause oPause(m_oHourglass);
-  return m_oBrowser.Platform().MessageBox().Show(sText, sTitle, eButtons, eIcon);
+  m_oPumping([&] {
+    const clsHourglass::Pause oPause(m_oHourglass);
+    oShow();
+  });
+}
+
+MessageBox::Answer FrontBoxes::Show(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon) {
+  MessageBox::Answer eAnswer{};
+  Open([&] { eAnswer = m_oBrowser.Platform().MessageBox().Show(sText, sTitle, eButtons, eIcon); });
+  return eAnswer;
 }
 
 void FrontBoxes::ShowWithHelp(const std::string& sText, const std::string& sTitle, Icon eIcon,
                               const std::function<void()>& oHelp) {
-  m_oBrowser.FlushDocuments();
-  const clsHourglass::Pause oPause(m_oHourglass);
-  m_oBrowser.Platform().MessageBox().ShowWithHelp(sText, sTitle, eIcon, oHelp);
+  Open([&] { m_oBrowser.Platform().MessageBox().ShowWithHelp(sText, sTitle, eIcon, oHelp); });
 }
 
 Dialog::Answer FrontBoxes::Show(Dialog& oDialog) {
-  m_oBrowser.FlushDocuments();
-  const clsHourglass::Pause oPause(m_oHourglass);
-  return m_oBrowser.Platform().DialogBox().Show(oDialog);
+  Dialog::Answer eAnswer{};
+  Open([&] { eAnswer = m_oBrowser.Platform().DialogBox().Show(oDialog); });
+  return eAnswer;
 }
 
 }  // namespace ZELWbr3

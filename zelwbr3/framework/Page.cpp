@@ -35,7 +35,11 @@ void Page::DocumentComplete(const std::shared_ptr<ZELWbr3::Document>& oDocument)
     if (HasBrowser()) m_oBrowser->Platform().Trace("Filling the page " + Name() + " failed: " + oError.what());
   }
   if (HasBrowser()) m_oBrowser->NotifyPageComplete(shared_from_this());
-  // The host's handler may have cleaned the page up.
+  EndReload();
+}
+
+void Page::EndReload() {
+  // The host may have cleaned the page up.
   if (std::exchange(m_bActionPending, false) && HasBrowser()) m_oBrowser->RaiseActionComplete(false);
 }
 

@@ -64,6 +64,8 @@ class Page : public std::enable_shared_from_this<Page> {
   /// Announces an action that ends with the reload of the document: begins it
   /// and remembers to report its end.
   void BeginReload();
+  /// Reports the end of such an action, if one is pending.
+  void EndReload();
 
  private:
   friend class PageSite;

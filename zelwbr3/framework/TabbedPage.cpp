@@ -1,5 +1,7 @@
 #include "zelwbr3/framework/TabbedPage.h"
 
+#include "zelwbr3/base/Finally.h"
+
 namespace ZELWbr3 {
 
 void TabbedPage::Hide() {
@@ -14,14 +16,15 @@ void TabbedPage::CleanUp() {
 
 void TabbedPage::FillContent() {
   m_oTabs.Init(Document(), Name());
-  WithTabsDisabled([this] { FillTabs(); });
-  if (m_oTabs.IsSelectable(m_lChosenTab)) m_oTabs.Select(m_lChosenTab);
+  Finally([this] { WithTabsDisabled([this] { FillTabs(); }); },
+          [this] {
+            if (m_oTabs.IsSelectable(m_lChosenTab)) m_oTabs.Select(m_lChosenTab);
+          });
 }
 
 void TabbedPage::WithTabsDisabled(const std::function<void()>& oWork) {
   m_oTabs.Enabled(false);
-  Guarded(oWork);
-  m_oTabs.Enabled(true);
+  Finally(oWork, [this] { m_oTabs.Enabled(true); });
 }
 
 bool TabbedPage::OnClick(const std::string& sID) {

@@ -21,7 +21,7 @@ class TabbedPage : public DataPage {
   clsTabStrip& Tabs() { return m_oTabs; }
   /// The tab chosen last.
   Long ChosenTab() const { return m_lChosenTab; }
-  /// Runs something, its failures reported, with the tab strip disabled.
+  /// Runs something with the tab strip disabled.
   void WithTabsDisabled(const std::function<void()>& oWork);
 
  private:

@@ -54,7 +54,7 @@ void FillParamCell(Element& oCell, std::string_view sName, Long lGroup) {
   oCell.id("PARAM" + sTrimmed);
 }
 
-bool Behind(std::string_view sPrefix, std::string_view sID, std::string& sRest) {
+bool AfterPrefix(std::string_view sPrefix, std::string_view sID, std::string& sRest) {
   if (!sID.starts_with(sPrefix)) return false;
   sRest = sID.substr(sPrefix.size());
   return true;

@@ -34,8 +34,8 @@ float Percentage(float fWhole, float fPart);
 void FillParamCell(Element& oCell, const ZELLib3::Parameter& oParameter);
 void FillParamCell(Element& oCell, std::string_view sName, Long lGroup);
 
-/// What an id says behind a prefix, such as the name in "PARAM" + name; false
+/// What an id says after a prefix, such as the name in "PARAM" + name; false
 /// when it does not begin with it.
-bool Behind(std::string_view sPrefix, std::string_view sID, std::string& sRest);
+bool AfterPrefix(std::string_view sPrefix, std::string_view sID, std::string& sRest);
 
 }  // namespace ZELWbr3::modCells

@@ -1,25 +1,28 @@
 #include "zelwbr3/framework/modCheckCommands.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
+
 namespace ZELWbr3::modCheckCommands {
 
 namespace {
 
 bool IsAtLeast(ZELLib3::Database& oDatabase, int lNumber) {
-  return oDatabase.Version()->Release() >= 0x07060000 && oDatabase.Version()->Number() >= lNumber;
+  return oDatabase.Version()->Release() >= ZELLib3::Kernel::V76 && oDatabase.Version()->Number() >= lNumber;
 }
 
 }  // namespace
 
 bool CheckAutoExtend(const std::shared_ptr<ZELLib3::Database>& oDatabase) {
-  return oDatabase != nullptr && IsAtLeast(*oDatabase, 0x0706000A);
+  return oDatabase != nullptr && IsAtLeast(*oDatabase, ZELLib3::Kernel::V76Automatic);
 }
 
 bool CheckAutoUpdateStatistics(const std::shared_ptr<ZELLib3::Database>& oDatabase) {
-  return oDatabase != nullptr && IsAtLeast(*oDatabase, 0x0706000A);
+  return oDatabase != nullptr && IsAtLeast(*oDatabase, ZELLib3::Kernel::V76Automatic);
 }
 
 bool CheckOnlineFeature(const std::shared_ptr<ZELLib3::Database>& oDatabase) {
-  return oDatabase != nullptr && oDatabase->StateInfo()->Status() == 5 && IsAtLeast(*oDatabase, 0x0706000C);
+  return oDatabase != nullptr && oDatabase->StateInfo()->Status() == ZELLib3::Status::Online &&
+         IsAtLeast(*oDatabase, ZELLib3::Kernel::V76OnlineParameters);
 }
 
 }  // namespace ZELWbr3::modCheckCommands

@@ -1,5 +1,6 @@
 #include "zelwbr3/framework/modTopWarning.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/framework/modCmdEnum.h"
 
 namespace ZELWbr3::modTopWarning {
@@ -8,7 +9,8 @@ void Show(ZELHTMLForm& oForm, ZELLib3::Database& oDatabase) {
   using modCmdEnum::CommandLink;
   const auto oState = oDatabase.StateInfo();
   const Long lStatus = oState->Status();
-  const bool bRunning = lStatus == 3 || lStatus == 4 || lStatus == 5;
+  const bool bRunning = lStatus == ZELLib3::Status::Admin || lStatus == ZELLib3::Status::AdminToOnline ||
+                        lStatus == ZELLib3::Status::Online;
   if (!bRunning || !oState->AnyAreaFull()) {
     oForm.HideTopWarning();
   } else if (oState->DataFull()) {

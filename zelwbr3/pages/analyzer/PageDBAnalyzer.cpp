@@ -1,6 +1,8 @@
 #include "zelwbr3/pages/analyzer/PageDBAnalyzer.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Calendar.h"
+#include "zelwbr3/base/Finally.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"
@@ -14,11 +16,8 @@ namespace ZELWbr3 {
 
 namespace {
 
-// States of the analyzer.
-constexpr int None = 0;
-constexpr int Started = 1;
-constexpr int Stopped = 2;
-/// Stands for whatever is no known state; also where there is no analyzer.
+using namespace ZELLib3::AnalyzerState;
+/// Any code that is none of the states; also where there is no analyzer.
 constexpr int Unknown = -1;
 
 Long StateOf(const ZELLib3::Analyzer* oAnalyzer) { return oAnalyzer == nullptr ? Long(Unknown) : oAnalyzer->State(); }
@@ -47,43 +46,39 @@ void PageDBAnalyzer::OnCommand(Long lCommand) {
       oAction = &PageDBAnalyzer::DeleteProtocols;
       break;
   }
-  if (oAction == nullptr || Database() == nullptr) return;
+  if (oAction == nullptr) return;
 
   Act([&] {
     EnableItems(false, false, false);
-    bool bChanged = false;
     const Busy oBusy(*this);
-    Guarded([&] {
-      const auto oAnalyzer = Database()->Analyzer();
-      if (oAnalyzer == nullptr) throw std::runtime_error("The database analyzer is unknown");
-      if (!(this->*oAction)(*oAnalyzer) || Document() == nullptr) return;
-      bChanged = true;
-      FillContent();  // enables the items, too
-    });
-    if (!bChanged) EnableItems();
+    bool bChanged = false;
+    Finally(
+        [&] {
+          const auto oAnalyzer = Database()->Analyzer();
+          if (oAnalyzer == nullptr) throw std::runtime_error("The database analyzer is unknown");
+          bChanged = (this->*oAction)(*oAnalyzer);
+          if (bChanged) FillContent();  // enables the items, too
+        },
+        [&] {
+          if (!bChanged) EnableItems();
+        });
   });
 }
 
 bool PageDBAnalyzer::Start(ZELLib3::Analyzer& oAnalyzer) {
   FrontBoxes oBoxes = Boxes();
   const auto oOptions = frmDBAnalyzerStart(oBoxes).StartIt();
-  return oOptions && Done(Operate([&] { return oAnalyzer.Start(*oOptions); }));
+  return oOptions && Operate([&] { return oAnalyzer.Start(*oOptions); });
 }
 
 bool PageDBAnalyzer::Stop(ZELLib3::Analyzer& oAnalyzer) {
-  return Done(Operate([&] { return oAnalyzer.Stop(); }));
+  return Operate([&] { return oAnalyzer.Stop(); });
 }
 
 bool PageDBAnalyzer::DeleteProtocols(ZELLib3::Analyzer& oAnalyzer) {
   FrontBoxes oBoxes = Boxes();
   const auto dUntil = frmDBAnalyzerDelete(oBoxes).DeleteProtSets();
-  return dUntil && Done(Operate([&] { return oAnalyzer.DeleteProtocols(Calendar::CompactDay(*dUntil)); }));
-}
-
-bool PageDBAnalyzer::Done(bool bDone) {
-  // Without an instance the page was hidden while the user was asked.
-  if (!bDone && Database() != nullptr) ReportLastError();
-  return bDone;
+  return dUntil && Operate([&] { return oAnalyzer.DeleteProtocols(Calendar::CompactDay(*dUntil)); });
 }
 
 void PageDBAnalyzer::AddItems() {

@@ -34,8 +34,6 @@ class PageDBAnalyzer : public DataPage {
   bool Start(ZELLib3::Analyzer& oAnalyzer);
   bool Stop(ZELLib3::Analyzer& oAnalyzer);
   bool DeleteProtocols(ZELLib3::Analyzer& oAnalyzer);
-  /// What an operation answered, with the error display when that is false.
-  bool Done(bool bDone);
 
   void AddItems();
   /// Enables the items that the analyzer's state allows.

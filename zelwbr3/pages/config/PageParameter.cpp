@@ -3,7 +3,6 @@
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modCheckCommands.h"
 #include "zelwbr3/framework/modElement.h"
-#include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/pages/config/ParameterChange.h"
 
 #include <array>
@@ -40,7 +39,7 @@ void PageParameter::CleanUp() {
 }
 
 void PageParameter::FillContent() {
-  FillCommandlist();
+  NewCommandlist();
   if (m_oParameter == nullptr) throw std::logic_error("The page Parameter has no parameter to show");
   if (!m_oParameter->Exists()) return ReportLastError();
 
@@ -58,13 +57,6 @@ void PageParameter::FillContent() {
   FillHistory();
 }
 
-void PageParameter::FillCommandlist() {
-  const auto oCommandlist = Commandlist();
-  if (oCommandlist == nullptr) return;
-  oCommandlist->Reset(PageType());
-  oCommandlist->Add(PageType(), {int{CommandClose}, "&Close", modPicture::Close});
-}
-
 std::string PageParameter::NewValue() const {
   return modCheckCommands::CheckOnlineFeature(Database()) ? m_oParameter->NewValueOnline() : m_oParameter->NewValue();
 }
@@ -78,7 +70,7 @@ void PageParameter::FillHistory() {
 
 bool PageParameter::OnClick(const std::string& sID) {
   if (sID != "btnClose") return false;
-  Command(CommandClose);
+  CarryOut(CommandClose);
   return true;
 }
 

@@ -27,7 +27,6 @@ class PageParameter : public DataPage {
   bool OnClick(const std::string& sID) override;
 
  private:
-  void FillCommandlist();
   void FillHistory();
   /// The value that the parameter is going to have.
   std::string NewValue() const;

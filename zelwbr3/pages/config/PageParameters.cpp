@@ -114,16 +114,16 @@ bool PageParameters::OnClick(const std::string& sID) {
   const bool bTab = TabbedPage::OnClick(sID);
   for (int iTab = 0; iTab < static_cast<int>(m_filled.size()); ++iTab) {
     if (sID != "tbsTab" + std::to_string(iTab) + Name()) continue;
-    Command(CommandFillTab + iTab);
+    CarryOut(CommandFillTab + iTab);
     return true;
   }
-  if (modCells::Behind("PARAM", sID, m_sParameter)) {
-    Command(CommandOpenParameter);
+  if (m_oParameterLink.IsClicked(sID)) {
+    CarryOut(CommandOpenParameter);
     return true;
   }
-  if (modCells::Behind("PHIST", sID, m_sParameter)) {
+  if (modCells::AfterPrefix("PHIST", sID, m_sParameter)) {
     m_oRow = Document()->activeElement()->parentElement();
-    Command(CommandToggleHistory);
+    CarryOut(CommandToggleHistory);
     return true;
   }
   return bTab;
@@ -131,16 +131,12 @@ bool PageParameters::OnClick(const std::string& sID) {
 
 void PageParameters::OnCommand(Long lCommand) {
   if (lCommand == CommandOpenParameter) {
-    Act([this] { OpenParameter(); });
+    Act([this] { m_oParameterLink.Open(Browser(), Database()); });
   } else if (lCommand == CommandToggleHistory) {
     Act([this] { ToggleHistory(); });
   } else if (lCommand >= CommandFillTab && lCommand <= CommandFillTab + static_cast<int>(TabHistory)) {
     Act([this, lCommand] { WithTabsDisabled([this, lCommand] { FillTab(lCommand - CommandFillTab); }); });
   }
-}
-
-void PageParameters::OpenParameter() {
-  Browser().ShowParameter(Database(), Database()->Parameters()->Item(m_sParameter));
 }
 
 void PageParameters::ToggleHistory() {

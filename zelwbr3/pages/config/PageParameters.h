@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/framework/PageType.h"
+#include "zelwbr3/framework/ParameterLink.h"
 #include "zelwbr3/framework/TabbedPage.h"
 
 #include <array>
@@ -37,7 +38,6 @@ class PageParameters : public TabbedPage {
   void FillGroup(std::size_t iGroup);
   void FillHistory();
 
-  void OpenParameter();
   /// Shows or hides the history below the row clicked last.
   void ToggleHistory();
   /// Adds the history, hidden. False when the parameter does not exist.
@@ -47,7 +47,8 @@ class PageParameters : public TabbedPage {
 
   static constexpr std::size_t TabHistory = 3;
   std::array<bool, TabHistory + 1> m_filled{};
-  /// The parameter and, for its history, the row clicked last.
+  ParameterLink m_oParameterLink;
+  /// The parameter whose history was clicked last, and its row.
   std::string m_sParameter;
   Element* m_oRow = nullptr;
 };

@@ -73,7 +73,7 @@ bool PageHistory::OnClick(const std::string& sID) {
   const auto lIndex = ListLink::Index(sID);
   if (!lIndex) return BlockPage::OnClick(sID);
   m_lIndex = *lIndex;
-  Command(CommandOpen);
+  CarryOut(CommandOpen);
   return true;
 }
 

@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/main/MainDetails.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/framework/modCheckCommands.h"
 #include "zelwbr3/framework/modFormat.h"
 
@@ -7,20 +8,17 @@ namespace ZELWbr3::MainDetails {
 
 namespace {
 
-constexpr int Version73 = 0x07030000;
-constexpr int Version74 = 0x07040000;
-
 std::string OnOffText(bool bOn) { return bOn ? "On" : "Off"; }
 
 std::string YesNoText(bool bYes) { return bYes ? "Yes" : "No"; }
 
 std::string SwitchText(Long lSwitch) {
   switch (lSwitch) {
-    case 0:
+    case ZELLib3::Switch::Unknown:
       return "Unknown";
-    case 1:
+    case ZELLib3::Switch::Off:
       return "Off";
-    case 2:
+    case ZELLib3::Switch::On:
       return "On";
     default:
       return {};
@@ -29,26 +27,28 @@ std::string SwitchText(Long lSwitch) {
 
 std::string AnalyzerText(const Facts& o) {
   const auto oAnalyzer = o.Database->Analyzer();
-  return oAnalyzer == nullptr ? "Unknown" : OnOffText(oAnalyzer->State() == 1);
+  return oAnalyzer == nullptr ? "Unknown" : OnOffText(oAnalyzer->State() == ZELLib3::AnalyzerState::Started);
 }
 
 // Conditions that several rows share.
 
 bool Info(const Facts& o) { return o.State()->InfoAvailable(); }
 
-bool HasObjectStore(const Facts& o) { return o.Database->InstanceType() == 1; }
+bool HasObjectStore(const Facts& o) { return o.Database->InstanceType() == ZELLib3::InstanceType::ObjectStore; }
 
 bool HasSnapshot(const Facts& o) { return o.Database->Snapshot()->Exists(); }
 
-bool LogFullShown(const Facts& o) { return Info(o) && o.IsAtLeast(Version73) && o.State()->LogFull(); }
+bool LogFullShown(const Facts& o) { return Info(o) && o.IsAtLeast(ZELLib3::Kernel::V73) && o.State()->LogFull(); }
 
-bool BadVolumesShown(const Facts& o) { return Info(o) && o.State()->BadVolumes() >= 1 && !o.IsAtLeast(Version74); }
+bool BadVolumesShown(const Facts& o) {
+  return Info(o) && o.State()->BadVolumes() >= 1 && !o.IsAtLeast(ZELLib3::Kernel::V74);
+}
 
 bool BadIndexesShown(const Facts& o) { return Info(o) && o.State()->BadIndexes() >= 1; }
 
 bool HistoryLostShown(const Facts& o) {
-  return Info(o) && o.State()->HistoryLost() && o.Database->LogSettings()->AutoOverwrite() != 2 &&
-         o.Database->LogSettings()->WriteOff() != 2;
+  return Info(o) && o.State()->HistoryLost() && o.Database->LogSettings()->AutoOverwrite() != ZELLib3::Switch::On &&
+         o.Database->LogSettings()->WriteOff() != ZELLib3::Switch::On;
 }
 
 bool DataFullShown(const Facts& o) { return o.State()->DataFull(); }
@@ -84,7 +84,7 @@ const Detail Details[] = {
     {"General.OMSMemAna.Val", Info, [](const Facts& o) { return OnOffText(o.State()->OMSMemAna()); }},
     {"General.DBTrace.Row", Info},
     {"General.DBTrace.Val", Info, [](const Facts& o) { return OnOffText(o.State()->DBTrace()); }},
-    {"General.DBAnalyzer.Row", [](const Facts& o) { return Info(o) && o.IsAtLeast(Version74); }},
+    {"General.DBAnalyzer.Row", [](const Facts& o) { return Info(o) && o.IsAtLeast(ZELLib3::Kernel::V74); }},
     {"General.DBAnalyzer.Val", Info, AnalyzerText},
     {"General.AutoExtend.Row", [](const Facts& o) { return modCheckCommands::CheckAutoExtend(o.Database); }},
     {"General.AutoExtend.Val", Info, [](const Facts& o) { return OnOffText(o.State()->AutoExtend()); }},

@@ -1,5 +1,7 @@
 #include "zelwbr3/pages/main/PageMain.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/base/Finally.h"
 #include "zelwbr3/dom/EmbeddedObject.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"
@@ -16,7 +18,6 @@ using modElement::ShowElement;
 
 namespace {
 
-constexpr int Version72 = 0x07020000;
 constexpr int White = 0xFFFFFF;
 
 /// What is left of a total; throws when more is used than there is.
@@ -40,17 +41,7 @@ const Integer NoValue = -1;
 
 }  // namespace
 
-void PageMain::CleanUp() {
-  m_oImgInstance = nullptr;
-  m_oSize.reset();
-  DataPage::CleanUp();
-}
-
 void PageMain::FillContent() {
-  m_oImgInstance = &RequiredElement("imgInstance");
-  if (!m_oSize) m_oSize.emplace(Locale());
-  m_oSize->PageBytes(Database()->PageSize());
-
   if (const auto oCommandlist = Commandlist()) StateCommands::FillCommandlist(*oCommandlist, PageType(), *Database());
   FillPicture();
   FillNameAndState();
@@ -63,19 +54,11 @@ void PageMain::FillContent() {
 }
 
 void PageMain::OnCommand(Long lCommand) {
-  const auto oDatabase = Database();
-  if (oDatabase == nullptr) return;
   FrontBoxes oBoxes = Boxes();
-  const auto oDecision = StateCommands::Ask(lCommand, *oDatabase, oBoxes, Locale(),
+  const auto oDecision = StateCommands::Ask(lCommand, *Database(), oBoxes, Locale(),
                                             [this](const auto& oOperation) { return Operate(oOperation); });
-  // While the user was asked the page may have been hidden or cleaned up.
-  if (Document() == nullptr || Database() != oDatabase) return;
-
-  using Kind = StateCommands::Decision::Kind;
-  if (oDecision.What == Kind::Confirmed) {
+  if (oDecision.Operation) {
     ChangeState(oDecision.Operation);
-  } else if (oDecision.What == Kind::Failed) {
-    ReportLastError();
   } else if (oDecision.InstanceChanged) {
     Browser().Refresh(WebBrowser());
   }
@@ -83,31 +66,33 @@ void PageMain::OnCommand(Long lCommand) {
 
 void PageMain::ChangeState(const std::function<bool(ZELLib3::Database&)>& oOperation) {
   const auto oDatabase = Database();
-  BeginReload();
-  // The host has just been called: the document may be gone.
-  if (Document() != nullptr) RequiredElement("imgInstance").object().Property("Wait", true);
-  Guarded([&] {
-    if (!Operate([&] { return oOperation(*oDatabase); })) ReportError(oDatabase->LastError());
-  });
-  if (HasBrowser()) Browser().Refresh(WebBrowser());
+  AnnounceReload();
+  Finally(
+      [&] {
+        RequiredElement("imgInstance").object().Property("Wait", true);
+        Operate([&] { return oOperation(*oDatabase); });
+      },
+      [this] {
+        if (Document() != nullptr) Browser().Refresh(WebBrowser());
+      });
 }
 
 void PageMain::FillPicture() {
   const auto PictureState = [this] {
     if (!Database()->Connected()) return 1;
     switch (State()->Status()) {
-      case 2:
+      case ZELLib3::Status::Offline:
         return 3;
-      case 3:
-      case 4:
+      case ZELLib3::Status::Admin:
+      case ZELLib3::Status::AdminToOnline:
         return 4;
-      case 5:
+      case ZELLib3::Status::Online:
         return 5;
       default:
         return 2;
     }
   };
-  EmbeddedObject oPicture = m_oImgInstance->object();
+  EmbeddedObject oPicture = RequiredElement("imgInstance").object();
   oPicture.Property("BackColor", White);
   oPicture.Property("InstanceType", Database()->InstanceType());
   oPicture.Property("State", PictureState());
@@ -146,24 +131,25 @@ void PageMain::FillBars() {
 }
 
 void PageMain::FillTexts() {
-  const bool bShowsFree = IsAtLeast(Version72);
+  const bool bShowsFree = IsAtLeast(ZELLib3::Kernel::V72);
 
   SetText("txtData", AreaText(State()->DataFull(), "Data Area Full", [&] {
             const Long lTotal = State()->DataTotal();
             const Long lUsed = State()->DataUsed();
-            std::string sText = "Total: " + Size(lTotal) + " Perm: " + Size(State()->DataPerm()) +
-                                " Temp: " + Size(State()->DataTemp()) + " Used: " + Size(lUsed) + " ";
-            if (bShowsFree) sText += "Free: " + Size(Free(lTotal, lUsed, "pages of the data area")) + " ";
+            std::string sText = "Total: " + SizeText(lTotal) + " Perm: " + SizeText(State()->DataPerm()) +
+                                " Temp: " + SizeText(State()->DataTemp()) + " Used: " + SizeText(lUsed) + " ";
+            if (bShowsFree) sText += "Free: " + SizeText(Free(lTotal, lUsed, "pages of the data area")) + " ";
             return sText;
           }));
 
   SetText("txtLog", AreaText(State()->LogFull(), "Log Area Full", [&] {
             const auto oSettings = Database()->LogSettings();
-            if (oSettings->WriteOff() == 2 || oSettings->AutoOverwrite() == 2) return std::string();
+            if (oSettings->WriteOff() == ZELLib3::Switch::On || oSettings->AutoOverwrite() == ZELLib3::Switch::On)
+              return std::string();
             const Long lTotal = State()->LogTotal();
             const Long lUsed = State()->LogUsed();
-            std::string sText = "Total: " + Size(lTotal) + " Used: " + Size(lUsed) + " ";
-            if (bShowsFree) sText += "Free: " + Size(Free(lTotal, lUsed, "pages of the log area")) + " ";
+            std::string sText = "Total: " + SizeText(lTotal) + " Used: " + SizeText(lUsed) + " ";
+            if (bShowsFree) sText += "Free: " + SizeText(Free(lTotal, lUsed, "pages of the log area")) + " ";
             return sText;
           }));
 
@@ -189,20 +175,20 @@ void PageMain::FillLogRows() {
   Element& oLog = RequiredElement("State.Log.Row");
   Element& oOverwrite = RequiredElement("State.LogAutoOwerwrite.Row");
   Element& oWriteOff = RequiredElement("State.LogWriteOff.Row");
-  if (Database()->LogSettings()->WriteOff() == 2) {
+  if (Database()->LogSettings()->WriteOff() == ZELLib3::Switch::On) {
     // The row that says so stays as the page file has it.
     ShowElement(&oLog, false);
     ShowElement(&oOverwrite, false);
     return;
   }
-  const bool bOverwrite = Database()->LogSettings()->AutoOverwrite() == 2;
+  const bool bOverwrite = Database()->LogSettings()->AutoOverwrite() == ZELLib3::Switch::On;
   ShowElement(&oLog, !bOverwrite);
   ShowElement(&oOverwrite, bOverwrite);
   ShowElement(&oWriteOff, false);
 }
 
 void PageMain::FillDetails() {
-  const MainDetails::Facts oFacts{Database(), Locale(), [this](Long lPages) { return Size(lPages); }};
+  const MainDetails::Facts oFacts{Database(), Locale(), [this](Long lPages) { return SizeText(lPages); }};
   for (const MainDetails::Detail& oDetail : MainDetails::All) {
     Element& oElement = RequiredElement(oDetail.ID);
     const bool bHolds = oDetail.Condition(oFacts);
@@ -221,11 +207,7 @@ void PageMain::FillHotStandby() {
 
 bool PageMain::AreasOpen() const {
   const Long lStatus = State()->Status();
-  return lStatus == 4 || lStatus == 5;
-}
-
-std::string PageMain::Size(Long lPages) {
-  return m_oSize->NumberStr(lPages, clsSize::Pages, Browser().PreferredUnit() + 1, true);
+  return lStatus == ZELLib3::Status::AdminToOnline || lStatus == ZELLib3::Status::Online;
 }
 
 }  // namespace ZELWbr3

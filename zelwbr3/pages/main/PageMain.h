@@ -2,9 +2,9 @@
 
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/PageType.h"
-#include "zelwbr3/framework/clsSize.h"
 
-#include <optional>
+#include <functional>
+#include <memory>
 #include <string>
 
 namespace ZELWbr3 {
@@ -19,8 +19,6 @@ class PageMain : public DataPage {
   std::string Name() const override { return "Main"; }
   Long PageType() const override { return Type; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserMain; }
-
-  void CleanUp() override;
 
  protected:
   void FillContent() override;
@@ -46,11 +44,6 @@ class PageMain : public DataPage {
   bool AreasOpen() const;
   bool IsAtLeast(int lVersion) const { return Database()->Version()->Number() >= lVersion; }
   std::string AreaText(bool bFull, const std::string& sFullText, const std::function<std::string()>& oSizes) const;
-  /// A number of pages in the unit that the host prefers.
-  std::string Size(Long lPages);
-
-  Element* m_oImgInstance = nullptr;
-  std::optional<clsSize> m_oSize;
 };
 
 }  // namespace ZELWbr3

@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/main/StateCommands.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/pages/main/frmOnlineUntil.h"
@@ -39,18 +40,16 @@ bool IsLocked(ZELLib3::Database& oDatabase) {
 using Operation = bool (ZELLib3::Database::*)();
 
 Decision Confirmed(Operation oOperation) {
-  return {Decision::Kind::Confirmed, [oOperation](ZELLib3::Database& oDatabase) { return (oDatabase.*oOperation)(); }};
+  return {[oOperation](ZELLib3::Database& oDatabase) { return (oDatabase.*oOperation)(); }};
 }
 
 bool IsYes(MessageBox::Answer eAnswer) { return eAnswer == MessageBox::Answer::Yes; }
 
-/// Kernels from this version on can only be shut down in one way, and so can
-/// instances with an object store.
-constexpr int Version74 = 0x07040000;
-
 Decision AskShutdown(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes) {
   const std::string sName = oDatabase.InstanceName();
-  if (oDatabase.Version()->Number() >= Version74 || oDatabase.InstanceType() == 1) {
+  // These can only be shut down in one way.
+  if (oDatabase.Version()->Number() >= ZELLib3::Kernel::V74 ||
+      oDatabase.InstanceType() == ZELLib3::InstanceType::ObjectStore) {
     const auto eAnswer =
         oBoxes.Show("Are you sure you want to shut down the database instance '" + sName + "'?",
                     "Confirm Database Shut Down", MessageBox::Buttons::YesNo, MessageBox::Icon::Question);
@@ -70,7 +69,7 @@ Decision AskOffline(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const Oper
                       "Choose 'OK' to turn automatic log backup off and continue with shut down.",
                   "Confirm Automatic Log Backup Off", MessageBox::Buttons::OKCancel, MessageBox::Icon::Exclamation);
   if (eAnswer != MessageBox::Answer::OK) return {};
-  if (!oOperate([&] { return oDatabase.AutoLogOff(); })) return {Decision::Kind::Failed};
+  if (!oOperate([&] { return oDatabase.AutoLogOff(); })) return {};
   Decision oDecision = AskShutdown(oDatabase, oBoxes);
   oDecision.InstanceChanged = true;
   return oDecision;
@@ -85,8 +84,7 @@ Decision AskRestartUntil(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const
                       modFormat::GeneralDate(*dUntil, oLocale) + "?\n\nData after the specified time will be lost.",
                   "Confirm Restart Until", MessageBox::Buttons::YesNo, MessageBox::Icon::Exclamation);
   if (!IsYes(eAnswer)) return {};
-  return {Decision::Kind::Confirmed,
-          [dUntil = *dUntil](ZELLib3::Database& oInstance) { return oInstance.RestartUntil(dUntil); }};
+  return {[dUntil = *dUntil](ZELLib3::Database& oInstance) { return oInstance.RestartUntil(dUntil); }};
 }
 
 }  // namespace

@@ -23,20 +23,15 @@ void FillCommandlist(ZELCmd3::FCommandlist& oCommandlist, Long lPageType, ZELLib
 
 /// What came out of asking.
 struct Decision {
-  enum class Kind {
-    Declined,   ///< nothing is to be done
-    Failed,     ///< something that has to go before failed; the instance's last error says why
-    Confirmed,  ///< Operation is to be carried out
-  };
-
-  Kind What = Kind::Declined;
-  /// The instance's operation; false when it failed.
+  /// The operation of the instance that is to be carried out; empty when there
+  /// is none.
   std::function<bool(ZELLib3::Database&)> Operation = {};
   /// The instance is no longer as the page shows it, whatever was decided.
   bool InstanceChanged = false;
 };
 
-/// Carries out an operation that may take long, and answers as it does.
+/// Carries out an operation that may take long, and answers as it does. A
+/// failure has been shown by then.
 using Operator = std::function<bool(const std::function<bool()>& oOperation)>;
 
 /// Asks what has to be asked before the command with that key, which is

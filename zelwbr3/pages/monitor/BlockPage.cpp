@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/monitor/BlockPage.h"
 
+#include "zelwbr3/base/Finally.h"
 #include "zelwbr3/framework/KeyCode.h"
 #include "zelwbr3/framework/modPicture.h"
 
@@ -52,24 +53,26 @@ void BlockPage::FillContent() {
   if (oSource == nullptr) throw std::logic_error("The page " + Name() + " has nothing to show");
   FillHead();
   ShowRowCount(0);
-  if (oSource->Open()) {
-    BeginTable();
-    m_bOpen = true;
-    if (!oSource->IsEmpty()) ShowBlock();
-  } else {
-    ReportLastError();
-  }
-  UpdateCommands();
+  Finally(
+      [&] {
+        if (!oSource->Open()) return ReportLastError();
+        BeginTable();
+        m_bOpen = true;
+        if (!oSource->IsEmpty()) ShowBlock();
+      },
+      [&] {
+        if (Source() == oSource) UpdateCommands();
+      });
 }
 
 bool BlockPage::OnClick(const std::string& sID) {
   if (sID == "btnClose") {
-    Command(CommandClose);
+    CarryOut(CommandClose);
     return true;
   }
   for (const ReadingCommand& oCommand : ReadingCommands) {
     if (sID != oCommand.sButton) continue;
-    if (RequiredElement(sID).className() == EnabledClass) Command(oCommand.iCommand);
+    if (RequiredElement(sID).className() == EnabledClass) CarryOut(oCommand.iCommand);
     return true;
   }
   return false;
@@ -99,80 +102,66 @@ void BlockPage::OnCommand(Long lCommand) {
 }
 
 void BlockPage::Read(bool bAll) {
-  if (!m_bOpen) return;  // the host has taken the page away at the announcement
-  const auto oSelf = shared_from_this();
   const auto oReading = m_oReading = std::make_shared<Reading>();
   UpdateCommands();
-  try {
-    Guarded([&] {
-      if (bAll) {
-        ReadAll(oReading);
-      } else {
-        ReadBlock(*Source());
-      }
-    });
-  } catch (...) {
-    if (m_oReading == oReading) m_oReading.reset();
-    throw;
-  }
-  if (m_oReading != oReading) return;
-  m_oReading.reset();
-  Source()->Pause();
-  UpdateCommands();
+  Finally(
+      [&] {
+        if (bAll) {
+          ReadAll(*oReading);
+        } else {
+          ReadBlock(*Source());
+        }
+      },
+      [&] {
+        if (m_oReading != oReading) return;  // forgotten together with its document
+        m_oReading.reset();
+        Source()->Pause();
+        UpdateCommands();
+      });
 }
 
-void BlockPage::ReadAll(const std::shared_ptr<Reading>& oReading) {
+void BlockPage::ReadAll(const Reading& oReading) {
   const auto oSource = Source();
   const bool bInFront = Browser().IsInFront(WebBrowser());
 
-  while (m_oReading == oReading && oSource->HasMore()) {
+  while (oSource->HasMore()) {
     const Long lRows = oSource->RowCount();
     if (!ReadBlock(*oSource)) return;
     if (oSource->RowCount() == lRows) {
       throw std::runtime_error("The instance has more rows than the " + std::to_string(lRows) +
                                " shown, but delivers none");
     }
-    Pump();
-    if (m_oReading != oReading || oReading->bStopped || IgnoresEvents()) return;
+    Poll();
+    if (m_oReading.get() != &oReading || oReading.bStopped || IgnoresEvents()) return;
     if (bInFront && !Browser().IsInFront(WebBrowser())) return;
   }
 }
 
-void BlockPage::Pump() {
-  Browser().FlushDocuments();
-  const bool bDropped = Browser().DropEvents(false);
-  Browser().Platform().MessagePump().Poll();
-  if (HasBrowser()) Browser().DropEvents(bDropped);
-}
-
 bool BlockPage::ReadBlock(ZELLib3::BlockSource& oSource) {
-  if (!oSource.ReadMore()) {
+  const bool bRead = oSource.ReadMore();
+  if (bRead) {
+    ShowBlock();
+  } else {
     ReportLastError();
-    return false;
   }
-  return ShowBlock();
+  return bRead;
 }
 
-bool BlockPage::ShowBlock() {
-  const bool bShown = Guarded([this] { AddBlock(); });
-  if (m_bOpen) ShowRowCount(Source()->RowCount());
-  return bShown;
+void BlockPage::ShowBlock() {
+  Finally([this] { AddBlock(); }, [this] { ShowRowCount(Source()->RowCount()); });
 }
 
 void BlockPage::ShowRowCount(Long lRows) { SetText("txtFormFooter", "Rows: " + std::to_string(lRows)); }
 
 void BlockPage::FillCommandlist() {
-  const auto oCommandlist = Commandlist();
+  const auto oCommandlist = NewCommandlist();
   if (oCommandlist == nullptr) return;
-  oCommandlist->Reset(PageType());
-  oCommandlist->Add(PageType(), {int{CommandClose}, "&Close", modPicture::Close});
   for (const ReadingCommand& oCommand : ReadingCommands) {
     oCommandlist->Add(PageType(), {oCommand.iCommand, oCommand.sItem, oCommand.iPicture, false});
   }
 }
 
 void BlockPage::UpdateCommands() {
-  if (Document() == nullptr) return;  // gone while a failure was shown
   const bool bEnabled = m_bOpen && m_oReading == nullptr && Source()->HasMore();
   for (const ReadingCommand& oCommand : ReadingCommands) {
     if (Element* oButton = Document()->all().item(oCommand.sButton)) {

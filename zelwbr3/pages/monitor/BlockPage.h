@@ -18,7 +18,7 @@ namespace ZELWbr3 {
 /// after the current block; the rows read so far stay.
 ///
 /// A click or key that starts Read All is a document event whose handling would
-/// keep all others out until it has finished. They are let in, and the page
+/// keep all others out until it has finished. Poll lets them in, and the page
 /// itself refuses to begin a second reading.
 class BlockPage : public DataPage {
  public:
@@ -61,14 +61,11 @@ class BlockPage : public DataPage {
 
   void FillContent() final;
   void Read(bool bAll);
-  void ReadAll(const std::shared_ptr<Reading>& oReading);
+  void ReadAll(const Reading& oReading);
   /// Reads and shows one block; false when that failed, which is reported.
   bool ReadBlock(ZELLib3::BlockSource& oSource);
-  bool ShowBlock();
+  void ShowBlock();
   void ShowRowCount(Long lRows);
-  /// Lets the message loop run, clicks and keys included. Anything may have
-  /// happened to the page after that.
-  void Pump();
   void FillCommandlist();
   /// Enables the reading commands as far as there is something to read.
   void UpdateCommands();

@@ -17,7 +17,7 @@ std::string ID(Long lIndex) { return Prefix + std::to_string(lIndex); }
 
 std::optional<Long> Index(std::string_view sID) {
   std::string sRest;
-  if (!modCells::Behind(Prefix, sID, sRest)) return std::nullopt;
+  if (!modCells::AfterPrefix(Prefix, sID, sRest)) return std::nullopt;
   try {
     return modFormat::ToLong(modFormat::Val(sRest));
   } catch (const std::overflow_error&) {

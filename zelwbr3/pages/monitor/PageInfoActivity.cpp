@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/monitor/PageInfoActivity.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/pages/monitor/TableRow.h"
 
@@ -11,8 +12,6 @@ namespace {
 
 using ZELLib3::Activity;
 using Counter = double (Activity::*)(Long) const;
-
-constexpr int Version73 = 0x07030000;
 
 /// A label and the index of the counter beside it.
 struct Figure {
@@ -97,7 +96,7 @@ void PageInfoActivity::FillContent() {
   const auto oActivity = Database()->Activity();
   if (!oActivity->Refresh()) return ReportLastError();
   FillLocale();
-  const bool bOlder = Database()->Version()->Number() < Version73;
+  const bool bOlder = Database()->Version()->Number() < ZELLib3::Kernel::V73;
   const Table Tables[] = {
       {"tabCommands", &Activity::SQLCounter, Commands},
       {"tabIO", &Activity::IOCounter, IO},

@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/monitor/PageInfoCaches.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
@@ -11,20 +12,11 @@ namespace {
 
 using ZELLib3::Caches;
 
-constexpr int Version74 = 0x07040000;
 const std::string Indent = "    ";
 
 }  // namespace
 
-void PageInfoCaches::CleanUp() {
-  m_oSize.reset();
-  DataPage::CleanUp();
-}
-
 void PageInfoCaches::FillContent() {
-  if (!m_oSize) m_oSize.emplace(Locale());
-  m_oSize->PageBytes(Database()->PageSize());
-
   const auto oCaches = Database()->Caches();
   if (!oCaches->Refresh()) return ReportLastError();
   FillLocale();
@@ -99,7 +91,7 @@ void PageInfoCaches::FillParameters(const Caches& oCaches) {
   }
   AddParameter(oTemplate, *oCaches.RollbackCacheParam(), oCaches.RollbackCacheSize());
   AddParameter(oTemplate, *oCaches.CatalogCacheParam(), oCaches.CatalogCacheSize());
-  if (Database()->PlatformType() == 1) {
+  if (Database()->PlatformType() == ZELLib3::PlatformType::AddressWindowing) {
     AddParameter(oTemplate, *oCaches.AWEParam(), oCaches.AWEEnabled() ? "YES" : "NO");
     AddParameter(oTemplate, *oCaches.AWEMemoryParam(), oCaches.AWEMemorySize());
   }
@@ -113,7 +105,7 @@ void PageInfoCaches::FillUsage(const Caches& oCaches) {
   const auto AddUsage = [&](const std::string& sLabel, double dSize) {
     const auto oCells = modCells::AddRowCells(oTemplate, 3);
     modCells::SetCellText(*oCells[0], sLabel);
-    modCells::SetCellText(*oCells[1], FormatSize(dSize));
+    modCells::SetCellText(*oCells[1], SizeText(dSize, clsSize::KB));
     modCells::SetCellText(*oCells[2], FormatRate(oCaches.DataCacheSize(), dSize));
   };
   AddUsage("Entire Data Cache", oCaches.DataCacheUsedSize());
@@ -133,7 +125,7 @@ Element& PageInfoCaches::Template(std::string_view sTable) const {
 void PageInfoCaches::AddSize(Element& oTemplate, const std::string& sLabel, double dSize) {
   const auto oCells = modCells::AddRowCells(oTemplate, 2);
   modCells::SetCellText(*oCells[0], sLabel);
-  modCells::SetCellText(*oCells[1], FormatSize(dSize));
+  modCells::SetCellText(*oCells[1], SizeText(dSize, clsSize::KB));
 }
 
 void PageInfoCaches::AddAccesses(Element& oTemplate, const std::string& sLabel, const Caches& oCaches,
@@ -149,7 +141,7 @@ void PageInfoCaches::AddAccesses(Element& oTemplate, const std::string& sLabel, 
 void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, double dSize) {
   // Neither cache nor parameter: there is no figure to tell, only a row.
   const bool bNone = dSize < 0 && Text::Trim(oParameter.Name()).empty();
-  AddParameter(oTemplate, oParameter, bNone ? "" : FormatSize(dSize));
+  AddParameter(oTemplate, oParameter, bNone ? "" : SizeText(dSize, clsSize::KB));
 }
 
 void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, const std::string& sValue) {
@@ -159,22 +151,18 @@ void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& 
 }
 
 bool PageInfoCaches::OnClick(const std::string& sID) {
-  if (!modCells::Behind("PARAM", sID, m_sParameter)) return false;
+  if (!m_oParameterLink.IsClicked(sID)) return false;
   // The name cell of a cache that no parameter sets.
-  if (!m_sParameter.empty()) Command(CommandOpenParameter);
+  if (!m_oParameterLink.Name().empty()) CarryOut(CommandOpenParameter);
   return true;
 }
 
 void PageInfoCaches::OnCommand(Long lCommand) {
   if (lCommand != CommandOpenParameter) return;
-  Act([this] { Browser().ShowParameter(Database(), Database()->Parameters()->Item(m_sParameter)); });
+  Act([this] { m_oParameterLink.Open(Browser(), Database()); });
 }
 
-bool PageInfoCaches::SharesIOBufferCache() const { return Database()->Version()->Number() >= Version74; }
-
-std::string PageInfoCaches::FormatSize(double dSize) {
-  return m_oSize->NumberStr(dSize, clsSize::KB, Browser().PreferredUnit() + 1, true);
-}
+bool PageInfoCaches::SharesIOBufferCache() const { return Database()->Version()->Number() >= ZELLib3::Kernel::V74; }
 
 std::string PageInfoCaches::FormatRate(double dWhole, double dPart) const {
   return modCells::FormatPercent(modCells::Percentage(static_cast<float>(dWhole), static_cast<float>(dPart)), Locale());

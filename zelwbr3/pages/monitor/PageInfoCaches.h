@@ -1,10 +1,10 @@
 #pragma once
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/PageType.h"
-#include "zelwbr3/framework/clsSize.h"
+#include "zelwbr3/framework/ParameterLink.h"
 
-#include <optional>
 #include <string>
 
 namespace ZELWbr3 {
@@ -20,8 +20,6 @@ class PageInfoCaches : public DataPage {
   std::string Name() const override { return "InfoCaches"; }
   Long PageType() const override { return Type; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
-
-  void CleanUp() override;
 
  protected:
   void FillContent() override;
@@ -43,17 +41,12 @@ class PageInfoCaches : public DataPage {
   void AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, double dSize);
   void AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, const std::string& sValue);
 
-  bool HasObjectStore() const { return Database()->InstanceType() == 1; }
+  bool HasObjectStore() const { return Database()->InstanceType() == ZELLib3::InstanceType::ObjectStore; }
   /// The release whose caches share one I/O buffer cache, or a later one.
   bool SharesIOBufferCache() const;
-  /// A size in KB in the unit that the host prefers.
-  std::string FormatSize(double dSize);
   std::string FormatRate(double dWhole, double dPart) const;
 
-  /// Kept for the page's lifetime.
-  std::optional<clsSize> m_oSize;
-  /// Name of the parameter clicked last.
-  std::string m_sParameter;
+  ParameterLink m_oParameterLink;
 };
 
 }  // namespace ZELWbr3

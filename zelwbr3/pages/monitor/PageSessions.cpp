@@ -31,7 +31,7 @@ bool PageSessions::OnClick(const std::string& sID) {
   const auto lIndex = ListLink::Index(sID);
   if (!lIndex) return false;
   m_lIndex = *lIndex;
-  Command(CommandSelect);
+  CarryOut(CommandSelect);
   return true;
 }
 

@@ -6,15 +6,17 @@ namespace ZELWbr3 {
 
 void PageSysDD::Show(std::shared_ptr<ZELLib3::Database> oDatabase) {
   if (oDatabase != nullptr) {
-    const auto oVersion = oDatabase->Version();
-    m_sName = "SysDD" + std::to_string(oVersion->Major()) + std::to_string(oVersion->Minor());
+    Enter([&] {
+      const auto oVersion = oDatabase->Version();
+      m_sName = "SysDD" + std::to_string(oVersion->Major()) + std::to_string(oVersion->Minor());
+    });
   }
   PageUnfilled::Show(std::move(oDatabase));
 }
 
 bool PageSysDD::OnClick(const std::string& sID) {
-  if (!modCells::Behind("ITEM_", sID, m_sTable)) return false;
-  Command(CommandOpen);
+  if (!modCells::AfterPrefix("ITEM_", sID, m_sTable)) return false;
+  CarryOut(CommandOpen);
   return true;
 }
 

@@ -42,7 +42,7 @@ bool PageSysInfos::OnClick(const std::string& sID) {
   const auto lIndex = ListLink::Index(sID);
   if (!lIndex) return false;
   m_lIndex = *lIndex;
-  Command(CommandOpen);
+  CarryOut(CommandOpen);
   return true;
 }
 

@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/storage/PageStorageArea.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modTopWarning.h"
@@ -13,7 +14,6 @@ namespace {
 constexpr int TabUsage = 2;
 constexpr int TabIO = 3;
 constexpr int TabActivity = 4;
-constexpr int StatusOnline = 5;
 
 constexpr std::string_view ClassLabelDisabled = "zelTbsLabelOffDsbl";
 
@@ -35,15 +35,7 @@ Element* TemplateRow(const Element& oTable) {
 
 }  // namespace
 
-void PageStorageArea::CleanUp() {
-  m_oSize.reset();
-  TabbedPage::CleanUp();
-}
-
 void PageStorageArea::FillTabs() {
-  if (!m_oSize) m_oSize.emplace(Locale());
-  m_oSize->PageBytes(Database()->PageSize());
-
   modTopWarning::Show(Form(), *Database());
   const int iLastTab = m_oArea.Counters.empty() ? TabIO : TabActivity;
   if (Database()->StateInfo()->AnyAreaFull()) {
@@ -58,8 +50,8 @@ void PageStorageArea::FillTabs() {
   FillLocale();
   FillVolumes();
   FillSettings();
-  Guarded([this] { FillParameters(); });
-  if (Database()->StateInfo()->Status() == StatusOnline) {
+  Attempt([this] { FillParameters(); });
+  if (Database()->StateInfo()->Status() == ZELLib3::Status::Online) {
     FillUsage();
     FillIO();
     FillActivity();
@@ -73,7 +65,7 @@ void PageStorageArea::FillTabs() {
 void PageStorageArea::FillVolumes() {
   FillFigures("tabVolumeHeader", m_oArea.Summary);
   FillVolumeRows("tabVolumes", [this](const ZELLib3::Volume& o) {
-    return std::vector<std::string>{Size(o.Size()), o.Info1(), o.Info2()};
+    return std::vector<std::string>{SizeText(o.Size()), o.Info1(), o.Info2()};
   });
 }
 
@@ -117,7 +109,7 @@ void PageStorageArea::FillUsage() {
   FillVolumeRows("tabUsage", [this](const ZELLib3::Volume& o) {
     const Long lSize = o.Size();
     const Long lUsed = o.UsedSize();
-    return std::vector<std::string>{Size(lSize), Size(lUsed), Size(o.FreeSize()), Percent(lUsed, lSize)};
+    return std::vector<std::string>{SizeText(lSize), SizeText(lUsed), SizeText(o.FreeSize()), Percent(lUsed, lSize)};
   });
 }
 
@@ -146,7 +138,7 @@ void PageStorageArea::FillFigures(std::string_view sTable, std::span<const Stora
     if (oFigure.Shown != nullptr && !oFigure.Shown(*Database())) continue;
     using Kind = StorageArea::Kind;
     const Long lValue = oFigure.Value(*Database());
-    Write(oAll.item(oFigure.ID), oFigure.Kind == Kind::Count ? std::to_string(lValue) : Size(lValue));
+    Write(oAll.item(oFigure.ID), oFigure.Kind == Kind::Count ? std::to_string(lValue) : SizeText(lValue));
     if (oFigure.Kind == Kind::Share || oFigure.Kind == Kind::Whole) {
       const std::string sPercent = oFigure.Kind == Kind::Whole ? modCells::FormatPercent(100, Locale())
                                                                : Percent(lValue, m_oArea.ReferenceSize(*Database()));
@@ -180,20 +172,15 @@ std::string PageStorageArea::Percent(Long lPart, Long lWhole) const {
   return modCells::FormatPercent(fPercent, Locale());
 }
 
-std::string PageStorageArea::Size(Long lPages) {
-  return m_oSize->NumberStr(lPages, clsSize::Pages, Browser().PreferredUnit() + 1, true);
-}
-
 bool PageStorageArea::OnClick(const std::string& sID) {
-  const bool bTab = TabbedPage::OnClick(sID);
-  if (!modCells::Behind("PARAM", sID, m_sParameter)) return bTab;
-  Command(CommandOpenParameter);
+  if (!m_oParameterLink.IsClicked(sID)) return TabbedPage::OnClick(sID);
+  CarryOut(CommandOpenParameter);
   return true;
 }
 
 void PageStorageArea::OnCommand(Long lCommand) {
   if (lCommand != CommandOpenParameter) return;
-  Act([this] { Browser().ShowParameter(Database(), Database()->Parameters()->Item(m_sParameter)); });
+  Act([this] { m_oParameterLink.Open(Browser(), Database()); });
 }
 
 }  // namespace ZELWbr3

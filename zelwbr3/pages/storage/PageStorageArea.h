@@ -1,11 +1,10 @@
 #pragma once
 
+#include "zelwbr3/framework/ParameterLink.h"
 #include "zelwbr3/framework/TabbedPage.h"
-#include "zelwbr3/framework/clsSize.h"
 #include "zelwbr3/pages/storage/StorageArea.h"
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,8 +23,6 @@ class PageStorageArea : public TabbedPage {
   Long PageType() const override { return int{m_oArea.PageType}; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
 
-  void CleanUp() override;
-
  protected:
   explicit PageStorageArea(const StorageArea& oArea) : m_oArea(oArea) {}
 
@@ -34,7 +31,7 @@ class PageStorageArea : public TabbedPage {
   void OnCommand(Long lCommand) override;
 
  private:
-  /// Texts of a volume's row, from the cell behind its running number on.
+  /// Texts of a volume's row, from the cell after its running number on.
   using VolumeTexts = std::function<std::vector<std::string>(const ZELLib3::Volume&)>;
 
   void FillVolumes();
@@ -50,14 +47,10 @@ class PageStorageArea : public TabbedPage {
   void FillVolumeRows(std::string_view sTable, const VolumeTexts& oTexts);
   /// The share of a number of pages as text; 0 percent when there is no whole.
   std::string Percent(Long lPart, Long lWhole) const;
-  /// A number of pages in the unit that the host prefers.
-  std::string Size(Long lPages);
-
   Element* Find(std::string_view sID) const { return Document()->all().item(sID); }
 
   const StorageArea& m_oArea;
-  std::optional<clsSize> m_oSize;
-  std::string m_sParameter;
+  ParameterLink m_oParameterLink;
 };
 
 }  // namespace ZELWbr3

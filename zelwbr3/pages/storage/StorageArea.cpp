@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/storage/StorageArea.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/framework/PageType.h"
 
 namespace ZELWbr3 {
@@ -10,29 +11,26 @@ using Area = StorageArea;
 using Instance = Area::Instance;
 using enum Area::Kind;
 
-constexpr int Version74 = 0x07040000;
-constexpr int Version7402 = 0x07040200;
-constexpr int Version7403 = 0x07040300;
-constexpr int Version75 = 0x07050000;
+using namespace ZELLib3::Kernel;
 
 Long Version(Instance& o) { return o.Version()->Number(); }
 
 bool Always(Instance&) { return true; }
 
-bool Before74(Instance& o) { return Version(o) < Version74; }
+bool Before74(Instance& o) { return Version(o) < V74; }
 
-bool Before75(Instance& o) { return Version(o) < Version75; }
+bool Before75(Instance& o) { return Version(o) < V75; }
 
 bool Since75(Instance& o) { return !Before75(o); }
 
-bool CountsArchiveLogs(Instance& o) { return o.Version()->BuildVersion() <= Version7403; }
+bool CountsArchiveLogs(Instance& o) { return o.Version()->BuildVersion() <= V7403; }
 
 bool CountsLogVolumes(Instance& o) { return !CountsArchiveLogs(o); }
 
 /// The early 7.4 kernels do not tell these settings, those before them do.
-bool HidesLogModes(Instance& o) { return Version(o) > Version74 && Version(o) < Version7403; }
+bool HidesLogModes(Instance& o) { return Version(o) > V74 && Version(o) < V7403; }
 
-bool HidesRedoLog(Instance& o) { return Version(o) < Version7402; }
+bool HidesRedoLog(Instance& o) { return Version(o) < V7402; }
 
 // ---- data area ----
 

@@ -48,7 +48,7 @@ struct StorageArea {
   struct Parameter {
     const char* Name;
     Condition Listed;
-    /// Where this one does not exist, those behind it are not looked for.
+    /// Where this one does not exist, the following ones are not looked for.
     bool EndsList = false;
   };
 
