@@ -6,6 +6,7 @@
 #include "bench/MemoryDatabase.h"
 #include "bench/Rows.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/shell/Pages.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>

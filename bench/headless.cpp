@@ -6,6 +6,7 @@
 #include "zelwbr3/headless/HeadlessPlatform.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/shell/Browser.h"
+#include "zelwbr3/shell/Pages.h"
 
 #include <benchmark/benchmark.h>
 

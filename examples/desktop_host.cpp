@@ -4,6 +4,7 @@
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
+#include "zelwbr3/shell/Pages.h"
 
 #include <wx/app.h>
 #include <wx/frame.h>

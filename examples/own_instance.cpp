@@ -4,6 +4,7 @@
 #include "zelwbr3/headless/HeadlessPlatform.h"
 #include "zelwbr3/headless/ReportWriter.h"
 #include "zelwbr3/shell/Browser.h"
+#include "zelwbr3/shell/Pages.h"
 
 #include <filesystem>
 #include <iostream>

@@ -1,4 +1,5 @@
 #include "host/HostPages.h"
+#include "zelwbr3/shell/Pages.h"
 
 #include <algorithm>
 #include <array>

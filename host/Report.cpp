@@ -1,6 +1,7 @@
 #include "host/Report.h"
 
 #include "host/HTMLFolder.h"
+#include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/headless/ReportWriter.h"
 
 #include <algorithm>

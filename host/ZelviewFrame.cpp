@@ -8,6 +8,7 @@
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/desktop/Picture.h"
+#include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <cstdlib>

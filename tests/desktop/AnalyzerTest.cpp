@@ -3,6 +3,7 @@
 #include "zelwbr3/dom/Style.h"
 #include "zelwbr3/instances/common/analyzer/Process.h"
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
+#include "zelwbr3/pages/analyzer/PageDBAnalyzer.h"
 
 #include <fstream>
 

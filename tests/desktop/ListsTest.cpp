@@ -1,4 +1,5 @@
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/pages/monitor/PageSysInfo.h"
 
 #include <wx/app.h>
 #include <wx/clipbrd.h>

@@ -1,6 +1,8 @@
 #include "tests/desktop/TestWindow.h"
 #include "tests/support/TestDatabase.h"
+#include "zelwbr3/pages/main/PageMain.h"
 #include "zelwbr3/pages/main/StateCommands.h"
+#include "zelwbr3/pages/storage/PageDataArea.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,5 +1,6 @@
 #include "tests/desktop/TestWindow.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/shell/Pages.h"
 
 namespace ZELWbr3::Desktop {
 namespace {

@@ -1,5 +1,7 @@
 #include "tests/desktop/TestWindow.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/pages/config/PageParameters.h"
+#include "zelwbr3/pages/main/PageMain.h"
 
 namespace ZELWbr3::Desktop {
 namespace {

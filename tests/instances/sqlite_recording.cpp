@@ -4,6 +4,7 @@
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 #include "zelwbr3/shell/Browser.h"
+#include "zelwbr3/shell/Pages.h"
 
 using namespace SQLiteFiles;
 

@@ -2,6 +2,7 @@
 // commands ask and call.
 
 #include "tests/support/Told.h"
+#include "zelwbr3/pages/analyzer/PageDBAnalyzer.h"
 
 #include <gtest/gtest.h>
 

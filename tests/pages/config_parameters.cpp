@@ -1,4 +1,5 @@
 #include "tests/support/StorageShown.h"
+#include "zelwbr3/pages/config/PageParameter.h"
 
 namespace ZELWbr3::Testing {
 

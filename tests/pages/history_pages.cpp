@@ -1,4 +1,5 @@
 #include "tests/support/Told.h"
+#include "zelwbr3/pages/history/PageHistory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,10 @@
 #include "tests/support/Shown.h"
 #include "tests/support/TestDatabase.h"
 #include "tests/support/Told.h"
+#include "zelwbr3/pages/config/PageParameter.h"
+#include "zelwbr3/pages/main/PageMain.h"
+#include "zelwbr3/pages/monitor/PageSQLTable.h"
+#include "zelwbr3/pages/monitor/PageSysInfo.h"
 
 namespace ZELWbr3::Testing {
 namespace {

@@ -1,4 +1,6 @@
 #include "tests/support/Told.h"
+#include "zelwbr3/pages/monitor/PageInfoActivity.h"
+#include "zelwbr3/pages/monitor/PageInfoCaches.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,7 @@
 #include "tests/support/Told.h"
+#include "zelwbr3/pages/monitor/PageSessions.h"
+#include "zelwbr3/pages/monitor/PageSysDD.h"
+#include "zelwbr3/pages/monitor/PageSysInfos.h"
 
 #include <gtest/gtest.h>
 

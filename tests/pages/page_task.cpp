@@ -1,5 +1,13 @@
 #include "tests/support/Told.h"
 #include "zelwbr3/framework/KeyCode.h"
+#include "zelwbr3/pages/config/PageParameters.h"
+#include "zelwbr3/pages/main/PageMain.h"
+#include "zelwbr3/pages/monitor/PageInfoCaches.h"
+#include "zelwbr3/pages/monitor/PageSessions.h"
+#include "zelwbr3/pages/monitor/PageSysDD.h"
+#include "zelwbr3/pages/monitor/PageSysInfos.h"
+#include "zelwbr3/pages/storage/PageDataArea.h"
+#include "zelwbr3/pages/storage/PageLogArea.h"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,7 @@
 #include "tests/support/Told.h"
 
 #include "tests/support/TestDatabase.h"
+#include "zelwbr3/pages/main/PageMain.h"
 
 #include <gtest/gtest.h>
 

@@ -3,6 +3,7 @@
 
 #include "tests/support/Shown.h"
 #include "tests/support/TestPage.h"
+#include "zelwbr3/shell/Pages.h"
 
 #include <gtest/gtest.h>
 

@@ -2,6 +2,8 @@
 
 #include "tests/shell/RecordingPlatform.h"
 #include "tests/support/TestPage.h"
+#include "zelwbr3/framework/PageDefault.h"
+#include "zelwbr3/pages/main/PageMain.h"
 #include "zelwbr3/shell/Browser.h"
 
 #include <gtest/gtest.h>

@@ -2,6 +2,7 @@
 
 #include "tests/support/Shown.h"
 #include "tests/support/TestPage.h"
+#include "zelwbr3/framework/PageDefault.h"
 
 #include <gtest/gtest.h>
 

@@ -3,6 +3,7 @@
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestDatabase.h"
 #include "zelwbr3/headless/HeadlessPlatform.h"
+#include "zelwbr3/pages/main/PageMain.h"
 #include "zelwbr3/shell/Browser.h"
 
 #include <gtest/gtest.h>

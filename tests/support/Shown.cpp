@@ -1,4 +1,5 @@
 #include "tests/support/Shown.h"
+#include "zelwbr3/pages/main/PageMain.h"
 
 namespace ZELWbr3::Testing {
 
@@ -41,6 +42,8 @@ void Shown::PageFile(const std::string& sName, const std::string& sHTML) {
   m_oFolder->Write(sName + ".htm", "<!DOCTYPE html>" + sHTML);
   Control->HTMLPath(m_oFolder->Path());
 }
+
+void Shown::ShowMain() { Control->PageMain()->Show(Instance); }
 
 void Shown::Click(const std::string& sID) {
   Platform.FrontFrame().Click(sID);

@@ -27,7 +27,7 @@ class Shown : public testing::Test, public Screen {
   /// Announces the next error display.
   void ExpectError(const std::string& sText) { m_expected.push_back(sText); }
 
-  void ShowMain() { Control->PageMain()->Show(Instance); }
+  void ShowMain();
   /// Lets everything that is under way arrive.
   void Settle() { Platform.MessagePump().Poll(); }
   void Click(const std::string& sID);

@@ -2,6 +2,9 @@
 
 #include "tests/support/ConfiguredDatabase.h"
 #include "tests/support/Shown.h"
+#include "zelwbr3/pages/config/PageParameters.h"
+#include "zelwbr3/pages/storage/PageDataArea.h"
+#include "zelwbr3/pages/storage/PageLogArea.h"
 
 #include <memory>
 

@@ -1,6 +1,7 @@
 #include "zelwbr3/shell/Browser.h"
 
 #include "zelwbr3/framework/modLocal.h"
+#include "zelwbr3/shell/Pages.h"
 #include "zelwbr3/shell/frmMessage.h"
 
 #include <stdexcept>
@@ -40,6 +41,35 @@ void Browser::AdoptPage(const std::shared_ptr<Page>& oPage) {
 std::shared_ptr<Page> Browser::ActPageObj() const {
   return m_lActPage >= 0 && m_lActPage < static_cast<int>(m_registry.size()) ? m_registry[m_lActPage] : nullptr;
 }
+
+template <typename PageClass>
+std::shared_ptr<PageClass> Browser::Registered() {
+  auto& oSlot = m_registry[PageClass::Type];
+  if (oSlot == nullptr) {
+    oSlot = std::make_shared<PageClass>();
+    AdoptPage(oSlot);
+  }
+  return std::static_pointer_cast<PageClass>(oSlot);
+}
+
+std::shared_ptr<ZELWbr3::PageDefault> Browser::PageDefault() { return Registered<ZELWbr3::PageDefault>(); }
+std::shared_ptr<ZELWbr3::PageMain> Browser::PageMain() { return Registered<ZELWbr3::PageMain>(); }
+std::shared_ptr<ZELWbr3::PageHistory> Browser::PageHistory() { return Registered<ZELWbr3::PageHistory>(); }
+std::shared_ptr<ZELWbr3::PageHistoryItem> Browser::PageHistoryItem() { return Registered<ZELWbr3::PageHistoryItem>(); }
+std::shared_ptr<ZELWbr3::PageSysInfos> Browser::PageSysInfos() { return Registered<ZELWbr3::PageSysInfos>(); }
+std::shared_ptr<ZELWbr3::PageSysInfo> Browser::PageSysInfo() { return Registered<ZELWbr3::PageSysInfo>(); }
+std::shared_ptr<ZELWbr3::PageParameters> Browser::PageParameters() { return Registered<ZELWbr3::PageParameters>(); }
+std::shared_ptr<ZELWbr3::PageParameter> Browser::PageParameter() { return Registered<ZELWbr3::PageParameter>(); }
+std::shared_ptr<ZELWbr3::PageInfoCaches> Browser::PageInfoCaches() { return Registered<ZELWbr3::PageInfoCaches>(); }
+std::shared_ptr<ZELWbr3::PageInfoActivity> Browser::PageInfoActivity() {
+  return Registered<ZELWbr3::PageInfoActivity>();
+}
+std::shared_ptr<ZELWbr3::PageDataArea> Browser::PageDataArea() { return Registered<ZELWbr3::PageDataArea>(); }
+std::shared_ptr<ZELWbr3::PageLogArea> Browser::PageLogArea() { return Registered<ZELWbr3::PageLogArea>(); }
+std::shared_ptr<ZELWbr3::PageSysDD> Browser::PageSysDD() { return Registered<ZELWbr3::PageSysDD>(); }
+std::shared_ptr<ZELWbr3::PageSQLTable> Browser::PageSQLTable() { return Registered<ZELWbr3::PageSQLTable>(); }
+std::shared_ptr<ZELWbr3::PageSessions> Browser::PageSessions() { return Registered<ZELWbr3::PageSessions>(); }
+std::shared_ptr<ZELWbr3::PageDBAnalyzer> Browser::PageDBAnalyzer() { return Registered<ZELWbr3::PageDBAnalyzer>(); }
 
 BrowserFrame& Browser::Frame(Long lWebBrowser) const {
   if (lWebBrowser < 0 || lWebBrowser >= static_cast<int>(m_frames.size())) {
@@ -142,6 +172,8 @@ void Browser::NotifyPageComplete(const std::shared_ptr<Page>& oPage) {
   m_bPageComplete = true;
   PageComplete.Raise(oPage);
 }
+
+void Browser::ShowDefault() { PageDefault()->Show(); }
 
 void Browser::ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
                             std::shared_ptr<ZELLib3::Parameter> oParameter) {

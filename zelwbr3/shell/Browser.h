@@ -1,24 +1,8 @@
 #pragma once
 
 #include "zelwbr3/base/Event.h"
-#include "zelwbr3/framework/PageDefault.h"
 #include "zelwbr3/framework/PageSite.h"
 #include "zelwbr3/framework/PageType.h"
-#include "zelwbr3/pages/analyzer/PageDBAnalyzer.h"
-#include "zelwbr3/pages/config/PageParameter.h"
-#include "zelwbr3/pages/config/PageParameters.h"
-#include "zelwbr3/pages/history/PageHistory.h"
-#include "zelwbr3/pages/history/PageHistoryItem.h"
-#include "zelwbr3/pages/main/PageMain.h"
-#include "zelwbr3/pages/monitor/PageInfoActivity.h"
-#include "zelwbr3/pages/monitor/PageInfoCaches.h"
-#include "zelwbr3/pages/monitor/PageSQLTable.h"
-#include "zelwbr3/pages/monitor/PageSessions.h"
-#include "zelwbr3/pages/monitor/PageSysDD.h"
-#include "zelwbr3/pages/monitor/PageSysInfo.h"
-#include "zelwbr3/pages/monitor/PageSysInfos.h"
-#include "zelwbr3/pages/storage/PageDataArea.h"
-#include "zelwbr3/pages/storage/PageLogArea.h"
 #include "zelwbr3/shell/BrowserFrame.h"
 
 #include <array>
@@ -28,6 +12,24 @@
 #include <vector>
 
 namespace ZELWbr3 {
+
+// The headers of the pages are in zelwbr3/shell/Pages.h.
+class PageDBAnalyzer;
+class PageDataArea;
+class PageDefault;
+class PageHistory;
+class PageHistoryItem;
+class PageInfoActivity;
+class PageInfoCaches;
+class PageLogArea;
+class PageMain;
+class PageParameter;
+class PageParameters;
+class PageSQLTable;
+class PageSessions;
+class PageSysDD;
+class PageSysInfo;
+class PageSysInfos;
 
 /// The browser control: shows the pages of one instance in four frames that lie
 /// on each other, routes clicks and keys to the page in front and reports to
@@ -76,22 +78,22 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   std::shared_ptr<Page> ActPageObj() const;
 
   // The pages, each made when it is first asked for.
-  std::shared_ptr<ZELWbr3::PageDefault> PageDefault() { return Registered<ZELWbr3::PageDefault>(); }
-  std::shared_ptr<ZELWbr3::PageMain> PageMain() { return Registered<ZELWbr3::PageMain>(); }
-  std::shared_ptr<ZELWbr3::PageHistory> PageHistory() { return Registered<ZELWbr3::PageHistory>(); }
-  std::shared_ptr<ZELWbr3::PageHistoryItem> PageHistoryItem() { return Registered<ZELWbr3::PageHistoryItem>(); }
-  std::shared_ptr<ZELWbr3::PageSysInfos> PageSysInfos() { return Registered<ZELWbr3::PageSysInfos>(); }
-  std::shared_ptr<ZELWbr3::PageSysInfo> PageSysInfo() { return Registered<ZELWbr3::PageSysInfo>(); }
-  std::shared_ptr<ZELWbr3::PageParameters> PageParameters() { return Registered<ZELWbr3::PageParameters>(); }
-  std::shared_ptr<ZELWbr3::PageParameter> PageParameter() { return Registered<ZELWbr3::PageParameter>(); }
-  std::shared_ptr<ZELWbr3::PageInfoCaches> PageInfoCaches() { return Registered<ZELWbr3::PageInfoCaches>(); }
-  std::shared_ptr<ZELWbr3::PageInfoActivity> PageInfoActivity() { return Registered<ZELWbr3::PageInfoActivity>(); }
-  std::shared_ptr<ZELWbr3::PageDataArea> PageDataArea() { return Registered<ZELWbr3::PageDataArea>(); }
-  std::shared_ptr<ZELWbr3::PageLogArea> PageLogArea() { return Registered<ZELWbr3::PageLogArea>(); }
-  std::shared_ptr<ZELWbr3::PageSysDD> PageSysDD() { return Registered<ZELWbr3::PageSysDD>(); }
-  std::shared_ptr<ZELWbr3::PageSQLTable> PageSQLTable() { return Registered<ZELWbr3::PageSQLTable>(); }
-  std::shared_ptr<ZELWbr3::PageSessions> PageSessions() { return Registered<ZELWbr3::PageSessions>(); }
-  std::shared_ptr<ZELWbr3::PageDBAnalyzer> PageDBAnalyzer() { return Registered<ZELWbr3::PageDBAnalyzer>(); }
+  std::shared_ptr<ZELWbr3::PageDefault> PageDefault();
+  std::shared_ptr<ZELWbr3::PageMain> PageMain();
+  std::shared_ptr<ZELWbr3::PageHistory> PageHistory();
+  std::shared_ptr<ZELWbr3::PageHistoryItem> PageHistoryItem();
+  std::shared_ptr<ZELWbr3::PageSysInfos> PageSysInfos();
+  std::shared_ptr<ZELWbr3::PageSysInfo> PageSysInfo();
+  std::shared_ptr<ZELWbr3::PageParameters> PageParameters();
+  std::shared_ptr<ZELWbr3::PageParameter> PageParameter();
+  std::shared_ptr<ZELWbr3::PageInfoCaches> PageInfoCaches();
+  std::shared_ptr<ZELWbr3::PageInfoActivity> PageInfoActivity();
+  std::shared_ptr<ZELWbr3::PageDataArea> PageDataArea();
+  std::shared_ptr<ZELWbr3::PageLogArea> PageLogArea();
+  std::shared_ptr<ZELWbr3::PageSysDD> PageSysDD();
+  std::shared_ptr<ZELWbr3::PageSQLTable> PageSQLTable();
+  std::shared_ptr<ZELWbr3::PageSessions> PageSessions();
+  std::shared_ptr<ZELWbr3::PageDBAnalyzer> PageDBAnalyzer();
 
   // A frame number below 0 or of 4 or more raises std::out_of_range.
 
@@ -135,7 +137,7 @@ class Browser : private PageSite, private BrowserFrame::Owner {
 
  private:
   bool HasPage(Long lWebBrowser) const override { return Frame(lWebBrowser).Page != nullptr; }
-  void ShowDefault() override { PageDefault()->Show(); }
+  void ShowDefault() override;
   void ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
                      std::shared_ptr<ZELLib3::Parameter> oParameter) override;
   void ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SysInfo> oSysInfo) override;
@@ -161,15 +163,9 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   void ProcessTerminated(const std::string& sReason) override;
   void TraceError(const std::string& sText) override { m_oPlatform.Trace(sText); }
 
+  /// The registry's page of that class, made when there is none.
   template <typename PageClass>
-  std::shared_ptr<PageClass> Registered() {
-    auto& oSlot = m_registry[PageClass::Type];
-    if (oSlot == nullptr) {
-      oSlot = std::make_shared<PageClass>();
-      AdoptPage(oSlot);
-    }
-    return std::static_pointer_cast<PageClass>(oSlot);
-  }
+  std::shared_ptr<PageClass> Registered();
 
   BrowserFrame& Frame(Long lWebBrowser) const;
   void AdoptPage(const std::shared_ptr<Page>& oPage);
