@@ -10,7 +10,7 @@ namespace {
 
 using JSON = nlohmann::ordered_json;
 
-/// One line; bytes that are no UTF-8 become U+FFFD.
+/// One line; invalid UTF-8 becomes U+FFFD.
 std::string Line(const JSON& oEvent) { return oEvent.dump(-1, ' ', false, JSON::error_handler_t::replace); }
 
 JSON Item(const ZELCmd3::CommandItem& oItem) {
@@ -76,7 +76,7 @@ void EventLog::Write(const Recorded::Call& oCall) {
 }
 
 void EventLog::EndStep(const Headless::HeadlessCommandlist& oCommandlist) {
-  // What is disabled only while a step is under way has not changed by it.
+  // Items that are disabled only during the step have not changed by its end.
   auto items = oCommandlist.Items();
   if (items == m_items) return;
   m_items = std::move(items);

@@ -11,22 +11,21 @@
 
 namespace ZELWbr3::Host {
 
-/// Writes what happens to a control as one JSON object a line, in order of
-/// happening. Nothing is written before a file is open.
+/// Writes what happens to a control as JSON, one object per line, in the order
+/// in which it happens. Nothing is written before a file is open.
 class EventLog {
  public:
-  /// Empties the file; without a name none is opened. Throws std::runtime_error
-  /// that names the file when it cannot be written.
+  /// Creates or empties the file; does nothing if the name is empty. Throws
+  /// std::runtime_error, which names the file, if it cannot be written.
   void Open(const std::string& sFile);
 
-  /// Connects to all that reports something by itself.
+  /// Connects to the events of the control and its platform.
   void Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform);
   /// An operation was called on the instance.
   void Write(const Recorded::Call& oCall);
-  /// A step has ended: the command list is written unless it is as it was
-  /// before.
+  /// A step has ended: writes the command list if it has changed.
   void EndStep(const Headless::HeadlessCommandlist& oCommandlist);
-  /// Throws as Open when something could not be written.
+  /// Throws like Open if something could not be written.
   void Close();
 
  private:
@@ -34,7 +33,7 @@ class EventLog {
 
   std::string m_sFile;
   std::ofstream m_oFile;
-  /// The command list as it was written last.
+  /// The command list as last written.
   std::vector<ZELCmd3::CommandItem> m_items;
   std::vector<Connection> m_connections;
 };

@@ -27,7 +27,7 @@ const HostPages::Entry Entries[] = {
     {"Default", "Start Page", [](Browser& o, const Instance&) { o.PageDefault()->Show(); }},
 };
 
-/// Pages that show one thing out of a list.
+/// Pages that show one entry of a list.
 constexpr std::array<std::string_view, 4> ByClick = {"SysInfo", "Parameter", "SQLTable", "HistoryItem"};
 
 }  // namespace
@@ -52,7 +52,7 @@ const HostPages::Entry& HostPages::Find(const std::string& sName) {
   }
   std::string sNames;
   for (const Entry& oEntry : Entries) sNames += (sNames.empty() ? "" : ", ") + std::string(oEntry.Name);
-  throw std::invalid_argument("There is no page \"" + sName + "\"; there are " + sNames);
+  throw std::invalid_argument("There is no page \"" + sName + "\"; the pages are " + sNames);
 }
 
 void HostPages::Show(const std::string& sName) { Find(sName).Show(m_oBrowser, m_oDatabase); }

@@ -8,8 +8,7 @@
 
 namespace ZELWbr3::Host {
 
-/// The pages of a control as a host shows them: by name, with one instance and
-/// one command list.
+/// The pages of a control, shown by name with one instance and one command list.
 class HostPages {
  public:
   /// A page that can be shown by its name.
@@ -24,11 +23,10 @@ class HostPages {
 
   /// In the order of a menu.
   static std::span<const Entry> All();
-  /// Throws std::invalid_argument, which says what there is, for an unknown
-  /// name.
+  /// Throws std::invalid_argument, which lists the pages, for an unknown name.
   static const Entry& Find(const std::string& sName);
 
-  /// Shows a page and waits for it; throws as Find and as Browser::Show.
+  /// Shows a page and waits for it; throws like Find and Browser::Show.
   void Show(const std::string& sName);
 
  private:

@@ -14,25 +14,25 @@
 
 namespace ZELWbr3::Host {
 
-/// One run of zelreport: shows the main page, then the one asked for, takes
-/// the steps and writes what stands in front at the end.
+/// One run of zelreport: shows the main page, then the requested page, takes the
+/// steps and writes the document in front.
 class Report {
  public:
   Report(std::shared_ptr<ZELLib3::Database> oDatabase, EventLog& oEvents);
 
-  /// Writes the document to oOut: only the last one, or, when a step prints,
-  /// each behind a line that says after which step it stood so.
+  /// Writes the final document to oOut. If steps print, writes the document at
+  /// each of them and at the end, each after a line that names the step.
   void Run(const std::string& sPage, const std::vector<Step>& steps, std::ostream& oOut);
 
-  /// What the error displays said, and what was wrong with the answers.
+  /// The texts of the error displays, and of answers that did not fit.
   const std::vector<std::string>& Errors() const { return m_errors; }
 
  private:
   void Take(const Step& oStep);
   void RunCommand(Long lCommand);
-  /// Lets everything that is under way arrive.
+  /// Delivers all pending notifications.
   void EndStep();
-  /// A page whose file is missing has no error display of its own.
+  /// Reports a missing page file, which has no error display of its own.
   void CheckPageFile();
   std::string VisibleDocument() const;
 

@@ -38,23 +38,23 @@ Step Step::Parse(const std::string& sStep) {
   const std::string sArgument = iBlank == std::string::npos ? std::string() : sStep.substr(iBlank + 1);
   const auto oForm = std::ranges::find(Forms, sWord, &Form::Word);
   if (oForm == std::end(Forms)) {
-    Fail(sStep, "is none of click, key, focus, item, show, answer, command, print");
+    Fail(sStep, "is not one of click, key, focus, item, show, answer, command, print");
   }
 
   Step oStep{oForm->What, sArgument, 0};
   switch (oForm->Argument) {
     case Needs::Nothing:
-      if (!sArgument.empty()) Fail(sStep, "takes nothing behind its word");
+      if (!sArgument.empty()) Fail(sStep, "takes no argument");
       break;
     case Needs::Text:
-      if (sArgument.empty()) Fail(sStep, "does not say what");
+      if (sArgument.empty()) Fail(sStep, "needs an argument");
       break;
     case Needs::Number: {
       std::int32_t lNumber = 0;
       const char* pEnd = sArgument.data() + sArgument.size();
       const auto oResult = std::from_chars(sArgument.data(), pEnd, lNumber);
       if (sArgument.empty() || oResult.ec != std::errc() || oResult.ptr != pEnd) {
-        Fail(sStep, "needs a whole number of 32 bits");
+        Fail(sStep, "needs a whole number from -2147483648 to 2147483647");
       }
       oStep.Number = lNumber;
       break;

@@ -14,8 +14,8 @@ struct Step {
   std::string Text;  ///< id, page name or answer
   Long Number;       ///< key code, item key or command
 
-  /// Reads a step as it is written on the command line, such as "click ID" or
-  /// "print". Throws std::invalid_argument that names it.
+  /// Parses a step as written on the command line, such as "click ID" or
+  /// "print". Throws std::invalid_argument, which names the step.
   static Step Parse(const std::string& sStep);
 };
 

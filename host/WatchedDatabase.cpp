@@ -15,7 +15,7 @@ void Tell(const Recorded::CallObserver& oObserver, const char* sName, Arguments 
   oObserver({sName, std::move(arguments), true});
 }
 
-/// Hands everything on to the analyzer that it stands for.
+/// Forwards everything to the real analyzer.
 class WatchedAnalyzer : public ZELLib3::Analyzer {
  public:
   WatchedAnalyzer(std::shared_ptr<ZELLib3::Analyzer> oAnalyzer, Recorded::CallObserver oObserver)

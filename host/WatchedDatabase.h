@@ -8,12 +8,12 @@
 
 namespace ZELWbr3::Host {
 
-/// A SQLite database file that tells of the operations which are called on it
-/// and change it, as recordings do by themselves: in order and before they take
-/// effect, those that fail included.
+/// A SQLite instance that reports the operations that change it, in order and
+/// before they take effect, including those that fail. Recordings do this by
+/// themselves.
 class WatchedDatabase : public SQLite::SQLiteDatabase {
  public:
-  /// Raises as SQLiteDatabase.
+  /// Raises like SQLiteDatabase.
   WatchedDatabase(const std::string& sPath, Recorded::CallObserver oObserver);
 
   std::shared_ptr<ZELLib3::Analyzer> Analyzer() override;

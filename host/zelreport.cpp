@@ -1,4 +1,4 @@
-// zelreport: the pages of an instance as HTML, without a screen.
+// zelreport: writes the pages of an instance as HTML, without a screen.
 
 #include "host/EventLog.h"
 #include "host/HostPages.h"
@@ -36,12 +36,11 @@ int Complain(const std::string& sText) {
 void WriteOut(const std::string& sFile, const std::string& sText) {
   if (!sFile.empty()) return WriteFile(sFile, sText);
   std::cout << sText << std::flush;
-  if (!std::cout) throw std::runtime_error("The standard output cannot be written");
+  if (!std::cout) throw std::runtime_error("Standard output cannot be written");
 }
 
 int Run(const Arguments& oArguments) {
-  // Everything that can be wrong with the arguments is said before anything is
-  // shown.
+  // Check all arguments before showing anything.
   HostPages::Find(oArguments.Page);
   std::vector<Step> steps;
   for (const std::string& sStep : oArguments.Steps) steps.push_back(Step::Parse(sStep));
@@ -62,7 +61,7 @@ int Run(const Arguments& oArguments) {
   try {
     oReport.Run(oArguments.Page, steps, oOut);
   } catch (...) {
-    // What the steps have printed so far is good.
+    // Keep what the steps have printed so far.
     if (!oOut.str().empty()) WriteOut(oArguments.Out, oOut.str());
     throw;
   }
@@ -80,21 +79,22 @@ int main(int argc, char** argv) {
   Arguments oArguments;
   CLI::App oApp("Shows a page of a database instance without a screen and writes it as HTML.", "zelreport");
   oApp.add_option("INSTANCE", oArguments.Instance, "recorded:FILE or sqlite:FILE");
-  oApp.add_option("--page", oArguments.Page, "The page to show, Main unless given");
+  oApp.add_option("--page", oArguments.Page, "The page to show (default: Main)");
   oApp.add_option("--do", oArguments.Steps,
-                  "A step: click ID, key CODE, focus ID, item KEY, show NAME, answer WORD, command N, print")
+                  "A step to take, repeatable: click ID, key CODE, focus ID, item KEY, show NAME, answer WORD, "
+                  "command N, print")
       ->allow_extra_args(false);
-  oApp.add_option("--out", oArguments.Out, "File for the HTML, standard output unless given");
-  oApp.add_option("--events", oArguments.Events, "File for what happened, one JSON object a line");
+  oApp.add_option("--out", oArguments.Out, "File to write the HTML to (default: standard output)");
+  oApp.add_option("--events", oArguments.Events, "File to write the events to, one JSON object per line");
   oApp.add_option("--record", oArguments.Record, "File to write a recording of the instance to");
   try {
     oApp.parse(argc, argv);
   } catch (const CLI::Success& oSuccess) {
-    return oApp.exit(oSuccess);  // help was asked for
+    return oApp.exit(oSuccess);  // --help
   } catch (const CLI::ParseError& oError) {
     return Complain(oError.what());
   }
-  // Not left to the parser, which would say so before it names an unknown option.
+  // Checked here, because the parser would report it before an unknown option.
   if (oArguments.Instance.empty()) return Complain("INSTANCE is required");
   try {
     return Run(oArguments);

@@ -28,15 +28,15 @@ TEST(ScriptedAnswer, ReadsValuesUpToTheNextNameAndSaysWhatIsWrong) {
            std::pair("ok config=/my dir/x=1 y.cfg number=5", "ok|config|/my dir/x=1 y.cfg|number|5"),
            {"ok number= interval= reconnect=no", "ok|number||interval||reconnect|no"},
            {"ok config= a  number=1", "ok|config| a |number|1"},
-           {"maybe", "error: is none of ok, cancel, yes, no, quick"},
-           {"cancel number=1", "error: takes nothing behind its word"},
+           {"maybe", "error: is not one of ok, cancel, yes, no, quick"},
+           {"cancel number=1", "error: has values, which only ok takes"},
            {"ok colour=red",
-            "error: has \"colour=red\", which begins with none of date=, time=, config=, number=, interval=, delete=, "
+            "error: has \"colour=red\", which starts with none of date=, time=, config=, number=, interval=, delete=, "
             "reconnect="},
            {"ok number=1 number=2", "error: has number= twice"},
-           {"ok date=2026-1-2", "error: date=2026-1-2, where date= needs YYYY-MM-DD"},
-           {"ok time=12:00", "error: time=12:00, where time= needs HH:MM:SS"},
-           {"ok delete=maybe", "error: delete=maybe, where delete= needs yes or no"},
+           {"ok date=2026-1-2", "error: has date=2026-1-2, but date= takes YYYY-MM-DD"},
+           {"ok time=12:00", "error: has time=12:00, but time= takes HH:MM:SS"},
+           {"ok delete=maybe", "error: has delete=maybe, but delete= takes yes or no"},
        }) {
     EXPECT_EQ(Parsed(sText), sParsed);
   }
@@ -69,7 +69,7 @@ TEST(ScriptedAnswers, CancelADialogThatCannotTakeThem) {
 
   Asked oField({"ok number=1"});
   EXPECT_TRUE(frmShutdown(oField.Answers).Shutdown("DEMO").Cancelled);
-  EXPECT_EQ(oField.Wrong, "the dialog frmShutdown has nothing to enter number= into");
+  EXPECT_EQ(oField.Wrong, "the dialog frmShutdown has no field for number=");
 
   Asked oLarge({"ok number=99999999999"});
   EXPECT_FALSE(frmDBAnalyzerStart(oLarge.Answers).StartIt());

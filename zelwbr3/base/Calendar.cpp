@@ -9,8 +9,8 @@ namespace ZELWbr3::Calendar {
 
 namespace {
 
-/// The numbers in a text of a given form, whose runs of zeros stand for digits
-/// and whose other characters stand for themselves.
+/// The numbers in a text that has the given form: each run of zeros in the form
+/// is a number of that many digits, every other character stands for itself.
 template <std::size_t Count>
 std::optional<std::array<int, Count>> Numbers(std::string_view sText, std::string_view sForm) {
   if (sText.size() != sForm.size()) return std::nullopt;
@@ -46,7 +46,7 @@ bool Exists(const Date& dDate) {
 Date LocalTime(std::time_t tTime) {
   std::tm oTime{};
   localtime_r(&tTime, &oTime);
-  // A leap second counts as the one before it.
+  // A leap second counts as second 59.
   return {oTime.tm_year + 1900, oTime.tm_mon + 1, oTime.tm_mday,
           oTime.tm_hour,        oTime.tm_min,     std::min(oTime.tm_sec, 59)};
 }

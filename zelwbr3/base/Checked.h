@@ -12,8 +12,8 @@ namespace ZELWbr3 {
 ///
 /// Converts to and from the built-in integers; a value that does not fit, the
 /// result of +, - or * included, raises std::overflow_error. Instance figures
-/// are of this type, so a size computed from inconsistent figures can never
-/// show up as a huge wrapped number.
+/// have this type, so a size computed from inconsistent figures never shows up
+/// as a huge wrapped number.
 template <std::signed_integral T>
 requires(sizeof(T) <= 4) class Checked {
  public:
@@ -31,8 +31,8 @@ requires(sizeof(T) <= 4) class Checked {
 
   constexpr operator T() const { return m_value; }
 
-  // Templates, so that "a - 1" and "1 - a" prefer these to the built-in
-  // operator on the converted value.
+  // Templates, so that overload resolution for "a - 1" and "1 - a" prefers these
+  // to the built-in operator on the converted value.
   template <typename Other>
   friend constexpr Checked operator+(Checked a, Other b) {
     return Wide(a) + Wide(b);

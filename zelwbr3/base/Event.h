@@ -22,10 +22,10 @@ class [[nodiscard]] Connection {
   std::shared_ptr<void> m_oHandler;
 };
 
-/// Something that handlers can be connected to. Handlers run in the order of
-/// their connection, on the raising thread; one that is connected or
-/// disconnected while the event is being raised takes effect at the next
-/// raise at the latest. What a handler throws reaches the raiser.
+/// An event that handlers can be connected to. Handlers run in the order in
+/// which they were connected, on the raising thread. Connecting or disconnecting
+/// a handler while the event is being raised takes effect at the next raise at
+/// the latest. What a handler throws reaches the caller of Raise.
 template <typename... Arguments>
 class Event {
  public:
@@ -42,8 +42,8 @@ class Event {
     return Connection(std::move(oHandler));
   }
 
-  /// Safe against a handler that destroys the event's owner: the list is
-  /// copied first and nothing of the event is touched afterwards.
+  /// A handler may destroy the event's owner: the list is copied first and the
+  /// event is not touched afterwards.
   void Raise(Arguments... arguments) const {
     const auto handlers = m_handlers;
     for (const auto& weak : handlers) {

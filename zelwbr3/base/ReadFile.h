@@ -12,9 +12,9 @@ class ReadFileError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// The bytes of a regular file: a pipe or a device might never end. Raises
-/// ReadFileError for a file that is missing, is something else, cannot be read
-/// or has more than lMost bytes.
+/// The bytes of a regular file. Raises ReadFileError if the file is missing,
+/// cannot be read, is not a regular file (reading a pipe or a device might never
+/// end) or has more than lMost bytes.
 std::string ReadFile(const std::string& sPath, std::uintmax_t lMost = std::uintmax_t{1} << 30);
 
 }  // namespace ZELWbr3

@@ -10,8 +10,8 @@ constexpr std::string_view Replacement = "\xEF\xBF\xBD";
 
 bool IsContinuation(unsigned char c) { return (c & 0xC0) == 0x80; }
 
-/// What the bytes at the start of a text are: a well-formed sequence of Length
-/// bytes, or a maximal part of an ill-formed one.
+/// The first bytes of a text: a well-formed sequence of Length bytes, or the
+/// longest part of an ill-formed one.
 struct Sequence {
   std::size_t Length;
   bool WellFormed;
@@ -97,7 +97,7 @@ std::string EscapeHTML(std::string_view sText) {
         break;
       case '\r':
         sEscaped += "&#13;";
-        break;  // a parser would make a line feed of it
+        break;  // a parser would turn it into a line feed
       default:
         sEscaped += c;
     }

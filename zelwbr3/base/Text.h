@@ -5,16 +5,16 @@
 
 namespace ZELWbr3::Text {
 
-/// The text as a document can hold it: NULs and every maximal invalid UTF-8
-/// sequence become U+FFFD. A text that is clean already is only copied.
+/// The text as a document can hold it: each NUL and each maximal invalid UTF-8
+/// sequence becomes U+FFFD. A clean text is only copied.
 std::string Clean(std::string_view sText);
 
-/// The text without the blanks at both ends; only those, unless other characters
-/// are named.
+/// The text without the blanks at both ends. sBlanks lists the characters that
+/// count as blanks; tabs and line ends do not unless they are listed.
 std::string Trim(std::string_view sText, std::string_view sBlanks = " ");
 
 /// The text as one line, for a message or a status line: control characters and
-/// Unicode's own ends of lines and paragraphs become blanks.
+/// Unicode line and paragraph separators become blanks.
 std::string OneLine(std::string_view sText);
 
 /// Escaped for an HTML text or a double-quoted attribute value.

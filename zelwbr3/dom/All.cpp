@@ -18,8 +18,8 @@ Element* FirstByWalking(const Element& oRoot, std::string_view sID) {
 
 Element* All::item(std::string_view sID) const {
   if (m_oRoot == nullptr || sID.empty()) return nullptr;
-  // The index holds what is part of the document. What is not, such as a row
-  // just copied from its template, is small.
+  // The index only holds what is part of the document. Anything else, such as a
+  // row just cloned from its template, is small enough to walk.
   if (!m_oRoot->isConnected()) return FirstByWalking(*m_oRoot, sID);
   return m_oRoot->OwnerDocument().m_ids.FirstBelow(*m_oRoot, sID);
 }

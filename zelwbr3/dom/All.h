@@ -4,9 +4,9 @@
 
 namespace ZELWbr3 {
 
-/// The elements below a root, found by id. Of several with one id the first in
-/// document order is found; null when there is none, and for the empty id. The
-/// cost does not depend on the size of the document.
+/// The elements below a root, by id. If several elements share an id, the first
+/// in document order is returned; null if there is none, and for the empty id.
+/// The cost does not depend on the size of the document.
 class All {
  public:
   /// A null root has nothing below it.

@@ -6,21 +6,21 @@
 namespace ZELWbr3 {
 
 /// Elements are numbered in document order as the document is built; a clone
-/// gets the next free numbers in the order of its source. Both sides of a
-/// browser count alike, so a number never has to be asked back. 0 = none.
+/// gets the next free numbers, in the order of its source. The replica and the
+/// browser count alike, so no number is ever sent back. 0 = none.
 using NodeNumber = std::uint32_t;
 
-/// One write to a document. Texts are valid UTF-8 without NUL and live only as
-/// long as the call that reports the change.
+/// One write to a document. Texts are valid UTF-8 without NUL and live only for
+/// the call that reports the change.
 struct Change {
   enum class Kind {
     Text = 1,             ///< Node's whole content becomes Text
     Attribute = 2,        ///< Node's attribute Name becomes Text
     RemoveAttribute = 3,  ///< Node loses its attribute Name
     Display = 4,          ///< Node's style display becomes Text
-    Clone = 5,            ///< a deep copy of Node gets the numbers from Other on; it is not attached yet
+    Clone = 5,            ///< a deep copy of Node, not attached yet, gets the numbers from Other on
     Append = 6,           ///< Other becomes Node's last child
-    After = 7,            ///< Other is put right behind Node
+    After = 7,            ///< Other is inserted directly after Node
     Create = 8,           ///< a new element Other with the tag Name becomes Node's last child
     AppendText = 9,       ///< Text is appended to Node's content
   };

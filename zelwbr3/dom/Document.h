@@ -12,18 +12,18 @@
 
 namespace ZELWbr3 {
 
-/// The document that a page works on: a replica in this process of what a
-/// browser shows, or all there is without a screen. Reads are answered here;
-/// writes change the replica and are reported to the change log, if there is
-/// one. Made by a DocumentBuilder.
+/// The document that a page works on: with a browser, the replica of what it
+/// shows; without a screen, the document itself. Reads are answered here; writes
+/// change the document and are reported to the change log, if there is one.
+/// Built by a DocumentBuilder.
 class Document {
  public:
   Document() = default;
   Document(const Document&) = delete;
   Document& operator=(const Document&) = delete;
 
-  /// Where writes are reported to from now on; null = nowhere. The log must
-  /// outlive the document or be replaced before it goes.
+  /// Reports writes to this log from now on; null = to none. The log must outlive
+  /// the document or be replaced before it is destroyed.
   void ReportTo(ChangeLog* oLog) { m_oLog = oLog; }
 
   /// The html element; null in an empty document.
@@ -33,19 +33,19 @@ class Document {
   /// The elements of the document.
   All all() const { return All(m_oRoot); }
 
-  /// The element with the focus: the body unless something else has it, null
-  /// in an empty document.
+  /// The element with the focus; the body if no other element has it, null in an
+  /// empty document.
   Element* activeElement() const;
-  /// Makes the nearest element that can be active the active one: oElement or
-  /// what is around it that is a link, a button, a form control, an embedded
-  /// object, a table cell or has a tabindex; else the body.
+  /// Makes an element active: oElement or its nearest ancestor that is a link, a
+  /// button, a form control, an embedded object or a table cell or has a
+  /// tabindex; the body if there is none.
   void Activate(Element* oElement);
 
   Window& parentWindow() { return m_oWindow; }
 
   /// Null when no element has this number.
   Element* ByNumber(NodeNumber iNumber);
-  /// Elements ever made, those that have left the document included.
+  /// Elements created so far, including those that have left the document.
   std::size_t Count() const { return m_elements.size(); }
 
  private:

@@ -6,22 +6,22 @@
 
 namespace ZELWbr3 {
 
-/// Builds elements in document order, which is the order of their numbers: a
-/// whole document from a parsed file or a browser's snapshot, or the content
+/// Builds elements in document order, which is also the order of their numbers:
+/// a whole document from a parsed file or a browser's snapshot, or the content
 /// of one element from markup.
 ///
 ///     DocumentBuilder oBuilder(oDocument);
 ///     oBuilder.Begin("html"); oBuilder.Attribute("lang", "en"); ... oBuilder.End();
 class DocumentBuilder {
  public:
-  /// For a document that is still empty.
+  /// For an empty document.
   explicit DocumentBuilder(Document& oDocument) : m_oDocument(oDocument) {}
-  /// For more content at the end of an element of the document; what is built
-  /// is reported to the document's change log.
+  /// Appends content to an element of the document and reports it to the
+  /// document's change log.
   DocumentBuilder(Document& oDocument, Element& oParent) : m_oDocument(oDocument), m_oCurrent(&oParent) {}
 
   Element& Begin(std::string_view sTag);
-  /// Of the element begun last; before its content.
+  /// An attribute of the element begun last. Call it before adding content.
   void Attribute(std::string_view sName, std::string_view sValue);
   void Text(std::string_view sText);
   /// Ends the element begun last.

@@ -15,8 +15,8 @@ namespace ZELWbr3 {
 
 namespace {
 
-/// Room between two siblings when the second is appended: enough to insert
-/// thirty times at one place before the siblings are numbered anew.
+/// Gap between the order numbers of two siblings when the second is appended:
+/// enough to insert thirty times at one place before siblings are renumbered.
 constexpr std::uint64_t OrderStep = std::uint64_t{1} << 30;
 
 const std::string NoText;
@@ -89,7 +89,7 @@ void Element::AppendTextContent(std::string& sText) const {
 }
 
 void Element::innerText(std::string_view sText) {
-  std::string sClean = Text::Clean(sText);  // first: it may be this element's own text
+  std::string sClean = Text::Clean(sText);  // first, because sText may be this element's own text
   RemoveContent();
   m_sText = std::move(sClean);
   m_oDocument->Report({Change::Kind::Text, m_iNumber, 0, {}, m_sText});
@@ -98,8 +98,8 @@ void Element::innerText(std::string_view sText) {
 std::string Element::innerHTML() const { return HTMLWriter().Inner(*this); }
 
 void Element::innerHTML(std::string_view sMarkup) {
-  // Parsed once before anything is touched: broken markup must not cost the
-  // content that stands there, and the markup may be a text out of it.
+  // Parsed once before anything changes: broken markup must not destroy the
+  // present content, and sMarkup may be part of that content.
   const std::string sOwn(sMarkup);
   Document oTrial;
   DocumentBuilder oTrialBuilder(oTrial);
@@ -191,7 +191,7 @@ std::vector<Element*> Element::cells() const {
 }
 
 Element& Element::cloneNode(bool bDeep) {
-  if (!bDeep) throw std::invalid_argument("Only deep copies of an element are made");
+  if (!bDeep) throw std::invalid_argument("An element can only be cloned with its content");
   const auto iFirst = static_cast<NodeNumber>(m_oDocument->Count() + 1);
   Element& oClone = m_oDocument->CloneBelow(*this, nullptr);
   m_oDocument->Report({Change::Kind::Clone, m_iNumber, iFirst});
@@ -205,7 +205,7 @@ Element& Element::appendChild(Element& oChild) {
 }
 
 Element& Element::after(Element& oElement) {
-  if (m_oParent == nullptr) throw std::logic_error("Nothing can stand behind an element without a parent");
+  if (m_oParent == nullptr) throw std::logic_error("An element without a parent cannot get a sibling");
   m_oParent->Insert(this, oElement);
   oElement.m_sTail = std::exchange(m_sTail, {});
   m_oDocument->Report({Change::Kind::After, m_iNumber, oElement.m_iNumber});

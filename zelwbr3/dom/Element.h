@@ -17,19 +17,19 @@ class Document;
 class EmbeddedObject;
 class Style;
 
-/// One element of a Document, which owns it: a pointer to an element is good
-/// for as long as its document.
+/// One element of a Document. The document owns it: a pointer to an element is
+/// valid as long as its document lives.
 ///
-/// Text is kept with the elements instead of in nodes of its own: `text` is
-/// what stands before the first child, `tail` what follows the element inside
-/// its parent. Names of attributes and tags are in lower case. Every text that
-/// is written may be any bytes; it is cleaned (Text::Clean) on its way in.
+/// There are no text nodes. `text` is the text before the first child, `tail`
+/// the text that follows the element inside its parent. Attribute and tag names
+/// are in lower case. A text to write may hold any bytes; it is cleaned
+/// (Text::Clean) first.
 class Element {
  public:
   using Attribute = std::pair<std::string, std::string>;
   using Attributes = std::vector<Attribute>;
 
-  /// Only documents make elements.
+  /// Only a Document creates elements.
   class Key {
     friend class Document;
     Key() = default;
@@ -43,7 +43,7 @@ class Element {
   Document& OwnerDocument() const { return *m_oDocument; }
   const std::string& tagName() const { return *m_sTag; }
 
-  // Attributes. An absent one reads as the empty text.
+  // Attributes. An absent attribute reads as the empty text.
   const Attributes& attributes() const;
   const std::string& getAttribute(std::string_view sName) const;
   bool hasAttribute(std::string_view sName) const;
@@ -62,17 +62,17 @@ class Element {
   /// The properties of an embedded object.
   EmbeddedObject object();
 
-  /// The text of the element and all below it, to the blank.
+  /// The text of the element and all its descendants, with every blank.
   std::string innerText() const;
-  /// Replaces the whole content by a text.
+  /// Replaces the whole content with a text.
   void innerText(std::string_view sText);
   std::string innerHTML() const;
-  /// Replaces the whole content by markup. Only for markup that the program
+  /// Replaces the whole content with markup. Only for markup that the program
   /// itself has built: elements with quoted attributes, text and the five
-  /// basic entities; anything else throws std::invalid_argument.
+  /// basic entities. Throws std::invalid_argument for anything else.
   void innerHTML(std::string_view sMarkup);
 
-  // Text parts, for those who write a document out.
+  // The parts of the text, for writing a document to a file.
   const std::string& text() const { return m_sText; }
   const std::string& tail() const { return m_sTail; }
 
@@ -81,7 +81,7 @@ class Element {
   Element* firstElementChild() const { return m_oFirstChild; }
   Element* nextElementSibling() const { return m_oNext; }
   Element* previousElementSibling() const { return m_oPrevious; }
-  /// True for the element itself, too.
+  /// Also true for the element itself.
   bool contains(const Element& oOther) const;
   /// True while the element is part of its document.
   bool isConnected() const;
@@ -89,18 +89,18 @@ class Element {
   /// The elements below this one.
   All all();
 
-  // Tables, 0-based; null when there is no such section, row or cell.
+  // Tables, 0-based; null if there is no such section, row or cell.
   Element* tBodies(std::size_t iIndex) const;
   Element* rows(std::size_t iIndex) const;
   Element* cells(std::size_t iIndex) const;
-  /// All cells of a row, for those who write more than one.
+  /// All cells of a row, for callers that write more than one.
   std::vector<Element*> cells() const;
 
-  /// A copy with everything below it, not attached anywhere.
+  /// An unattached copy with all descendants. bDeep must be true.
   Element& cloneNode(bool bDeep);
   /// Moves an unattached element to the end of this one.
   Element& appendChild(Element& oChild);
-  /// Puts an unattached element right behind this one.
+  /// Inserts an unattached element directly after this one.
   Element& after(Element& oElement);
 
  private:
@@ -123,8 +123,8 @@ class Element {
   Element* m_oLastChild = nullptr;
   Element* m_oPrevious = nullptr;
   Element* m_oNext = nullptr;
-  /// Grows from sibling to sibling, so that two rows of a long table can be
-  /// compared without walking between them.
+  /// Grows from sibling to sibling, so that the order of two rows of a long table
+  /// is known without walking from one to the other.
   std::uint64_t m_iOrder = 0;
   /// Shared between clones until one of them writes.
   std::shared_ptr<Attributes> m_oAttributes;

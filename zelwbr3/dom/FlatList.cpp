@@ -18,7 +18,7 @@ void FlatListWriter::Add(std::string_view sText) {
   static constexpr char Hex[] = "0123456789abcdef";
   m_sList += m_sList.empty() ? '[' : ',';
   m_sList += '"';
-  // Runs of harmless bytes are copied at once.
+  // Runs of bytes that need no escape are copied in one go.
   std::size_t iStart = 0;
   for (std::size_t i = 0; i < sText.size(); ++i) {
     const auto c = static_cast<unsigned char>(sText[i]);

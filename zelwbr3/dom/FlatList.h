@@ -7,8 +7,8 @@
 
 namespace ZELWbr3 {
 
-/// The wire format between the C++ side and a page: a JSON array of whole
-/// numbers and strings, nothing nested. This half writes one.
+/// Writes the wire format between the C++ side and a page: a flat JSON array of
+/// whole numbers and strings.
 class FlatListWriter {
  public:
   void Add(std::uint32_t lNumber);
@@ -18,15 +18,15 @@ class FlatListWriter {
   bool Empty() const { return m_sList.empty(); }
   /// Bytes written so far.
   std::size_t Size() const { return m_sList.size(); }
-  /// Ends the list and hands it out; the writer is empty again.
+  /// Closes the list and returns it; the writer is empty again.
   std::string Take();
 
  private:
   std::string m_sList;
 };
 
-/// Reads one, item by item. Throws std::invalid_argument that says what was
-/// expected and where when the text is not such a list.
+/// Reads such a list item by item. If the text is not one, throws
+/// std::invalid_argument that says what was expected and where.
 class FlatListReader {
  public:
   explicit FlatListReader(std::string_view sList);

@@ -20,7 +20,7 @@ bool IsVoid(const std::string& sTag) {
   return IsOneOf(Tags, sTag);
 }
 
-/// Elements whose text a parser takes as it stands, without entities.
+/// Elements whose text is not escaped: a parser does not resolve entities there.
 bool IsRaw(const std::string& sTag) {
   static constexpr std::array<std::string_view, 2> Tags = {"script", "style"};
   return IsOneOf(Tags, sTag);

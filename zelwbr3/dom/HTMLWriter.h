@@ -8,18 +8,18 @@
 
 namespace ZELWbr3 {
 
-/// Writes elements as HTML, every text to the blank.
+/// Writes elements as HTML and keeps every blank of their texts.
 class HTMLWriter {
  public:
-  /// May give the markup that stands for an element instead of its own, such
-  /// as a style element for a link to a style sheet.
+  /// May return markup to write in place of an element, such as a style element
+  /// for a link to a style sheet.
   using Replacement = std::function<std::optional<std::string>(const Element&)>;
 
   explicit HTMLWriter(Replacement oReplacement = {}) : m_oReplacement(std::move(oReplacement)) {}
 
-  /// The element with its tags and all below it.
+  /// The element with its tags and content.
   std::string Outer(const Element& oElement) const;
-  /// Only what is inside its tags.
+  /// The content only.
   std::string Inner(const Element& oElement) const;
 
  private:

@@ -15,7 +15,7 @@ void IdIndex::Add(Element& oElement) {
     return;
   }
   if (oEntry.Several == nullptr) oEntry.Several = std::make_unique<Elements>(Elements{oEntry.First});
-  oEntry.Several->insert(oEntry.Several->end(), &oElement);  // mostly rows appended in order
+  oEntry.Several->insert(oEntry.Several->end(), &oElement);  // hint: most are rows appended in order
   oEntry.First = *oEntry.Several->begin();
 }
 
@@ -39,7 +39,7 @@ Element* IdIndex::FirstBelow(const Element& oRoot, std::string_view sID) const {
   const Entry& oEntry = it->second;
   if (IsBelow(oEntry.First)) return oEntry.First;
   if (oEntry.Several == nullptr) return nullptr;
-  // Everything below a root stands right behind it in document order.
+  // In document order, the descendants of a root directly follow it.
   for (auto i = oEntry.Several->lower_bound(const_cast<Element*>(&oRoot)); i != oEntry.Several->end(); ++i) {
     if (IsBelow(*i)) return *i;
     if (*i != &oRoot) break;

@@ -10,15 +10,15 @@ namespace ZELWbr3 {
 
 class Element;
 
-/// The connected elements of a document by id, those with the same id in
-/// document order. An element is added after it has its place in the tree and
-/// removed before it leaves it.
+/// The connected elements of a document by id; elements with the same id are in
+/// document order. Add an element after it has been inserted into the tree, and
+/// remove it before it leaves the tree.
 class IdIndex {
  public:
   void Add(Element& oElement);
   void Remove(Element& oElement);
 
-  /// The first element with this id that is below oRoot.
+  /// The first element below oRoot with this id; null if there is none.
   Element* FirstBelow(const Element& oRoot, std::string_view sID) const;
 
  private:
@@ -27,7 +27,7 @@ class IdIndex {
   };
   using Elements = std::set<Element*, DocumentOrder>;
 
-  /// Nearly every id stands once; the set is there for those that do not.
+  /// Nearly every id occurs once; Several is only made for the others.
   struct Entry {
     Element* First = nullptr;
     std::unique_ptr<Elements> Several;

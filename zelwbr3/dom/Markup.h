@@ -6,10 +6,11 @@
 
 namespace ZELWbr3 {
 
-/// Builds what a piece of markup says. Understood are elements with attributes
-/// in double quotes, void elements such as <br>, text and the entities &amp;
-/// &lt; &gt; &quot; and &#39;. Throws std::invalid_argument, which names the
-/// place, for anything else; what stood before that place is built by then.
+/// Builds the elements of a piece of markup. It may hold elements with
+/// attributes in double quotes, void elements such as <br>, text and the
+/// entities &amp; &lt; &gt; &quot; and &#39;. For anything else throws
+/// std::invalid_argument, which names the position; everything before that
+/// position has been built by then.
 void BuildMarkup(DocumentBuilder& oBuilder, std::string_view sMarkup);
 
 }  // namespace ZELWbr3

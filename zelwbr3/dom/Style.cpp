@@ -10,8 +10,8 @@ namespace ZELWbr3 {
 
 namespace {
 
-/// The declarations of a style attribute. The page files are our own: no
-/// semicolon stands inside a value.
+/// The declarations of a style attribute. The page files are ours and have no
+/// semicolon inside a value.
 std::vector<std::string> Declarations(std::string_view sStyle) {
   std::vector<std::string> declarations;
   while (!sStyle.empty()) {
@@ -37,7 +37,7 @@ std::string Style::display() const {
 }
 
 void Style::display(std::string_view sValue) {
-  // Neither does a browser write the attribute anew for a value that it has.
+  // Like a browser, leave the attribute alone if the value does not change.
   if (display() == sValue) return;
   std::string sStyle;
   for (const std::string& sDeclaration : Declarations(m_oElement.getAttribute("style"))) {

@@ -4,7 +4,7 @@
 
 namespace ZELWbr3 {
 
-/// An element's own style, as far as it can be written: whether it is shown.
+/// An element's own style. Only `display` can be written.
 class Style {
  public:
   explicit Style(Element& oElement) : m_oElement(oElement) {}

@@ -4,7 +4,7 @@
 
 namespace ZELWbr3 {
 
-/// The event that a window is handling: a key that was pressed.
+/// The event that a window is handling: a key press.
 struct WindowEvent {
   Long keyCode;
   /// False keeps the browser from acting on the key.
@@ -22,7 +22,7 @@ class Window {
   WindowEvent* m_oEvent = nullptr;
 };
 
-/// Makes an event a window's current one for as long as this object lives.
+/// Makes an event the window's current one for the lifetime of this object.
 class CurrentEvent {
  public:
   CurrentEvent(Window& oWindow, WindowEvent& oEvent) : m_oWindow(oWindow), m_oPrevious(oWindow.m_oEvent) {

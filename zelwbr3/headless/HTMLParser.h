@@ -8,12 +8,12 @@
 
 namespace ZELWbr3::Headless {
 
-/// The document of an HTML text, by the same rules that browsers parse with.
+/// The document of an HTML text, parsed by the rules that browsers follow.
 std::shared_ptr<Document> ParseHTML(std::string_view sHTML);
 
-/// The document of a page file; null when it is empty or cannot be read.
+/// The document of a page file; null if the file is empty or cannot be read.
 std::shared_ptr<Document> LoadPageFile(const std::string& sPath);
-/// The document that is shown instead then.
+/// The document to show instead of a page file that cannot be read.
 std::shared_ptr<Document> PageNotFound(const std::string& sPath);
 
 }  // namespace ZELWbr3::Headless

@@ -5,12 +5,12 @@
 
 namespace ZELWbr3::Headless {
 
-/// A command list without a screen; the user is played by ClickItem.
+/// A command list without a screen; ClickItem plays the user.
 class HeadlessCommandlist : public CommandLists {
  public:
-  /// A click on the item with that key; on a disabled one nothing happens.
-  /// Throws std::invalid_argument, which names the key, when the list shown has
-  /// no such item.
+  /// Clicks the item with that key; clicking a disabled item does nothing. Throws
+  /// std::invalid_argument, which names the key, if the list shown has no such
+  /// item.
   void ClickItem(Long lKey);
 
   /// The items shown have changed.

@@ -11,11 +11,11 @@
 
 namespace ZELWbr3::Headless {
 
-/// The platform without a screen: for tests, for reports, for any program that
-/// wants the pages' content and no window. Serves one control at a time.
+/// The platform without a screen, for tests, reports and any program that needs
+/// the pages' content but no window. Serves one control at a time.
 class HeadlessPlatform : public Platform {
  public:
-  /// Works with the locale of the environment unless given another one.
+  /// Uses the locale of the environment unless given another one.
   explicit HeadlessPlatform(std::unique_ptr<ZELWbr3::UserLocale> oLocale = std::make_unique<SystemLocale>())
       : m_oLocale(std::move(oLocale)) {}
 
@@ -24,17 +24,17 @@ class HeadlessPlatform : public Platform {
   ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
   ScriptedAnswers& MessageBox() override { return m_oAnswers; }
   ScriptedAnswers& DialogBox() override { return m_oAnswers; }
-  /// A window that is closed as soon as its document has come to rest.
+  /// A window that closes as soon as its document has loaded.
   std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents& oEvents) override;
   const ZELWbr3::UserLocale& UserLocale() const override { return *m_oLocale; }
   void Trace(const std::string& sText) override { Traced.Raise(sText); }
 
-  /// The browser of a frame (0 to 3), while there is a control.
+  /// The browser of a frame (0 to 3), as long as the control lives.
   HeadlessWebBrowser& Frame(int iFrame) const;
-  /// The browser in front; throws std::logic_error when none is.
+  /// The browser in front; throws std::logic_error if there is none.
   HeadlessWebBrowser& FrontFrame() const;
 
-  /// A message window was shown; its browser still holds the document.
+  /// A message window was shown. Its browser still holds the document.
   Event<const HeadlessWebBrowser&> MessageWindowShown;
   /// A line was traced.
   Event<const std::string&> Traced;
@@ -53,7 +53,7 @@ class HeadlessPlatform : public Platform {
   MessageQueue m_oQueue;
   Pointer m_oPointer;
   ScriptedAnswers m_oAnswers;
-  /// Owned by the control; read only while it lives.
+  /// Owned by the control; only valid while it lives.
   std::array<HeadlessWebBrowser*, 4> m_frames = {};
 };
 

@@ -10,7 +10,7 @@ namespace ZELWbr3::Headless {
 
 namespace {
 
-/// The path of a page file's URL, in which a backslash separates folders, too.
+/// The path of a page file's URL, where a backslash also separates folders.
 std::string PathOf(std::string sURL) {
   std::ranges::replace(sURL, '\\', '/');
   return sURL;
@@ -62,7 +62,7 @@ bool HeadlessWebBrowser::Key(Long lKeyCode) {
     const CurrentEvent oCurrent(oDocument->parentWindow(), oEvent);
     if (m_oEvents.KeyDown()) return true;
   }
-  if (oNavigation.expired()) return false;  // the handler has left the document, or ended the control
+  if (oNavigation.expired()) return false;  // the handler left the document or destroyed the control
   if (ClicksActiveElement(*oDocument, lKeyCode)) m_oEvents.Click();
   return false;
 }

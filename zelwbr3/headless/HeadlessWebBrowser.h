@@ -9,9 +9,9 @@
 
 namespace ZELWbr3::Headless {
 
-/// A web browser without a screen: parses the page file and is the document.
-/// Its navigation notifications go through the message queue, in the order in
-/// which a real browser sends them. The second half plays the user.
+/// A web browser without a screen: parses the page file and holds the document.
+/// Its navigation notifications go through the message queue in the order in
+/// which a real browser sends them. Click, Key and Focus play the user.
 class HeadlessWebBrowser : public WebBrowser {
  public:
   HeadlessWebBrowser(MessageQueue& oQueue, WebBrowserEvents& oEvents) : m_oQueue(oQueue), m_oEvents(oEvents) {}
@@ -24,31 +24,30 @@ class HeadlessWebBrowser : public WebBrowser {
   void Move(int iLeft, int iTop, int iWidth, int iHeight) override;
 
   bool Visible() const { return m_bVisible; }
-  /// The URL navigated to last.
+  /// The URL of the last navigation.
   const std::string& URL() const { return m_sURL; }
-  /// The page file could be read; a page that says otherwise is shown else.
+  /// The page file could be read. If not, an error page is shown instead.
   bool Found() const { return m_bFound; }
-  /// The folder of the page file shown; empty for a URL that is no file.
+  /// The folder of the page file shown; empty if the URL is not a file.
   std::string Folder() const;
   int Width() const { return m_iWidth; }
   int Height() const { return m_iHeight; }
 
-  /// A click on the element with that id. Throws std::invalid_argument, which
-  /// names it, when the document has none.
+  /// Clicks the element with that id. Throws std::invalid_argument, which names
+  /// the id, if the document has no such element.
   void Click(const std::string& sID);
-  /// A key pressed. A key that the page does not handle does what a browser
-  /// does with it: Enter and Space click the active element. True when the page
-  /// swallowed it.
+  /// Presses a key. If the page does not handle it, Enter and Space click the
+  /// active element, as in a browser. True if the page swallowed the key.
   bool Key(Long lKeyCode);
-  /// Makes the element with that id active; throws as Click.
+  /// Makes the element with that id active; throws like Click.
   void Focus(const std::string& sID);
-  /// The browser's process dies.
+  /// Simulates the death of the browser's process.
   void Crash(const std::string& sReason);
 
  private:
   Element& Find(const std::string& sID) const;
-  /// Queues a notification of the navigation under way; a later navigation
-  /// makes it void.
+  /// Queues a notification of the current navigation; it is dropped if another
+  /// navigation starts first.
   void Post(std::function<void()> oNotification);
 
   MessageQueue& m_oQueue;
@@ -59,7 +58,7 @@ class HeadlessWebBrowser : public WebBrowser {
   bool m_bVisible = false;
   int m_iWidth = 0;
   int m_iHeight = 0;
-  /// Expires with the navigation under way, and with the browser.
+  /// Expires when the current navigation ends or the browser is destroyed.
   std::shared_ptr<const bool> m_oNavigation;
 };
 

@@ -3,7 +3,7 @@
 namespace ZELWbr3::Headless {
 
 void MessageQueue::Turn() {
-  if (m_messages.empty()) throw WaitError("The wait can never end: no notification is under way");
+  if (m_messages.empty()) throw WaitError("The wait cannot end: no notification is pending");
   const auto oMessage = std::move(m_messages.front());
   m_messages.pop_front();
   oMessage();

@@ -7,9 +7,9 @@
 
 namespace ZELWbr3::Headless {
 
-/// The message loop of a program without a screen: notifications wait in a
-/// queue until somebody pumps them. Somebody who waits while the queue is empty
-/// would wait for ever and gets a WaitError instead.
+/// The message loop of a program without a screen: notifications stay in a queue
+/// until they are pumped. A wait on an empty queue would never end, so it raises
+/// WaitError.
 class MessageQueue : public MessagePump {
  public:
   void Post(std::function<void()> oMessage) { m_messages.push_back(std::move(oMessage)); }

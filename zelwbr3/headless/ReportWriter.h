@@ -6,9 +6,8 @@
 
 namespace ZELWbr3::Headless {
 
-/// A document as HTML that needs no other file: the style sheets and scripts
-/// that it names in sFolder stand in it. Every id and every text is kept to the
-/// blank.
+/// A document as self-contained HTML: the style sheets and scripts that it loads
+/// from sFolder are inlined. Every id is kept, and every text with its blanks.
 std::string WriteReport(const Document& oDocument, const std::string& sFolder);
 
 }  // namespace ZELWbr3::Headless

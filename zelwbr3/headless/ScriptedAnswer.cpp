@@ -14,7 +14,7 @@ using Entry = ScriptedAnswer::Entry;
 
 constexpr std::array<std::string_view, 5> Words = {"ok", "cancel", "yes", "no", "quick"};
 
-/// What can be entered, by name, and the kind of field that it goes into.
+/// The names that an answer can give a value for, and the kind of field.
 struct Input {
   std::string_view Name;
   Field::Kind Into;
@@ -31,13 +31,13 @@ const Input* Named(std::string_view sName) {
   return it == std::end(Inputs) ? nullptr : it;
 }
 
-/// The input whose "name=" stands at the beginning of a text.
+/// The input whose "name=" a text starts with; null if there is none.
 const Input* InputAt(std::string_view sText) {
   const auto iEquals = sText.find('=');
   return iEquals == std::string_view::npos ? nullptr : Named(sText.substr(0, iEquals));
 }
 
-/// Three numbers of fixed lengths, with a separator between any two.
+/// Reads three numbers of fixed lengths with a separator between them.
 bool ReadThree(std::string_view sText, std::string_view sPattern, std::array<int, 3>& numbers) {
   if (sText.size() != sPattern.size()) return false;
   std::size_t iNumber = 0;
@@ -73,7 +73,7 @@ bool ReadTime(std::string_view sText, Date& dDate) {
 void Check(const Entry& oEntry) {
   Date dIgnored;
   const auto Expect = [&](bool bHolds, const char* sForm) {
-    if (!bHolds) Fail(oEntry.Name + "=" + oEntry.Value + ", where " + oEntry.Name + "= needs " + sForm);
+    if (!bHolds) Fail("has " + oEntry.Name + "=" + oEntry.Value + ", but " + oEntry.Name + "= takes " + sForm);
   };
   switch (Named(oEntry.Name)->Into) {
     case Field::Kind::Date:
@@ -90,14 +90,14 @@ void Check(const Entry& oEntry) {
   }
 }
 
-/// Types a text into an emptied box, as its entering selects what it holds.
+/// Types a text into a box, replacing what it holds: the focus selects it all.
 void Type(Field& oField, const std::string& sText) {
   constexpr Long Backspace = 8;
   std::vector<std::string> characters;
   for (std::size_t i = 0; i < sText.size();) {
     const std::size_t iStart = i++;
     while (i < sText.size() && (sText[i] & 0xC0) == 0x80) ++i;
-    // Filters tell ASCII characters apart; any other is just none of them.
+    // Filters only tell ASCII characters apart; a lead byte is none of them.
     const auto cLead = static_cast<unsigned char>(sText[iStart]);
     if (oField.TakesKey && !oField.TakesKey(Long(cLead))) continue;
     if (cLead == Backspace) {
@@ -110,7 +110,7 @@ void Type(Field& oField, const std::string& sText) {
   for (const std::string& sCharacter : characters) oField.Text += sCharacter;
 }
 
-/// A control's name ends with the name of its input: txtNumber, inpUntilDate.
+/// A control's name ends with its input's name: txtNumber, inpUntilDate.
 bool IsFieldOf(const Field& oField, std::string_view sName) {
   const auto Same = [](char a, char b) { return a == b || a - 'A' + 'a' == b; };
   return oField.Name.size() >= sName.size() &&
@@ -122,15 +122,15 @@ bool IsFieldOf(const Field& oField, std::string_view sName) {
 ScriptedAnswer ScriptedAnswer::Parse(const std::string& sText) {
   const auto iBlank = sText.find(' ');
   ScriptedAnswer oAnswer{sText, sText.substr(0, iBlank), {}};
-  if (std::ranges::find(Words, oAnswer.Word) == Words.end()) Fail("is none of ok, cancel, yes, no, quick");
+  if (std::ranges::find(Words, oAnswer.Word) == Words.end()) Fail("is not one of ok, cancel, yes, no, quick");
   if (iBlank == std::string::npos) return oAnswer;
-  if (oAnswer.Word != "ok") Fail("takes nothing behind its word");
+  if (oAnswer.Word != "ok") Fail("has values, which only ok takes");
 
   for (std::string_view sRest = std::string_view(sText).substr(iBlank + 1); !sRest.empty();) {
     const Input* const oInput = InputAt(sRest);
     if (oInput == nullptr) {
       Fail("has \"" + std::string(sRest) +
-           "\", which begins with none of date=, time=, config=, number=, interval=, delete=, reconnect=");
+           "\", which starts with none of date=, time=, config=, number=, interval=, delete=, reconnect=");
     }
     sRest.remove_prefix(oInput->Name.size() + 1);
     std::size_t iEnd = sRest.find(' ');

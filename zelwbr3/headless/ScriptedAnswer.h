@@ -7,10 +7,10 @@
 
 namespace ZELWbr3::Headless {
 
-/// One answer of a script: what is pressed, and what is entered into a dialog
-/// before.
+/// One scripted answer: the button to press, and what to enter into the dialog
+/// before that.
 struct ScriptedAnswer {
-  /// What is entered into one field.
+  /// A value for one field.
   struct Entry {
     std::string Name;
     std::string Value;
@@ -20,15 +20,16 @@ struct ScriptedAnswer {
   std::string Word;  ///< ok, cancel, yes, no or quick
   std::vector<Entry> Entries;
 
-  /// Reads "WORD" or "ok name=value …". A value goes on until the next name
-  /// that is known, so it may have blanks in it: date=YYYY-MM-DD,
-  /// time=HH:MM:SS, config=, number= and interval= as typed, delete= and
-  /// reconnect= yes or no. Throws std::invalid_argument that says what is
-  /// wrong with it; a date or time that does not exist is not.
+  /// Parses "WORD" or "ok name=value …": date=YYYY-MM-DD, time=HH:MM:SS,
+  /// config=, number= and interval= as typed, delete= and reconnect= yes or no.
+  /// A value ends at the next known name, so it may contain blanks. Throws
+  /// std::invalid_argument that says what is wrong. A date or time that does not
+  /// exist is accepted: the dialog rejects it.
   static ScriptedAnswer Parse(const std::string& sText);
 
-  /// Presses nothing yet, but enters the entries into a dialog's fields, text
-  /// key by key. Says what the dialog has no field for; empty when all went in.
+  /// Enters the values into a dialog's fields, text key by key; presses no
+  /// button. Returns the first "name=" that the dialog has no field for, empty
+  /// if it has all.
   std::string Enter(Dialog& oDialog) const;
 };
 

@@ -9,7 +9,7 @@ namespace {
 
 using Answer = MessageBox::Answer;
 
-/// What a box offers, the cancelling choice last.
+/// The answers that a box offers, the cancelling one last.
 std::span<const Answer> Offered(MessageBox::Buttons eButtons) {
   static constexpr Answer OK[] = {Answer::OK};
   static constexpr Answer OKCancel[] = {Answer::OK, Answer::Cancel};
@@ -110,7 +110,7 @@ Dialog::Answer ScriptedAnswers::Press(Dialog& oDialog, const ScriptedAnswer& oAn
       std::ranges::find_if(oDialog.Buttons, [&](const auto& o) { return oAnswer.Word == Word(o.Gives); });
   if (oButton == oDialog.Buttons.end()) return Refuse(" does not offer the answer " + oAnswer.Text);
   const std::string sUnknown = oAnswer.Enter(oDialog);
-  if (!sUnknown.empty()) return Refuse(" has nothing to enter " + sUnknown + " into");
+  if (!sUnknown.empty()) return Refuse(" has no field for " + sUnknown);
   if (oButton->Gives != Dialog::Answer::Cancel && oDialog.Complaint) {
     const std::string sComplaint = oDialog.Complaint();
     if (!sComplaint.empty()) return Refuse(" cannot be confirmed: " + sComplaint);

@@ -10,10 +10,9 @@
 
 namespace ZELWbr3::Headless {
 
-/// Answers message boxes and dialogs from a script, in order. A box that the
-/// script has no answer for is answered with its cancelling choice; one that
-/// can only be confirmed takes nothing from the script unless that is its turn
-/// to say ok.
+/// Answers message boxes and dialogs from a script, in order. A box without a
+/// scripted answer is cancelled. A box that only offers OK takes the next answer
+/// only if that is ok.
 class ScriptedAnswers : public MessageBox, public DialogBox {
  public:
   struct Box {
@@ -24,13 +23,13 @@ class ScriptedAnswers : public MessageBox, public DialogBox {
     MessageBox::Answer Given;
   };
 
-  /// A dialog after its answer: its fields hold what was entered.
+  /// A dialog after it was answered: its fields hold what was entered.
   struct AnsweredDialog {
     const Dialog& Shown;
     Dialog::Answer Given;
   };
 
-  /// Throws as ScriptedAnswer::Parse.
+  /// Throws like ScriptedAnswer::Parse.
   void Add(const std::string& sAnswer) { m_answers.push_back(ScriptedAnswer::Parse(sAnswer)); }
   bool Empty() const { return m_answers.empty(); }
 
@@ -41,24 +40,25 @@ class ScriptedAnswers : public MessageBox, public DialogBox {
   Event<const Box&> Shown;
   /// A dialog was shown and answered.
   Event<const AnsweredDialog&> DialogShown;
-  /// An answer that the box or dialog does not offer or cannot be confirmed
-  /// with: says which. It was cancelled.
+  /// The box or dialog did not take the scripted answer and was cancelled; the
+  /// text says why.
   Event<const std::string&> Unsuitable;
 
  private:
-  /// What presses which button; Cancel when the answer does not fit.
+  /// Enters an answer into a dialog and returns the button pressed; Cancel if the
+  /// dialog does not take the answer.
   Dialog::Answer Press(Dialog& oDialog, const ScriptedAnswer& oAnswer);
 
   std::deque<ScriptedAnswer> m_answers;
 };
 
-/// The words by which buttons, icons and answers are written.
+/// The words for buttons, icons and answers in scripts and event logs.
 const char* Word(MessageBox::Buttons eButtons);
 const char* Word(MessageBox::Icon eIcon);
 const char* Word(MessageBox::Answer eAnswer);
 const char* Word(Dialog::Answer eAnswer);
 
-/// All that a dialog says: its text, then a line for each of its fields.
+/// Everything a dialog says: its text, then one line per field.
 std::string FullText(const Dialog& oDialog);
 
 }  // namespace ZELWbr3::Headless
