@@ -2,11 +2,11 @@
  * The embedded components of the page files: <zel-fill-bar> and
  * <zel-instance-picture>.
  *
- * A component's properties live as attributes of its element: "data-" and the
+ * A component's properties are attributes of its element: "data-" and the
  * property's name in lower case, numbers in decimal, booleans as "true" and
- * "false". Whoever fills a page writes those attributes; the component only
- * draws what they say, inside its own shadow root. It never writes to the
- * document around it, so the document stays exactly what its filler made it.
+ * "false". The program writes these attributes; the component draws them inside
+ * its own shadow root and never writes to the document around it, which must
+ * stay as the program filled it.
  *
  * The file is a classic script without imports, so that it can be inlined.
  */
@@ -17,13 +17,13 @@
 
   const Decimal = /^\s*[+-]?\d{1,15}(\.\d{1,15})?\s*$/;
 
-  // null stands for "absent or not a number".
+  // null means "absent or not a number".
   const ReadNumber = (sText) => (sText !== null && Decimal.test(sText) ? Number(sText) : null);
   const ReadBoolean = (sText) => sText !== null && sText.trim().toLowerCase() === "true";
 
   const AttributeOf = (sProperty) => `data-${sProperty.toLowerCase()}`;
 
-  /** An element that redraws itself whenever one of its properties changes. */
+  /** An element that redraws itself when one of its properties changes. */
   class Component extends HTMLElement {
     constructor(sMarkup, oSheet) {
       super();
@@ -36,8 +36,8 @@
       this.Draw();
     }
 
-    // The parser reports every attribute of a new element before it connects
-    // it; one drawing, at the end, does.
+    // The parser reports every attribute of a new element before connecting it;
+    // drawing once, when it is connected, is enough.
     attributeChangedCallback() {
       if (this.isConnected) this.Draw();
     }
@@ -47,7 +47,7 @@
     }
   }
 
-  /** Makes a class an element whose named properties are accessors. */
+  /** Registers a class as an element and gives it accessors for its properties. */
   function Define(sElement, oClass, oReaders) {
     for (const [sProperty, Read] of Object.entries(oReaders)) {
       const sAttribute = AttributeOf(sProperty);
@@ -72,8 +72,8 @@
 
   // ---- fill bar -----------------------------------------------------------
 
-  // The bar's level is the highest limit that its percentage has reached. Every
-  // level differs in colour, hatching and word.
+  // The bar's level is the highest limit that its percentage has reached. The
+  // levels differ in colour, hatching and word.
   const Levels = [
     { sLimit: "ColdPercent", sClass: "cold", sWord: "raised" },
     { sLimit: "MediumPercent", sClass: "medium", sWord: "high" },
@@ -127,7 +127,7 @@
     }
 
     Draw() {
-      // A limit outside 1 to 100 divides nothing and is no limit.
+      // Limits outside 1 to 100 are ignored.
       const oLimits = Levels.map((oLevel) => ({ ...oLevel, dLimit: this[oLevel.sLimit] })).filter(
         ({ dLimit }) => dLimit !== null && dLimit > 0 && dLimit <= 100
       );
@@ -157,13 +157,13 @@
       const sLabel = this.getAttribute("label") ?? "Fill level";
       oMeter.setAttribute("aria-label", bValue ? sLabel : `${sLabel}: ${sMeaning}`);
       oMeter.setAttribute("aria-valuetext", sMeaning);
-      // A meter must have a value; without one it is a picture that says so.
+      // A meter must have a value; without one this is an image that says so.
       oMeter.setAttribute("role", bValue ? "meter" : "img");
       oMeter.setAttribute("aria-valuenow", bValue ? String(Math.min(dPercent, 100)) : "");
     }
 
-    // Below the bar each zone runs from its limit to the next higher one, and a
-    // tick marks each limit on the bar itself.
+    // Below the bar, each zone extends from its limit to the next higher one. On
+    // the bar, a tick marks each limit.
     DrawLimits(oLimits) {
       for (const { sClass } of Levels) {
         const iOwn = oLimits.findIndex((oLimit) => oLimit.sClass === sClass);
@@ -269,8 +269,8 @@
       this.Part("tip").textContent = sMeaning;
     }
 
-    // A colour is red + 256 green + 65536 blue. White means the colour of
-    // paper, which the theme decides, so nothing is painted.
+    // A colour is red + 256 green + 65536 blue. White means the page's own
+    // background, so nothing is painted.
     static Background(lColor) {
       if (lColor === null || !Number.isInteger(lColor) || lColor < 0 || lColor >= 0xffffff) return "none";
       return `rgb(${lColor & 255} ${(lColor >> 8) & 255} ${lColor >> 16})`;

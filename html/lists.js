@@ -1,22 +1,22 @@
 /*
- * The lists of the page files: sorted by a click on a column's heading,
- * filtered by a text, and copied as a spreadsheet takes them.
+ * The lists in page files: sorted by a click on a column heading, filtered by a
+ * text, and copied in a form that spreadsheets take.
  *
- * A list is a table of class "zelTblSort" whose headings are the first row of
- * its body, with a hidden template row below them. Whoever fills the page
- * appends rows to that body, at any time.
+ * A list is a table of class "zelTblSort". The first row of its body holds the
+ * headings, the second is a hidden template row. The program may append rows to
+ * that body at any time.
  *
- * The control keeps its own picture of the document and never asks for it back,
- * so what it reads is what it has written, in its order, whatever happens here.
- * The script moves rows, and nothing else that the control knows: sorted by no
- * column and filtered by no text, the document is again exactly the control's.
- * What the script adds (the bar above the list, a button in each heading, two
- * hidden bodies) comes after the load, when the control has taken its picture.
+ * The program keeps its own copy of the document and never reads it back from
+ * the browser, so nothing that happens here affects what it reads. The script
+ * only moves rows: without sorting and filter, the document is exactly what the
+ * program made it. What the script adds (the bar above the list, a button in
+ * each heading, two hidden bodies) is added after the load, when the program has
+ * already taken its copy.
  *
- * To lay out a row costs the browser ten times as much as to make it, in time
- * and in memory. The rows of a long list therefore wait in a hidden body, from
- * which they come little by little, and the page stays usable meanwhile; those
- * of a very long one come when the user scrolls there.
+ * Laying out a row costs the browser ten times as much as creating it, in time
+ * and in memory. The rows of a long list therefore wait in a hidden body and are
+ * shown in steps, so that the page stays usable; the rows of a very long list
+ * are shown when the user scrolls to them.
  */
 (() => {
   "use strict";
@@ -27,7 +27,7 @@
   const Unit = `(?:\\s*(${Object.keys(Scale).join("|")}))?$`;
   const Escape = (sText) => sText.replace(/[.*+?^${}()|[\]\\]/g, "\\$&");
 
-  /** Reads numbers as the user writes them, with or without groups and a unit, and as programs write them. */
+  /** Reads numbers in the user's format, with or without groups and a unit, and in the format of programs. */
   class NumberReader {
     constructor(sDecimal, sGroup) {
       const sGroups = sGroup === "" ? "" : `\\d{1,3}(?:${Escape(sGroup)}\\d{2,3})*${Escape(sGroup)}\\d{3}|`;
@@ -36,13 +36,13 @@
       this.oPrograms = new RegExp(`^([-+]?)(\\d+)(?:\\.(\\d+))?(e[-+]?\\d{1,3})?${Unit}`, "i");
     }
 
-    /** The settings that the control has written into the page. */
+    /** A reader with the settings that the program has written into the page. */
     static OfDocument() {
       const Setting = (sId, sDefault) => document.getElementById(sId)?.textContent || sDefault;
       return new NumberReader(Setting("LocaleDecimalSymbole", "."), Setting("LocaleThousendGroupingSymbole", ""));
     }
 
-    /** NaN for what is no number. */
+    /** The number in a text; NaN if there is none. */
     Read(sText) {
       if (sText.length > 64) return NaN;
       let oMatch = this.oUsers.exec(sText);
@@ -59,11 +59,11 @@
     }
   }
 
-  // The user's language, but never a variant that puts all capitals before all small letters.
+  // The user's language, but never a variant that sorts all capital letters before all small ones.
   const sLanguage = new Intl.Locale(new Intl.Collator().resolvedOptions().locale).baseName;
   const Texts = new Intl.Collator(sLanguage, { numeric: true, sensitivity: "base" });
 
-  /** Numbers stand before texts, in both directions, and nothing stands last. */
+  /** Numbers sort before texts, and empty cells last, in both directions. */
   const Rank = (oKey) => (oKey.sText === "" ? 2 : Number.isNaN(oKey.dNumber) ? 1 : 0);
 
   const Compare = (oKey, oOther, iDirection) => {
@@ -79,15 +79,22 @@
 
   const IsHidden = (oRow) => oRow.style.display === "none";
 
+  const SelectedRange = () => (getSelection().rangeCount > 0 ? getSelection().getRangeAt(0).cloneRange() : null);
+
+  const SameRange = (oRange, oOther) =>
+    oOther !== null &&
+    oRange.compareBoundaryPoints(Range.START_TO_START, oOther) === 0 &&
+    oRange.compareBoundaryPoints(Range.END_TO_END, oOther) === 0;
+
   const Directions = ["none", "ascending", "descending"];
 
-  /** Rows that are laid out at once, and with every further step at least. */
+  /** Rows laid out at once, and the minimum of each further step. */
   const RowsAtOnce = 1000;
-  /** The same at most. */
+  /** The maximum of each further step. */
   const RowsAtMost = 5000;
-  /** The longest break between two steps, in milliseconds. */
+  /** The longest pause between two steps, in milliseconds. */
   const LongestRest = 2000;
-  /** Rows that are laid out although nobody has scrolled there. */
+  /** Rows laid out without scrolling there. */
   const RowsUnasked = 5000;
 
   class List {
@@ -95,22 +102,24 @@
       this.oTable = oTable;
       this.oBody = oTable.tBodies[0];
       this.oHeadings = this.oBody.rows[0];
-      /** The rows still to be shown, and those that the filter keeps out. */
+      /** The rows still to be shown, and those that do not match the filter. */
       this.oLater = Make("tbody", "zelListLater", { hidden: true });
       this.oOut = Make("tbody", "zelListOut", { hidden: true });
-      /** All rows but headings and template, in the order in which they came. */
+      /** All rows except headings and template, in the order in which they were added. */
       this.oRows = [];
       this.iColumn = -1;
       this.iDirection = 0;
       this.sFilter = "";
-      /** How many rows may be shown, and how many are. */
+      /** How many rows may be shown, and how many are shown. */
       this.iAllowed = RowsAtOnce;
       this.iShown = 0;
       this.iShowTimer = 0;
       this.iKnown = 0;
-      /** The user has scrolled to where the next rows belong. */
+      /** What was selected before the mouse was pressed on a heading. */
+      this.oSelectedBefore = null;
+      /** The user has scrolled close to the end of the rows shown. */
       this.bNearEnd = false;
-      /** When the rows may be arranged again, and the timer that waits for it. */
+      /** The earliest time for arranging the rows again, and the timer for it. */
       this.dNext = 0;
       this.iTimer = 0;
 
@@ -121,8 +130,11 @@
       this.Decorate();
       this.Tell();
       this.oHeadings.addEventListener("click", (oEvent) => this.OnHeading(oEvent));
-      // Two clicks in a row sort twice; they do not select the heading's text.
-      this.oHeadings.addEventListener("mousedown", (oEvent) => oEvent.detail > 1 && oEvent.preventDefault());
+      this.oHeadings.addEventListener("mousedown", (oEvent) => {
+        // Two clicks in a row sort twice; they do not select the heading's text.
+        if (oEvent.detail > 1) oEvent.preventDefault();
+        this.oSelectedBefore = SelectedRange();
+      });
 
       this.oObserver = new MutationObserver((oRecords) => this.OnRows(oRecords));
       this.oObserver.observe(this.oBody, { childList: true });
@@ -148,7 +160,7 @@
       this.oTable.before(this.oBar);
     }
 
-    /** The page is scrolled to less than two of its heights above the list's end. */
+    /** Shows more rows once the page is scrolled to less than two of its heights above the list's end. */
     WatchEnd() {
       const oEnd = Make("div", "zelListEnd");
       this.oTable.after(oEnd);
@@ -159,7 +171,7 @@
       new IntersectionObserver(OnScroll, { rootMargin: "0px 0px 200% 0px" }).observe(oEnd);
     }
 
-    // A long text takes one line until the user asks for all of it.
+    // Long texts are cut to one line unless the user wants them wrapped.
     MakeWrapButton() {
       const oButton = Make("button", "zelBtn zelListWrap", { type: "button", textContent: "Wrap long texts" });
       oButton.setAttribute("aria-pressed", "false");
@@ -169,12 +181,13 @@
       return oButton;
     }
 
-    /** Gives every heading the button that sorts by keyboard; the control's writing takes it away. */
+    /** Gives every heading a button for sorting by keyboard; it is lost when the program writes the heading. */
     Decorate() {
       for (const oHeading of this.oHeadings.cells) {
         if (oHeading.lastElementChild?.className === "zelListSort") continue;
         const oButton = Make("button", "zelListSort", { type: "button" });
-        oButton.setAttribute("aria-label", `Sort by ${oHeading.textContent}`);
+        // Isolated, because a column's name may hold bidirectional controls.
+        oButton.setAttribute("aria-label", `Sort by \u2068${oHeading.textContent}\u2069`);
         oHeading.append(oButton);
       }
     }
@@ -182,8 +195,8 @@
     OnHeading(oEvent) {
       const oHeading = oEvent.target.closest("th");
       if (oHeading === null) return;
-      // Who has just selected a heading's text wants to copy it. A key makes a click without a mouse button.
-      if (oEvent.detail > 0 && !getSelection().isCollapsed) return;
+      // A mouse that has just selected text does not sort. A click by key has no detail.
+      if (oEvent.detail > 0 && !getSelection().isCollapsed && !SameRange(SelectedRange(), this.oSelectedBefore)) return;
       this.iAllowed = RowsAtOnce;
       const iColumn = oHeading.cellIndex;
       this.iDirection = iColumn === this.iColumn ? (this.iDirection + 1) % Directions.length : 1;
@@ -205,7 +218,7 @@
       else this.Tell();
     }
 
-    /** Takes notice of rows that the body has got at its end, and moves on what is too much for it. */
+    /** Registers rows added at the end of the body, and moves those beyond the limit to the hidden body. */
     Add(oNodes) {
       for (const oNode of oNodes) {
         if (!(oNode instanceof HTMLTableRowElement) || oNode === this.oHeadings || IsHidden(oNode)) continue;
@@ -215,7 +228,7 @@
       }
     }
 
-    /** Says how many rows are seen, as far as it is not all, and sees to it that more will be. */
+    /** Shows the number of rows unless all are visible, and schedules the next step. */
     Tell() {
       const iAll = this.oRows.length;
       this.oCount.textContent = iAll === 0 ? "No rows" : this.iShown === iAll ? "" : `${this.iShown} of ${iAll}`;
@@ -230,7 +243,7 @@
       const dBegin = performance.now();
       this.Show(Math.min(Math.max(RowsAtOnce, this.iShown >> 1), RowsAtMost));
       void this.oBody.offsetHeight;
-      // Half of the time is the user's, and most of it the control's while it adds rows.
+      // Leave half of the time to the user, and most of it to the program while it adds rows.
       const iRest = this.oRows.length > this.iKnown ? 5 : 1;
       this.iKnown = this.oRows.length;
       this.iShowTimer = setTimeout(() => {
@@ -240,7 +253,7 @@
       this.Tell();
     }
 
-    /** Shows so many of the rows that wait. */
+    /** Shows this many of the waiting rows. */
     Show(iRows) {
       const oFragment = document.createDocumentFragment();
       for (let i = 0; i < iRows && this.oLater.firstElementChild !== null; ++i) {
@@ -248,19 +261,19 @@
         ++this.iShown;
       }
       this.oBody.append(oFragment);
-      // Rows that come later wait, too: a single one makes the browser lay out the whole list anew.
+      // Rows added later wait as well: a single one makes the browser lay out the whole list again.
       this.iAllowed = this.iShown;
       this.oObserver.takeRecords();
     }
 
-    // Rows that go on coming are arranged again and again: so seldom that it
-    // takes but a small part of the time, however many there are.
+    // While rows keep coming they are arranged repeatedly, but so rarely that it
+    // only takes a small part of the time, however many there are.
     Schedule(dDelay) {
       clearTimeout(this.iTimer);
       this.iTimer = setTimeout(() => this.Arrange(), Math.max(dDelay, this.dNext - performance.now()));
     }
 
-    /** Puts the rows that match into their order and the others aside, all anew. */
+    /** Sorts and filters all rows. */
     Arrange() {
       clearTimeout(this.iTimer);
       const dBegin = performance.now();
@@ -301,7 +314,7 @@
       return oKeys.sort((oKey, oOther) => Compare(oKey, oOther, iSign)).map(({ oRow }) => oRow);
     }
 
-    /** Makes rows the last ones of a body, in this order, moving none in vain. */
+    /** Makes rows the last ones of a body, in this order; does not touch those already in place. */
     Place(oBody, oRows) {
       let oAt = oBody.lastElementChild;
       for (let i = oRows.length - 1; ; --i) {
@@ -317,7 +330,7 @@
 
   // ---- copying --------------------------------------------------------------
 
-  /** What of a cell lies in a range, in one line. */
+  /** The part of a cell that is in a range, as one line. */
   const Selected = (oCell, oRange) => {
     const oPart = document.createRange();
     oPart.selectNodeContents(oCell);
@@ -348,7 +361,7 @@
     const oRange = oSelection.getRangeAt(0);
     const oInside = oRange.commonAncestorContainer;
     const oAround = oInside instanceof Element ? oInside : oInside.parentElement;
-    // Part of one cell is plain text, and so is what holds no table.
+    // A part of one cell, or a selection without a table, is copied as plain text.
     if (oAround.closest("td, th") !== null) return;
     const oOne = oAround.closest("table");
     const oTables = (oOne === null ? [...oAround.querySelectorAll("table")] : [oOne]).filter(

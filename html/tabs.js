@@ -1,13 +1,13 @@
 /*
- * The tab strips of the page files, operated by keyboard.
+ * Keyboard operation of the tab strips in page files.
  *
- * A strip is one stop of the Tab key: focus comes in at the selected tab and
- * leaves the strip as a whole; the arrow keys, Home and End move it from tab to
- * tab. Enter and Space are no business of this script: to select a tab is a
- * click, which the program takes.
+ * A strip is one stop of the Tab key: Tab enters it at the selected tab and
+ * leaves it as a whole; the arrow keys, Home and End move from tab to tab. This
+ * script does not handle Enter and Space: the program turns them into a click,
+ * which selects the tab.
  *
- * The script only moves the focus. It changes nothing in the document, which
- * stays exactly what its filler made it; so there is no roving tabindex here.
+ * The script only moves the focus. It does not change the document, which must
+ * stay as the program filled it, so it does not use a roving tabindex.
  */
 (() => {
   "use strict";
@@ -20,7 +20,7 @@
 
   let bTabKey = false;
 
-  /** Where a key moves the focus among so many tabs; -1 for nowhere. */
+  /** The tab that a key moves the focus to; -1 if the key does not move it. */
   const Target = (sKey, iTab, iCount) => {
     switch (sKey) {
       case "ArrowRight": return (iTab + 1) % iCount;
@@ -32,14 +32,14 @@
   };
 
   document.addEventListener("keydown", (oEvent) => {
-    bTabKey = oEvent.code === "Tab";  // together with Shift its key has no name in WebKit
+    bTabKey = oEvent.code === "Tab";  // with Shift, WebKit gives its key no name
     if (oEvent.ctrlKey || oEvent.altKey || oEvent.metaKey) return;
     const oStrip = StripOf(oEvent.target);
     if (oStrip === null) return;
     const oTabs = TabsOf(oStrip);
     if (oTabs.length === 0) return;
     if (bTabKey) {
-      // From the end of the strip the browser's own step leads out of it.
+      // Go to the end of the strip; the browser's own step then leaves it.
       const oLinks = oStrip.querySelectorAll("a");
       oLinks[oEvent.shiftKey ? 0 : oLinks.length - 1].focus();
       return;
@@ -47,7 +47,8 @@
     const iTarget = Target(oEvent.key, oTabs.indexOf(oEvent.target), oTabs.length);
     if (iTarget < 0) return;
     oEvent.preventDefault();
-    oTabs[iTarget].focus();
+    // A key moves the focus, so its ring shows although a mouse click may have set it last.
+    oTabs[iTarget].focus({ focusVisible: true });
   });
 
   document.addEventListener("pointerdown", () => { bTabKey = false; }, true);

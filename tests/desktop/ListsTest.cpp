@@ -113,6 +113,7 @@ TEST_F(ListsTest, HeadingsSortNumbersAsNumbersAndGoBackToTheOrderRead) {
   WaitForNames("adam Zoe Eve Bea 2");
   ClickOnThe(Heading(1));
   WaitForNames("Eve Zoe adam Bea 2");
+  Press("ctrl+a");
   ClickOnThe(Heading(1));
   WaitForNames("Zoe adam Eve Bea 2");
   ExpectLiveEqualsReplica(Front());

@@ -35,6 +35,7 @@ TEST_F(TabsTest, AStripIsOneStopOfTheTabKeyAndArrowsMoveInIt) {
   WaitForFocus("tbsTab1Parameters");
   Press("Right");
   WaitForFocus("tbsTab2Parameters");
+  EXPECT_EQ(Ask(Front(), "document.activeElement.matches(':focus-visible')"), "true");
   Press("End");
   WaitForFocus("tbsTab3Parameters");
   Press("Right");
