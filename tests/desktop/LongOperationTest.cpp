@@ -1,5 +1,5 @@
 #include "tests/desktop/TestWindow.h"
-#include "tests/support/TestDatabase.h"
+#include "tests/support/ChangedRecording.h"
 #include "zelwbr3/pages/main/PageMain.h"
 #include "zelwbr3/pages/main/StateCommands.h"
 #include "zelwbr3/pages/storage/PageDataArea.h"
@@ -19,8 +19,10 @@ namespace {
 
 /// An instance that does not go online before somebody lets it, or 20 seconds
 /// have gone by, and that must not be asked anything meanwhile.
-class SlowDatabase : public Testing::TestDatabase {
+class SlowDatabase : public Testing::ChangedRecording {
  public:
+  SlowDatabase() : ChangedRecording("new-7.6") {}
+
   std::function<void()> OnOnline;
   std::promise<void> LetGo;
 
@@ -33,7 +35,7 @@ class SlowDatabase : public Testing::TestDatabase {
   }
   std::shared_ptr<ZELLib3::StateInfo> StateInfo() override {
     EXPECT_FALSE(AtWork);
-    return TestDatabase::StateInfo();
+    return ChangedRecording::StateInfo();
   }
 
  private:

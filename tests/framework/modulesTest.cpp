@@ -1,6 +1,6 @@
 // The framework's small modules and classes.
 
-#include "tests/support/TestDatabase.h"
+#include "tests/support/ChangedRecording.h"
 #include "zelwbr3/framework/CommandLists.h"
 #include "zelwbr3/framework/clsHourglass.h"
 #include "zelwbr3/framework/modCheckCommands.h"
@@ -15,7 +15,6 @@
 namespace ZELWbr3 {
 
 using Headless::HeadlessCommandlist;
-using Testing::TestDatabase;
 using ZELCmd3::CommandItem;
 
 namespace {
@@ -64,20 +63,19 @@ TEST(modCmdEnum, LinksCarryTheirCommand) {
 
 TEST(modCheckCommands, OffersAFeatureFromItsReleaseOn) {
   using namespace modCheckCommands;
-  const auto oDatabase = std::make_shared<TestDatabase>();
-  const auto Offered = [&](int lRelease, int lNumber, int lStatus) {
-    oDatabase->ReleaseNumber = lRelease;
-    oDatabase->VersionNumber = lNumber;
-    oDatabase->State->status = lStatus;
+  const auto oDatabase = std::make_shared<Testing::ChangedRecording>("");
+  const auto Offered = [&](const char* sRelease, const char* sNumber, const char* sStatus) {
+    oDatabase->Change({std::string("Version.Release = ") + sRelease, std::string("Version.Number = ") + sNumber,
+                       std::string("StateInfo.Status = ") + sStatus});
     const bool bExtend = CheckAutoExtend(oDatabase);
     EXPECT_EQ(CheckAutoUpdateStatistics(oDatabase), bExtend);
     return std::pair(bExtend, CheckOnlineFeature(oDatabase));
   };
-  EXPECT_EQ(Offered(0x07060000, 0x07060009, 5), std::pair(false, false));
-  EXPECT_EQ(Offered(0x07060000, 0x0706000A, 5), std::pair(true, false));
-  EXPECT_EQ(Offered(0x07060000, 0x0706000C, 5), std::pair(true, true));
-  EXPECT_EQ(Offered(0x07060000, 0x0706000C, 4), std::pair(true, false));
-  EXPECT_EQ(Offered(0x0705FFFF, 0x0706000C, 5), std::pair(false, false));
+  EXPECT_EQ(Offered("0x07060000", "0x07060009", "5"), std::pair(false, false));
+  EXPECT_EQ(Offered("0x07060000", "0x0706000A", "5"), std::pair(true, false));
+  EXPECT_EQ(Offered("0x07060000", "0x0706000C", "5"), std::pair(true, true));
+  EXPECT_EQ(Offered("0x07060000", "0x0706000C", "4"), std::pair(true, false));
+  EXPECT_EQ(Offered("0x0705FFFF", "0x0706000C", "5"), std::pair(false, false));
 }
 
 TEST(CommandLists, ShowsTheListOfThePageInFront) {

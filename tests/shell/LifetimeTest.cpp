@@ -9,69 +9,68 @@
 
 #include <stdexcept>
 
-namespace ZELWbr3 {
-
-using Testing::TestPage;
+namespace ZELWbr3::Testing {
 
 namespace {
 
-using Lines = std::vector<std::string>;
-
-class LifetimeTest : public Testing::Shown {
+/// An instance whose data area is full: the main page has a link then.
+class LifetimeTest : public testing::Test, public Shown {
  protected:
-  LifetimeTest() { PageFile("Test", "<a id=link href=x>x</a><a id=guicmd00065></a>"); }
+  LifetimeTest() : Shown("full-data") {}
 
   /// Shows a page that nobody but the control holds.
   std::weak_ptr<TestPage> ShowOwn() {
-    auto oPage = std::make_shared<TestPage>(Log);
-    Control->Show(oPage, 1);
-    Log.clear();
+    PageFile("Test", "<a id=link href=x>x</a>");
+    auto oPage = std::make_shared<TestPage>(*this);
+    Browser->Show(oPage, 1);
+    Quiet();
     return oPage;
   }
-  /// Shows an instance whose data area is full: the main page has a link then.
-  void ShowFull() {
-    Control->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
-    Instance->State->anyAreaFull = Instance->State->dataFull = true;
-    ShowMain();
+  template <typename... Arguments>
+  void On(Event<Arguments...>& oEvent, std::function<void()> oAct) {
+    Connections.push_back(oEvent.Connect([oAct](const Arguments&...) { oAct(); }));
   }
+  std::function<void()> Destroy = [this] { Browser.reset(); };
+  std::function<void()> CleanUp = [this] { Browser->CleanUp(); };
+  static void Fail() { throw std::runtime_error("and failed as well"); }
 };
 
 }  // namespace
 
 TEST_F(LifetimeTest, DestroyedWhileAPageCompletes) {
-  Control->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
-  Connections.push_back(Control->PageComplete.Connect([this](const std::shared_ptr<Page>&) { Control.reset(); }));
-  EXPECT_THROW(ShowMain(), WaitError);
+  On(Browser->PageComplete, Destroy);
+  EXPECT_THROW(Show("Main"), WaitError);
   Settle();
 }
 
 TEST_F(LifetimeTest, DestroyedWhileAClickIsHandled) {
   const auto oPage = ShowOwn();
-  oPage.lock()->OnClick = [&](const std::string&) -> bool {
-    Control.reset();
-    throw std::runtime_error("and failed as well");
+  oPage.lock()->OnClick = [&](const std::string&) {
+    Destroy();
+    Fail();
+    return true;
   };
-  Platform.FrontFrame().Click("link");
+  Click("link");
   EXPECT_TRUE(oPage.expired());
-  EXPECT_EQ(Log, (Lines{"Test.Click link", "Test.CleanUp"}));
+  EXPECT_EQ(Lines(), "Test.Click link\nTest.CleanUp\n");
 }
 
 TEST_F(LifetimeTest, DestroyedWhileAKeyIsHandled) {
   const auto oPage = ShowOwn();
-  Platform.FrontFrame().Focus("link");
+  Focus("link");
   oPage.lock()->OnKey = [&](Long&) {
-    Control.reset();
+    Destroy();
     return false;  // so the key would be a click on the link
   };
-  EXPECT_FALSE(Platform.FrontFrame().Key(13));
+  EXPECT_FALSE(Key(13));
   EXPECT_TRUE(oPage.expired());
 }
 
 TEST_F(LifetimeTest, DestroyedWhileItWaits) {
-  auto oPage = std::make_shared<TestPage>(Log);
-  Platform.MessagePump().Post([this] { Control.reset(); });
+  auto oPage = std::make_shared<TestPage>(*this);
+  Platform.MessagePump().Post(Destroy);
   try {
-    Control->Show(oPage, 1);
+    Browser->Show(oPage, 1);
     FAIL() << "shown";
   } catch (const WaitError& oError) {
     EXPECT_STREQ(oError.what(), "The control was destroyed while it waited");
@@ -82,56 +81,52 @@ TEST_F(LifetimeTest, DestroyedWhileItWaits) {
 }
 
 TEST_F(LifetimeTest, DestroyedByTheCommandOfALink) {
-  ShowFull();
-  Connections.push_back(Control->Command.Connect([this](Long) {
-    Control.reset();
-    throw std::runtime_error("and failed as well");
-  }));
-  Platform.FrontFrame().Click("guicmd00065");
-  EXPECT_EQ(Log, (Lines{"PageComplete Main", "Command 65"}));
+  Show("Main");
+  On(Browser->Command, [this] {
+    Destroy();
+    Fail();
+  });
+  Click("guicmd00065");
+  EXPECT_EQ(Lines(), "page Main\ncommand 65\n");
 }
 
 TEST_F(LifetimeTest, CleanedUpByTheCommandOfALink) {
-  ShowFull();
-  Connections.push_back(Control->Command.Connect([this](Long) {
-    Control->CleanUp();
-    throw std::runtime_error("and failed as well");
-  }));
+  Show("Main");
+  On(Browser->Command, [this] {
+    CleanUp();
+    Fail();
+  });
   Click("guicmd00065");
-  EXPECT_EQ(Commands(), "");
-  Control->PageMain()->Commandlist(Commandlist);
-  ShowMain();
-  EXPECT_EQ(Text("txtName"), "DEMO");
-  EXPECT_NE(Commands(), "");
+  EXPECT_EQ(Lines(), "page Main\ncommand 65\n");
+  EXPECT_EQ(Items(), "");
+  Show("Main");
+  EXPECT_EQ(Text("txtName"), "FULLDATA");
+  EXPECT_NE(Items(), "");
 }
 
 TEST_F(LifetimeTest, CleanedUpWhileAReloadCompletes) {
-  Control->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
-  ShowMain();
-  Log.clear();
-  Connections.push_back(Control->PageComplete.Connect([this](const std::shared_ptr<Page>&) { Control->CleanUp(); }));
+  Show("Main");
+  On(Browser->PageComplete, CleanUp);
   EXPECT_TRUE(Key(116));
-  EXPECT_EQ(Log, (Lines{"ActionBegin", "PageComplete Main"}));
+  EXPECT_EQ(Lines(), "page Main\nbegin\npage Main\n");
 }
 
 TEST_F(LifetimeTest, DestroyedWhileAnErrorIsDisplayed) {
-  Control->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
-  Instance->Raises = {"InstanceName"};
-  ExpectError("-1000 InstanceName cannot be read");
-  Connections.push_back(
-      Platform.MessageBox().Shown.Connect([this](const Headless::ScriptedAnswers::Box&) { Control.reset(); }));
-  EXPECT_THROW(ShowMain(), WaitError);
+  Database->Change({R"(raises = ["InstanceName"])"});
+  OnAsked = [this](const std::string&) { Destroy(); };
+  EXPECT_THROW(Show("Main"), WaitError);
+  EXPECT_EQ(Lines(), "box Error [exclamation ok]: -24988 SQL error -> ok\n");
 }
 
 TEST_F(LifetimeTest, APageOutlivesItsControl) {
-  const auto oMain = Control->PageMain();
-  auto oOwn = std::make_shared<TestPage>(Log);
-  Control->Show(oOwn, 1);
-  auto oGone = std::make_shared<TestPage>(Log, "Gone", 2);
-  Control->Show(oGone, 2);
-  Control->Clear(2);  // shown once, in no frame any more
-  Control.reset();
-  EXPECT_THROW(oMain->Show(Instance), std::logic_error);
+  const auto oMain = Browser->PageMain();
+  auto oOwn = std::make_shared<TestPage>(*this);
+  Browser->Show(oOwn, 1);
+  auto oGone = std::make_shared<TestPage>(*this, "Gone", 2);
+  Browser->Show(oGone, 2);
+  Browser->Clear(2);  // shown once, in no frame any more
+  Destroy();
+  EXPECT_THROW(oMain->Show(Database), std::logic_error);
   EXPECT_THROW(oOwn->Show(), std::logic_error);
   EXPECT_THROW(oGone->Show(), std::logic_error);
 }
@@ -139,34 +134,35 @@ TEST_F(LifetimeTest, APageOutlivesItsControl) {
 // Every page of the registry is of its type, has a file and a frame, and says
 // so when it has no instance instead of falling over.
 TEST_F(LifetimeTest, EveryPageOfTheRegistryCanBeShown) {
-  Control->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
   const std::shared_ptr<Page> pages[] = {
-      Control->PageDefault(),    Control->PageMain(),         Control->PageHistory(),    Control->PageHistoryItem(),
-      Control->PageSysInfos(),   Control->PageSysInfo(),      Control->PageParameters(), Control->PageParameter(),
-      Control->PageInfoCaches(), Control->PageInfoActivity(), Control->PageDataArea(),   Control->PageLogArea(),
-      Control->PageSysDD(),      Control->PageSQLTable(),     Control->PageSessions(),   Control->PageDBAnalyzer()};
+      Browser->PageDefault(),    Browser->PageMain(),         Browser->PageHistory(),    Browser->PageHistoryItem(),
+      Browser->PageSysInfos(),   Browser->PageSysInfo(),      Browser->PageParameters(), Browser->PageParameter(),
+      Browser->PageInfoCaches(), Browser->PageInfoActivity(), Browser->PageDataArea(),   Browser->PageLogArea(),
+      Browser->PageSysDD(),      Browser->PageSQLTable(),     Browser->PageSessions(),   Browser->PageDBAnalyzer()};
   int iType = 0;
   for (const auto& oPage : pages) {
-    SCOPED_TRACE(oPage->Name());
     EXPECT_EQ(oPage->PageType(), ++iType);
-    if (iType > 1) ExpectError("The page " + oPage->Name() + " has no instance to show");
-    Control->Show(oPage, oPage->WebBrowser());
-    EXPECT_EQ(Control->ActPage(), iType);
-    EXPECT_EQ(Control->ActPageObj(), oPage);
+    Browser->Show(oPage, oPage->WebBrowser());
+    EXPECT_EQ(Lines(), (iType == 1 ? ""
+                                   : "box Error [exclamation ok]: The page " + oPage->Name() +
+                                         " has no instance to show -> ok\n") +
+                           "page " + oPage->Name() + "\n");
+    EXPECT_EQ(Browser->ActPage(), iType);
+    EXPECT_EQ(Browser->ActPageObj(), oPage);
   }
 }
 
 TEST_F(LifetimeTest, AMissingPageFileIsShownAsOneThatCannotBeRead) {
-  Control->HTMLPath("/nowhere & <beyond>");
-  ExpectError("The page file Main.htm has no element \"imgInstance\"");
-  ShowMain();
-  EXPECT_EQ(Control->VisibleDocument()->body()->innerText(),
-            "Page not found/nowhere & <beyond>/Main.htm cannot be read.");
+  const std::string sTold =
+      "box Error [exclamation ok]: The page file Main.htm has no element \"imgInstance\" -> ok\npage Main\n";
+  Browser->HTMLPath("/nowhere & <beyond>");
+  Show("Main");
+  EXPECT_EQ(Lines() + Picture(), sTold + "Page not found\n/nowhere & <beyond>/Main.htm cannot be read.\n");
   PageFile("Other", "");
-  std::filesystem::create_directory(Control->HTMLPath() + "/Main.htm");
-  ExpectError("The page file Main.htm has no element \"imgInstance\"");
-  ShowMain();
-  EXPECT_NE(Control->VisibleDocument()->body()->innerText().find("cannot be read"), std::string::npos);
+  std::filesystem::create_directory(Browser->HTMLPath() + "/Main.htm");
+  Show("Main");
+  EXPECT_EQ(Lines(), sTold);
+  EXPECT_TRUE(Picture().ends_with("cannot be read.\n"));
 }
 
-}  // namespace ZELWbr3
+}  // namespace ZELWbr3::Testing

@@ -10,25 +10,20 @@
 
 #include <stdexcept>
 
-namespace ZELWbr3 {
-
-using Testing::RecordingPlatform;
-using Testing::TestPage;
+namespace ZELWbr3::Testing {
 
 namespace {
 
-using Lines = std::vector<std::string>;
-
-class NavigationTest : public testing::Test {
+class NavigationTest : public testing::Test, public Story {
  protected:
   NavigationTest() {
     Control.HTMLPath("/pages");
-    m_oComplete = Control.PageComplete.Connect(
-        [this](const std::shared_ptr<Page>& oPage) { Log.push_back("PageComplete " + oPage->Name()); });
+    m_oComplete =
+        Control.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) { Line("page " + oPage->Name()); });
   }
 
   std::shared_ptr<TestPage> MakePage(const char* sName = "Test", int iFrame = 1) {
-    return std::make_shared<TestPage>(Log, sName, iFrame);
+    return std::make_shared<TestPage>(*this, sName, iFrame);
   }
   void Show(const std::shared_ptr<TestPage>& oPage) { Control.Show(oPage, oPage->WebBrowser()); }
   /// Queues what a browser reports of one navigation.
@@ -36,7 +31,7 @@ class NavigationTest : public testing::Test {
     auto& oBrowser = *Platform.Frames[iFrame];
     Platform.Queue.Post([&oBrowser] { oBrowser.Events.BeforeNavigate(true); });
     Platform.Queue.Post([&, this] {
-      Log.push_back("arrived");
+      Line("arrived");
       oBrowser.Events.NavigateComplete();
     });
     Platform.Queue.Post([&oBrowser] {
@@ -44,10 +39,7 @@ class NavigationTest : public testing::Test {
       oBrowser.Events.DocumentComplete(true);
     });
   }
-  Lines TakeLog() { return std::exchange(Log, {}); }
-
-  Lines Log;
-  RecordingPlatform Platform{Log};
+  RecordingPlatform Platform{*this};
   Browser Control{Platform};
 
  private:
@@ -62,28 +54,28 @@ static_assert(!std::is_convertible_v<Browser&, PageSite&> && !std::is_convertibl
 TEST_F(NavigationTest, ShowTakesItsStepsInOrder) {
   const auto oFirst = MakePage("First");
   Loads(1);
-  Platform.Queue.Post([this] { Log.push_back("a later message"); });
+  Platform.Queue.Post([this] { Line("a later message"); });
   Platform.Frames[1]->Unsettled = 2;
   EXPECT_EQ(Control.Show(oFirst, 1), 1);
-  EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\First.htm flags 14", "arrived", "show 1", "First.Fill",
-                              "PageComplete First", "not settled 1", "a later message", "not settled 1"}));
+  EXPECT_EQ(Lines(),
+            "Navigate 1 /pages\\First.htm flags 14\narrived\nshow 1\nFirst.Fill\npage First\nnot settled 1\na later "
+            "message\nnot settled 1\n");
   EXPECT_EQ(Control.ActPage(), 1);
   EXPECT_GT(Platform.Frames[1]->Flushes, 0);
 
   // The same page again is not hidden; another one in its frame hides it.
   Loads(1);
   oFirst->Show();
-  EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\First.htm flags 14", "arrived", "First.Fill", "PageComplete First"}));
+  EXPECT_EQ(Lines(), "Navigate 1 /pages\\First.htm flags 14\narrived\nFirst.Fill\npage First\n");
   Loads(1);
   Show(MakePage("Second"));
-  EXPECT_EQ(TakeLog().front(), "First.Hide");
+  EXPECT_TRUE(Lines().starts_with("First.Hide\n"));
   EXPECT_EQ(oFirst->Document(), nullptr);
 
   // Another frame comes to the front as soon as its document arrives.
   Loads(2);
   Show(MakePage("Third", 2));
-  EXPECT_EQ(TakeLog(), (Lines{"Navigate 2 /pages\\Third.htm flags 14", "arrived", "hide 1", "show 2", "Third.Fill",
-                              "PageComplete Third"}));
+  EXPECT_EQ(Lines(), "Navigate 2 /pages\\Third.htm flags 14\narrived\nhide 1\nshow 2\nThird.Fill\npage Third\n");
 }
 
 TEST_F(NavigationTest, AnyFramesArrivalEndsTheFirstWaitOnly) {
@@ -95,7 +87,7 @@ TEST_F(NavigationTest, AnyFramesArrivalEndsTheFirstWaitOnly) {
   });
   const auto oPage = MakePage();
   EXPECT_THROW(Show(oPage), WaitError);
-  EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\Test.htm flags 14", "show 1"}));
+  EXPECT_EQ(Lines(), "Navigate 1 /pages\\Test.htm flags 14\nshow 1\n");
   EXPECT_EQ(Control.ActPage(), 0);
 
   oBrowser.Events.BeforeNavigate(false);
@@ -105,7 +97,7 @@ TEST_F(NavigationTest, AnyFramesArrivalEndsTheFirstWaitOnly) {
   oBrowser.Loaded = nullptr;  // a document that never came still ends the silence
   oBrowser.Events.DocumentComplete(true);
   EXPECT_FALSE(oPage->NoEvents());
-  EXPECT_TRUE(Log.empty());
+  EXPECT_EQ(Lines(), "");
 }
 
 TEST_F(NavigationTest, AShowInsideAShowSatisfiesBoth) {
@@ -115,14 +107,13 @@ TEST_F(NavigationTest, AShowInsideAShowSatisfiesBoth) {
     Loads(2);
     Loads(1);
     Show(oInner);
-    Log.push_back("inner shown");
+    Line("inner shown");
   });
   Control.Show(oOuter, 1);
   Platform.Queue.Poll();
-  EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\Outer.htm flags 14", "Navigate 2 /pages\\Inner.htm flags 14",
-                              "arrived", "show 2", "Inner.Fill", "PageComplete Inner", "inner shown",
-                              // The flags are the control's: the outer page counts as complete now.
-                              "hide 2", "show 1", "arrived", "Outer.Fill", "PageComplete Outer"}));
+  EXPECT_EQ(Lines(),
+            "Navigate 1 /pages\\Outer.htm flags 14\nNavigate 2 /pages\\Inner.htm flags 14\narrived\nshow "
+            "2\nInner.Fill\npage Inner\ninner shown\nhide 2\nshow 1\narrived\nOuter.Fill\npage Outer\n");
 }
 
 TEST_F(NavigationTest, TheDeathOfABrowserEndsEveryWait) {
@@ -153,8 +144,7 @@ TEST_F(NavigationTest, EmptyingTheFrameEndsTheWaitForItsPage) {
   } catch (const WaitError& oError) {
     EXPECT_STREQ(oError.what(), "The frame was emptied before the page Test was complete");
   }
-  EXPECT_EQ(TakeLog(),
-            (Lines{"Navigate 1 /pages\\Test.htm flags 14", "Test.Hide", "Navigate 1 about:blank flags 0", "show 1"}));
+  EXPECT_EQ(Lines(), "Navigate 1 /pages\\Test.htm flags 14\nTest.Hide\nNavigate 1 about:blank flags 0\nshow 1\n");
 }
 
 TEST_F(NavigationTest, AFillThatFailsStillCompletesThePage) {
@@ -162,8 +152,9 @@ TEST_F(NavigationTest, AFillThatFailsStillCompletesThePage) {
   oPage->OnFill = [] { throw std::runtime_error("no such luck"); };
   Loads(1);
   Show(oPage);
-  EXPECT_EQ(TakeLog(), (Lines{"Navigate 1 /pages\\Test.htm flags 14", "arrived", "show 1", "Test.Fill",
-                              "Trace Filling the page Test failed: no such luck", "PageComplete Test"}));
+  EXPECT_EQ(Lines(),
+            "Navigate 1 /pages\\Test.htm flags 14\narrived\nshow 1\nTest.Fill\nTrace Filling the page Test failed: no "
+            "such luck\npage Test\n");
 }
 
 TEST_F(NavigationTest, NavigatesWithAndWithoutAPage) {
@@ -171,15 +162,15 @@ TEST_F(NavigationTest, NavigatesWithAndWithoutAPage) {
   Control.HTMLPath("/pages\\");  // the separator is added all the same
   Loads(1);
   Show(oPage);
-  EXPECT_EQ(TakeLog().front(), "Navigate 1 /pages\\\\Test.htm flags 14");
+  EXPECT_TRUE(Lines().starts_with("Navigate 1 /pages\\\\Test.htm flags 14\n"));
   Control.Refresh(1);
-  EXPECT_EQ(TakeLog(), Lines{"Navigate 1 /pages\\\\Test.htm flags 14"});
+  EXPECT_EQ(Lines(), "Navigate 1 /pages\\\\Test.htm flags 14\n");
   Control.Navigate("http://127.0.0.1/", 1);
-  EXPECT_EQ(TakeLog(), (Lines{"Test.Hide", "Navigate 1 http://127.0.0.1/ flags 0"}));
+  EXPECT_EQ(Lines(), "Test.Hide\nNavigate 1 http://127.0.0.1/ flags 0\n");
   Control.Refresh(1);
-  EXPECT_EQ(TakeLog(), Lines{"Navigate 1 http://127.0.0.1/ flags 14"});
+  EXPECT_EQ(Lines(), "Navigate 1 http://127.0.0.1/ flags 14\n");
   Control.Clear(1);
-  EXPECT_EQ(TakeLog(), Lines{"Navigate 1 about:blank flags 0"});
+  EXPECT_EQ(Lines(), "Navigate 1 about:blank flags 0\n");
 }
 
 TEST_F(NavigationTest, RefusesFramesThatAreNotThere) {
@@ -193,7 +184,7 @@ TEST_F(NavigationTest, RefusesFramesThatAreNotThere) {
   }
   EXPECT_THROW(Control.Show(nullptr, 1), std::invalid_argument);
   EXPECT_THROW(oPage->Show(), std::logic_error);  // nobody's page yet
-  EXPECT_TRUE(Log.empty());
+  EXPECT_EQ(Lines(), "");
   EXPECT_EQ(Control.VisibleDocument(), nullptr);
   Control.Clear(3);  // has no name, and is there
 }
@@ -208,10 +199,10 @@ TEST_F(NavigationTest, CleanUpEmptiesTheNamedFramesAndForgetsThePages) {
   Loads(1);
   Control.PageDefault()->Show();
   EXPECT_EQ(Control.ActPageObj(), Control.PageDefault());
-  TakeLog();
+  static_cast<void>(Lines());
   Control.CleanUp();
-  EXPECT_EQ(TakeLog(), (Lines{"Navigate 0 about:blank flags 0", "Navigate 1 about:blank flags 0",
-                              "Navigate 2 about:blank flags 0"}));
+  EXPECT_EQ(Lines(),
+            "Navigate 0 about:blank flags 0\nNavigate 1 about:blank flags 0\nNavigate 2 about:blank flags 0\n");
   EXPECT_EQ(Control.ActPage(), 1);
   EXPECT_EQ(Control.ActPageObj(), nullptr);
   EXPECT_THROW(oMain->Show(), std::logic_error);
@@ -220,4 +211,4 @@ TEST_F(NavigationTest, CleanUpEmptiesTheNamedFramesAndForgetsThePages) {
   Control.CleanUp();
 }
 
-}  // namespace ZELWbr3
+}  // namespace ZELWbr3::Testing

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/Story.h"
 #include "tests/support/TestLocale.h"
 #include "zelwbr3/dom/DocumentBuilder.h"
 #include "zelwbr3/headless/MessageQueue.h"
@@ -8,7 +9,6 @@
 
 #include <array>
 #include <string>
-#include <vector>
 
 namespace ZELWbr3::Testing {
 
@@ -18,23 +18,23 @@ class RecordingPlatform : public Platform {
  public:
   class Browser : public WebBrowser {
    public:
-    Browser(std::vector<std::string>& log, int iFrame, WebBrowserEvents& oEvents)
-        : Events(oEvents), m_log(log), m_sFrame(std::to_string(iFrame)) {}
+    Browser(Story& oStory, int iFrame, WebBrowserEvents& oEvents)
+        : Events(oEvents), m_oStory(oStory), m_sFrame(std::to_string(iFrame)) {}
 
     void Navigate(const std::string& sURL, NavigateFlags eFlags) override {
-      m_log.push_back("Navigate " + m_sFrame + " " + sURL + " flags " + std::to_string(static_cast<int>(eFlags)));
+      m_oStory.Line("Navigate " + m_sFrame + " " + sURL + " flags " + std::to_string(static_cast<int>(eFlags)));
     }
     std::shared_ptr<ZELWbr3::Document> Document() const override { return Loaded; }
     void Flush() override { ++Flushes; }
     bool Settled() const override {
-      if (Unsettled > 0) m_log.push_back("not settled " + m_sFrame);
+      if (Unsettled > 0) m_oStory.Line("not settled " + m_sFrame);
       return Unsettled == 0 || --Unsettled == 0;
     }
-    void Visible(bool bVisible) override { m_log.push_back((bVisible ? "show " : "hide ") + m_sFrame); }
+    void Visible(bool bVisible) override { m_oStory.Line((bVisible ? "show " : "hide ") + m_sFrame); }
     void Move(int iLeft, int iTop, int iWidth, int iHeight) override {
       std::string sPlace;
       for (const int i : {iLeft, iTop, iWidth, iHeight}) sPlace += " " + std::to_string(i);
-      m_log.push_back("Move " + m_sFrame + sPlace);
+      m_oStory.Line("Move " + m_sFrame + sPlace);
     }
 
     void Load() {
@@ -50,14 +50,14 @@ class RecordingPlatform : public Platform {
     mutable int Unsettled = 0;  ///< questions until it has settled
 
    private:
-    std::vector<std::string>& m_log;
+    Story& m_oStory;
     std::string m_sFrame;
   };
 
-  explicit RecordingPlatform(std::vector<std::string>& log) : m_log(log) {}
+  explicit RecordingPlatform(Story& oStory) : m_oStory(oStory) {}
 
   std::unique_ptr<WebBrowser> MakeWebBrowser(int iFrame, WebBrowserEvents& oEvents) override {
-    auto oBrowser = std::make_unique<Browser>(m_log, iFrame, oEvents);
+    auto oBrowser = std::make_unique<Browser>(m_oStory, iFrame, oEvents);
     Frames.at(static_cast<std::size_t>(iFrame)) = oBrowser.get();
     return oBrowser;
   }
@@ -65,7 +65,7 @@ class RecordingPlatform : public Platform {
   ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
   ZELWbr3::MessageBox& MessageBox() override { return m_oAnswers; }
   const ZELWbr3::UserLocale& UserLocale() const override { return m_oLocale; }
-  void Trace(const std::string& sText) override { m_log.push_back("Trace " + sText); }
+  void Trace(const std::string& sText) override { m_oStory.Line("Trace " + sText); }
 
   std::array<Browser*, 4> Frames = {};
   Headless::MessageQueue Queue;
@@ -76,7 +76,7 @@ class RecordingPlatform : public Platform {
     void MousePointer(Integer) override {}
   };
 
-  std::vector<std::string>& m_log;
+  Story& m_oStory;
   Pointer m_oPointer;
   Headless::ScriptedAnswers m_oAnswers;
   TestLocale m_oLocale;

@@ -8,39 +8,35 @@
 
 #include <stdexcept>
 
-namespace ZELWbr3 {
-
-using Testing::TestPage;
+namespace ZELWbr3::Testing {
 
 namespace {
 
-using Lines = std::vector<std::string>;
-
-class RoutingTest : public Testing::Shown {
+class RoutingTest : public testing::Test, public Shown {
  protected:
-  RoutingTest() {
+  RoutingTest() : Shown("") {
     for (const char* sName : {"Test", "Other"}) {
       PageFile(sName,
                "<a id=link href=x><b id=inside>x</b></a><a id=second href=y></a><a href=z>none</a><input id=field>");
     }
-    Control->Show(Own, 1);
-    Log.clear();
+    Browser->Show(Own, 1);
+    Quiet();
   }
 
   std::shared_ptr<TestPage> ShowOther(int iFrame) {
-    const auto oOther = std::make_shared<TestPage>(Log, "Other", iFrame);
-    Control->Show(oOther, iFrame);
-    Log.clear();
+    const auto oOther = std::make_shared<TestPage>(*this, "Other", iFrame);
+    Browser->Show(oOther, iFrame);
+    Quiet();
     return oOther;
   }
 
-  std::shared_ptr<TestPage> Own = std::make_shared<TestPage>(Log);
+  std::shared_ptr<TestPage> Own = std::make_shared<TestPage>(*this);
 };
 
 }  // namespace
 
 TEST_F(RoutingTest, AKeyThatThePageTakesIsKeptFromTheBrowser) {
-  Platform.FrontFrame().Focus("link");
+  Focus("link");
   bool bTakes = true;
   WindowEvent oSeen;
   Own->OnKey = [&](Long& lKeyCode) {
@@ -51,15 +47,15 @@ TEST_F(RoutingTest, AKeyThatThePageTakesIsKeptFromTheBrowser) {
   };
   EXPECT_TRUE(Key(13));
   EXPECT_EQ(oSeen.keyCode, 13);
-  EXPECT_EQ(Log, Lines{"Test.Key 13 on link"});
+  EXPECT_EQ(Lines(), "Test.Key 13 on link\n");
   bTakes = false;
   EXPECT_FALSE(Key(13));
-  EXPECT_EQ(Log, (Lines{"Test.Key 13 on link", "Test.Key 13 on link", "Test.Click link"}));
+  EXPECT_EQ(Lines(), "Test.Key 13 on link\nTest.Click link\n");
   EXPECT_FALSE(Key(65));
-  Platform.FrontFrame().Focus("field");
-  Log.clear();
+  Focus("field");
+  Quiet();
   EXPECT_FALSE(Key(32));  // a blank in a text field
-  EXPECT_EQ(Log, Lines{"Test.Key 32 on field"});
+  EXPECT_EQ(Lines(), "Test.Key 32 on field\n");
 }
 
 TEST_F(RoutingTest, EventsThatArriveWhileOneIsHandledAreDropped) {
@@ -68,17 +64,16 @@ TEST_F(RoutingTest, EventsThatArriveWhileOneIsHandledAreDropped) {
     if (iDepth++ == 0) {
       Platform.FrontFrame().Click("second");
       EXPECT_FALSE(Platform.FrontFrame().Key(27));
-      const auto oOther = std::make_shared<TestPage>(Log, "Other", 2);
-      Control->Show(oOther, 2);  // the lock is the control's, not the frame's
+      const auto oOther = std::make_shared<TestPage>(*this, "Other", 2);
+      Browser->Show(oOther, 2);  // the lock is the control's, not the frame's
       Platform.FrontFrame().Click("link");
     }
     return true;
   };
   Click("link");
-  EXPECT_EQ(Log, (Lines{"Test.Click link", "Other.Fill", "PageComplete Other"}));
-  Log.clear();
+  EXPECT_EQ(Lines(), "Test.Click link\nOther.Fill\npage Other\n");
   Click("link");
-  EXPECT_EQ(Log, Lines{"Other.Click link"});
+  EXPECT_EQ(Lines(), "Other.Click link\n");
 }
 
 TEST_F(RoutingTest, APagesErrorGoesToTheTraceAndFreesTheNextEvent) {
@@ -87,52 +82,51 @@ TEST_F(RoutingTest, APagesErrorGoesToTheTraceAndFreesTheNextEvent) {
   Click("link");
   EXPECT_FALSE(Key(27));
   Click("second");
-  EXPECT_EQ(Log, (Lines{"Test.Click link", "Trace A document event failed: click failed", "Test.Key 27 on link",
-                        "Trace A document event failed: key failed", "Test.Click second",
-                        "Trace A document event failed: click failed"}));
+  EXPECT_EQ(Lines(),
+            "Test.Click link\ntrace: A document event failed: click failed\nTest.Key 27 on link\ntrace: A document "
+            "event failed: key failed\nTest.Click second\ntrace: A document event failed: click failed\n");
 }
 
 TEST_F(RoutingTest, OnlyTheFrameInFrontIsHeard) {
   const auto oOther = ShowOther(2);
   Platform.Frame(1).Click("link");
   EXPECT_FALSE(Platform.Frame(1).Key(27));
-  EXPECT_TRUE(Log.empty());
-  Control->ShowOnTop(1);
-  Log.clear();
+  EXPECT_EQ(Lines(), "");
+  Browser->ShowOnTop(1);
+  Quiet();
   Platform.Frame(1).Click("link");
-  EXPECT_EQ(Log, Lines{"Test.Click link"});
+  EXPECT_EQ(Lines(), "Test.Click link\n");
 
-  Control->Clear(1);  // a document without a page
-  Log.clear();
+  Browser->Clear(1);  // a document without a page
+  Quiet();
   Platform.Frame(1).Click("link");
   EXPECT_FALSE(Key(27));
-  EXPECT_TRUE(Log.empty());
+  EXPECT_EQ(Lines(), "");
 }
 
 TEST_F(RoutingTest, AReloadIsBegunAndEndedOnce) {
   Own->BeginReload();
   Own->BeginReload();
-  Control->Refresh(1);
+  Browser->Refresh(1);
   Settle();
-  Control->Refresh(1);
+  Browser->Refresh(1);
   Settle();
-  EXPECT_EQ(Log, (Lines{"ActionBegin", "Test.Fill", "PageComplete Test", "ActionComplete false", "Test.Fill",
-                        "PageComplete Test"}));
+  EXPECT_EQ(Lines(), "begin\nTest.Fill\npage Test\ncomplete\nTest.Fill\npage Test\n");
 }
 
 TEST_F(RoutingTest, TheDefaultPageTellsItsClicksAndReloadsOnF5) {
   PageFile("Default", "<a id=link>x</a>");
-  const auto oPage = Control->PageDefault();
-  const auto oConnection = oPage->Click.Connect([this](const std::string& sID) { Log.push_back("Click " + sID); });
+  const auto oPage = Browser->PageDefault();
+  const auto oConnection = oPage->Click.Connect([this](const std::string& sID) { Line("Click " + sID); });
   oPage->Show();
-  Log.clear();
+  Quiet();
   EXPECT_FALSE(oPage->HandleOnClick(""));
   Click("link");
-  EXPECT_EQ(Log, Lines{"Click link"});
+  EXPECT_EQ(Lines(), "Click link\n");
   EXPECT_FALSE(Key(27));
   EXPECT_TRUE(Key(116));
-  EXPECT_EQ(Log, (Lines{"Click link", "PageComplete Default"}));
+  EXPECT_EQ(Lines(), "page Default\n");
   EXPECT_EQ(oPage->Commandlist(), nullptr);
 }
 
-}  // namespace ZELWbr3
+}  // namespace ZELWbr3::Testing

@@ -1,7 +1,6 @@
 // The message window: which page and topic it shows, and when help is offered.
 
-#include "tests/support/TempFolder.h"
-#include "tests/support/TestDatabase.h"
+#include "tests/support/ChangedRecording.h"
 #include "zelwbr3/headless/HeadlessPlatform.h"
 #include "zelwbr3/pages/main/PageMain.h"
 #include "zelwbr3/shell/Browser.h"
@@ -61,8 +60,7 @@ TEST(MessageWindow, IsClosedBeforeTheCallReturnsAndMayBeTheControlsEnd) {
 }
 
 TEST(ErrorDisplay, OffersHelpWhereThereIsATopicForTheError) {
-  const auto oDatabase = std::make_shared<TestDatabase>();
-  oDatabase->Raises = {"Version"};
+  const auto oDatabase = std::make_shared<ChangedRecording>("", Changes{R"(raises = ["Version"])"});
 
   const auto Run = [&](const std::string& sCHMPath, const std::string& sKnown, HelpPlatform& oPlatform) {
     oPlatform.HelpFile().Known = sKnown;
@@ -74,17 +72,17 @@ TEST(ErrorDisplay, OffersHelpWhereThereIsATopicForTheError) {
 
   HelpPlatform oKnown;
   MessageWindows oShown(oKnown);
-  Run("/help.chm", "-1000", oKnown);
-  EXPECT_EQ(oKnown.MessageBox().Offered, "-1000 Version cannot be read");
-  EXPECT_EQ(oKnown.HelpFile().Asked, std::vector<std::string>{"/help.chm|-1000"});
-  EXPECT_EQ(oShown.Windows, std::vector<std::string>{HTML() + "\\Message.htm mk:@MSITStore:/help.chm::/-1000.htm"});
+  Run("/help.chm", "-24988", oKnown);
+  EXPECT_EQ(oKnown.MessageBox().Offered, "-24988 SQL error");
+  EXPECT_EQ(oKnown.HelpFile().Asked, std::vector<std::string>{"/help.chm|-24988"});
+  EXPECT_EQ(oShown.Windows, std::vector<std::string>{HTML() + "\\Message.htm mk:@MSITStore:/help.chm::/-24988.htm"});
 
   HelpPlatform oOther;
   Run("/help.chm", "-999", oOther);
   EXPECT_EQ(oOther.MessageBox().Offered, "");
 
   HelpPlatform oNoFile;
-  Run("", "-1000", oNoFile);
+  Run("", "-24988", oNoFile);
   EXPECT_EQ(oNoFile.MessageBox().Offered, "");
   EXPECT_TRUE(oNoFile.HelpFile().Asked.empty());
 }

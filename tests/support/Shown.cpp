@@ -1,46 +1,82 @@
 #include "tests/support/Shown.h"
-#include "zelwbr3/pages/main/PageMain.h"
+
+#include "tests/support/Picture.h"
+#include "zelwbr3/dom/Style.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <regex>
+#include <sstream>
+#include <stdexcept>
 
 namespace ZELWbr3::Testing {
 
 namespace {
 
-std::unique_ptr<TestLocale> MakeLocale(TestLocale*& oLocale) {
-  auto oMade = std::make_unique<TestLocale>();
-  oLocale = oMade.get();
-  return oMade;
+std::string Worded(const Recorded::Call::Argument& oArgument) {
+  if (const auto* s = std::get_if<std::string>(&oArgument)) return "\"" + *s + "\"";
+  if (const auto* b = std::get_if<bool>(&oArgument)) return *b ? "true" : "false";
+  return std::to_string(std::get<std::int32_t>(oArgument));
 }
 
 }  // namespace
 
-Shown::Shown() : Platform(MakeLocale(Locale)), Control(std::make_unique<Browser>(Platform)) {
-  Control->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
-  Control->PageMain()->Commandlist(Commandlist);
+Shown::Shown(const std::string& sRecording, const Changes& changes)
+    : Database(std::make_shared<ChangedRecording>(sRecording, changes, [this](const Recorded::Call& o) { Tell(o); })),
+      Browser(std::make_unique<ZELWbr3::Browser>(Platform)) {
+  Browser->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
   const auto Keep = [this](Connection oConnection) { Connections.push_back(std::move(oConnection)); };
-  Keep(Control->PageComplete.Connect(
-      [this](const std::shared_ptr<Page>& oPage) { Log.push_back("PageComplete " + oPage->Name()); }));
-  Keep(Control->ActionBegin.Connect([this] { Log.push_back("ActionBegin"); }));
-  Keep(Control->ActionComplete.Connect(
-      [this](bool bRefresh) { Log.push_back(std::string("ActionComplete ") + (bRefresh ? "true" : "false")); }));
-  Keep(Control->Command.Connect([this](Long lCommand) { Log.push_back("Command " + std::to_string(lCommand)); }));
+  Keep(Browser->ActionBegin.Connect([this] { Line("begin"); }));
+  Keep(Browser->ActionComplete.Connect([this](bool bRefresh) { Line(bRefresh ? "complete, refresh" : "complete"); }));
+  Keep(Browser->PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) { Line("page " + oPage->Name()); }));
+  Keep(Browser->Command.Connect([this](Long lCommand) { Line("command " + std::to_string(lCommand)); }));
   Keep(Platform.MessageBox().Shown.Connect([this](const Headless::ScriptedAnswers::Box& oBox) {
-    if (oBox.Title == "Error") {
-      EXPECT_EQ(oBox.Offered, MessageBox::Buttons::OK);
-      EXPECT_EQ(oBox.Picture, MessageBox::Icon::Exclamation);
-      m_errors.push_back(oBox.Text);
-    } else {
-      Log.push_back("MessageBox " + oBox.Title + ": " + oBox.Text);
-    }
+    using Headless::Word;
+    Line("box " + oBox.Title + " [" + Word(oBox.Picture) + " " + Word(oBox.Offered) +
+         "]: " + std::regex_replace(oBox.Text, std::regex("\n"), "\\n") + " -> " + Word(oBox.Given));
+    if (OnAsked) OnAsked(oBox.Title);
   }));
-  Keep(Platform.Traced.Connect([this](const std::string& sText) { Log.push_back("Trace " + sText); }));
+  Keep(Platform.DialogBox().DialogShown.Connect([this](const Headless::ScriptedAnswers::AnsweredDialog& oDialog) {
+    Line("dialog " + oDialog.Shown.Name + " -> " + Headless::Word(oDialog.Given));
+    if (OnAsked) OnAsked(oDialog.Shown.Name);
+  }));
+  Keep(Platform.MessageBox().Unsuitable.Connect([this](const std::string& sText) { Line("wrong: " + sText); }));
+  Keep(Platform.Traced.Connect([this](const std::string& sText) { Line("trace: " + sText); }));
 }
 
-void Shown::TearDown() { EXPECT_EQ(m_errors, m_expected) << "error displays: those shown, those announced"; }
+Shown::~Shown() { Quiet(); }
+
+void Shown::Quiet() {
+  std::istringstream oLines(Lines());
+  for (std::string sLine; std::getline(oLines, sLine);) {
+    for (const char* sTrouble : {"box Error", "trace: ", "wrong: "}) EXPECT_FALSE(sLine.starts_with(sTrouble)) << sLine;
+  }
+}
+
+void Shown::Tell(const Recorded::Call& oCall) {
+  m_calls.push_back(oCall.Name);
+  if (oCall.Changes) {
+    std::string sArguments;
+    for (const auto& oArgument : oCall.Arguments) sArguments += (sArguments.empty() ? "" : ", ") + Worded(oArgument);
+    Line("call " + oCall.Name + "(" + sArguments + ")");
+  }
+  if (OnCall) OnCall(oCall.Name);
+}
+
+int Shown::Uses(const std::string& sOperation) const {
+  return static_cast<int>(std::ranges::count(m_calls, sOperation));
+}
+
+void Shown::Show(const std::string& sPage) {
+  Host::HostPages(*Browser, Database, Commandlist).Show(sPage);
+  Settle();
+}
 
 void Shown::PageFile(const std::string& sName, const std::string& sHTML) {
-  if (m_oFolder == nullptr) m_oFolder = std::make_unique<TempFolder>();
-  m_oFolder->Write(sName + ".htm", "<!DOCTYPE html>" + sHTML);
-  Control->HTMLPath(m_oFolder->Path());
+  m_oFolder.Write(sName + ".htm", (sHTML.starts_with("<!DOCTYPE") ? "" : "<!DOCTYPE html>") + sHTML);
+  Browser->HTMLPath(m_oFolder.Path());
 }
 
 void Shown::ShowMain() { Control->PageMain()->Show(Instance); }
@@ -50,19 +86,65 @@ void Shown::Click(const std::string& sID) {
   Settle();
 }
 
-bool Shown::Key(int iKeyCode) {
-  const bool bSwallowed = Platform.FrontFrame().Key(iKeyCode);
+bool Shown::Key(int iCode) {
+  const bool bTaken = Platform.FrontFrame().Key(iCode);
   Settle();
-  return bSwallowed;
+  return bTaken;
 }
 
-std::string Shown::Commands() const {
-  std::string sCommands;
+void Shown::Item(int iKey) {
+  Commandlist->ClickItem(iKey);
+  Settle();
+}
+
+void Shown::Do(const std::string& sStep) {
+  const std::map<std::string, std::function<void(const std::string&)>> steps = {
+      {"show", [this](const std::string& s) { Show(s); }},
+      {"click", [this](const std::string& s) { Click(s); }},
+      {"focus", [this](const std::string& s) { Focus(s); }},
+      {"key", [this](const std::string& s) { Key(std::stoi(s)); }},
+      {"item", [this](const std::string& s) { Item(std::stoi(s)); }},
+      {"answer", [this](const std::string& s) { Answer(s); }},
+      {"with", [this](const std::string& s) { Database->Change({s}); }},
+      {"unit", [this](const std::string& s) { Browser->PreferredUnit(std::stoi(s)); }},
+  };
+  const auto iBlank = sStep.find(' ');
+  const auto it = steps.find(sStep.substr(0, iBlank));
+  if (it == steps.end() || iBlank == std::string::npos) throw std::invalid_argument("No step: " + sStep);
+  it->second(sStep.substr(iBlank + 1));
+}
+
+std::string Shown::Picture() const { return Testing::Picture(*Browser->VisibleDocument()); }
+
+std::string Shown::Items() const {
+  std::string sItems;
   for (const auto& oItem : Commandlist->Items()) {
-    const std::string sItem = std::to_string(oItem.Key) + " " + (oItem.Separator ? "-" : oItem.Text);
-    sCommands += (sCommands.empty() ? "" : ", ") + (oItem.Enabled ? sItem : "(" + sItem + ")");
+    const std::string sText = oItem.Separator ? "|" : oItem.Enabled ? oItem.Text : "(" + oItem.Text + ")";
+    sItems += (sItems.empty() ? "" : " ") + sText;
   }
-  return sCommands;
+  return sItems;
+}
+
+Element& Shown::At(const std::string& sID) const {
+  Element* oElement = Browser->VisibleDocument()->all().item(sID);
+  if (oElement == nullptr) throw std::runtime_error("No element " + sID);
+  return *oElement;
+}
+
+bool Shown::IsShown(const std::string& sID) const { return At(sID).style().display() != "none"; }
+
+std::string Shown::Rows(const std::string& sTable) const {
+  std::string sRows;
+  for (Element* o = At(sTable).tBodies(0)->firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
+    if (o->style().display() == "none") continue;
+    const char* sBetween = "";
+    for (const Element* oCell : o->cells()) {
+      const std::string sText = oCell->innerText();
+      sRows += std::exchange(sBetween, "|") + (sText == " " ? "~" : sText);
+    }
+    sRows += "\n";
+  }
+  return sRows;
 }
 
 }  // namespace ZELWbr3::Testing

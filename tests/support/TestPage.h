@@ -1,18 +1,18 @@
 #pragma once
 
+#include "tests/support/Story.h"
 #include "zelwbr3/framework/Page.h"
 
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace ZELWbr3::Testing {
 
 /// A page of a host's own: tells what is done to it, and does what a test says.
 class TestPage : public Page {
  public:
-  explicit TestPage(std::vector<std::string>& log, std::string sName = "Test", int iFrame = 1, int iType = 1)
-      : m_log(log), m_sName(std::move(sName)), m_iFrame(iFrame), m_iType(iType) {}
+  explicit TestPage(Story& oStory, std::string sName = "Test", int iFrame = 1, int iType = 1)
+      : m_oStory(oStory), m_sName(std::move(sName)), m_iFrame(iFrame), m_iType(iType) {}
 
   std::function<void()> OnFill = [] {};
   std::function<bool(const std::string&)> OnClick = [](const std::string&) { return true; };
@@ -23,22 +23,21 @@ class TestPage : public Page {
   Long WebBrowser() const override { return m_iFrame; }
   void Show() { ShowInFrame(); }
   void Hide() override {
-    m_log.push_back(m_sName + ".Hide");
+    m_oStory.Line(m_sName + ".Hide");
     Page::Hide();
   }
   void CleanUp() override {
-    m_log.push_back(m_sName + ".CleanUp");
+    m_oStory.Line(m_sName + ".CleanUp");
     Page::CleanUp();
   }
   bool HandleOnClick(const std::string& sID) override {
     const auto Handler = OnClick;  // outlives the page
-    m_log.push_back(m_sName + ".Click " + sID);
+    m_oStory.Line(m_sName + ".Click " + sID);
     return Handler(sID);
   }
   bool HandleOnKeyDown(Long& lKeyCode, Element* oElement) override {
     const auto Handler = OnKey;
-    m_log.push_back(m_sName + ".Key " + std::to_string(lKeyCode) + " on " +
-                    (oElement == nullptr ? "-" : oElement->id()));
+    m_oStory.Line(m_sName + ".Key " + std::to_string(lKeyCode) + " on " + (oElement == nullptr ? "-" : oElement->id()));
     return Handler(lKeyCode);
   }
 
@@ -51,12 +50,12 @@ class TestPage : public Page {
  protected:
   void Fill() override {
     const auto Handler = OnFill;
-    m_log.push_back(m_sName + ".Fill" + (NoEvents() ? "" : " with events"));
+    m_oStory.Line(m_sName + ".Fill" + (NoEvents() ? "" : " with events"));
     Handler();
   }
 
  private:
-  std::vector<std::string>& m_log;
+  Story& m_oStory;
   std::string m_sName;
   int m_iFrame;
   int m_iType;
