@@ -79,8 +79,6 @@ void Shown::PageFile(const std::string& sName, const std::string& sHTML) {
   Browser->HTMLPath(m_oFolder.Path());
 }
 
-void Shown::ShowMain() { Control->PageMain()->Show(Instance); }
-
 void Shown::Click(const std::string& sID) {
   Platform.FrontFrame().Click(sID);
   Settle();
