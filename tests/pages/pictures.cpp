@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -41,7 +42,7 @@ std::string Difference(const Lines& before, const Lines& after) {
 /// Rows of tables whose columns are as wide as their texts, so that one that
 /// becomes wider changes its own row only.
 Lines Unaligned(Lines lines) {
-  for (std::string& sLine : lines) sLine = std::regex_replace(sLine, std::regex(" +\\| +"), " | ");
+  for (std::string& sLine : lines) sLine = std::regex_replace(sLine, std::regex(" +\\|( +|$)"), " | ");
   return lines;
 }
 
@@ -70,6 +71,13 @@ Seen See(const std::string& sPage, const std::string& sRecording, const Changes&
   return {oPage == nullptr ? "" : oPage->Name(), told, LinesOf(std::istringstream(sPicture))};
 }
 
+const Seen& SeePlain(const std::string& sPage, const std::string& sRecording) {
+  static std::map<std::pair<std::string, std::string>, Seen> seen;
+  const auto [it, bNew] = seen.try_emplace({sPage, sRecording});
+  if (bNew) it->second = See(sPage, sRecording, {}, {});
+  return it->second;
+}
+
 bool HasName(const std::string& sPage) {
   return std::ranges::find(Host::HostPages::All(), sPage, &Host::HostPages::Entry::Name) !=
          Host::HostPages::All().end();
@@ -89,10 +97,10 @@ struct Story {
       std::ranges::copy(oSeen.Picture, std::back_inserter(lines));
       return lines;
     }
-    const Seen oPlain = See(oSeen.Page, sRecording, {}, {});
+    const Seen& oPlain = SeePlain(oSeen.Page, sRecording);
     const std::string sChanged = Difference(Unaligned(oPlain.Picture), Unaligned(oSeen.Picture));
     for (const std::string& s : LinesOf(std::istringstream(sChanged))) {
-      if (s[0] == '-' || s[0] == '+') lines.push_back(s.substr(0, 1) + " " + s.substr(1));
+      if (s[0] == '-' || s[0] == '+') lines.push_back(s.substr(0, 1) + " " + s.substr(1, s.find_last_not_of(' ')));
     }
     return lines;
   }

@@ -114,7 +114,7 @@ class Painter {
   }
 
   void Block(Element& oElement) {
-    static const std::set<std::string> inlines = {"a", "b", "button", "i", "span"};
+    static const std::set<std::string> inlines = {"a", "b", "bdi", "button", "i", "span"};
     const std::string& sTag = oElement.tagName();
     if (oElement.getAttribute("role") == "tabpanel") {
       EndLine();
@@ -180,7 +180,6 @@ class Painter {
       return sText + "}";
     }
     const bool bCell = sTag == "td" || sTag == "th";
-    if (HasClass(oElement, "zelVal") && sText.empty()) return "–";
     if (bCell && sText == " ") sText = "~";
     const std::string sID = IdOf(oElement);
     if (sTag == "button") {

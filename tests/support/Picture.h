@@ -18,8 +18,8 @@ namespace ZELWbr3::Testing {
 ///
 /// Signs that the style sheet draws for a class stand as letters: the group of
 /// a parameter (G, E, S, I, –), the triangle of a row that unfolds (> v -), the
-/// arrow of a node, the mark of a failure. "–" is no value, "~" a blank, and
-/// what a person cannot see in a text is escaped.
+/// arrow of a node, the mark of a failure. "~" is a cell with a blank, and what
+/// a person cannot see in a text is escaped.
 std::string Picture(const Document& oDocument);
 
 }  // namespace ZELWbr3::Testing
