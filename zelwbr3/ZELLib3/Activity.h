@@ -4,8 +4,8 @@
 
 namespace ZELLib3 {
 
-/// Counters since the instance was started; -1 = not available, which is also
-/// the answer for an index out of bounds.
+/// Counters since the instance was started; -1 = not available, also returned
+/// for an index out of bounds.
 class Activity {
  public:
   virtual ~Activity() = default;

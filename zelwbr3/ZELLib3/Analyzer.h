@@ -40,7 +40,7 @@ class Analyzer {
   virtual std::string StartTime() const { return {}; }
   virtual bool HasError() const { return false; }
   virtual std::string ErrorText() const { return {}; }
-  /// Newest first; no value when they cannot be read (LastError says why).
+  /// Newest first; no value if they cannot be read (LastError says why).
   virtual std::optional<std::vector<ProtocolSet>> ProtocolSets() { return std::vector<ProtocolSet>{}; }
 
   virtual bool Start(const StartOptions&) { return false; }

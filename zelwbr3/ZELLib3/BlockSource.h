@@ -5,8 +5,7 @@
 namespace ZELLib3 {
 
 /// Something that is read in blocks: Open delivers the first one, ReadMore the
-/// next. What a block holds is stepped through before the next one is asked
-/// for.
+/// next. The reader steps through a block before it requests the next one.
 class BlockSource {
  public:
   virtual ~BlockSource() = default;
@@ -16,12 +15,12 @@ class BlockSource {
   virtual Long RowCount() const { return 0; }
   virtual bool Open() { return true; }
   virtual bool ReadMore() { return false; }
-  /// The next block will not be asked for at once, although it may be later: a
-  /// source that keeps something open in the instance lets go of it.
+  /// The next block will not be requested right away, but may be later. A source
+  /// that keeps something open in the instance closes it.
   virtual void Pause() {}
-  /// The block's last row has been stepped over.
+  /// The reader has stepped over the block's last row.
   virtual bool EndOfBlock() const { return true; }
-  /// Rows remain beyond the block.
+  /// There are rows after the block.
   virtual bool HasMore() const { return false; }
 };
 

@@ -6,8 +6,8 @@
 
 namespace ZELLib3 {
 
-/// The instance's caches. Sizes are KB, a negative one means that there is no
-/// such cache. Accesses are counters by index: 0 accesses, 1 successful,
+/// The instance's caches. Sizes are KB; a negative size means that the cache
+/// does not exist. Accesses are counters by index: 0 accesses, 1 successful,
 /// 2 unsuccessful; -1 = not available.
 class Caches {
  public:

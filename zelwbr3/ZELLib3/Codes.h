@@ -1,6 +1,6 @@
 #pragma once
 
-/// The numbers that an instance answers for its states and versions.
+/// The numbers that an instance returns for its states and versions.
 namespace ZELLib3 {
 
 /// StateInfo::Status. Any other code is a state without figures.
@@ -18,7 +18,7 @@ inline constexpr int Started = 1;
 inline constexpr int Stopped = 2;
 }  // namespace AnalyzerState
 
-/// A setting that the instance may not tell, such as LogSettings::WriteOff.
+/// A setting that may be unknown, such as LogSettings::WriteOff.
 namespace Switch {
 inline constexpr int Unknown = 0;
 inline constexpr int Off = 1;
@@ -35,8 +35,8 @@ namespace PlatformType {
 inline constexpr int AddressWindowing = 1;
 }
 
-/// Kernel versions that differ in what they tell, as Version packs them: major *
-/// 16777216 + minor * 65536 + finer bytes.
+/// Kernel versions from which an instance offers more, packed as in Version:
+/// major * 16777216 + minor * 65536 + finer bytes.
 namespace Kernel {
 inline constexpr int V72 = 0x07020000;
 inline constexpr int V73 = 0x07030000;
@@ -45,9 +45,9 @@ inline constexpr int V7402 = 0x07040200;
 inline constexpr int V7403 = 0x07040300;
 inline constexpr int V75 = 0x07050000;
 inline constexpr int V76 = 0x07060000;
-/// Extends its data area and updates its statistics by itself.
+/// Can extend its data area and update its statistics automatically.
 inline constexpr int V76Automatic = 0x0706000A;
-/// Changes parameters while it is online.
+/// Can change parameters while it is online.
 inline constexpr int V76OnlineParameters = 0x0706000C;
 }  // namespace Kernel
 

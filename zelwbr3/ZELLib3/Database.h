@@ -25,12 +25,13 @@ namespace ZELLib3 {
 
 /// One database instance, as the pages read it.
 ///
-/// Every member has a body that answers "not available", so an instance
+/// Every member has a body that answers "not available", so an instance only
 /// overrides what it knows and invents nothing. Sub-objects are fresh on every
-/// read and never null, Analyzer excepted. A member that cannot be read raises
-/// InstanceError; an operation that fails answers false and sets LastError.
-/// One call at a time: reads come on the user-interface thread, operations that
-/// change the instance perhaps on another one, with no read meanwhile.
+/// read and never null, except Analyzer. A member that cannot be read raises
+/// InstanceError; an operation that fails returns false and sets LastError.
+/// One call at a time: reads come on the user-interface thread. Operations that
+/// change the instance may come on another thread; nothing is read while one
+/// runs.
 class Database {
  public:
   virtual ~Database() = default;
@@ -44,7 +45,7 @@ class Database {
   }
   virtual std::shared_ptr<ZELLib3::Caches> Caches() { return std::make_shared<ZELLib3::Caches>(); }
   virtual std::shared_ptr<ZELLib3::Activity> Activity() { return std::make_shared<ZELLib3::Activity>(); }
-  /// Null when nothing is known about an analyzer.
+  /// Null if nothing is known about an analyzer.
   virtual std::shared_ptr<ZELLib3::Analyzer> Analyzer() { return nullptr; }
   virtual std::shared_ptr<ZELLib3::SQLTables> SQLTables() { return std::make_shared<ZELLib3::SQLTables>(); }
   virtual std::shared_ptr<ZELLib3::DataArea> DataArea() { return std::make_shared<ZELLib3::DataArea>(); }
@@ -55,7 +56,7 @@ class Database {
   /// The error of the last failed call.
   virtual Error LastError() { return {}; }
   virtual std::string InstanceName() { return {}; }
-  /// Shown in brackets after the name when above 0.
+  /// Shown in brackets after the name if above 0.
   virtual Long InstanceNumber() { return 0; }
   virtual std::shared_ptr<ZELLib3::Version> Version() { return std::make_shared<ZELLib3::Version>(); }
   virtual std::string OSVersion() { return {}; }
@@ -75,7 +76,7 @@ class Database {
   virtual std::shared_ptr<ZELLib3::History> History() { return std::make_shared<ZELLib3::History>(); }
 
   /// The operations that change the operational state. Shutdown waits for
-  /// running transactions, ShutdownQuick breaks them off.
+  /// running transactions, ShutdownQuick aborts them.
   virtual bool Shutdown() { return false; }
   virtual bool ShutdownQuick() { return false; }
   virtual bool Admin() { return false; }

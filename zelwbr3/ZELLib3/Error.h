@@ -12,14 +12,14 @@ using ZELWbr3::Date;
 using ZELWbr3::Integer;
 using ZELWbr3::Long;
 
-/// The error object: what the last failed call of an instance was about.
+/// Why the last failed call of an instance failed.
 struct Error {
   Long ErrorCode;
   std::string ErrorText;
 };
 
-/// Raised by a member that cannot be read. The pages report it like a failed
-/// operation's LastError.
+/// Raised by a member that cannot be read. The pages report it like LastError
+/// after a failed operation.
 class InstanceError : public std::runtime_error {
  public:
   explicit InstanceError(Error oError) : std::runtime_error(oError.ErrorText), m_oError(std::move(oError)) {}

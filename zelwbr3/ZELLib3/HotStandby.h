@@ -10,10 +10,10 @@ namespace ZELLib3 {
 class HotStandby {
  public:
   struct Node {
-    std::string Name;  ///< "UNKNOWN" in any case: the node is not known
+    std::string Name;  ///< "UNKNOWN", in upper or lower case: the node is not known
     std::string StateText;
     Long Role;         ///< 1 standby, 2 master
-    bool Own = false;  ///< the instance shown runs on this node
+    bool Own = false;  ///< this instance runs on the node
   };
 
   virtual ~HotStandby() = default;

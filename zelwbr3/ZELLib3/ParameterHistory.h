@@ -4,15 +4,14 @@
 
 namespace ZELLib3 {
 
-/// The changes of all parameters. Open stands on the first entry; MoveNext
-/// answers false at the end. The current entry reads as empty when there is
-/// none.
+/// The changes of all parameters. Open goes to the first entry; MoveNext returns
+/// false at the end. Without a current entry, its members are empty.
 class ParameterHistory {
  public:
   virtual ~ParameterHistory() = default;
 
   virtual bool Open() { return true; }
-  /// The current entry exists.
+  /// There is a current entry.
   virtual bool HasEntry() const { return false; }
   virtual bool MoveNext() { return false; }
 

@@ -11,7 +11,7 @@ class SQLTables {
  public:
   virtual ~SQLTables() = default;
 
-  /// Never null. Here a table that opens as an empty one.
+  /// Never null. By default, an empty table.
   virtual std::shared_ptr<SQLTable> NewTable() { return std::make_shared<SQLTable>(); }
 };
 

@@ -7,7 +7,7 @@
 namespace ZELLib3 {
 
 /// The instance's operational state and usage. Sizes are pages, rates percent
-/// (0 to 100). Apart from Status and StateText the figures mean something only
+/// (0 to 100). Except for Status and StateText, the figures are only meaningful
 /// while InfoAvailable is true.
 class StateInfo {
  public:

@@ -4,7 +4,7 @@
 
 namespace ZELLib3 {
 
-/// One volume of the data or log area. Sizes are pages; a count of -1 is not
+/// One volume of the data or log area. Sizes are pages; a count of -1 means not
 /// available.
 class Volume {
  public:

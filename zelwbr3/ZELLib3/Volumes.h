@@ -21,7 +21,7 @@ class Volumes {
   virtual Long TotalSize() const { return 0; }
   /// Data area only.
   virtual Long ReservedSize() const { return 0; }
-  /// Log area only, and so the next two.
+  /// Log area only, like the next two.
   virtual Long MaxLogCount() const { return 0; }
   virtual Long CurrentLogCount() const { return 0; }
   virtual Long CurrentLogSize() const { return 0; }

@@ -15,9 +15,9 @@ namespace ZELWbr3 {
 /// and decides. A platform draws it (DialogBox) and writes into its fields what
 /// the user enters.
 ///
-/// The tab order is that of the fields, then of the buttons. "&" stands before
-/// a mnemonic in the captions of fields and buttons, and for itself in all
-/// other texts, which may name the instance.
+/// The tab order is the order of the fields, then of the buttons. In captions of
+/// fields and buttons, "&" marks the mnemonic; in all other texts, which may
+/// contain the instance's name, it is an ordinary character.
 struct Dialog {
   enum class Answer { OK, Quick, Cancel };
 
@@ -27,13 +27,13 @@ struct Dialog {
     std::string Caption;
   };
 
-  /// An input with its caption before it and a note behind it.
+  /// An input with its caption before it and a note after it.
   struct Field {
     enum class Kind {
       TextBox,   ///< one line; value in Text
       CheckBox,  ///< value in Checked
-      Date,      ///< value in When, of which the time is kept as it is
-      Time,      ///< value in When, of which the date is kept as it is
+      Date,      ///< value in When; its time is left unchanged
+      Time,      ///< value in When; its date is left unchanged
     };
 
     Kind What;
@@ -45,32 +45,31 @@ struct Dialog {
     bool Checked = false;
     Date When = {};
 
-    /// Asked for every key that would write or delete a character: the
-    /// character's code, 8 for Backspace. False discards the key. Pasted text
-    /// is not asked for. Empty = every key passes.
+    /// Called for every key that would write or delete a character, with the
+    /// character's code, 8 for Backspace. False discards the key. Not called for
+    /// pasted text. Empty = every key is accepted.
     std::function<bool(Long)> TakesKey = {};
-    /// Called when the keyboard comes to the field. May be empty.
+    /// Called when the field gets the focus. May be empty.
     std::function<void(ZELWbr3::TextBox&)> Entered = {};
   };
 
   std::string Name;     ///< such as "frmShutdown"
   std::string Caption;  ///< of the window
   MessageBox::Icon Picture;
-  /// What the dialog says above the fields, lines ended by "\n". When
-  /// TextIsHTML it is markup of text, entities, <b>, <br> and
-  /// <img src="exclamation" alt="…">, the platform's own picture of that name
-  /// as large as the text.
+  /// The text above the fields, lines separated by "\n". If TextIsHTML is set, it
+  /// is markup of text, entities, <b>, <br> and <img src="exclamation" alt="…">,
+  /// which is the platform's own picture of that name, as large as the text.
   std::string Text;
   bool TextIsHTML = false;
   std::string Frame = {};  ///< caption of a frame around the fields; empty = no frame
   std::vector<Field> Fields = {};
-  /// The first is the default button; the one that gives Cancel is also what
-  /// Escape and closing the window press.
+  /// The first is the default button. Escape and closing the window press the one
+  /// that gives Cancel.
   std::vector<Button> Buttons;
 
-  /// Asked when a button other than Cancel was pressed: why the fields cannot
-  /// be confirmed as they stand. The platform shows that text and keeps the
-  /// dialog open; an empty one lets it close. May be empty itself.
+  /// Called when a button other than Cancel was pressed; returns why the dialog
+  /// cannot be confirmed with the present values. The platform shows that text
+  /// and keeps the dialog open; with an empty text it closes. May be empty itself.
   std::function<std::string()> Complaint = {};
 };
 

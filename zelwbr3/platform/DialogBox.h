@@ -9,8 +9,8 @@ class DialogBox {
  public:
   virtual ~DialogBox() = default;
 
-  /// Shows a dialog and returns when the user has pressed one of its buttons;
-  /// its fields then hold what was entered, also when that was cancelled.
+  /// Shows a dialog and returns when the user has pressed one of its buttons; its
+  /// fields then hold what was entered, even if the dialog was cancelled.
   virtual Dialog::Answer Show(Dialog& oDialog) = 0;
 };
 

@@ -12,8 +12,8 @@ using ZELWbr3::Long;
 
 /// One entry of a command list.
 struct CommandItem {
-  Long Key;          ///< unique within its page's list; what a click reports
-  std::string Text;  ///< "&" stands before the mnemonic; empty for a separator
+  Long Key;          ///< unique within its page's list; reported by a click
+  std::string Text;  ///< "&" marks the mnemonic; empty for a separator
   Long Picture;      ///< index into the host's image resource; 0 = none
   bool Enabled = true;
   bool Separator = false;
@@ -34,7 +34,7 @@ class FCommandlist {
   virtual void Enable(Long lPageType, Long lKey, bool bEnabled) = 0;
   /// Removes the page's own items.
   virtual void Reset(Long lPageType) = 0;
-  /// Shows the list of this page from now on; an empty one when it has none.
+  /// Shows the list of this page from now on; an empty list if it has none.
   virtual void BringToFront(Long lPageType) = 0;
   /// The items shown now.
   virtual std::vector<CommandItem> Items() const = 0;

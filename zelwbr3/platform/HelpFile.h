@@ -4,14 +4,14 @@
 
 namespace ZELWbr3 {
 
-/// Compiled help files, as far as the control itself asks about them; a topic
-/// is read by whoever shows it.
+/// What the control needs to know about compiled help files. The message window
+/// reads the topics itself.
 class HelpFile {
  public:
   virtual ~HelpFile() = default;
 
-  /// The file at sCHMPath exists and has the page sHelpID + ".htm". A platform
-  /// that cannot read help files knows of none.
+  /// True if the file at sCHMPath exists and has the page sHelpID + ".htm". False
+  /// on a platform that cannot read help files.
   virtual bool HasTopic(const std::string& /*sCHMPath*/, const std::string& /*sHelpID*/) { return false; }
 };
 

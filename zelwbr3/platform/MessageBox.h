@@ -14,12 +14,12 @@ class MessageBox {
 
   virtual ~MessageBox() = default;
 
-  /// Returns when the user has answered. Closing the box without a choice is
-  /// its cancelling answer: Cancel, No, or OK when there is only that.
+  /// Returns when the user has answered. Closing the box without a choice gives
+  /// the cancelling answer: Cancel, No, or OK if that is the only one.
   virtual Answer Show(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon) = 0;
 
-  /// A box with OK and a Help button, which calls oHelp and leaves the box
-  /// open. Where there is no such button it is a box with OK.
+  /// A box with OK and a Help button, which calls oHelp and leaves the box open.
+  /// On a platform without such a button, a box with OK.
   virtual void ShowWithHelp(const std::string& sText, const std::string& sTitle, Icon eIcon,
                             const std::function<void()>& /*oHelp*/) {
     Show(sText, sTitle, Buttons::OK, eIcon);

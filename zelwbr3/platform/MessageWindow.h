@@ -6,23 +6,24 @@
 
 namespace ZELWbr3 {
 
-/// What a message window reports: what its browser does, and its own size.
+/// What a message window reports: the events of its browser, and its own size.
 class MessageWindowEvents : public WebBrowserEvents {
  public:
-  /// The window's inside has got this size, in the platform's pixels. Also
-  /// before it is seen for the first time.
+  /// The window's inside has this size now, in the platform's pixels. Also called
+  /// before the window is first visible.
   virtual void Resize(int iWidth, int iHeight) = 0;
 };
 
 /// The window that explains a message: modal to the control's window, with one
-/// embedded web browser. Escape closes it and Ctrl+C copies what is selected.
+/// embedded web browser. Escape closes it, Ctrl+C copies the selection.
 class MessageWindow {
  public:
   virtual ~MessageWindow() = default;
 
   virtual ZELWbr3::WebBrowser& WebBrowser() = 0;
-  /// The compiled help file whose topics the page may show; before the first
-  /// navigation. Without one, or where help files cannot be read, it shows none.
+  /// Sets the compiled help file whose topics the page may show. Call it before
+  /// the first navigation. Without a help file, or on a platform that cannot read
+  /// one, the page shows no topic.
   virtual void CHMPath(const std::string& /*sPath*/) {}
   /// Returns when the user has closed the window.
   virtual void ShowModal() = 0;

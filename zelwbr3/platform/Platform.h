@@ -15,13 +15,13 @@
 
 namespace ZELWbr3 {
 
-/// All doors of one platform. The host makes it, hands it to the control and
-/// keeps it alive for as long as the control.
+/// All doors of one platform. The host creates it, passes it to the control and
+/// keeps it alive as long as the control.
 class Platform {
  public:
   virtual ~Platform() = default;
 
-  /// Makes the browser of one frame (0 to 3). It reports to oEvents, which
+  /// Creates the browser of one frame (0 to 3). It reports to oEvents, which
   /// outlives it, until it is destroyed.
   virtual std::unique_ptr<WebBrowser> MakeWebBrowser(int iFrame, WebBrowserEvents& oEvents) = 0;
 
@@ -30,10 +30,10 @@ class Platform {
   virtual ZELWbr3::MessageBox& MessageBox() = 0;
   virtual const ZELWbr3::UserLocale& UserLocale() const = 0;
 
-  // A platform may be without these.
+  // Optional.
 
   virtual ZELWbr3::DialogBox& DialogBox() { throw std::logic_error("This program cannot show dialogs"); }
-  /// Makes a message window, not shown yet. It reports to oEvents, which
+  /// Creates a message window without showing it. It reports to oEvents, which
   /// outlives it.
   virtual std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents&) {
     throw std::logic_error("This program cannot show help");
@@ -43,7 +43,7 @@ class Platform {
     return oNone;
   }
 
-  /// A line for whoever develops or supports the program; users do not see it.
+  /// A line for developers and support; users do not see it.
   virtual void Trace(const std::string& sText) = 0;
 };
 

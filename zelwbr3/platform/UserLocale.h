@@ -10,7 +10,7 @@ namespace ZELWbr3 {
 /// The user's settings for numbers and dates. Texts are UTF-8.
 class UserLocale {
  public:
-  /// Items that can be asked for; the numbers are the traditional ones.
+  /// Items that can be requested; the numbers are the traditional ones.
   enum Item : int {
     DecimalSeparator = 14,    ///< any text, may have several bytes
     ThousandsSeparator = 15,  ///< may be empty: nothing is grouped
@@ -20,9 +20,9 @@ class UserLocale {
 
   virtual ~UserLocale() = default;
 
-  /// Identifies the locale that the user works with.
+  /// Identifies the user's locale.
   virtual Long UserDefaultLCID() const = 0;
-  /// The text of an item, possibly followed by NULs; empty for an unknown one.
+  /// The text of an item, possibly followed by NULs; empty for an unknown item.
   virtual std::string LocaleInfo(Long lLCID, Long lItem) const = 0;
 
   virtual std::string ShortDate(const Date& dDate) const = 0;

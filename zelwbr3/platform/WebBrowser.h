@@ -16,24 +16,24 @@ enum class NavigateFlags {
   Fresh = NoHistory | NoReadFromCache | NoWriteToCache,
 };
 
-/// What an embedded web browser reports about itself. All calls come on the
-/// user-interface thread, out of MessagePump::Turn or the toolkit's own loop,
-/// never out of a call that the control makes.
+/// What an embedded web browser reports. All calls come on the user-interface
+/// thread, from MessagePump::Turn or the toolkit's own loop, never from within a
+/// call that the control makes.
 class WebBrowserEvents {
  public:
   virtual ~WebBrowserEvents() = default;
 
-  /// A navigation begins; bTopLevel is false for one of a sub-frame.
+  /// A navigation begins; bTopLevel is false if it is in a sub-frame.
   virtual void BeforeNavigate(bool bTopLevel) = 0;
   /// A navigation has reached its document, which may still be loading.
   virtual void NavigateComplete() = 0;
-  /// A document has loaded. The top-level one is WebBrowser::Document by now.
+  /// A document has loaded. If bTopLevel, WebBrowser::Document returns it now.
   virtual void DocumentComplete(bool bTopLevel) = 0;
 
-  /// A click in the document. The document's active element is the clicked
-  /// one; the browser takes no default action, whatever happens here.
+  /// A click in the document. The document's active element is the one clicked;
+  /// the browser takes no default action in any case.
   virtual void Click() = 0;
-  /// A key pressed in the document, which has it as its current event. True
+  /// A key press in the document, whose window has it as its current event. True
   /// means that the browser must not act on it.
   virtual bool KeyDown() = 0;
 
@@ -43,26 +43,26 @@ class WebBrowserEvents {
 };
 
 /// One frame of the control: a picture box with an embedded web browser that
-/// fills it. The browser itself may be made when it is first navigated.
+/// fills it. The browser itself may be created on the first navigation.
 ///
-/// A URL is a file's path, in which a backslash separates folders as a slash
-/// does, or "about:blank", or a URL with a scheme.
+/// A URL is "about:blank", a URL with a scheme, or a file's path, where both
+/// backslashes and slashes separate folders.
 class WebBrowser {
  public:
   virtual ~WebBrowser() = default;
 
-  /// Begins a navigation and returns at once. The document shown until then
-  /// takes no more changes.
+  /// Begins a navigation and returns at once. The present document takes no more
+  /// changes.
   virtual void Navigate(const std::string& sURL, NavigateFlags eFlags) = 0;
 
-  /// The document that has loaded last; null before the first one, and after
-  /// the browser's process died.
+  /// The document loaded last; null before the first one, and after the browser's
+  /// process has died.
   virtual std::shared_ptr<ZELWbr3::Document> Document() const = 0;
 
   /// Sends the changes made to the document so far, without waiting.
   virtual void Flush() = 0;
-  /// True when every change made so far is known to have reached the screen's
-  /// document, or when there is no longer a document that could confirm it.
+  /// True if the browser has confirmed every change made so far, or if there is
+  /// no longer a document that could confirm them.
   virtual bool Settled() const = 0;
 
   /// Shows the picture box in front of the others, or hides it.
