@@ -39,6 +39,8 @@ class ChangeSender : public ChangeLog {
   void Flush();
   /// The browser has made all changes of this batch and of those before it.
   void Acknowledge(std::uint32_t iBatch);
+  /// As many batches as may be on their way have not been acknowledged.
+  bool IsBehind() const { return m_iMade - m_iAcknowledged >= Outstanding; }
   /// True when every recorded change has been acknowledged.
   bool Settled() const { return m_oBatch.Empty() && m_iAcknowledged == m_iMade; }
 

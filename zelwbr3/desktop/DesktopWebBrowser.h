@@ -36,6 +36,7 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
   std::shared_ptr<ZELWbr3::Document> Document() const override { return m_oDocument; }
   void Flush() override;
   bool Settled() const override { return m_oSender == nullptr || m_oSender->Settled(); }
+  bool IsBehind() const override { return m_oSender != nullptr && m_oSender->IsBehind(); }
   void Visible(bool bVisible) override;
   void Move(int iLeft, int iTop, int iWidth, int iHeight) override;
 

@@ -3,6 +3,7 @@
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/framework/KeyCode.h"
 #include "zelwbr3/framework/PageLeft.h"
+#include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modCmdEnum.h"
 #include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/framework/modZELError.h"
@@ -43,6 +44,7 @@ void DataPage::CleanUp() {
 }
 
 void DataPage::Fill() {
+  if (Document()->IsErrorPage()) return;  // has nothing that could be filled
   clsHourglass::Scope oWait(Hourglass());
   m_oForm.Init(Document());
   m_oSize.reset();
@@ -106,7 +108,13 @@ void DataPage::oCL_ItemClick(const ZELCmd3::CommandItem& oItem) {
   if (!IgnoresEvents()) Command(oItem.Key);
 }
 
-void DataPage::SetText(std::string_view sID, std::string_view sText) { RequiredElement(sID).innerText(sText); }
+void DataPage::SetText(std::string_view sID, std::string_view sText) {
+  RequiredElement(sID).innerText(modCells::Known(sText));
+}
+
+void DataPage::SetTextIfPresent(std::string_view sID, std::string_view sText) {
+  if (Element* oElement = Document()->all().item(sID)) oElement->innerText(modCells::Known(sText));
+}
 
 Element& DataPage::RequiredElement(std::string_view sID) const {
   Element* oElement = Document() == nullptr ? nullptr : Document()->all().item(sID);
@@ -126,12 +134,9 @@ Element& DataPage::RequiredRow(std::string_view sTable, std::string_view sID) co
 }
 
 void DataPage::FillLocale() {
-  const auto SetIfPresent = [this](std::string_view sID, std::string_view sText) {
-    if (Element* oElement = Document()->all().item(sID)) oElement->innerText(sText);
-  };
-  SetIfPresent("LocaleDecimalSymbole", Browser().LocaleDecimalSymbole());
-  SetIfPresent("LocaleDecimalPlaces", std::to_string(Browser().LocaleDecimalPlaces()));
-  SetIfPresent("LocaleThousendGroupingSymbole", Browser().LocaleThousendGroupingSymbole());
+  SetTextIfPresent("LocaleDecimalSymbole", Browser().LocaleDecimalSymbole());
+  SetTextIfPresent("LocaleDecimalPlaces", std::to_string(Browser().LocaleDecimalPlaces()));
+  SetTextIfPresent("LocaleThousendGroupingSymbole", Browser().LocaleThousendGroupingSymbole());
 }
 
 std::string DataPage::SizeText(double dSize, Long lUnit) {
@@ -249,15 +254,20 @@ bool DataPage::Operate(const std::function<bool()>& oOperation) {
   return bDone;
 }
 
-void DataPage::Poll() {
+void DataPage::Poll(const std::function<bool()>& oEnough) {
+  MessagePump& oPump = Browser().Platform().MessagePump();
   Browser().FlushDocuments();
   const bool bDropped = Browser().DropEvents(false);
-  Pumping(Needs::Document, [&] {
-    Finally([this] { Browser().Platform().MessagePump().Poll(); },
-            [&] {
-              if (HasBrowser()) Browser().DropEvents(bDropped);
-            });
-  });
+  Finally(
+      [&] {
+        Pumping(Needs::Document, [&] { oPump.Poll(); });
+        while (!oEnough() && Browser().IsBehind(WebBrowser())) {
+          Pumping(Needs::Document, [&] { oPump.Turn(); });
+        }
+      },
+      [&] {
+        if (HasBrowser()) Browser().DropEvents(bDropped);
+      });
 }
 
 const std::shared_ptr<clsHourglass>& DataPage::Hourglass() {

@@ -75,6 +75,8 @@ class DataPage : public Page {
   /// Writes the text of an element that the page file must have; throws
   /// std::runtime_error that names it otherwise.
   void SetText(std::string_view sID, std::string_view sText);
+  /// The same for an element that the page file may lack.
+  void SetTextIfPresent(std::string_view sID, std::string_view sText);
   Element& RequiredElement(std::string_view sID) const;
   /// The same for a row of a table, whose id other tables may use, too.
   Element& RequiredRow(std::string_view sTable, std::string_view sID) const;
@@ -134,8 +136,10 @@ class DataPage : public Page {
   /// and the answer is false.
   bool Operate(const std::function<bool()>& oOperation);
 
-  /// Lets the message loop handle what has arrived, clicks and keys included.
-  void Poll();
+  /// Lets the message loop handle what has arrived, clicks and keys included, and
+  /// goes on until the screen is no longer behind with what the page has written
+  /// or oEnough says that this is enough.
+  void Poll(const std::function<bool()>& oEnough);
 
   /// Runs oTask as a task of the page. For whatever enters the page; nested only
   /// where messages are pumped.

@@ -27,6 +27,8 @@ class PageSite {
   virtual Long PreferredUnit() const = 0;
   /// A page is loaded in the frame.
   virtual bool HasPage(Long lWebBrowser) const = 0;
+  /// The frame's browser is behind with showing what was written.
+  virtual bool IsBehind(Long lWebBrowser) const = 0;
   /// The frame lies in front of the others.
   virtual bool IsInFront(int iFrame) const = 0;
 

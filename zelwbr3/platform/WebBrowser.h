@@ -64,6 +64,9 @@ class WebBrowser {
   /// True if the browser has confirmed every change made so far, or if there is
   /// no longer a document that could confirm them.
   virtual bool Settled() const = 0;
+  /// True while the browser is several batches of changes behind: who goes on
+  /// writing then runs ahead of the screen.
+  virtual bool IsBehind() const { return false; }
 
   /// Shows the picture box in front of the others, or hides it.
   virtual void Visible(bool bVisible) = 0;

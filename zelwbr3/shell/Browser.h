@@ -105,9 +105,11 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   /// Brings a frame to the front and announces its page, if it has one, as
   /// complete again.
   void ShowOnTop(Long lWebBrowser) override;
-  /// Navigates a frame anywhere, without a page and without waiting.
+  /// Navigates a frame anywhere, http and https included, without a page and
+  /// without waiting. An empty URL does nothing.
   void Navigate(const std::string& sURL, Long lWebBrowser);
-  /// Loads the frame's URL again, without waiting; the page fills it anew.
+  /// Loads the frame's URL again, without waiting; the page fills it anew. Does
+  /// nothing for a frame that was never navigated.
   void Refresh(Long lWebBrowser) override;
   /// Takes the frame's page away and empties it.
   void Clear(Long lWebBrowser);
@@ -137,6 +139,7 @@ class Browser : private PageSite, private BrowserFrame::Owner {
 
  private:
   bool HasPage(Long lWebBrowser) const override { return Frame(lWebBrowser).Page != nullptr; }
+  bool IsBehind(Long lWebBrowser) const override { return Frame(lWebBrowser).WebBrowser().IsBehind(); }
   void ShowDefault() override;
   void ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
                      std::shared_ptr<ZELLib3::Parameter> oParameter) override;

@@ -22,6 +22,10 @@ constexpr std::array<ReadingCommand, 2> ReadingCommands = {
     {{BlockPage::CommandReadMore, "btnReadMore", "Read &More", modPicture::ReadMore},
      {BlockPage::CommandReadAll, "btnReadAll", "Read &All", modPicture::ReadAll}}};
 
+/// For so long after a reading was ended by Escape another Escape, meant for the
+/// reading as well, does not close the page.
+constexpr std::chrono::seconds EscapeGrace{1};
+
 constexpr const char* EnabledClass = "zelBtnEmph";
 constexpr const char* DisabledClass = "zelBtnEmphDsbl";
 
@@ -79,9 +83,13 @@ bool BlockPage::OnClick(const std::string& sID) {
 }
 
 bool BlockPage::HandleOnKeyDown(Long& lKeyCode, Element* oElement) {
-  if (lKeyCode == KeyCode::Escape && m_oReading != nullptr && !IgnoresEvents()) {
-    m_oReading->bStopped = true;
-    return true;
+  if (lKeyCode == KeyCode::Escape && !IgnoresEvents()) {
+    if (m_oReading != nullptr) {
+      m_oReading->bStopped = true;
+      m_oStopped = Clock::now();
+      return true;
+    }
+    if (m_oStopped && Clock::now() - *m_oStopped < EscapeGrace) return true;
   }
   return DataPage::HandleOnKeyDown(lKeyCode, oElement);
 }
@@ -96,13 +104,15 @@ void BlockPage::Close() {
 }
 
 void BlockPage::OnCommand(Long lCommand) {
+  if (lCommand == CommandStop && m_oReading != nullptr) m_oReading->bStopped = true;
   if (lCommand != CommandReadMore && lCommand != CommandReadAll) return;
   if (m_oReading != nullptr || !m_bOpen) return;
   Act([&] { Read(lCommand == CommandReadAll); });
 }
 
 void BlockPage::Read(bool bAll) {
-  const auto oReading = m_oReading = std::make_shared<Reading>();
+  const auto oReading = m_oReading = std::make_shared<Reading>(Reading{bAll});
+  if (bAll) FillCommandlist();
   UpdateCommands();
   Finally(
       [&] {
@@ -116,6 +126,7 @@ void BlockPage::Read(bool bAll) {
         if (m_oReading != oReading) return;  // forgotten together with its document
         m_oReading.reset();
         Source()->Pause();
+        if (bAll) FillCommandlist();
         UpdateCommands();
       });
 }
@@ -123,16 +134,20 @@ void BlockPage::Read(bool bAll) {
 void BlockPage::ReadAll(const Reading& oReading) {
   const auto oSource = Source();
   const bool bInFront = Browser().IsInFront(WebBrowser());
+  const Long lLast = oSource->RowCount() + MostRows;
+  // A reading that is forgotten belongs to rows that are no longer shown.
+  const auto Ended = [&] { return m_oReading.get() != &oReading || oReading.bStopped; };
 
   while (oSource->HasMore()) {
     const Long lRows = oSource->RowCount();
+    if (lRows >= lLast) return ShowRowCount(lRows, ", and more: Read All goes on");
     if (!ReadBlock(*oSource)) return;
     if (oSource->RowCount() == lRows) {
       throw std::runtime_error("The instance has more rows than the " + std::to_string(lRows) +
                                " shown, but delivers none");
     }
-    Poll();
-    if (m_oReading.get() != &oReading || oReading.bStopped || IgnoresEvents()) return;
+    Poll(Ended);
+    if (Ended() || IgnoresEvents()) return;
     if (bInFront && !Browser().IsInFront(WebBrowser())) return;
   }
 }
@@ -151,11 +166,17 @@ void BlockPage::ShowBlock() {
   Finally([this] { AddBlock(); }, [this] { ShowRowCount(Source()->RowCount()); });
 }
 
-void BlockPage::ShowRowCount(Long lRows) { SetText("txtFormFooter", "Rows: " + std::to_string(lRows)); }
+void BlockPage::ShowRowCount(Long lRows, const std::string& sRemark) {
+  SetText("txtFormFooter", "Rows: " + std::to_string(lRows) + sRemark);
+}
 
 void BlockPage::FillCommandlist() {
   const auto oCommandlist = NewCommandlist();
   if (oCommandlist == nullptr) return;
+  if (m_oReading != nullptr && m_oReading->bAll) {
+    oCommandlist->Add(PageType(), {int{CommandStop}, "&Stop", modPicture::Stop});
+    return;
+  }
   for (const ReadingCommand& oCommand : ReadingCommands) {
     oCommandlist->Add(PageType(), {oCommand.iCommand, oCommand.sItem, oCommand.iPicture, false});
   }

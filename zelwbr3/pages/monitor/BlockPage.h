@@ -4,7 +4,9 @@
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/PageType.h"
 
+#include <chrono>
 #include <memory>
+#include <optional>
 
 namespace ZELWbr3 {
 
@@ -13,9 +15,11 @@ namespace ZELWbr3 {
 /// buttons of the page file and items of the command list.
 ///
 /// Read All adds block by block and lets the message loop run in between, so
-/// the rows appear while it reads and the user can do anything meanwhile.
-/// Escape, leaving the page and whatever replaces its document end the reading
-/// after the current block; the rows read so far stay.
+/// the rows appear while it reads and the user can do anything in the meantime;
+/// it never runs further ahead of the screen than the browser's few batches.
+/// Escape, Stop, leaving the page and a new document end the reading after the
+/// current block; the rows read so far stay. A source without an end is read for
+/// MostRows rows at a time.
 ///
 /// A click or key that starts Read All is a document event whose handling would
 /// keep all others out until it has finished. Poll lets them in, and the page
@@ -24,6 +28,11 @@ class BlockPage : public DataPage {
  public:
   static constexpr int CommandReadMore = 2;
   static constexpr int CommandReadAll = 3;
+  static constexpr int CommandStop = 5;
+
+  /// Rows that one Read All reads at the most. A row costs about 1.4 KB here, and
+  /// more in the browser.
+  static constexpr int MostRows = 2'000'000;
 
   void Hide() override;
   void CleanUp() override;
@@ -56,8 +65,10 @@ class BlockPage : public DataPage {
   /// One reading from its beginning to its end. The page forgets it when its
   /// document goes, and a reading that is forgotten touches nothing any more.
   struct Reading {
+    bool bAll;
     bool bStopped = false;
   };
+  using Clock = std::chrono::steady_clock;
 
   void FillContent() final;
   void Read(bool bAll);
@@ -65,12 +76,15 @@ class BlockPage : public DataPage {
   /// Reads and shows one block; false when that failed, which is reported.
   bool ReadBlock(ZELLib3::BlockSource& oSource);
   void ShowBlock();
-  void ShowRowCount(Long lRows);
+  void ShowRowCount(Long lRows, const std::string& sRemark = {});
+  /// The items of the command list: those to read with, or Stop while it reads.
   void FillCommandlist();
   /// Enables the reading commands as far as there is something to read.
   void UpdateCommands();
 
   std::shared_ptr<Reading> m_oReading;
+  /// When Escape ended a reading last.
+  std::optional<Clock::time_point> m_oStopped;
   /// The source was opened and the table is ready for rows.
   bool m_bOpen = false;
 };
