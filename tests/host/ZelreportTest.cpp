@@ -121,11 +121,11 @@ TEST_F(ZelreportTest, SaysInOneLineWhatIsWrong) {
 }
 
 TEST_F(ZelreportTest, AMissingPageFileIsNamedAlthoughThePageFillsNothing) {
-  const std::string sFile =
-      Folder.Write("r.json", R"({"Database":{"Version":{"Major":9,"Minor":9,"Number":151584768}}})");
-  const Ended oEnded = RunZelreport({"recorded:" + sFile, "--page", "SysDD"});
+  std::filesystem::copy_file(ZELWBR3_SOURCE_DIR "/html/Main.htm", Folder.Path() + "/Main.htm");
+  const Ended oEnded = RunZelreport({Recording("demo"), "--page", "Sessions"}, {"ZELWBR3_HTML=" + Folder.Path()});
   EXPECT_EQ(oEnded.Exit, 1);
-  EXPECT_NE(oEnded.Err.find("SysDD99.htm"), std::string::npos) << oEnded.Err;
+  EXPECT_EQ(oEnded.Err, "zelreport: the page reported an error: The page file " + Folder.Path() +
+                            "\\Sessions.htm cannot be read\n");
   EXPECT_NE(oEnded.Out.find("Page not found"), std::string::npos);
 }
 
@@ -188,8 +188,9 @@ TEST_F(ZelreportTest, ADialogIsToldWithItsFullTextAndAnswer) {
                   R"(instance 'OLD'?\n\nTo wait until all running transactions are finished choose 'OK'. \n)"
                   R"(To break off all running transactions choose 'Quick'.","answer":"quick"})"});
 
-  EventsOf(
-      {Recording("new-7.6"), "--do", "item 3", "--do", "answer ok date=2026-02-30 time=01:02:03", "--do", "item 6"}, 1);
+  EventsOf({Recording("new-7.6"), "--do", "answer yes", "--do", "item 3", "--do",
+            "answer ok date=2026-02-30 time=01:02:03", "--do", "item 6"},
+           1);
   EXPECT_NE(Said.find("the dialog frmOnlineUntil cannot be confirmed: There is no 2026-02-30 01:02:03."),
             std::string::npos);
 }
@@ -204,15 +205,16 @@ TEST_F(ZelreportTest, AnswersAreGivenInTheirOrderAndDialogsHandOverWhatWasTyped)
                 R"({"event":"Instance","call":"Analyzer.Start","arguments":["my file.cfg",12,0,true,false]})",
                 R"({"event":"Instance","call":"Analyzer.DeleteProtocols","arguments":["20260301"]})",
             }));
-  EXPECT_EQ(Only("Instance", EventsOf({"sqlite:" + Folder.Write("a.db", ""), "--do", "item 3", "--do", "answer yes",
-                                       "--do", "item 2", "--do", "answer ok date=2026-03-01 time=04:05:06", "--do",
-                                       "answer yes", "--do", "item 6"},
-                                      1)),
-            (Lines{
-                R"({"event":"Instance","call":"Admin","arguments":[]})",
-                R"({"event":"Instance","call":"Shutdown","arguments":[]})",
-                R"({"event":"Instance","call":"RestartUntil","arguments":["2026-03-01T04:05:06"]})",
-            }));
+  EXPECT_EQ(
+      Only("Instance", EventsOf({"sqlite:" + Folder.Write("a.db", ""), "--do", "answer yes", "--do", "item 3", "--do",
+                                 "answer yes", "--do", "item 2", "--do", "answer ok date=2026-03-01 time=04:05:06",
+                                 "--do", "answer yes", "--do", "item 6"},
+                                1)),
+      (Lines{
+          R"({"event":"Instance","call":"Admin","arguments":[]})",
+          R"({"event":"Instance","call":"Shutdown","arguments":[]})",
+          R"({"event":"Instance","call":"RestartUntil","arguments":["2026-03-01T04:05:06"]})",
+      }));
   // The last step leaves the list as it was, although it disables it meanwhile.
   EXPECT_EQ(Only("Commandlist", events).size(), 4U);
 }

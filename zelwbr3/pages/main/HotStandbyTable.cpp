@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/main/HotStandbyTable.h"
 
+#include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 
 #include <algorithm>
@@ -58,7 +59,7 @@ void HotStandbyTable::FillOfficial(ZELLib3::Database& oDatabase) {
   const auto [oLabel, oValue, oRole] = LabelValueRole(oRow);
   oLabel->innerText("Virtual Server Name");
   oLabel->className(LabelClass(oDatabase.HotStandbyRole() == 1));
-  oValue->innerText(oDatabase.HotStandby()->OfficialNode());
+  oValue->innerText(modCells::Known(oDatabase.HotStandby()->OfficialNode()));
   ShowElement(&oRow, true);
 }
 

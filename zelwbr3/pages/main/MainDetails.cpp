@@ -1,12 +1,15 @@
 #include "zelwbr3/pages/main/MainDetails.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modCheckCommands.h"
 #include "zelwbr3/framework/modFormat.h"
 
 namespace ZELWbr3::MainDetails {
 
 namespace {
+
+std::string KnownText(const std::string& sText) { return std::string(modCells::Known(sText)); }
 
 std::string OnOffText(bool bOn) { return bOn ? "On" : "Off"; }
 
@@ -60,14 +63,14 @@ bool AnyWarningShown(const Facts& o) {
 
 std::string Name(const Facts& o) {
   const Long lNumber = o.Database->InstanceNumber();
-  return o.Database->InstanceName() + (lNumber > 0 ? " (" + std::to_string(lNumber) + ")" : "");
+  return KnownText(o.Database->InstanceName()) + (lNumber > 0 ? " (" + std::to_string(lNumber) + ")" : "");
 }
 
 const Detail Details[] = {
     {"General.Name.Val", Info, Name},
     {"General.Version.Val", Info, [](const Facts& o) { return o.Database->Version()->Text(); }},
     {"General.OS.Val", Info,
-     [](const Facts& o) { return o.Database->OSName() + " (" + o.Database->OSVersion() + ")"; }},
+     [](const Facts& o) { return KnownText(o.Database->OSName()) + " (" + KnownText(o.Database->OSVersion()) + ")"; }},
     {"General.RunDir.Val", Info, [](const Facts& o) { return o.Database->RunDirectory(); }},
     {"General.StartOn.Row", Info},
     {"General.StartOn.Val", Info,

@@ -3,6 +3,7 @@
 #include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/dom/EmbeddedObject.h"
+#include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/framework/modTopWarning.h"
@@ -20,7 +21,7 @@ namespace {
 
 constexpr int White = 0xFFFFFF;
 
-/// What is left of a total; throws when more is used than there is.
+/// What is left of a size; throws when more is used than there is.
 Long Free(Long lTotal, Long lUsed, const char* sOfWhat) {
   const Long lFree = lTotal - lUsed;
   if (lFree < 0) {
@@ -107,19 +108,21 @@ void PageMain::FillNameAndState() {
 
 void PageMain::FillBars() {
   const auto oLimits = State()->BarThresholds();
-  const auto ShowArea = [&](const char* sID, std::size_t iFirstLimit, bool bFull, Long lPercent) {
+  // What the state decides already is not asked for.
+  const auto ShowArea = [&](const char* sID, std::size_t iFirstLimit, Flag pFull, Figure pPercent) {
     EmbeddedObject oBar = RequiredElement(sID).object();
     SetLimits(oBar, oLimits, iFirstLimit);
-    if (AreasOpen() && bFull) {
+    const auto oState = State();
+    if (AreasOpen() && (*oState.*pFull)()) {
       oBar.Property("Percent", 100);
-    } else if (AreasOpen() && State()->InfoAvailable()) {
-      oBar.Property("Percent", lPercent);
+    } else if (AreasOpen() && oState->InfoAvailable()) {
+      oBar.Property("Percent", (*oState.*pPercent)());
     } else {
       oBar.Property("Percent", NoValue);
     }
   };
-  ShowArea("pbrData", 0, State()->DataFull(), State()->DataPercent());
-  ShowArea("pbrLog", 3, State()->LogFull(), State()->LogPercent());
+  ShowArea("pbrData", 0, &ZELLib3::StateInfo::DataFull, &ZELLib3::StateInfo::DataPercent);
+  ShowArea("pbrLog", 3, &ZELLib3::StateInfo::LogFull, &ZELLib3::StateInfo::LogPercent);
 
   EmbeddedObject oSessions = RequiredElement("pbrSessions").object();
   if (State()->InfoAvailable()) {
@@ -133,7 +136,7 @@ void PageMain::FillBars() {
 void PageMain::FillTexts() {
   const bool bShowsFree = IsAtLeast(ZELLib3::Kernel::V72);
 
-  SetText("txtData", AreaText(State()->DataFull(), "Data Area Full", [&] {
+  SetText("txtData", AreaText(&ZELLib3::StateInfo::DataFull, "Data Area Full", [&] {
             const Long lTotal = State()->DataTotal();
             const Long lUsed = State()->DataUsed();
             std::string sText = "Total: " + SizeText(lTotal) + " Perm: " + SizeText(State()->DataPerm()) +
@@ -142,7 +145,7 @@ void PageMain::FillTexts() {
             return sText;
           }));
 
-  SetText("txtLog", AreaText(State()->LogFull(), "Log Area Full", [&] {
+  SetText("txtLog", AreaText(&ZELLib3::StateInfo::LogFull, "Log Area Full", [&] {
             const auto oSettings = Database()->LogSettings();
             if (oSettings->WriteOff() == ZELLib3::Switch::On || oSettings->AutoOverwrite() == ZELLib3::Switch::On)
               return std::string();
@@ -157,16 +160,15 @@ void PageMain::FillTexts() {
   if (State()->InfoAvailable()) {
     const Long lUsed = State()->SessionsUsed();
     sSessions = "Used: " + modFormat::Grouped(lUsed, Locale()) + " ";
-    if (bShowsFree)
-      sSessions += "Free: " + modFormat::Grouped(Free(State()->SessionsMax(), lUsed, "sessions"), Locale());
+    if (bShowsFree) sSessions += "Free: " + modFormat::Grouped(State()->SessionsMax() - lUsed, Locale());
   }
   SetText("txtSessions", sSessions);
 }
 
-std::string PageMain::AreaText(bool bFull, const std::string& sFullText,
+std::string PageMain::AreaText(Flag pFull, const std::string& sFullText,
                                const std::function<std::string()>& oSizes) const {
   if (!AreasOpen()) return " ";
-  if (bFull) return sFullText;
+  if ((*State().*pFull)()) return sFullText;
   return State()->InfoAvailable() ? oSizes() : " ";
 }
 
@@ -195,7 +197,7 @@ void PageMain::FillDetails() {
     if (oDetail.Text == nullptr) {
       ShowElement(&oElement, bHolds);
     } else if (bHolds) {
-      oElement.innerText(oDetail.Text(oFacts));
+      oElement.innerText(modCells::Known(oDetail.Text(oFacts)));
     }
   }
 }

@@ -26,6 +26,9 @@ class PageMain : public DataPage {
   bool ShowsFooter() const override { return true; }
 
  private:
+  using Flag = bool (ZELLib3::StateInfo::*)() const;
+  using Figure = Long (ZELLib3::StateInfo::*)() const;
+
   /// Runs an operation that changes the instance's state, and shows what is
   /// true then.
   void ChangeState(const std::function<bool(ZELLib3::Database&)>& oOperation);
@@ -43,7 +46,8 @@ class PageMain : public DataPage {
   /// The instance runs far enough for its areas to have figures.
   bool AreasOpen() const;
   bool IsAtLeast(int lVersion) const { return Database()->Version()->Number() >= lVersion; }
-  std::string AreaText(bool bFull, const std::string& sFullText, const std::function<std::string()>& oSizes) const;
+  /// The text of an area: a blank, that it is full, or its sizes.
+  std::string AreaText(Flag pFull, const std::string& sFullText, const std::function<std::string()>& oSizes) const;
 };
 
 }  // namespace ZELWbr3

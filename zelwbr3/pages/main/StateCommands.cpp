@@ -1,6 +1,7 @@
 #include "zelwbr3/pages/main/StateCommands.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/pages/main/frmOnlineUntil.h"
@@ -43,10 +44,13 @@ Decision Confirmed(Operation oOperation) {
   return {[oOperation](ZELLib3::Database& oDatabase) { return (oDatabase.*oOperation)(); }};
 }
 
+/// As part of a sentence.
+std::string NameOf(ZELLib3::Database& oDatabase) { return Text::Isolated(oDatabase.InstanceName()); }
+
 bool IsYes(MessageBox::Answer eAnswer) { return eAnswer == MessageBox::Answer::Yes; }
 
 Decision AskShutdown(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes) {
-  const std::string sName = oDatabase.InstanceName();
+  const std::string sName = NameOf(oDatabase);
   // These can only be shut down in one way.
   if (oDatabase.Version()->Number() >= ZELLib3::Kernel::V74 ||
       oDatabase.InstanceType() == ZELLib3::InstanceType::ObjectStore) {
@@ -64,7 +68,7 @@ Decision AskOffline(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const Oper
   if (!oDatabase.StateInfo()->AutoLog()) return AskShutdown(oDatabase, oBoxes);
 
   const auto eAnswer =
-      oBoxes.Show("Shut down of database instance '" + oDatabase.InstanceName() +
+      oBoxes.Show("Shut down of database instance '" + NameOf(oDatabase) +
                       "' is not possible while automatic log backup is activated. "
                       "Choose 'OK' to turn automatic log backup off and continue with shut down.",
                   "Confirm Automatic Log Backup Off", MessageBox::Buttons::OKCancel, MessageBox::Icon::Exclamation);
@@ -75,8 +79,27 @@ Decision AskOffline(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const Oper
   return oDecision;
 }
 
+/// What admin state does to the sessions, as the end of a sentence.
+std::string SessionsShutOut(ZELLib3::Database& oDatabase, const UserLocale& oLocale) {
+  const auto oState = oDatabase.StateInfo();
+  if (oState->Status() == ZELLib3::Status::Offline) return ".";
+  if (!oState->InfoAvailable()) return ": all sessions will be shut out.";
+  const Long lSessions = oState->SessionsUsed();
+  if (lSessions <= 0) return "; no session is open at the moment.";
+  if (lSessions == 1) return ": 1 session will be shut out.";
+  return ": " + modFormat::Grouped(lSessions, oLocale) + " sessions will be shut out.";
+}
+
+Decision AskAdmin(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const UserLocale& oLocale) {
+  const auto eAnswer = oBoxes.Show("Are you sure you want to bring the database instance '" + NameOf(oDatabase) +
+                                       "' to admin state?\n\nOnly its administrator can work with it then" +
+                                       SessionsShutOut(oDatabase, oLocale),
+                                   "Confirm Admin", MessageBox::Buttons::YesNo, MessageBox::Icon::Question);
+  return IsYes(eAnswer) ? Confirmed(&ZELLib3::Database::Admin) : Decision{};
+}
+
 Decision AskRestartUntil(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const UserLocale& oLocale) {
-  const std::string sName = oDatabase.InstanceName();
+  const std::string sName = NameOf(oDatabase);
   const auto dUntil = frmOnlineUntil(oBoxes).OnlineUntil(sName);
   if (!dUntil) return {};
   const auto eAnswer =
@@ -116,7 +139,7 @@ Decision Ask(Long lKey, ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const 
     case KeyOffline:
       return AskOffline(oDatabase, oBoxes, oOperate);
     case KeyAdmin:
-      return Confirmed(&ZELLib3::Database::Admin);
+      return AskAdmin(oDatabase, oBoxes, oLocale);
     case KeyOnline:
       return Confirmed(&ZELLib3::Database::Online);
     case KeyRestartUntil:
