@@ -1,5 +1,5 @@
-// The smallest host with a window: a frame with the control and, above it, the
-// commands of its pages. Shows the database file named on the command line.
+// The smallest host with a window: a frame, the control in it, the commands of
+// its pages above it. Shows the database file that the command line names.
 
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
@@ -21,7 +21,7 @@ class DesktopHost : public wxApp {
     oSizer->Add(oPanel, wxSizerFlags(1).Expand());
     oFrame->SetSizer(oSizer);
     oFrame->Show();
-    // Showing a page waits in the toolkit's loop, so that loop must be running.
+    // The page is waited for within the toolkit's loop, which runs from here on.
     oFrame->CallAfter([this, oFrame, oPanel] { ShowPage(*oFrame, oPanel->Browser()); });
     return true;
   }
@@ -32,7 +32,7 @@ class DesktopHost : public wxApp {
       oBrowser.PageMain()->Commandlist(m_oCommandlist);
       oBrowser.PageMain()->Show(ZELWbr3::SQLite::OpenDatabase(argc > 1 ? argv[1].utf8_string() : ""));
     } catch (const ZELWbr3::WaitError&) {
-      // The window was closed before the page was complete.
+      // The window was closed before the page was there.
     } catch (const std::exception& oError) {
       wxMessageBox(wxString::FromUTF8(oError.what()), "A Host", wxOK | wxICON_ERROR, &oFrame);
       oFrame.Close();

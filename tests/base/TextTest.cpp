@@ -38,4 +38,14 @@ TEST(Text, CleanReplacesEveryMaximalInvalidSequenceOnce) {
   }
 }
 
+TEST(Text, IsolatedKeepsANameFromTurningTheSentenceAround) {
+  const std::string F = "\u2068", P = "\u2069", Override = "\u202E";
+  EXPECT_EQ(Isolated("Plain \u00FC \u20AC"), "Plain \u00FC \u20AC");
+  EXPECT_EQ(Isolated(Override + "gpj.exe"), F + Override + "gpj.exe" + P);
+  EXPECT_EQ(Isolated("\u05D0\u05D1"), F + "\u05D0\u05D1" + P);
+  // What the name itself opens or ends does not end its isolation.
+  EXPECT_EQ(Isolated(P + Override), F + F + P + Override + P);
+  EXPECT_EQ(Isolated(F + "x"), F + F + "x" + P + P);
+}
+
 }  // namespace ZELWbr3::Text

@@ -54,6 +54,13 @@ TEST_F(SystemLocaleTest, TakesTheEnvironmentAndSurvivesALocaleThatIsNotThere) {
   EXPECT_EQ(modFormat::Number(1234.5, 1, SystemLocale()), "1.234,5");
   setenv("LC_ALL", "tlh_QX.UTF-8", 1);
   EXPECT_EQ(modFormat::Number(1234.5, 1, SystemLocale()), "1234.5");
+  // A category that is missing does not take the others with it.
+  unsetenv("LC_ALL");
+  setenv("LC_TIME", "zz_ZZ", 1);
+  setenv("LC_NUMERIC", "de_DE.UTF-8", 1);
+  EXPECT_EQ(modFormat::Number(1234.5, 1, SystemLocale()), "1.234,5");
+  unsetenv("LC_TIME");
+  unsetenv("LC_NUMERIC");
   pBefore == nullptr ? unsetenv("LC_ALL") : setenv("LC_ALL", sBefore.c_str(), 1);
 }
 

@@ -117,6 +117,7 @@ TEST_F(clsSizeTest, TakesWhatConvertsToACurrencyValue) {
   EXPECT_EQ(Stored(0.00035), 0.0004);
   EXPECT_EQ(Stored(true), -1);
   EXPECT_EQ(Stored(Long(7)), 7);
+  EXPECT_EQ(Stored(922337203685477.5), 922337203685477.5);
   for (const char* sText : {"", " ", "abc", "12 KB", "1 2", "+-5", "--5", "1.2.3", "inf", "nan", "0x10", "e5", "1e999",
                             "922337203685478"}) {
     EXPECT_EQ(Stored(std::string(sText)), 0) << sText;

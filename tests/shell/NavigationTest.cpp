@@ -171,6 +171,9 @@ TEST_F(NavigationTest, NavigatesWithAndWithoutAPage) {
   EXPECT_EQ(Lines(), "Navigate 1 http://127.0.0.1/ flags 14\n");
   Control.Clear(1);
   EXPECT_EQ(Lines(), "Navigate 1 about:blank flags 0\n");
+  Control.Navigate("", 1);
+  Control.Refresh(3);  // never navigated
+  EXPECT_EQ(Lines(), "");
 }
 
 TEST_F(NavigationTest, RefusesFramesThatAreNotThere) {

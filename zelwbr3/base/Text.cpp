@@ -45,6 +45,34 @@ Sequence Measure(std::string_view sText) {
   return {iLength, true};
 }
 
+/// Of a well-formed sequence.
+char32_t CodePoint(std::string_view sSequence) {
+  const auto cLead = static_cast<unsigned char>(sSequence[0]);
+  if (sSequence.size() == 1) return cLead;
+  char32_t lCodePoint = cLead & (0x7F >> sSequence.size());
+  for (const char c : sSequence.substr(1)) lCodePoint = lCodePoint << 6 | (static_cast<unsigned char>(c) & 0x3F);
+  return lCodePoint;
+}
+
+/// Written from right to left, or a control that turns the direction around.
+bool TurnsDirection(char32_t lCodePoint) {
+  struct Range {
+    char32_t First;
+    char32_t Last;
+  };
+  static constexpr Range Ranges[] = {
+      {0x0590, 0x08FF},    // Hebrew, Arabic, Syriac, Thaana and their neighbours
+      {0x200E, 0x200F},    // marks
+      {0x202A, 0x202E},    // embeddings and overrides
+      {0x2066, 0x2069},    // isolates
+      {0xFB1D, 0xFDFF},    // presentation forms
+      {0xFE70, 0xFEFF},    //
+      {0x10800, 0x10FFF},  // historic scripts
+      {0x1E800, 0x1EFFF},  //
+  };
+  return std::ranges::any_of(Ranges, [&](const Range& o) { return lCodePoint >= o.First && lCodePoint <= o.Last; });
+}
+
 }  // namespace
 
 std::string Clean(std::string_view sText) {
@@ -76,6 +104,28 @@ std::string OneLine(std::string_view sText) {
     for (auto i = sLine.find(sEnd); i != std::string::npos; i = sLine.find(sEnd, i)) sLine.replace(i, sEnd.size(), " ");
   }
   return sLine;
+}
+
+std::string Isolated(std::string_view sName) {
+  constexpr std::string_view FirstStrongIsolate = "\xE2\x81\xA8";
+  constexpr std::string_view PopIsolate = "\xE2\x81\xA9";
+  bool bTurns = false;
+  int iOpen = 0;      // isolates that the name begins and does not end
+  int iUnopened = 0;  // ends of isolates that it did not begin
+  for (std::string_view sRest = sName; !sRest.empty();) {
+    const Sequence oSequence = Measure(sRest);
+    const char32_t lCodePoint = oSequence.WellFormed ? CodePoint(sRest.substr(0, oSequence.Length)) : 0;
+    sRest.remove_prefix(oSequence.Length);
+    bTurns = bTurns || TurnsDirection(lCodePoint);
+    if (lCodePoint >= 0x2066 && lCodePoint <= 0x2068) ++iOpen;
+    if (lCodePoint == 0x2069) iOpen > 0 ? --iOpen : ++iUnopened;
+  }
+  if (!bTurns) return std::string(sName);
+  std::string sIsolated;
+  for (int i = 0; i <= iUnopened; ++i) sIsolated += FirstStrongIsolate;
+  sIsolated += sName;
+  for (int i = 0; i <= iOpen; ++i) sIsolated += PopIsolate;
+  return sIsolated;
 }
 
 std::string EscapeHTML(std::string_view sText) {

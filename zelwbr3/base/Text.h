@@ -17,6 +17,11 @@ std::string Trim(std::string_view sText, std::string_view sBlanks = " ");
 /// Unicode line and paragraph separators become blanks.
 std::string OneLine(std::string_view sText);
 
+/// A name as part of a sentence of our own: where it holds characters that are
+/// written from right to left, or that turn the direction of writing around, it
+/// is isolated (U+2068, U+2069), so that it cannot turn what stands around it.
+std::string Isolated(std::string_view sName);
+
 /// Escaped for an HTML text or a double-quoted attribute value.
 std::string EscapeHTML(std::string_view sText);
 

@@ -1,11 +1,13 @@
 #include "zelwbr3/desktop/ErrorPage.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/dom/Document.h"
 
 namespace ZELWbr3::Desktop {
 
 std::string ErrorPage(std::string_view sAsked, std::string_view sReason) {
-  return "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\"><title>Not shown</title><style>"
+  return "<!DOCTYPE html><html lang=\"en\" " + std::string(Document::ErrorPageMark) +
+         "=\"\"><head><meta charset=\"utf-8\"><title>Not shown</title><style>"
          ":root{color-scheme:light;font:14px sans-serif;color:#1d2733;background:#fff}"
          ":root[data-theme=dark]{color-scheme:dark;color:#dfe5ec;background:#14181d}"
          "body{margin:3em;max-width:40em}h1{font-size:1.3em;font-weight:600}code{overflow-wrap:anywhere}</style></head>"

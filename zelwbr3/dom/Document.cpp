@@ -60,4 +60,6 @@ void Document::Disconnect(Element& oRoot) {
   for (Element* oChild = oRoot.m_oFirstChild; oChild != nullptr; oChild = oChild->m_oNext) Disconnect(*oChild);
 }
 
+bool Document::IsErrorPage() const { return m_oRoot != nullptr && m_oRoot->hasAttribute(ErrorPageMark); }
+
 }  // namespace ZELWbr3

@@ -4,7 +4,9 @@
 
 namespace ZELWbr3 {
 
-bool ParameterLink::IsClicked(const std::string& sID) { return modCells::AfterPrefix("PARAM", sID, m_sName); }
+bool ParameterLink::IsClicked(const std::string& sID) {
+  return modCells::AfterPrefix("PARAM", sID, m_sName) && !m_sName.empty();
+}
 
 void ParameterLink::Open(PageSite& oBrowser, const std::shared_ptr<ZELLib3::Database>& oDatabase) const {
   oBrowser.ShowParameter(oDatabase, oDatabase->Parameters()->Item(m_sName));

@@ -12,10 +12,9 @@ namespace ZELWbr3 {
 /// "PARAM" and the name.
 class ParameterLink {
  public:
-  /// Keeps the parameter when the id is such a link; false for other ids.
+  /// Keeps the parameter when the id is such a link; false for other ids, and for
+  /// a cell without a name, which is no link.
   bool IsClicked(const std::string& sID);
-  /// The one kept; empty at first.
-  const std::string& Name() const { return m_sName; }
   /// Shows the page of the parameter kept.
   void Open(PageSite& oBrowser, const std::shared_ptr<ZELLib3::Database>& oDatabase) const;
 

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <climits>
+#include <cstdlib>
 #include <ctime>
 #include <iterator>
 #include <sstream>
@@ -34,13 +35,36 @@ std::string Groups(const std::string& sSizes) {
   return sGroups.empty() ? sGroups : sGroups + "0";
 }
 
+/// The name of a category's locale, as POSIX orders the variables.
+std::string LocaleName(const char* sCategory) {
+  for (const char* sVariable : {"LC_ALL", sCategory, "LANG"}) {
+    const char* sValue = std::getenv(sVariable);
+    if (sValue != nullptr && *sValue != '\0') return sValue;
+  }
+  return "C";
+}
+
 }  // namespace
 
-SystemLocale::SystemLocale() {
-  try {
-    m_oLocale = std::locale("");
-  } catch (const std::runtime_error&) {
-    m_oLocale = std::locale::classic();
+SystemLocale::SystemLocale() : m_oLocale(std::locale::classic()) {
+  struct Category {
+    std::locale::category Number;
+    const char* Variable;
+  };
+  // One by one: a locale that lacks another category still gives these.
+  static constexpr Category Categories[] = {
+      {std::locale::ctype, "LC_CTYPE"},
+      {std::locale::numeric, "LC_NUMERIC"},
+      {std::locale::monetary, "LC_MONETARY"},
+      {std::locale::time, "LC_TIME"},
+  };
+  for (const Category& oCategory : Categories) {
+    const std::string sName = LocaleName(oCategory.Variable);
+    try {
+      m_oLocale = std::locale(m_oLocale, sName, oCategory.Number);
+    } catch (const std::runtime_error&) {
+      // Not installed: this category stays the C locale's.
+    }
   }
 }
 

@@ -24,10 +24,10 @@ std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t iCells) {
   return oCells;
 }
 
-void SetCellText(Element& oCell, std::string_view sText) { oCell.innerText(sText.empty() ? " " : sText); }
+void SetCellText(Element& oCell, std::string_view sText) { SetCellTextExcept(oCell, sText, MissingText); }
 
 void SetCellTextExcept(Element& oCell, std::string_view sText, std::string_view sExcept) {
-  SetCellText(oCell, sText == sExcept ? std::string_view() : sText);
+  oCell.innerText(sText.empty() || sText == sExcept ? " " : sText);
 }
 
 std::string FormatCounter(double dCounter, const UserLocale& oLocale) {
@@ -40,18 +40,15 @@ std::string FormatPercent(float fPercent, const UserLocale& oLocale) {
 
 float Percentage(float fWhole, float fPart) { return fWhole > 0 ? fPart * 100 / fWhole : 100; }
 
-void FillParamCell(Element& oCell, const ZELLib3::Parameter& oParameter) {
-  FillParamCell(oCell, oParameter.Name(), oParameter.Group());
-}
-
 void FillParamCell(Element& oCell, std::string_view sName, Long lGroup) {
   static constexpr std::array<const char*, 4> Classes = {"zelTblCellParGen", "zelTblCellParExt", "zelTblCellParSup",
                                                          "zelTblCellParInf"};
   const bool bKnown = lGroup >= 0 && lGroup < static_cast<int>(Classes.size());
-  const std::string sTrimmed = Text::Trim(sName);
+  const std::string sTrimmed = Text::Trim(Known(sName));
   oCell.className(bKnown ? Classes[static_cast<std::size_t>(lGroup)] : "zelTblCellParNon");
   oCell.innerText(sTrimmed);
   oCell.id("PARAM" + sTrimmed);
+  if (sTrimmed.empty()) oCell.removeAttribute("tabindex");
 }
 
 bool AfterPrefix(std::string_view sPrefix, std::string_view sID, std::string& sRest) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/ZELLib3/Parameter.h"
+#include "zelwbr3/base/Checked.h"
 #include "zelwbr3/dom/Element.h"
 #include "zelwbr3/platform/UserLocale.h"
 
@@ -17,9 +17,16 @@ Element& AddRowFromTemplate(Element& oSection, Element& oTemplate);
 /// throws std::runtime_error when there are fewer than iCells.
 std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t iCells);
 
-/// An empty text is written as a blank: an empty cell would collapse.
+/// What an instance delivers for a text that is missing.
+inline constexpr std::string_view MissingText = "(null)";
+/// The text, or nothing for one that is missing.
+inline std::string_view Known(std::string_view sText) { return sText == MissingText ? std::string_view() : sText; }
+
+/// A text that is empty or missing is written as a blank: an empty cell would
+/// collapse.
 void SetCellText(Element& oCell, std::string_view sText);
-/// As SetCellText, with a blank for the excepted text as well.
+/// Writes any text, a missing one included, but a blank for an empty one and for
+/// the excepted one.
 void SetCellTextExcept(Element& oCell, std::string_view sText, std::string_view sExcept);
 
 /// A counter in the user's groups; the empty text for -1, not available.
@@ -30,8 +37,8 @@ std::string FormatPercent(float fPercent, const UserLocale& oLocale);
 float Percentage(float fWhole, float fPart);
 
 /// Makes a cell a parameter's name: its group's class, its name, and the id
-/// "PARAM" with the name that a click is recognised by.
-void FillParamCell(Element& oCell, const ZELLib3::Parameter& oParameter);
+/// "PARAM" with the name that a click is recognised by. Without a name it is no
+/// link and no tab stop.
 void FillParamCell(Element& oCell, std::string_view sName, Long lGroup);
 
 /// What an id says after a prefix, such as the name in "PARAM" + name; false

@@ -10,7 +10,10 @@ namespace ZELWbr3::modCurrency {
 
 namespace {
 
-constexpr double Limit = 922337203685477.0;
+/// The largest currency value, 2^63 - 1 ten-thousandths.
+constexpr double Limit = 922337203685477.5807;
+/// From here on a double has no more than four decimals anyway.
+constexpr double Coarse = 1e12;
 
 /// A whole text as a number in the user's notation; not a number otherwise.
 double Parse(const std::string& sText, const UserLocale& oLocale) {
@@ -53,6 +56,7 @@ double ToDouble(const clsSize::Variant& vValue, const UserLocale& oLocale) {
 double ToCurrency(const clsSize::Variant& vValue, const UserLocale& oLocale) {
   const double dValue = ToDouble(vValue, oLocale);
   if (!(std::abs(dValue) <= Limit)) return 0;
+  if (std::abs(dValue) >= Coarse) return dValue;
   return std::nearbyint(dValue * 10000.0) / 10000.0;
 }
 

@@ -70,9 +70,9 @@ std::shared_ptr<Document> LoadPageFile(const std::string& sPath) {
 }
 
 std::shared_ptr<Document> PageNotFound(const std::string& sPath) {
-  return ParseHTML(
-      "<!DOCTYPE html><html lang=\"en\"><head><title>Page not found</title></head><body><h1>Page not found</h1><p>" +
-      Text::EscapeHTML(sPath) + " cannot be read.</p></body></html>");
+  return ParseHTML("<!DOCTYPE html><html lang=\"en\" " + std::string(Document::ErrorPageMark) +
+                   "=\"\"><head><title>Page not found</title></head><body><h1>Page not found</h1><p>" +
+                   Text::EscapeHTML(sPath) + " cannot be read.</p></body></html>");
 }
 
 }  // namespace ZELWbr3::Headless

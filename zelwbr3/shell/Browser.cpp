@@ -123,6 +123,7 @@ void Browser::ShowOnTop(Long lWebBrowser) {
 
 void Browser::Navigate(const std::string& sURL, Long lWebBrowser) {
   BrowserFrame& oFrame = Frame(lWebBrowser);
+  if (sURL.empty()) return;
   if (const auto oPage = std::exchange(oFrame.Page, nullptr)) oPage->Hide();
   if (m_lCurrentFrame == lWebBrowser) ShowCommandsOf(nullptr);
   oFrame.URL = sURL;
@@ -131,7 +132,7 @@ void Browser::Navigate(const std::string& sURL, Long lWebBrowser) {
 
 void Browser::Refresh(Long lWebBrowser) {
   BrowserFrame& oFrame = Frame(lWebBrowser);
-  oFrame.WebBrowser().Navigate(oFrame.URL, NavigateFlags::Fresh);
+  if (!oFrame.URL.empty()) oFrame.WebBrowser().Navigate(oFrame.URL, NavigateFlags::Fresh);
 }
 
 void Browser::Clear(Long lWebBrowser) { Navigate("about:blank", lWebBrowser); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -19,6 +20,8 @@ class clsForward {
   };
 
   void SetDestination(std::shared_ptr<Destination> oInObject, std::string sInMethod) {
+    if (oInObject == nullptr)
+      throw std::invalid_argument("There is no object whose method " + sInMethod + " could be called");
     m_oObject = std::move(oInObject);
     m_sMethod = std::move(sInMethod);
     m_bArmed = true;

@@ -117,7 +117,7 @@ void PageDBAnalyzer::FillContent() {
 
 void PageDBAnalyzer::FillState(const ZELLib3::Analyzer* oAnalyzer) {
   const Long lState = StateOf(oAnalyzer);
-  if (lState == Started) FillText("txtStarted", oAnalyzer->StartTime());
+  if (lState == Started) SetTextIfPresent("txtStarted", oAnalyzer->StartTime());
   ShowRow("rowStarted", lState == Started);
   ShowRow("rowStopped", lState == Stopped);
   ShowRow("rowUnknown", lState != Started && lState != Stopped && lState != None);
@@ -125,7 +125,7 @@ void PageDBAnalyzer::FillState(const ZELLib3::Analyzer* oAnalyzer) {
 
 void PageDBAnalyzer::FillError(const ZELLib3::Analyzer* oAnalyzer) {
   const bool bError = oAnalyzer != nullptr && oAnalyzer->HasError();
-  if (bError) FillText("txtError", oAnalyzer->ErrorText());
+  if (bError) SetTextIfPresent("txtError", oAnalyzer->ErrorText());
   ShowRow("rowError", bError);
 }
 
@@ -145,7 +145,7 @@ void PageDBAnalyzer::FillRun(const ZELLib3::Analyzer* oAnalyzer) {
       {"txtSessionID", [](const Analyzer& o) { return o.SessionID(); }},
   };
   const bool bRuns = StateOf(oAnalyzer) == Started;
-  for (const Detail& oDetail : Details) FillText(oDetail.ID, bRuns ? oDetail.Text(*oAnalyzer) : std::string());
+  for (const Detail& oDetail : Details) SetTextIfPresent(oDetail.ID, bRuns ? oDetail.Text(*oAnalyzer) : std::string());
 }
 
 void PageDBAnalyzer::FillProtocolSets(ZELLib3::Analyzer* oAnalyzer) {
@@ -169,10 +169,6 @@ void PageDBAnalyzer::FillProtocolSets(ZELLib3::Analyzer* oAnalyzer) {
       modCells::SetCellText(*oCells[i], i <= oSet.Texts.size() ? oSet.Texts[i - 1] : std::string());
     }
   }
-}
-
-void PageDBAnalyzer::FillText(std::string_view sID, std::string_view sText) {
-  if (Element* oElement = Document()->all().item(sID)) oElement->innerText(sText);
 }
 
 void PageDBAnalyzer::ShowRow(std::string_view sID, bool bVisible) {

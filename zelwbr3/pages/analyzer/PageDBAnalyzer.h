@@ -45,7 +45,6 @@ class PageDBAnalyzer : public DataPage {
   void FillError(const ZELLib3::Analyzer* oAnalyzer);
   void FillRun(const ZELLib3::Analyzer* oAnalyzer);
   void FillProtocolSets(ZELLib3::Analyzer* oAnalyzer);
-  void FillText(std::string_view sID, std::string_view sText);
   void ShowRow(std::string_view sID, bool bVisible);
 };
 

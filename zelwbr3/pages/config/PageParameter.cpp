@@ -43,17 +43,19 @@ void PageParameter::FillContent() {
   if (m_oParameter == nullptr) throw std::logic_error("The page Parameter has no parameter to show");
   if (!m_oParameter->Exists()) return ReportLastError();
 
-  RequiredElement("celName").className(ClassOfGroup(m_oParameter->Group()));
-  SetText("txtName", m_oParameter->Name());
+  // An element that the page file lacks is skipped.
+  const auto Find = [this](std::string_view sID) { return Document()->all().item(sID); };
+  if (Element* oName = Find("celName")) oName->className(ClassOfGroup(m_oParameter->Group()));
+  SetTextIfPresent("txtName", m_oParameter->Name());
   const std::string sValue = m_oParameter->Value();
-  SetText("txtActVal", sValue);
+  SetTextIfPresent("txtActVal", sValue);
   if (const std::string sNewValue = NewValue(); sNewValue != sValue) {
-    SetText("txtNewVal", sNewValue);
-    ShowElement(&RequiredElement("rowNewVal"), true);
+    SetTextIfPresent("txtNewVal", sNewValue);
+    ShowElement(Find("rowNewVal"), true);
   }
   const std::string sExplanation = m_oParameter->Explanation();
-  SetText("txtExplain", sExplanation);
-  ShowElement(&RequiredElement("rowExplain"), !sExplanation.empty());
+  SetTextIfPresent("txtExplain", sExplanation);
+  ShowElement(Find("rowExplain"), !sExplanation.empty());
   FillHistory();
 }
 
@@ -62,9 +64,11 @@ std::string PageParameter::NewValue() const {
 }
 
 void PageParameter::FillHistory() {
-  Element& oTemplate = RequiredRow("tabHistory", "rowTemplate");
+  Element* oTable = Document()->all().item("tabHistory");
+  Element* oTemplate = oTable == nullptr ? nullptr : oTable->all().item("rowTemplate");
+  if (oTemplate == nullptr) return;
   for (const ParameterChange& oChange : ParameterChange::ReadAll(*m_oParameter, Locale())) {
-    oChange.Write(modCells::AddRowCells(oTemplate, 3), 0);
+    oChange.Write(modCells::AddRowCells(*oTemplate, 3), 0);
   }
 }
 

@@ -67,6 +67,7 @@ void PageParameters::FillGroup(std::size_t iGroup) {
     const std::string sDescription = oParameter->Description();
     const auto oCells = modCells::AddRowCells(oTemplate, 4);
     oCells[0]->id("PHIST" + sName);
+    if (sName.empty()) oCells[0]->removeAttribute("tabindex");  // as its name, no link
     modCells::FillParamCell(*oCells[1], sName, lGroup);
     modCells::SetCellText(*oCells[2], sValue);
     modCells::SetCellText(*oCells[3], sDescription);
@@ -95,16 +96,17 @@ void PageParameters::FillHistory() {
   std::optional<std::string> sLastDate;
   for (bool bEntry = oHistory->HasEntry(); bEntry; bEntry = oHistory->MoveNext()) {
     const Date dDate = oHistory->Date();
+    const bool bDated = dDate != Date();
     const std::string sName = Text::Trim(oHistory->Parameter());
     const Long lGroup = GroupOf(sName);
     const std::array<std::string, 3> texts = {oHistory->Value(), oHistory->NewValue(), oHistory->Text()};
 
-    if (const std::string sDate = Locale().ShortDate(dDate); sDate != sLastDate) {
-      modCells::AddRowCells(oDateTemplate, 1)[0]->innerText(sDate);
+    if (const std::string sDate = bDated ? Locale().ShortDate(dDate) : ""; sDate != sLastDate) {
+      modCells::SetCellText(*modCells::AddRowCells(oDateTemplate, 1)[0], sDate);
       sLastDate = sDate;
     }
     const auto oCells = modCells::AddRowCells(oEntryTemplate, 2 + texts.size());
-    oCells[0]->innerText(Locale().LongTime(dDate));
+    modCells::SetCellText(*oCells[0], bDated ? Locale().LongTime(dDate) : "");
     modCells::FillParamCell(*oCells[1], sName, lGroup);
     for (std::size_t i = 0; i < texts.size(); ++i) modCells::SetCellText(*oCells[2 + i], texts[i]);
   }
@@ -121,7 +123,7 @@ bool PageParameters::OnClick(const std::string& sID) {
     CarryOut(CommandOpenParameter);
     return true;
   }
-  if (modCells::AfterPrefix("PHIST", sID, m_sParameter)) {
+  if (modCells::AfterPrefix("PHIST", sID, m_sParameter) && !m_sParameter.empty()) {
     m_oRow = Document()->activeElement()->parentElement();
     CarryOut(CommandToggleHistory);
     return true;

@@ -58,10 +58,11 @@ void PageHistory::AddItem(const ZELLib3::HistoryItem& oItem) {
 
   Element* oLink = oCells[0]->firstElementChild();
   if (oLink == nullptr) throw std::runtime_error("The template row of \"tabHistory\" has no link in its first cell");
-  modCells::SetCellTextExcept(*oLink, oItem.Label, MissingText);
+  const auto sLabel = modCells::Known(oItem.Label);
+  oLink->innerText(sLabel.empty() ? "No label" : sLabel);  // a link without a text could not be followed
   oLink->id(ListLink::ID(m_items.size()));
   modCells::SetCellText(*oCells[1], oKind.sName);
-  modCells::SetCellTextExcept(*oCells[2], oItem.Action, MissingText);
+  modCells::SetCellText(*oCells[2], oItem.Action);
   const bool bDated = oItem.Date != Date();
   modCells::SetCellText(*oCells[3], bDated ? modFormat::GeneralDate(oItem.Date, Locale()) : "");
   if (bDated) oCells[3]->setAttribute("data-sort", SortKey(oItem.Date));

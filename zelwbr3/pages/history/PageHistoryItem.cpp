@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/history/PageHistoryItem.h"
 
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"
@@ -19,8 +20,8 @@ class Properties {
 
   void Add(std::string_view sName, std::string_view sValue) {
     const auto oCells = modCells::AddRowCells(m_oTemplate, 2);
-    modCells::SetCellTextExcept(*oCells[0], sName, MissingText);
-    modCells::SetCellTextExcept(*oCells[1], sValue, MissingText);
+    modCells::SetCellText(*oCells[0], sName);
+    modCells::SetCellText(*oCells[1], sValue);
   }
 
  private:
@@ -45,7 +46,9 @@ void PageHistoryItem::FillContent() {
   const ZELLib3::HistoryItem& oItem = *m_oHistoryItem;
   FillLocale();
   Element& oTitle = RequiredElement("txtFormTitle");
-  if (oItem.Label != MissingText) oTitle.innerText(oTitle.innerText() + " - " + oItem.Label);
+  if (const auto sLabel = modCells::Known(oItem.Label); !sLabel.empty()) {
+    oTitle.innerText(oTitle.innerText() + " - " + Text::Isolated(sLabel));
+  }
   FillError();
 
   Properties oEntry(RequiredElement("tabHistoryItem"));

@@ -28,11 +28,11 @@ Element& AppendCopy(Element& oRow, Element& oCell, std::string_view sClass) {
 }
 
 void SetTooltip(Element& oCell, const std::string& sTitle) {
-  if (sTitle != MissingText) oCell.title(sTitle);
+  if (sTitle != modCells::MissingText) oCell.title(sTitle);
 }
 
 void SetValue(Element& oCell, const std::string& sValue) {
-  if (sValue != MissingText) modCells::SetCellTextExcept(oCell, sValue, "");
+  if (sValue != modCells::MissingText) modCells::SetCellTextExcept(oCell, sValue, "");
 }
 
 }  // namespace
@@ -67,7 +67,7 @@ void BlockTable::MakeColumns(const ZELLib3::RowSource& oRows) {
     const bool bLast = lColumn == lColumns - 1;
     Element& oHeading = bFirst ? oFirstHeading : AppendCopy(m_oHeadings, oPlainHeading, HeadingClass);
     SetTooltip(oHeading, oRows.ColumnTitle(lColumn));
-    oHeading.innerText(oRows.ColumnName(lColumn));
+    oHeading.innerText(modCells::Known(oRows.ColumnName(lColumn)));
     if (bLast) oHeading.width("100%");
     if (!bFirst) AppendCopy(m_oTemplate, oFirstCell, bLast ? LastCellClass : CellClass);
   }
@@ -75,12 +75,16 @@ void BlockTable::MakeColumns(const ZELLib3::RowSource& oRows) {
 
 void BlockTable::AddBlock(ZELLib3::RowSource& oRows) {
   if (m_eView == View::Record) return AddRecord(oRows);
-  const Long lColumns = oRows.ColumnCount();
+  const int iColumns = oRows.ColumnCount();
+  std::vector<std::string> values;
   while (!oRows.EndOfBlock() && oRows.NextRow()) {
+    // All is read before the row is added, so that none is left half filled.
+    values.clear();
+    for (int iColumn = 0; iColumn < iColumns; ++iColumn) values.push_back(oRows.Value(iColumn));
     const std::vector<Element*> oCells =
         modCells::AddRowFromTemplate(*m_oTemplate.parentElement(), m_oTemplate).cells();
-    const int lShown = std::min<int>(lColumns, static_cast<int>(oCells.size()));
-    for (int lColumn = 0; lColumn < lShown; ++lColumn) SetValue(*oCells[lColumn], oRows.Value(lColumn));
+    const std::size_t iShown = std::min(values.size(), oCells.size());
+    for (std::size_t i = 0; i < iShown; ++i) SetValue(*oCells[i], values[i]);
   }
 }
 
@@ -88,11 +92,14 @@ void BlockTable::AddRecord(ZELLib3::RowSource& oRows) {
   if (!oRows.NextRow()) return;
   const Long lColumns = oRows.ColumnCount();
   for (Long lColumn = 0; lColumn < lColumns; ++lColumn) {
+    const std::string sTitle = oRows.ColumnTitle(lColumn);
+    const std::string sName = oRows.ColumnName(lColumn);
+    const std::string sValue = oRows.Value(lColumn);
     const std::vector<Element*> oCells =
         modCells::AddRowFromTemplate(*m_oTemplate.parentElement(), m_oTemplate).cells();
-    SetTooltip(*oCells[0], oRows.ColumnTitle(lColumn));
-    modCells::SetCellTextExcept(*oCells[0], oRows.ColumnName(lColumn), "");
-    SetValue(*oCells[1], oRows.Value(lColumn));
+    SetTooltip(*oCells[0], sTitle);
+    modCells::SetCellText(*oCells[0], sName);
+    SetValue(*oCells[1], sValue);
   }
 }
 

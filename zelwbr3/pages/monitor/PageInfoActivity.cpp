@@ -78,15 +78,21 @@ struct Table {
 void FillTable(const Element& oTable, const Activity& oActivity, const Table& oContent, const UserLocale& oLocale) {
   Element& oTemplate = TableRow(oTable, TemplateAlone);
   for (const Row& oRow : oContent.rows) {
+    const auto Read = [&](const Figure& oFigure) {
+      if (oFigure.sLabel == nullptr) return std::string();
+      return modCells::FormatCounter((oActivity.*oContent.pCounter)(oFigure.iIndex), oLocale);
+    };
+    // All is read before the row is added, so that none is left half filled.
+    const std::string sLeft = Read(oRow.oLeft);
+    const std::string sRight = Read(oRow.oRight);
     const auto oCells = modCells::AddRowCells(oTemplate, 4);
-    const auto Write = [&](std::size_t iCell, const Figure& oFigure) {
+    const auto Write = [&](std::size_t iCell, const Figure& oFigure, const std::string& sCounter) {
       if (oFigure.sLabel == nullptr) return;
       modCells::SetCellText(*oCells[iCell], oFigure.sLabel);
-      const double dCounter = (oActivity.*oContent.pCounter)(oFigure.iIndex);
-      modCells::SetCellText(*oCells[iCell + 1], modCells::FormatCounter(dCounter, oLocale));
+      modCells::SetCellText(*oCells[iCell + 1], sCounter);
     };
-    Write(0, oRow.oLeft);
-    Write(2, oRow.oRight);
+    Write(0, oRow.oLeft, sLeft);
+    Write(2, oRow.oRight, sRight);
   }
 }
 

@@ -6,6 +6,8 @@
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/pages/monitor/TableRow.h"
 
+#include <array>
+
 namespace ZELWbr3 {
 
 namespace {
@@ -130,12 +132,14 @@ void PageInfoCaches::AddSize(Element& oTemplate, const std::string& sLabel, doub
 
 void PageInfoCaches::AddAccesses(Element& oTemplate, const std::string& sLabel, const Caches& oCaches,
                                  Counter pCounter) {
+  // All is read before the row is added, so that none is left half filled.
+  const std::array<double, 3> counters = {(oCaches.*pCounter)(0), (oCaches.*pCounter)(1), (oCaches.*pCounter)(2)};
   const auto oCells = modCells::AddRowCells(oTemplate, 5);
   modCells::SetCellText(*oCells[0], sLabel);
-  for (int i = 0; i < 3; ++i) {
-    modCells::SetCellText(*oCells[i + 1], modCells::FormatCounter((oCaches.*pCounter)(i), Locale()));
+  for (std::size_t i = 0; i < counters.size(); ++i) {
+    modCells::SetCellText(*oCells[i + 1], modCells::FormatCounter(counters[i], Locale()));
   }
-  modCells::SetCellText(*oCells[4], FormatRate((oCaches.*pCounter)(0), (oCaches.*pCounter)(1)));
+  modCells::SetCellText(*oCells[4], FormatRate(counters[0], counters[1]));
 }
 
 void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, double dSize) {
@@ -145,15 +149,16 @@ void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& 
 }
 
 void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, const std::string& sValue) {
+  const std::string sName = oParameter.Name();
+  const Long lGroup = oParameter.Group();
   const auto oCells = modCells::AddRowCells(oTemplate, 2);
-  modCells::FillParamCell(*oCells[0], oParameter);
+  modCells::FillParamCell(*oCells[0], sName, lGroup);
   modCells::SetCellText(*oCells[1], sValue);
 }
 
 bool PageInfoCaches::OnClick(const std::string& sID) {
   if (!m_oParameterLink.IsClicked(sID)) return false;
-  // The name cell of a cache that no parameter sets.
-  if (!m_oParameterLink.Name().empty()) CarryOut(CommandOpenParameter);
+  CarryOut(CommandOpenParameter);
   return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/SQLTable.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/pages/monitor/RowsPage.h"
 
 namespace ZELWbr3 {
@@ -17,7 +18,9 @@ class PageSQLTable : public RowsPage<ZELLib3::SQLTable> {
   void SQLTable(std::shared_ptr<ZELLib3::SQLTable> oSQLTable) { Rows(std::move(oSQLTable)); }
 
  private:
-  void FillHead() override { SetText("txtFormTitle", SQLTable()->Owner() + "." + SQLTable()->Name()); }
+  void FillHead() override {
+    SetText("txtFormTitle", Text::Isolated(SQLTable()->Owner()) + "." + Text::Isolated(SQLTable()->Name()));
+  }
   void BeginTable() override { MakeTable("tabSQLTable", BlockTable::View::Columns); }
 };
 

@@ -5,6 +5,8 @@
 #include "zelwbr3/pages/monitor/ListLink.h"
 #include "zelwbr3/pages/monitor/TableRow.h"
 
+#include <array>
+
 namespace ZELWbr3 {
 
 void PageSessions::FillContent() {
@@ -15,14 +17,17 @@ void PageSessions::FillContent() {
   const int iCount = oSessions->Count();
   for (int i = 1; i <= iCount; ++i) {
     const auto oSession = oSessions->Item(i);
-    const auto oCells = modCells::AddRowCells(oTemplate, 6);
-    oCells[0]->innerText(Text::Trim(oSession->Name()));
-    oCells[0]->id(ListLink::ID(oSession->Index()));
-    modCells::SetCellTextExcept(*oCells[1], oSession->Field1(), "");
-    modCells::SetCellTextExcept(*oCells[2], oSession->Field2(), "");
-    modCells::SetCellTextExcept(*oCells[3], oSession->Field3(), "");
-    modCells::SetCellTextExcept(*oCells[4], oSession->Field4(), "");
-    modCells::SetCellTextExcept(*oCells[5], oSession->Field5(), "");
+    // All is read before the row is added, so that none is left half filled.
+    const std::string sName = Text::Trim(oSession->Name());
+    const std::string sID = ListLink::ID(oSession->Index());
+    const std::array<std::string, 5> fields = {oSession->Field1(), oSession->Field2(), oSession->Field3(),
+                                               oSession->Field4(), oSession->Field5()};
+    const auto oCells = modCells::AddRowCells(oTemplate, 1 + fields.size());
+    oCells[0]->innerText(sName);
+    oCells[0]->id(sID);
+    for (std::size_t iField = 0; iField < fields.size(); ++iField) {
+      modCells::SetCellTextExcept(*oCells[1 + iField], fields[iField], "");
+    }
   }
   SetText("txtFormFooter", "Rows " + std::to_string(iCount) + " / " + std::to_string(iCount));
 }

@@ -2,16 +2,34 @@
 
 #include "zelwbr3/framework/modCells.h"
 
+#include <algorithm>
+
 namespace ZELWbr3 {
+
+namespace {
+
+// Major and minor version of the releases that have a page file.
+constexpr int OldestRelease = 74;
+constexpr int NewestRelease = 76;
+
+}  // namespace
 
 void PageSysDD::Show(std::shared_ptr<ZELLib3::Database> oDatabase) {
   if (oDatabase != nullptr) {
     Enter([&] {
       const auto oVersion = oDatabase->Version();
-      m_sName = "SysDD" + std::to_string(oVersion->Major()) + std::to_string(oVersion->Minor());
+      // Releases that have no page file have that of the nearest one that has.
+      const Long lRelease = std::clamp<Long>(oVersion->Major() * 10 + oVersion->Minor(), OldestRelease, NewestRelease);
+      m_sName = "SysDD" + std::to_string(lRelease);
     });
   }
   PageUnfilled::Show(std::move(oDatabase));
+}
+
+void PageSysDD::FillContent() {
+  if (!Database()->Connected()) {
+    Form().ShowTopWarning("Not connected", "The system tables can be read while the instance is connected.");
+  }
 }
 
 bool PageSysDD::OnClick(const std::string& sID) {

@@ -12,7 +12,8 @@ class PageSysDD : public PageUnfilled {
   static constexpr int Type = zelWebBrowserPageSysDD;
   static constexpr int CommandOpen = 2;
 
-  /// "SysDD" and the release of the instance shown last, such as SysDD74.
+  /// "SysDD" and the release of the instance shown last, such as SysDD74; of
+  /// the releases that have a page file the nearest one.
   std::string Name() const override { return m_sName; }
   Long PageType() const override { return Type; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
@@ -21,11 +22,12 @@ class PageSysDD : public PageUnfilled {
   void Show(std::shared_ptr<ZELLib3::Database> oDatabase);
 
  protected:
+  void FillContent() override;
   bool OnClick(const std::string& sID) override;
   void OnCommand(Long lCommand) override;
 
  private:
-  std::string m_sName = "SysDD";
+  std::string m_sName = "SysDD76";
   /// Name of the table clicked last.
   std::string m_sTable;
 };

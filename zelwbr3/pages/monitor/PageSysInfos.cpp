@@ -13,11 +13,10 @@ namespace ZELWbr3 {
 namespace {
 
 /// Writes a view's link: its cell and the element in it carry the same id.
-void FillLink(Element& oCell, const ZELLib3::SysInfo& oSysInfo) {
-  const std::string sID = ListLink::ID(oSysInfo.Index());
+void FillLink(Element& oCell, const std::string& sID, const std::string& sName) {
   Element* oLink = oCell.firstElementChild();
   if (oLink == nullptr) throw std::runtime_error("The template row of \"tabSysInfos\" has no link in its first cell");
-  oLink->innerText(Text::Trim(oSysInfo.Name()));
+  oLink->innerText(sName);
   oCell.id(sID);
   oLink->id(sID);
 }
@@ -32,9 +31,13 @@ void PageSysInfos::FillContent() {
   const int iCount = oSysInfos->Count();
   for (int i = 1; i <= iCount; ++i) {
     const auto oSysInfo = oSysInfos->Item(i);
+    // All is read before the row is added, so that none is left half filled.
+    const std::string sID = ListLink::ID(oSysInfo->Index());
+    const std::string sName = Text::Trim(modCells::Known(oSysInfo->Name()));
+    const std::string sDescription = oSysInfo->Description();
     const auto oCells = modCells::AddRowCells(oTemplate, 2);
-    FillLink(*oCells[0], *oSysInfo);
-    if (const std::string sText = oSysInfo->Description(); sText != "(null)") modCells::SetCellText(*oCells[1], sText);
+    FillLink(*oCells[0], sID, sName);
+    if (sDescription != modCells::MissingText) modCells::SetCellText(*oCells[1], sDescription);
   }
 }
 

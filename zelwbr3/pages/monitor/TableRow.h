@@ -3,7 +3,6 @@
 #include "zelwbr3/dom/Element.h"
 
 #include <cstddef>
-#include <string_view>
 
 namespace ZELWbr3 {
 
@@ -15,9 +14,5 @@ Element& TableRow(const Element& oTable, std::size_t iIndex);
 /// they are part of the body, else the only row.
 inline constexpr std::size_t TemplateBelowHeadings = 1;
 inline constexpr std::size_t TemplateAlone = 0;
-
-/// What an instance delivers for a text that is missing. Never written into a
-/// cell.
-inline constexpr std::string_view MissingText = "(null)";
 
 }  // namespace ZELWbr3

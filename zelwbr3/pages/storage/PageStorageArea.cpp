@@ -11,6 +11,8 @@ using modElement::ShowElement;
 
 namespace {
 
+constexpr int TabVolumes = 0;
+constexpr int TabSettings = 1;
 constexpr int TabUsage = 2;
 constexpr int TabIO = 3;
 constexpr int TabActivity = 4;
@@ -36,11 +38,14 @@ Element* TemplateRow(const Element& oTable) {
 }  // namespace
 
 void PageStorageArea::FillTabs() {
-  modTopWarning::Show(Form(), *Database());
   const int iLastTab = m_oArea.Counters.empty() ? TabIO : TabActivity;
-  if (Database()->StateInfo()->AnyAreaFull()) {
-    for (int iTab = TabUsage; iTab <= iLastTab; ++iTab) Tabs().Disable(iTab);
-  }
+  const auto ForFigureTabs = [&](const auto& oDo) {
+    for (int iTab = TabUsage; iTab <= iLastTab; ++iTab) oDo(iTab);
+  };
+  Attempt([&] {
+    modTopWarning::Show(Form(), *Database());
+    if (Database()->StateInfo()->AnyAreaFull()) ForFigureTabs([this](int iTab) { Tabs().Disable(iTab); });
+  });
 
   if (!m_oArea.Refresh(*Database())) {
     ReportLastError();
@@ -48,19 +53,28 @@ void PageStorageArea::FillTabs() {
     return;
   }
   FillLocale();
-  FillVolumes();
-  FillSettings();
-  Attempt([this] { FillParameters(); });
-  if (Database()->StateInfo()->Status() == ZELLib3::Status::Online) {
-    FillUsage();
-    FillIO();
-    FillActivity();
+  FillPart(TabVolumes, &PageStorageArea::FillVolumes);
+  FillPart(TabSettings, &PageStorageArea::FillSettings);
+  FillPart(TabSettings, &PageStorageArea::FillParameters);
+  Long lStatus;
+  if (!Attempt([&] { lStatus = Database()->StateInfo()->Status(); })) {
+    ForFigureTabs([this](int iTab) { ShowUnread(iTab); });
+  } else if (lStatus == ZELLib3::Status::Online) {
+    FillPart(TabUsage, &PageStorageArea::FillUsage);
+    FillPart(TabIO, &PageStorageArea::FillIO);
+    FillPart(TabActivity, &PageStorageArea::FillActivity);
   } else {
-    for (int iTab = TabUsage; iTab <= iLastTab; ++iTab) {
+    ForFigureTabs([this](int iTab) {
       if (Element* oLabel = Find("tbsTab" + std::to_string(iTab) + Name())) oLabel->className(ClassLabelDisabled);
-    }
+    });
   }
 }
+
+void PageStorageArea::FillPart(int iTab, void (PageStorageArea::*pFill)()) {
+  if (!Attempt([&] { (this->*pFill)(); })) ShowUnread(iTab);
+}
+
+void PageStorageArea::ShowUnread(int iTab) { ShowElement(Find("txtUnread" + std::to_string(iTab) + Name()), true); }
 
 void PageStorageArea::FillVolumes() {
   FillFigures("tabVolumeHeader", m_oArea.Summary);
@@ -99,8 +113,8 @@ void PageStorageArea::FillParameters() {
     const std::string sDescription = oParameter->Description();
     const auto oCells = modCells::AddRowCells(*oTemplate, 3);
     modCells::FillParamCell(*oCells[0], sName, lGroup);
-    oCells[1]->innerText(sValue);
-    oCells[2]->innerText(sDescription);
+    oCells[1]->innerText(modCells::Known(sValue));
+    oCells[2]->innerText(modCells::Known(sDescription));
   }
 }
 
@@ -162,8 +176,9 @@ void PageStorageArea::FillVolumeRows(std::string_view sTable, const VolumeTexts&
     const std::vector<std::string> texts = oTexts(*oVolume);
     const auto oCells = modCells::AddRowCells(*oTemplate, texts.size() + 2);
     oCells[0]->innerText(std::to_string(++iListed));
-    oCells[1]->innerText(sName);
-    for (std::size_t iText = 0; iText < texts.size(); ++iText) oCells[iText + 2]->innerText(texts[iText]);
+    oCells[1]->innerText(modCells::Known(sName));
+    for (std::size_t iText = 0; iText < texts.size(); ++iText)
+      oCells[iText + 2]->innerText(modCells::Known(texts[iText]));
   }
 }
 

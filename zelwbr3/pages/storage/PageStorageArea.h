@@ -34,6 +34,10 @@ class PageStorageArea : public TabbedPage {
   /// Texts of a volume's row, from the cell after its running number on.
   using VolumeTexts = std::function<std::vector<std::string>(const ZELLib3::Volume&)>;
 
+  /// Fills a part of a tab; when that fails the other parts are filled all the
+  /// same, and the tab says that it is not complete.
+  void FillPart(int iTab, void (PageStorageArea::*pFill)());
+  void ShowUnread(int iTab);
   void FillVolumes();
   void FillSettings();
   void FillParameters();
