@@ -10,16 +10,11 @@
 #include <sys/inotify.h>
 #include <sys/poll.h>
 
-#include <algorithm>
 #include <chrono>
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
 
 /// A database file in WAL mode with real analyzers, which keep their files
 /// below a folder of the test's own and end with it at the latest.
-class AnalyzerRuns : public testing::Test {
+class AnalyzerRuns : public SQLiteFiles::SQLiteTest {
  protected:
   using Options = ZELLib3::Analyzer::StartOptions;
   using LockFile = ZELWbr3::Instances::LockFile;
@@ -29,18 +24,17 @@ class AnalyzerRuns : public testing::Test {
   static constexpr int kNever = 86400;  ///< seconds between two evaluations
 
   AnalyzerRuns() {
-    setenv("XDG_STATE_HOME", (m_oFolder / "state").c_str(), 1);
+    setenv("XDG_STATE_HOME", Path("state").c_str(), 1);
     setenv("ZELWBR3_ANALYZER", ZELANALYZER, 1);
-    SQLiteFiles::Application(File(), "PRAGMA journal_mode=WAL; CREATE TABLE t(v)");
-    m_oDatabase = SQLiteFiles::OpenDatabase(File());
+    SQLiteFiles::Application(Path(), "PRAGMA journal_mode=WAL; CREATE TABLE t(v)");
+    Open();
   }
   ~AnalyzerRuns() override {
     if (!std::filesystem::is_directory(Analyzer().Path())) return;
     if (const auto lProcess = LockFile::Holder(Analyzer().LockPath())) Kill(*lProcess);
   }
 
-  std::string File() const { return m_oFolder / "a.db"; }
-  ZELWbr3::Instances::AnalyzerFolder Analyzer() const { return ZELWbr3::Instances::AnalyzerFolder(File()); }
+  ZELWbr3::Instances::AnalyzerFolder Analyzer() const { return ZELWbr3::Instances::AnalyzerFolder(Path()); }
   ZELWbr3::Instances::ProtocolFolder Protocols() const { return ZELWbr3::Instances::ProtocolFolder(Analyzer().Path()); }
 
   static Options Every(int lSeconds, int lNumber = 0) {
@@ -52,15 +46,14 @@ class AnalyzerRuns : public testing::Test {
 
   /// "ok", or the error text without the file that it begins with.
   std::string Done(bool bDone) const {
-    const std::string sText = bDone ? "ok" : m_oDatabase->LastError().ErrorText;
-    const std::string sFile = File() + ": ";
-    return sText.starts_with(sFile) ? sText.substr(sFile.size()) : sText;
+    const std::string sFile = Path() + ": ";
+    return bDone ? "ok" : Error().starts_with(sFile) ? Error().substr(sFile.size()) : Error();
   }
   std::string Start(const Options& oOptions) const { return Done(m_oDatabase->Analyzer()->Start(oOptions)); }
   std::string Stop() const { return Done(m_oDatabase->Analyzer()->Stop()); }
   std::string Delete(const std::string& sUntil) const { return Done(m_oDatabase->Analyzer()->DeleteProtocols(sUntil)); }
 
-  /// "1" or "2", and the error text behind it.
+  /// "1" or "2", and the error text after it.
   std::string State() const {
     const auto oAnalyzer = m_oDatabase->Analyzer();
     EXPECT_EQ(oAnalyzer->HasError(), !oAnalyzer->ErrorText().empty());
@@ -68,27 +61,22 @@ class AnalyzerRuns : public testing::Test {
   }
   int ProcessID() const { return std::stoi(m_oDatabase->Analyzer()->ProcessID()); }
 
-  static bool HasEnded(int lProcess) {
+  /// True also for one whose parent has taken note.
+  static bool HasEnded(int lProcess, std::chrono::seconds dWait = {}) {
     try {
-      return RunningProcess(lProcess).WaitForEnd(std::chrono::milliseconds::zero());
+      return RunningProcess(lProcess).WaitForEnd(dWait);
     } catch (const std::system_error&) {
-      return true;  // and its parent has taken note
+      return true;
     }
   }
   static void Kill(int lProcess) {
-    const RunningProcess oProcess(lProcess);
     kill(lProcess, SIGKILL);
-    EXPECT_TRUE(oProcess.WaitForEnd(kPatience));
+    EXPECT_TRUE(HasEnded(lProcess, kPatience));
   }
   /// Waits until the analyzer has ended by itself.
   void AwaitEnd() const {
     const auto lProcess = LockFile::Holder(Analyzer().LockPath());
-    if (!lProcess) return;
-    try {
-      EXPECT_TRUE(RunningProcess(*lProcess).WaitForEnd(kPatience)) << "the analyzer still runs";
-    } catch (const std::system_error&) {
-      // It ended just now.
-    }
+    EXPECT_TRUE(!lProcess || HasEnded(*lProcess, kPatience)) << "the analyzer still runs";
   }
   /// Waits until what the analyzer writes into its lock file makes something
   /// true.
@@ -119,7 +107,4 @@ class AnalyzerRuns : public testing::Test {
     }
     return lines;
   }
-
-  SQLiteFiles::Folder m_oFolder;
-  std::shared_ptr<ZELLib3::Database> m_oDatabase;
 };

@@ -1,7 +1,8 @@
 #include "tests/instances/Contract.h"
 
 #include "tests/instances/RecordingFiles.h"
-#include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "tests/instances/Rows.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 
 using namespace ZELLib3;
@@ -9,11 +10,6 @@ using RecordingFiles::File;
 using RecordingFiles::Json;
 
 namespace {
-
-std::string Trimmed(const std::string& sText) {
-  const auto lFirst = sText.find_first_not_of(' ');
-  return lFirst == std::string::npos ? "" : sText.substr(lFirst, sText.find_last_not_of(' ') - lFirst + 1);
-}
 
 /// A collection counts from 1 and has nothing around its entries.
 template <class Collection>
@@ -25,57 +21,47 @@ void ExpectBounded(const Collection& oCollection, const std::string& sWhat) {
   for (const int lItem : {-1, 0, lCount + 1}) EXPECT_THROW(oCollection.Item(lItem), std::out_of_range) << lItem;
 }
 
-/// Reads all rows block by block; each row as one text.
-std::vector<std::string> ReadRows(RowSource& oSource) {
-  std::vector<std::string> oRows;
-  EXPECT_TRUE(oSource.Open());
-  for (;;) {
-    while (!oSource.EndOfBlock()) {
-      if (!oSource.NextRow()) {
-        ADD_FAILURE() << "no next row although the block has not ended";
-        return oRows;
-      }
-      std::string& sRow = oRows.emplace_back();
-      for (int lColumn = 0; lColumn < oSource.ColumnCount(); ++lColumn) sRow += oSource.Value(lColumn) + "|";
-    }
-    EXPECT_FALSE(oSource.NextRow()) << "a row beyond the block's end";
-    EXPECT_EQ(static_cast<int>(oRows.size()), oSource.RowCount());
-    if (!oSource.HasMore() || testing::Test::HasFailure()) return oRows;
-    const std::size_t lBefore = oRows.size();
-    EXPECT_TRUE(oSource.ReadMore());
-    EXPECT_GT(static_cast<int>(oSource.RowCount()), static_cast<int>(lBefore)) << "rows were promised";
-  }
-}
-
 /// The block protocol of one view or table; how many rows it has.
 std::size_t ExpectReadable(RowSource& oSource, const std::string& sWhat) {
   SCOPED_TRACE(sWhat);
-  const std::vector<std::string> oRows = ReadRows(oSource);
+  EXPECT_TRUE(oSource.Open());
+  Rows oRows = ReadBlock(oSource);
   EXPECT_EQ(oRows.empty(), oSource.IsEmpty());
+  while (oSource.HasMore() && !testing::Test::HasFailure()) {
+    EXPECT_TRUE(oSource.EndOfBlock() && !oSource.NextRow());
+    EXPECT_EQ(static_cast<int>(oRows.size()), oSource.RowCount());
+    EXPECT_TRUE(oSource.ReadMore());
+    EXPECT_GT(oSource.RowCount(), static_cast<int>(oRows.size())) << "rows were promised";
+    for (auto& oRow : ReadBlock(oSource)) oRows.push_back(oRow);
+  }
+  EXPECT_EQ(static_cast<int>(oRows.size()), oSource.RowCount());
   const int lColumns = oSource.ColumnCount();
-  for (int lColumn = 0; lColumn < lColumns; ++lColumn) {
-    oSource.ColumnName(lColumn);
-    oSource.ColumnTitle(lColumn);
+  for (int lColumn = 0; lColumn < lColumns; ++lColumn) oSource.ColumnName(lColumn) + oSource.ColumnTitle(lColumn);
+  for (const auto fnMember : {&RowSource::ColumnName, &RowSource::ColumnTitle, &RowSource::Value}) {
+    for (const int lColumn : {-1, lColumns}) EXPECT_THROW((oSource.*fnMember)(lColumn), std::out_of_range) << lColumn;
   }
-  for (const int lColumn : {-1, lColumns}) {
-    EXPECT_THROW(oSource.ColumnName(lColumn), std::out_of_range) << lColumn;
-    EXPECT_THROW(oSource.ColumnTitle(lColumn), std::out_of_range) << lColumn;
-    EXPECT_THROW(oSource.Value(lColumn), std::out_of_range) << lColumn;
-  }
-  EXPECT_EQ(oRows, ReadRows(oSource)) << "opened again, it starts again";
+  EXPECT_TRUE(oSource.Open());
+  EXPECT_EQ(oRows, ReadAll(oSource)) << "opened again, it starts again";
   return oRows.size();
 }
 
 }  // namespace
 
-TEST_P(Contract, CollectionsCountFromOne) {
-  ASSERT_TRUE(m_oDatabase->Parameters()->Load());
-  ASSERT_TRUE(m_oDatabase->Parameters()->Read());
-  ExpectBounded(*m_oDatabase->Parameters(), "Parameters");
-  ExpectBounded(*m_oDatabase->Sessions(), "Sessions");
-  ExpectBounded(*m_oDatabase->SysInfos(), "SysInfos");
+TEST_P(Contract, CollectionsCountFromOneAndOutliveTheInstance) {
+  const auto oParameters = m_oDatabase->Parameters();
+  ASSERT_TRUE(oParameters->Load() && oParameters->Read());
+  ExpectBounded(*oParameters, "Parameters");
+  const auto oSessions = m_oDatabase->Sessions();
+  const auto oViews = m_oDatabase->SysInfos();
+  ASSERT_TRUE(oViews->Refresh());
   ExpectBounded(*m_oDatabase->DataArea()->Volumes(), "DataArea.Volumes");
   ExpectBounded(*m_oDatabase->LogArea()->Volumes(), "LogArea.Volumes");
+  m_oDatabase.reset();
+  ExpectBounded(*oSessions, "Sessions");
+  ExpectBounded(*oViews, "SysInfos");
+  for (int lItem = 1; lItem <= oViews->Count(); ++lItem) {
+    ExpectReadable(*oViews->Item(lItem), oViews->Item(lItem)->Name());
+  }
 }
 
 TEST_P(Contract, ParametersAreFoundByTheNameThatPagesShow) {
@@ -83,7 +69,7 @@ TEST_P(Contract, ParametersAreFoundByTheNameThatPagesShow) {
   ASSERT_TRUE(oParameters->Load() && oParameters->Read());
   for (int lItem = 1; lItem <= oParameters->Count(); ++lItem) {
     const auto oParameter = oParameters->Item(lItem);
-    const std::string sName = Trimmed(oParameter->Name());
+    const std::string sName = ZELWbr3::Text::Trim(oParameter->Name());
     const auto oFound = oParameters->Item(sName);
     ASSERT_NE(nullptr, oFound) << sName;
     EXPECT_EQ(oParameter->Name(), oFound->Name());
@@ -94,33 +80,19 @@ TEST_P(Contract, ParametersAreFoundByTheNameThatPagesShow) {
       EXPECT_THROW(oFound->HistoryValue(lEntry), std::out_of_range) << sName;
     }
   }
-  const auto oUnknown = oParameters->Item("NO SUCH PARAMETER");
-  ASSERT_NE(nullptr, oUnknown);
-  EXPECT_FALSE(oUnknown->Exists());
+  ASSERT_NE(nullptr, oParameters->Item("NO SUCH PARAMETER"));
+  EXPECT_FALSE(oParameters->Item("NO SUCH PARAMETER")->Exists());
 }
 
-TEST_P(Contract, ViewsAndTablesAreReadInBlocks) {
-  const auto oViews = m_oDatabase->SysInfos();
-  ASSERT_TRUE(oViews->Refresh());
-  for (int lItem = 1; lItem <= oViews->Count(); ++lItem) {
-    const auto oView = oViews->Item(lItem);
-    ExpectReadable(*oView, oView->Name());
-  }
-  const auto oTable = m_oDatabase->SQLTables()->NewTable();
-  oTable->Owner(GetParam().TableOwner);
-  oTable->Name(GetParam().TableName);
+TEST_P(Contract, ATableIsReadInBlocksOrFailsToOpen) {
+  const auto oTable = Table(*m_oDatabase, GetParam().TableOwner, GetParam().TableName);
   EXPECT_GT(ExpectReadable(*oTable, oTable->Name()), 0u);
-}
-
-TEST_P(Contract, ATableThatIsNotThereFailsToOpen) {
-  const auto oTable = m_oDatabase->SQLTables()->NewTable();
-  oTable->Owner("NOBODY");
-  oTable->Name("NOTHING; \"'--");
-  EXPECT_FALSE(oTable->Open());
+  const auto oNothing = Table(*m_oDatabase, "NOBODY", "NOTHING; \"'--");
+  EXPECT_FALSE(oNothing->Open());
   EXPECT_NE("", m_oDatabase->LastError().ErrorText);
-  EXPECT_TRUE(oTable->EndOfBlock());
-  EXPECT_FALSE(oTable->HasMore());
-  EXPECT_EQ(0, oTable->RowCount());
+  EXPECT_TRUE(oNothing->EndOfBlock());
+  EXPECT_FALSE(oNothing->HasMore());
+  EXPECT_EQ(0, oNothing->RowCount());
 }
 
 TEST_P(Contract, HistoriesEnd) {
@@ -133,7 +105,7 @@ TEST_P(Contract, HistoriesEnd) {
     EXPECT_EQ(lItems, oHistory->RowCount());
     if (!oHistory->HasMore()) break;
     ASSERT_TRUE(oHistory->ReadMore());
-    ASSERT_GT(static_cast<int>(oHistory->RowCount()), lItems);
+    ASSERT_GT(oHistory->RowCount(), lItems);
   }
   EXPECT_EQ(lItems == 0, oHistory->IsEmpty());
 
@@ -157,6 +129,6 @@ TEST_P(Contract, EverythingCanBeRecorded) {
   EXPECT_EQ(Json::array(), oFirst.Content()["fails"]);
 
   const File oSecond;
-  ZELWbr3::Recorded::WriteRecording(*ZELWbr3::Recorded::OpenRecording(oFirst.Path()), oSecond.Path());
+  ZELWbr3::Recorded::WriteRecording(*RecordingFiles::OpenRecording(oFirst.Path()), oSecond.Path());
   EXPECT_EQ(oFirst.Text(), oSecond.Text()) << "the recording answers what the instance answered";
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/TempFolder.h"
 #include "zelwbr3/ZELLib3/Database.h"
 
 #include <gtest/gtest.h>
@@ -12,8 +13,9 @@
 ///   INSTANTIATE_TEST_SUITE_P(Kind, Contract, testing::Values(ContractCase{...}), ContractCase::Named);
 struct ContractCase {
   std::string Name;
-  /// A connected instance whose members and reading operations all work.
-  std::function<std::shared_ptr<ZELLib3::Database>()> Make;
+  /// A connected instance whose members and reading operations all work. Its
+  /// files are in the folder.
+  std::function<std::shared_ptr<ZELLib3::Database>(const ZELWbr3::Testing::TempFolder& oFolder)> Make;
   /// A table with at least one row.
   std::string TableOwner;
   std::string TableName;
@@ -25,5 +27,6 @@ inline void PrintTo(const ContractCase& oCase, std::ostream* pStream) { *pStream
 
 class Contract : public testing::TestWithParam<ContractCase> {
  protected:
-  std::shared_ptr<ZELLib3::Database> m_oDatabase = GetParam().Make();
+  ZELWbr3::Testing::TempFolder m_oFolder;
+  std::shared_ptr<ZELLib3::Database> m_oDatabase = GetParam().Make(m_oFolder);
 };

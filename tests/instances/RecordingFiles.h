@@ -21,6 +21,8 @@ inline std::string SamplePath(const std::string& sName) {
   return std::string(ZELWBR3_SOURCE_DIR) + "/tests/recordings/" + sName + ".json";
 }
 
+inline Json SampleContent(const std::string& sName) { return Json::parse(std::ifstream(SamplePath(sName))); }
+
 /// A file of one's own, gone at the end.
 class File {
  public:

@@ -16,11 +16,10 @@
 #include <functional>
 #include <iterator>
 #include <map>
-#include <regex>
+#include <memory>
 #include <set>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 /// Database files for tests, made and looked at without the code under test,
 /// and the instances on them.
@@ -58,16 +57,6 @@ inline std::set<std::string> Names(const std::string& sFolder) {
 inline std::string ReadFile(const std::string& sPath) {
   std::ifstream oStream(sPath, std::ios::binary);
   return {std::istreambuf_iterator<char>(oStream), {}};
-}
-
-/// The names that the newest page of system tables links to.
-inline std::vector<std::string> SystemTables() {
-  const std::string sPage = ReadFile(std::string(ZELWBR3_SOURCE_DIR) + "/html/SysDD76.htm");
-  const std::regex oName("id=\"ITEM_([^\"]*)\"");
-  std::vector<std::string> names;
-  for (std::sregex_iterator it(sPage.begin(), sPage.end(), oName), end; it != end; ++it) names.push_back(it->str(1));
-  if (names.size() < 20) throw std::runtime_error("the page of system tables has no links");
-  return names;
 }
 
 /// A connection as any application has one. Makes the file when it is missing.
@@ -118,52 +107,13 @@ inline void InsertRows(Application& oApplication, int iCount) {
   for (int i = 0; i < iCount; ++i) oApplication.Run("INSERT INTO t(v) VALUES(randomblob(1000))");
 }
 
-/// Runs a function in a process of its own, which ends without tidying up, and
-/// answers what it returned; an exception's text when it raised one.
-class Process {
- public:
-  explicit Process(const std::function<std::string()>& oFunction) {
-    int iPipe[2];
-    if (pipe(iPipe) != 0 || (m_iProcess = fork()) < 0) throw std::runtime_error("no process");
-    if (m_iProcess == 0) {
-      std::string sResult;
-      try {
-        sResult = oFunction();
-      } catch (const std::exception& oError) {
-        sResult = std::string("raised: ") + oError.what();
-      }
-      (void)!write(iPipe[1], sResult.data(), sResult.size());
-      _exit(0);
-    }
-    close(iPipe[1]);
-    m_iResult = iPipe[0];
-  }
-  ~Process() {
-    if (m_iProcess > 0) Result();
-  }
-  Process(const Process&) = delete;
-  Process& operator=(const Process&) = delete;
-
-  /// Waits for the end.
-  std::string Result() {
-    std::string sResult;
-    char buffer[4096];
-    for (ssize_t n; (n = read(m_iResult, buffer, sizeof buffer)) > 0;) sResult.append(buffer, std::size_t(n));
-    close(m_iResult);
-    int iStatus = 0;
-    waitpid(std::exchange(m_iProcess, 0), &iStatus, 0);
-    return WIFEXITED(iStatus) && WEXITSTATUS(iStatus) == 0 ? sResult : sResult + " (died)";
-  }
-
- private:
-  pid_t m_iProcess = 0;
-  int m_iResult = -1;
-};
-
-/// A process of its own that answers orders, one after the other.
+/// A process of its own that answers orders, one after the other, and ends
+/// without tidying up.
 class Servant {
  public:
-  explicit Servant(const std::function<std::string(const std::string&)>& oAnswer) {
+  using Answer = std::function<std::string(const std::string& sOrder)>;
+
+  explicit Servant(const Answer& oAnswer) {
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends) != 0 || (m_iProcess = fork()) < 0) {
       throw std::runtime_error("no process");
@@ -171,16 +121,29 @@ class Servant {
     m_iEnd = ends[m_iProcess == 0];
     close(ends[m_iProcess != 0]);
     if (m_iProcess != 0) return;
-    for (std::string sOrder; !(sOrder = Receive()).empty();) Send(oAnswer(sOrder));
+    for (std::string sOrder; !(sOrder = Receive()).empty();) {
+      try {
+        Send(oAnswer(sOrder));
+      } catch (const std::exception& oError) {
+        Send(std::string("raised: ") + oError.what());
+      }
+    }
     _exit(0);
   }
   ~Servant() {
+    shutdown(m_iEnd, SHUT_RDWR);  // those forked later have the descriptor, too
     close(m_iEnd);
     waitpid(m_iProcess, nullptr, 0);
   }
   Servant(const Servant&) = delete;
   Servant& operator=(const Servant&) = delete;
 
+  void Send(const std::string& sText) const { (void)!write(m_iEnd, sText.data(), sText.size()); }
+  /// Nothing when the other end has gone.
+  std::string Receive() const {
+    char buffer[4096];
+    return {buffer, std::size_t(std::max<ssize_t>(0, read(m_iEnd, buffer, sizeof buffer)))};
+  }
   std::string Ask(const std::string& sOrder) const {
     Send(sOrder);
     return Receive();
@@ -188,15 +151,19 @@ class Servant {
   std::string Number() const { return std::to_string(m_iProcess); }
 
  private:
-  void Send(const std::string& sText) const { (void)!write(m_iEnd, sText.data(), sText.size()); }
-  /// Nothing when the other end has gone.
-  std::string Receive() const {
-    char buffer[4096];
-    return {buffer, std::size_t(std::max<ssize_t>(0, read(m_iEnd, buffer, sizeof buffer)))};
-  }
-
   int m_iEnd;
   pid_t m_iProcess;
+};
+
+/// A function that a process of its own runs at once.
+class Process : Servant {
+ public:
+  explicit Process(const std::function<std::string()>& oFunction)
+      : Servant([&](const std::string&) { return oFunction(); }) {
+    Send("run");
+  }
+  /// What it returned, or the text of the exception that it raised.
+  std::string Result() const { return Receive(); }
 };
 
 /// What the function returns when a user without any privilege runs it.
@@ -207,5 +174,36 @@ inline std::string AsOrdinaryUser(const std::function<std::string()>& oFunction)
          })
       .Result();
 }
+
+/// The database file "a.db" in a folder of the test's own, an application that
+/// has it open, and the instance of it.
+class SQLiteTest : public testing::Test {
+ protected:
+  std::string Path(const std::string& sName = "a.db") const { return m_oFolder / sName; }
+  /// Opens the file on first use.
+  Application& App() {
+    if (!m_oApplication) m_oApplication = std::make_unique<Application>(Path());
+    return *m_oApplication;
+  }
+  void Run(const std::string& sSQL) { App().Run(sSQL); }
+  int Number(const std::string& sSQL) { return App().Number(sSQL); }
+
+  ZELLib3::Database& Open(const ZELWbr3::SQLite::Options& oOptions = {}) {
+    m_oDatabase = SQLiteFiles::OpenDatabase(Path(), oOptions);
+    return *m_oDatabase;
+  }
+  std::string Error() const { return m_oDatabase->LastError().ErrorText; }
+  void ExpectError(const std::string& sPart) const { EXPECT_NE(std::string::npos, Error().find(sPart)) << Error(); }
+
+  Folder m_oFolder;
+  std::unique_ptr<Application> m_oApplication;
+  std::shared_ptr<ZELLib3::Database> m_oDatabase;
+};
+
+/// The same for each of several kinds of file, made by the parameter's SQL.
+class SQLiteTestWith : public SQLiteTest, public testing::WithParamInterface<const char*> {
+ protected:
+  SQLiteTestWith() { Run(GetParam()); }
+};
 
 }  // namespace SQLiteFiles

@@ -1,25 +1,22 @@
 #include "tests/instances/Contract.h"
 #include "tests/instances/RecordingFiles.h"
 
-using RecordingFiles::OpenRecording;
-using RecordingFiles::SamplePath;
+using namespace RecordingFiles;
 
 namespace {
 
-ContractCase Sample(const std::string& sName, const std::string& sFile) {
-  return {sName, [=] { return OpenRecording(SamplePath(sFile)); }, "SYSDD", "TABLES"};
-}
-
-/// Two rows in every block more than there are rows, and one row in a block.
-ContractCase Blocks(const std::string& sName, int lBlockSize) {
+/// The sample with blocks of as many rows: row by row, as it comes, everything
+/// in one.
+ContractCase Sample(const std::string& sName, int lBlockSize) {
   return {sName,
-          [=] {
-            auto oFile = RecordingFiles::Json::parse(std::ifstream(SamplePath("demo")));
+          [=](const auto&) {
+            Json oFile = SampleContent("demo");
+            Json& oDatabase = oFile["Database"];
             for (const char* sList : {"SysInfos", "SQLTables"}) {
-              for (auto& oEntry : oFile["Database"][sList]) oEntry["BlockSize"] = lBlockSize;
+              for (auto& oEntry : oDatabase[sList]) oEntry["BlockSize"] = lBlockSize;
             }
-            oFile["Database"]["History"]["BlockSize"] = lBlockSize;
-            return OpenRecording(RecordingFiles::File(oFile).Path());
+            oDatabase["History"]["BlockSize"] = lBlockSize;
+            return OpenRecording(File(oFile).Path());
           },
           "SYSDD", "TABLES"};
 }
@@ -27,5 +24,5 @@ ContractCase Blocks(const std::string& sName, int lBlockSize) {
 }  // namespace
 
 INSTANTIATE_TEST_SUITE_P(Recorded, Contract,
-                         testing::Values(Sample("Demo", "demo"), Blocks("RowByRow", 1), Blocks("OneBlock", 1000)),
+                         testing::Values(Sample("RowByRow", 1), Sample("Blocks", 3), Sample("OneBlock", 1000)),
                          ContractCase::Named);

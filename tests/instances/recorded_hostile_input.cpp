@@ -47,7 +47,7 @@ TEST(RecordedHostileInput, WhatIsNoReadableFileIsNamed) {
   EXPECT_NE(std::string::npos, Refusal(oFile.Path()).find("not a regular file")) << "and nobody waits for a writer";
 }
 
-TEST(RecordedHostileInput, TextThatIsNoJson) {
+TEST(RecordedHostileInput, TextThatIsNoJsonOrNoRecording) {
   ExpectRefused(
       {
           {"", "not JSON", "line 1, column 1"},
@@ -62,13 +62,6 @@ TEST(RecordedHostileInput, TextThatIsNoJson) {
           {R"({"Database": {"Caches": {"DataCacheSize": 1e999}}})", "Database.Caches.DataCacheSize: ", "double"},
           {"{\"Database\": " + Nested(65) + "}", "Database[0]", "at most 64 levels"},
           {Nested(1000000), "[0]", "levels of nesting"},
-      },
-      "", "");
-}
-
-TEST(RecordedHostileInput, TheFileItself) {
-  ExpectRefused(
-      {
           {"[]", "expected an object", "found an array"},
           {R"({"Instance": {}})", "Instance: no such key", "LastError, fails, raises, Database"},
           {R"({"Database": null})", "Database: expected an object", "found null"},
@@ -120,10 +113,7 @@ TEST(RecordedHostileInput, KeysAndTypes) {
       Refusal(File(std::string(R"({"Database": {"Snapshot": {"Created": "2024-02-29T23:59:59"}, "PageSize": -2147483648,
       "Caches": {"DataCacheSize": 3, "ConverterSize": -1.7e308}, "Activity": null, "StateInfo": {"DataUsed": 2147483647}}})"))
                   .Path()));
-}
-
-// The interface counts sessions and views in 16 bits.
-TEST(RecordedHostileInput, MoreSessionsThanCanBeCounted) {
+  // The interface counts sessions and views in 16 bits.
   const Json oSessions = Json::array_t(32768, Json::object());
   EXPECT_EQ(0u, Refusal(File(Json{{"Database", {{"Sessions", oSessions}}}}).Path())
                     .find("Database.Sessions: expected at most 32767 entries, found 32768"));

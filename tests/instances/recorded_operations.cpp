@@ -1,28 +1,27 @@
 #include "tests/instances/RecordingFiles.h"
+#include "tests/instances/Rows.h"
 
 using namespace RecordingFiles;
-using ZELWbr3::Recorded::Call;
 
 namespace {
 
-/// Keeps every call as "Name(arguments)", with "!" before one that changes the
+/// Keeps every call as "Name[arguments]", with "!" before one that changes the
 /// instance.
 class Calls {
  public:
   ZELWbr3::Recorded::CallObserver Observer() {
-    return [this](const Call& oCall) {
+    return [this](const ZELWbr3::Recorded::Call& oCall) {
       Json oArguments = Json::array();
       for (const auto& oArgument : oCall.Arguments) std::visit([&](auto o) { oArguments.push_back(o); }, oArgument);
-      m_oCalls.push_back((oCall.Changes ? "!" : "") + oCall.Name + oArguments.dump());
+      m_sCalls +=
+          (m_sCalls.empty() ? "" : " ") + std::string(oCall.Changes ? "!" : "") + oCall.Name + oArguments.dump();
     };
   }
-  std::vector<std::string> Take() { return std::exchange(m_oCalls, {}); }
+  std::string Take() { return std::exchange(m_sCalls, {}); }
 
  private:
-  std::vector<std::string> m_oCalls;
+  std::string m_sCalls;
 };
-
-using Texts = std::vector<std::string>;
 
 std::string State(ZELLib3::Database& oDatabase) {
   const auto oState = oDatabase.StateInfo();
@@ -38,6 +37,13 @@ std::string RaisedBy(const std::function<void()>& fnRead) {
   return "nothing";
 }
 
+/// A view or table with one row.
+Json WithRow(const std::string& sText, Json oList = Json::object()) {
+  oList["Columns"] = {{{"Name", "C"}}};
+  oList["Rows"] = {{sText}};
+  return oList;
+}
+
 }  // namespace
 
 TEST(RecordedOperations, StateOperationsChangeTheOpenedCopy) {
@@ -48,21 +54,15 @@ TEST(RecordedOperations, StateOperationsChangeTheOpenedCopy) {
   const auto oRead = oDatabase->StateInfo();
   EXPECT_TRUE(oDatabase->Online());
   EXPECT_EQ("5 Online (warm)", State(*oDatabase)) << "it was in that state already";
-  const std::pair<std::function<bool()>, const char*> operations[] = {
-      {[&] { return oDatabase->Shutdown(); }, "2 Offline"},
-      {[&] { return oDatabase->Admin(); }, "3 Admin"},
-      {[&] {
-         return oDatabase->RestartUntil({2026, 1, 2, 3, 4, 5});
-       },
-       "5 Online"},
-      {[&] { return oDatabase->ShutdownQuick(); }, "2 Offline"}};
-  for (const auto& [oOperation, sState] : operations) {
-    EXPECT_TRUE(oOperation());
-    EXPECT_EQ(sState, State(*oDatabase));
-  }
+  EXPECT_TRUE(oDatabase->Shutdown());
+  EXPECT_EQ("2 Offline", State(*oDatabase));
+  EXPECT_TRUE(oDatabase->Admin());
+  EXPECT_EQ("3 Admin", State(*oDatabase));
+  EXPECT_TRUE(oDatabase->RestartUntil({2026, 1, 2, 3, 4, 5}));
+  EXPECT_EQ("5 Online", State(*oDatabase));
+  EXPECT_TRUE(oDatabase->ShutdownQuick());
   EXPECT_EQ(2, oRead->Status()) << "objects read before share the state";
-  EXPECT_TRUE(oRead->AutoLog());
-  EXPECT_TRUE(oDatabase->AutoLogOff());
+  EXPECT_TRUE(oRead->AutoLog() && oDatabase->AutoLogOff());
   EXPECT_FALSE(oRead->AutoLog());
   EXPECT_EQ(sBefore, oFile.Text());
   // A recording that says nothing about its state takes one on all the same.
@@ -79,15 +79,14 @@ TEST(RecordedOperations, TheAnalyzerIsRunAndCleanedUp) {
   EXPECT_TRUE(oAnalyzer->Start({}));
   EXPECT_EQ(1, oDatabase->Analyzer()->State());
 
-  const auto Sets = [&] { return oDatabase->Analyzer()->ProtocolSets()->size(); };
-  ASSERT_EQ(3u, Sets());
-  EXPECT_TRUE(oAnalyzer->DeleteProtocols("20260226"));
-  EXPECT_EQ(3u, Sets());
-  EXPECT_TRUE(oAnalyzer->DeleteProtocols("20260301"));
-  ASSERT_EQ(1u, Sets()) << "the sets of that day go too";
+  const auto SetsAfter = [&](const char* sUntil, bool bDeletes) {
+    EXPECT_EQ(bDeletes, oAnalyzer->DeleteProtocols(sUntil)) << sUntil;
+    return oDatabase->Analyzer()->ProtocolSets()->size();
+  };
+  EXPECT_EQ(3u, SetsAfter("20260226", true));
+  ASSERT_EQ(1u, SetsAfter("20260301", true)) << "the sets of that day go too";
   EXPECT_EQ(2, oAnalyzer->ProtocolSets()->front().Date.Day);
-  EXPECT_FALSE(oAnalyzer->DeleteProtocols("tomorrow"));
-  EXPECT_EQ(1u, Sets()) << "what is no date deletes nothing";
+  EXPECT_EQ(1u, SetsAfter("tomorrow", false)) << "what is no date deletes nothing";
 }
 
 TEST(RecordedOperations, EveryOperationIsReportedWithItsArguments) {
@@ -104,30 +103,26 @@ TEST(RecordedOperations, EveryOperationIsReportedWithItsArguments) {
   oDatabase->History()->ReadMore();
   oDatabase->ParameterHistory()->MoveNext();
   EXPECT_EQ(
-      (Texts{"!Shutdown[]", "!RestartUntil[\"2026-01-02T03:04:05\"]", "!Analyzer.Start[\"my.cfg\",3,60,true,false]",
-             "!Analyzer.DeleteProtocols[\"20260301\"]", "Parameters.Load[]", "SysInfo.Open[]", "SQLTables.NewTable[]",
-             "SQLTable.Open[]", "History.ReadMore[]", "ParameterHistory.MoveNext[]"}),
+      "!Shutdown[] !RestartUntil[\"2026-01-02T03:04:05\"] !Analyzer.Start[\"my.cfg\",3,60,true,false]"
+      " !Analyzer.DeleteProtocols[\"20260301\"] Parameters.Load[] SysInfo.Open[] SQLTables.NewTable[]"
+      " SQLTable.Open[] History.ReadMore[] ParameterHistory.MoveNext[]",
       oCalls.Take());
 }
 
 TEST(RecordedOperations, AnOperationInFailsIsReportedAndChangesNothing) {
-  const Json oFails = {"Shutdown",
-                       "AutoLogOff",
-                       "DataArea.Refresh",
-                       "SysInfo.Open",
-                       "Analyzer.Stop",
-                       "ParameterHistory.Open",
-                       "Analyzer.ProtocolSets"};
+  const Json oBeside = {{"fails",
+                         {"Shutdown", "AutoLogOff", "DataArea.Refresh", "SysInfo.Open", "Analyzer.Stop",
+                          "ParameterHistory.Open", "Analyzer.ProtocolSets"}},
+                        {"LastError", {{"ErrorCode", -24988}, {"ErrorText", "SQL error"}}}};
   Calls oCalls;
-  const auto oDatabase = OpenWith(
-      {{"StateInfo", {{"Status", 5}, {"AutoLog", true}}},
-       {"Analyzer", {{"State", 1}, {"ProtocolSets", {{{"Texts", {"a"}}}}}}},
-       {"ParameterHistory", {{{"Parameter", "A"}}}},
-       {"SysInfos", {{{"Columns", {{{"Name", "A"}}}}, {"Rows", {{"1"}}}}}}},
-      {{"fails", oFails}, {"LastError", {{"ErrorCode", -24988}, {"ErrorText", "SQL error"}}}}, oCalls.Observer());
+  const auto oDatabase = OpenWith({{"StateInfo", {{"Status", 5}, {"AutoLog", true}}},
+                                   {"Analyzer", {{"State", 1}, {"ProtocolSets", {{{"Texts", {"a"}}}}}}},
+                                   {"ParameterHistory", {{{"Parameter", "A"}}}},
+                                   {"SysInfos", {WithRow("1")}}},
+                                  oBeside, oCalls.Observer());
   EXPECT_FALSE(oDatabase->Shutdown() || oDatabase->AutoLogOff() || oDatabase->DataArea()->Refresh());
   EXPECT_TRUE(oDatabase->LogArea()->Refresh());
-  EXPECT_EQ((Texts{"!Shutdown[]", "!AutoLogOff[]", "DataArea.Refresh[]", "LogArea.Refresh[]"}), oCalls.Take());
+  EXPECT_EQ("!Shutdown[] !AutoLogOff[] DataArea.Refresh[] LogArea.Refresh[]", oCalls.Take());
   EXPECT_EQ(5, oDatabase->StateInfo()->Status());
   EXPECT_TRUE(oDatabase->StateInfo()->AutoLog());
   EXPECT_EQ(-24988, oDatabase->LastError().ErrorCode);
@@ -154,15 +149,13 @@ TEST(RecordedOperations, AMemberInRaisesRaises) {
                        "Caches.AWEParam.Group",
                        "DataArea.Volumes.Items.Name"};
   Calls oCalls;
-  const Json oVolumes = Json::array({{{"Name", "V"}}});
-  const Json oDescribed = {{"DataArea", {{"Volumes", oVolumes}}},
-                           {"LogArea", {{"Volumes", oVolumes}}},
-                           {"SysInfos", {{{"Columns", {{{"Name", "A"}}}}, {"Rows", {{"1"}}}}}}};
-  const auto oDatabase = OpenWith(oDescribed, {{"raises", oPaths}}, oCalls.Observer());
+  const Json oArea = {{"Volumes", Json::array({{{"Name", "V"}}})}};
+  const auto oDatabase = OpenWith({{"DataArea", oArea}, {"LogArea", oArea}, {"SysInfos", {WithRow("1")}}},
+                                  {{"raises", oPaths}}, oCalls.Observer());
   EXPECT_EQ("0 StateInfo.DataTotal raised an error", RaisedBy([&] { oDatabase->StateInfo()->DataTotal(); }));
   EXPECT_EQ("nothing", RaisedBy([&] { oDatabase->StateInfo()->DataUsed(); }));
   EXPECT_EQ("0 Shutdown raised an error", RaisedBy([&] { oDatabase->Shutdown(); }));
-  EXPECT_EQ(Texts{"!Shutdown[]"}, oCalls.Take());
+  EXPECT_EQ("!Shutdown[]", oCalls.Take());
   const auto oView = oDatabase->SysInfos()->Item(1);
   EXPECT_TRUE(oView->Open() && oView->NextRow());
   // An interface's name stands for all its objects, a path for those below it.
@@ -201,16 +194,12 @@ TEST(RecordedOperations, RowsAreThereOnceTheyWereSteppedTo) {
 
 TEST(RecordedOperations, TablesAreFoundByOwnerAndName) {
   Json oTables;
-  for (const std::string sOwner : {"A", "B"}) {
-    oTables.push_back({{"Owner", sOwner}, {"Name", "T"}, {"Columns", {{{"Name", "C"}}}}, {"Rows", {{"of " + sOwner}}}});
-  }
+  for (const char* sOwner : {"A", "B"}) oTables.push_back(WithRow(sOwner, {{"Owner", sOwner}, {"Name", "T"}}));
   const auto oDatabase = OpenWith({{"SQLTables", oTables}});
-  const auto oTable = oDatabase->SQLTables()->NewTable();
-  oTable->Name("T");
+  const auto oTable = Table(*oDatabase, "", "T");
   for (const char* sOwner : {"A", "B", "A"}) {
     oTable->Owner(sOwner);
-    ASSERT_TRUE(oTable->Open() && oTable->NextRow());
-    EXPECT_EQ(std::string("of ") + sOwner, oTable->Value(0));
+    EXPECT_EQ(Rows{{sOwner}}, OpenAndRead(*oDatabase, *oTable));
   }
   oTable->Owner("C");
   EXPECT_FALSE(oTable->Open());

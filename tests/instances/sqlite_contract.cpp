@@ -5,20 +5,10 @@ using namespace SQLiteFiles;
 
 namespace {
 
-/// The instance of a file that lives as long as the instance does.
-class OwnFile : public ZELWbr3::SQLite::SQLiteDatabase {
- public:
-  OwnFile(std::shared_ptr<Folder> oFolder, const ZELWbr3::SQLite::Options& oOptions)
-      : SQLiteDatabase(*oFolder / "a.db", oOptions), m_oFolder(std::move(oFolder)) {}
-
- private:
-  std::shared_ptr<Folder> m_oFolder;
-};
-
-std::shared_ptr<ZELLib3::Database> Make(const std::string& sMode) {
-  auto oFolder = std::make_shared<Folder>();
+std::shared_ptr<ZELLib3::Database> Make(const ZELWbr3::Testing::TempFolder& oFolder, const std::string& sMode) {
+  const std::string sPath = oFolder.Path("a.db");
   {
-    Application oApplication(*oFolder / "a.db", "PRAGMA journal_mode=" + sMode);
+    Application oApplication(sPath, "PRAGMA journal_mode=" + sMode);
     oApplication.Run(
         "CREATE TABLE customer(id INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT NOT NULL UNIQUE, photo BLOB);"
         "CREATE TABLE sale(customer REFERENCES customer, day TEXT, PRIMARY KEY(customer, day)) WITHOUT ROWID;"
@@ -31,24 +21,27 @@ std::shared_ptr<ZELLib3::Database> Make(const std::string& sMode) {
         "ANALYZE");
     oApplication.LeaveLogBehind();
   }
-  ZELWbr3::SQLite::Options oOptions;
-  oOptions.StateFolder = *oFolder / "state";
-  auto oDatabase = std::make_shared<OwnFile>(oFolder, oOptions);
+  auto oDatabase = std::make_shared<ZELWbr3::SQLite::SQLiteDatabase>(
+      sPath, ZELWbr3::SQLite::Options{.StateFolder = oFolder.Path("state")});
   // Something to tell about, in every list there is.
   oDatabase->Parameters()->Load();
-  Application(*oFolder / "a.db", "PRAGMA user_version=8");
+  Application(sPath, "PRAGMA user_version=8");
   EXPECT_TRUE(oDatabase->RegisterCopy("/backup/a.db", {2026, 1, 2, 3, 4, 5}, "first"));
   // Two blocks and a half.
-  Application(oOptions.StateFolder + "/history.db",
+  Application(oFolder.Path("state/history.db"),
               "WITH n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i < 249) INSERT INTO copies(file, made, path)"
               " SELECT c.file, c.made, c.path FROM copies AS c, n");
   return oDatabase;
 }
 
+ContractCase Case(const char* sName, const char* sMode, const char* sOwner, const char* sTable) {
+  return {sName, [=](const auto& oFolder) { return Make(oFolder, sMode); }, sOwner, sTable};
+}
+
 }  // namespace
 
 INSTANTIATE_TEST_SUITE_P(SQLite, Contract,
-                         testing::Values(ContractCase{"Wal", [] { return Make("WAL"); }, "main", "customer"},
-                                         ContractCase{"RollbackJournal", [] { return Make("DELETE"); }, "", "TODAY"},
-                                         ContractCase{"SystemTable", [] { return Make("WAL"); }, "SYSDD", "COLUMNS"}),
+                         testing::Values(Case("Wal", "WAL", "main", "customer"),
+                                         Case("RollbackJournal", "DELETE", "", "TODAY"),
+                                         Case("SystemTable", "WAL", "SYSDD", "COLUMNS")),
                          ContractCase::Named);

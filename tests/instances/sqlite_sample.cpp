@@ -1,20 +1,15 @@
 #include "tests/instances/SQLiteFiles.h"
 #include "zelwbr3/instances/sqlite/sample/SampleDatabase.h"
 
-#include <cstdlib>
-
 using namespace SQLiteFiles;
 using ZELWbr3::SQLite::MakeSample;
-using ZELWbr3::SQLite::SamplePath;
 
 TEST(SQLiteSample, HasSomethingToShowEverywhere) {
   Folder oFolder;
   const std::string sPath = oFolder / "new/folder/sample.db";
   std::vector<int> steps;
   MakeSample(sPath, [&](int iPercent) { steps.push_back(iPercent); });
-  EXPECT_TRUE(std::is_sorted(steps.begin(), steps.end()));
-  EXPECT_EQ(0, steps.front());
-  EXPECT_EQ(100, steps.back());
+  EXPECT_TRUE(std::is_sorted(steps.begin(), steps.end()) && steps.front() == 0 && steps.back() == 100);
   EXPECT_EQ((std::set<std::string>{"sample.db", "sample.db-wal", "sample.db.lock"}), Names(oFolder / "new/folder"));
   const auto oState = OpenDatabase(sPath)->StateInfo();
   EXPECT_LT(oState->DataUsed(), oState->DataTotal());
@@ -29,20 +24,16 @@ TEST(SQLiteSample, HasSomethingToShowEverywhere) {
 TEST(SQLiteSample, OfSeveralMakersOneMakesIt) {
   Folder oFolder;
   const std::string sPath = oFolder / "sample.db";
-  WriteFile(sPath + ".new", "what a maker left that died");
-  WriteFile(sPath + ".new-wal", "its log");
-  WriteFile(sPath + "-shm", "an index without a database");
+  for (const char* sLeft : {".new", ".new-wal", "-shm"}) WriteFile(sPath + sLeft, "what a maker left that died");
   const auto make = [&] {
     bool bMade = false;
     MakeSample(sPath, [&](int) { bMade = true; });
-    return std::string(bMade ? "made" : "waited") + " " +
-           std::to_string(OpenDatabase(sPath)->StateInfo()->InfoAvailable());
+    return std::string(bMade ? "made " : "waited ") + std::to_string(OpenDatabase(sPath)->StateInfo()->InfoAvailable());
   };
-  Process oFirst(make);
-  Process oSecond(make);
-  Process oThird(make);
-  EXPECT_EQ((std::multiset<std::string>{"made 1", "waited 1", "waited 1"}),
-            (std::multiset<std::string>{oFirst.Result(), oSecond.Result(), oThird.Result()}));
+  Process oMakers[] = {Process(make), Process(make), Process(make)};
+  std::multiset<std::string> results;
+  for (const Process& oMaker : oMakers) results.insert(oMaker.Result());
+  EXPECT_EQ((std::multiset<std::string>{"made 1", "waited 1", "waited 1"}), results);
   EXPECT_EQ("ok", Application(sPath).Text("PRAGMA integrity_check"));
   EXPECT_FALSE(Names(oFolder.Path()).count("sample.db.new"));
 }
@@ -50,17 +41,12 @@ TEST(SQLiteSample, OfSeveralMakersOneMakesIt) {
 TEST(SQLiteSample, BrokenOffOrRefusedLeavesNothing) {
   Folder oFolder;
   const std::string sPath = oFolder / "sample.db";
-  struct Stop {};
-  EXPECT_THROW(MakeSample(sPath,
-                          [](int iPercent) {
-                            if (iPercent > 50) throw Stop();
-                          }),
-               Stop);
+  EXPECT_THROW(MakeSample(sPath, [](int iPercent) { iPercent > 50 ? throw 1 : 0; }), int);
   EXPECT_EQ(std::set<std::string>{"sample.db.lock"}, Names(oFolder.Path()));
 
   WriteFile(sPath, "the user's own");
   MakeSample(sPath, [](int) { FAIL() << "there is a file already"; });
-  EXPECT_EQ("the user's own", oFolder.Contents()["sample.db"]);
+  EXPECT_EQ("the user's own", ReadFile(sPath));
 
   chmod(oFolder.Path().c_str(), 0555);
   const std::string sError = AsOrdinaryUser([&] {
@@ -75,7 +61,7 @@ TEST(SQLiteSample, StandsInTheUsersDataFolder) {
     return Process([=] {
              sData ? setenv("XDG_DATA_HOME", sData, 1) : unsetenv("XDG_DATA_HOME");
              sHome ? setenv("HOME", sHome, 1) : unsetenv("HOME");
-             return SamplePath();
+             return ZELWbr3::SQLite::SamplePath();
            })
         .Result();
   };

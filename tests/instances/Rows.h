@@ -1,13 +1,12 @@
 #pragma once
 
-#include "tests/instances/SQLiteFiles.h"
-#include "zelwbr3/ZELLib3/RowSource.h"
+#include "zelwbr3/ZELLib3/Database.h"
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
-namespace SQLiteFiles {
-
+/// Rows of views and tables, each as its texts.
 using Rows = std::vector<std::vector<std::string>>;
 
 /// The rows of the block that stands ready.
@@ -43,10 +42,6 @@ inline std::shared_ptr<ZELLib3::SQLTable> Table(ZELLib3::Database& oDatabase, co
   return oTable;
 }
 
-inline Rows ReadTable(ZELLib3::Database& oDatabase, const std::string& sOwner, const std::string& sName) {
-  return OpenAndRead(oDatabase, *Table(oDatabase, sOwner, sName));
-}
-
 inline std::shared_ptr<ZELLib3::SysInfo> View(ZELLib3::Database& oDatabase, const std::string& sName) {
   const auto oViews = oDatabase.SysInfos();
   for (int i = 1; i <= oViews->Count(); ++i) {
@@ -55,8 +50,9 @@ inline std::shared_ptr<ZELLib3::SysInfo> View(ZELLib3::Database& oDatabase, cons
   throw std::runtime_error("no view " + sName);
 }
 
+inline Rows ReadTable(ZELLib3::Database& oDatabase, const std::string& sOwner, const std::string& sName) {
+  return OpenAndRead(oDatabase, *Table(oDatabase, sOwner, sName));
+}
 inline Rows ReadView(ZELLib3::Database& oDatabase, const std::string& sName) {
   return OpenAndRead(oDatabase, *View(oDatabase, sName));
 }
-
-}  // namespace SQLiteFiles
