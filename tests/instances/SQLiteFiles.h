@@ -25,6 +25,19 @@
 /// and the instances on them.
 namespace SQLiteFiles {
 
+inline void WriteFile(const std::string& sPath, const std::string& sBytes) {
+  std::ofstream(sPath, std::ios::binary) << sBytes;
+}
+inline std::string ReadFile(const std::string& sPath) {
+  std::ifstream oStream(sPath, std::ios::binary);
+  return {std::istreambuf_iterator<char>(oStream), {}};
+}
+inline std::set<std::string> Names(const std::string& sFolder) {
+  std::set<std::string> names;
+  for (const auto& oEntry : std::filesystem::directory_iterator(sFolder)) names.insert(oEntry.path().filename());
+  return names;
+}
+
 /// A folder of one's own, readable by every user, gone at the end.
 class Folder : public ZELWbr3::Testing::TempFolder {
  public:
@@ -36,28 +49,10 @@ class Folder : public ZELWbr3::Testing::TempFolder {
   /// Every file's name and bytes.
   std::map<std::string, std::string> Contents() const {
     std::map<std::string, std::string> contents;
-    for (const auto& oEntry : std::filesystem::directory_iterator(Path())) {
-      const std::string sName = oEntry.path().filename();
-      contents[sName] = Read(sName);
-    }
+    for (const std::string& sName : Names(Path())) contents[sName] = Read(sName);
     return contents;
   }
 };
-
-inline void WriteFile(const std::string& sPath, const std::string& sBytes) {
-  std::ofstream(sPath, std::ios::binary) << sBytes;
-}
-
-inline std::set<std::string> Names(const std::string& sFolder) {
-  std::set<std::string> names;
-  for (const auto& oEntry : std::filesystem::directory_iterator(sFolder)) names.insert(oEntry.path().filename());
-  return names;
-}
-
-inline std::string ReadFile(const std::string& sPath) {
-  std::ifstream oStream(sPath, std::ios::binary);
-  return {std::istreambuf_iterator<char>(oStream), {}};
-}
 
 /// A connection as any application has one. Makes the file when it is missing.
 class Application {
@@ -77,14 +72,14 @@ class Application {
   }
   /// Column iColumn of the first row.
   std::string Text(const std::string& sSQL, int iColumn = 0) {
-    sqlite3_stmt* pStatement = nullptr;
-    if (sqlite3_prepare_v2(m_pHandle, sSQL.c_str(), -1, &pStatement, nullptr) != SQLITE_OK ||
-        sqlite3_step(pStatement) != SQLITE_ROW) {
-      throw std::runtime_error(sSQL + ": " + sqlite3_errmsg(m_pHandle));
-    }
-    const std::string sText = reinterpret_cast<const char*>(sqlite3_column_text(pStatement, iColumn));
-    sqlite3_finalize(pStatement);
-    return sText;
+    std::pair<int, std::string> oValue(iColumn, "nothing");
+    const auto Take = [](void* p, int, char** values, char**) {
+      auto& [i, sText] = *static_cast<std::pair<int, std::string>*>(p);
+      sText = values[i];
+      return 0;
+    };
+    sqlite3_exec(m_pHandle, sSQL.c_str(), Take, &oValue, nullptr);
+    return oValue.second;
   }
   int Number(const std::string& sSQL, int iColumn = 0) { return std::stoi(Text(sSQL, iColumn)); }
   /// A program that ends here leaves its log behind.
@@ -111,9 +106,7 @@ inline void InsertRows(Application& oApplication, int iCount) {
 /// without tidying up.
 class Servant {
  public:
-  using Answer = std::function<std::string(const std::string& sOrder)>;
-
-  explicit Servant(const Answer& oAnswer) {
+  explicit Servant(const std::function<std::string(const std::string& sOrder)>& oAnswer) {
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends) != 0 || (m_iProcess = fork()) < 0) {
       throw std::runtime_error("no process");
@@ -121,12 +114,10 @@ class Servant {
     m_iEnd = ends[m_iProcess == 0];
     close(ends[m_iProcess != 0]);
     if (m_iProcess != 0) return;
-    for (std::string sOrder; !(sOrder = Receive()).empty();) {
-      try {
-        Send(oAnswer(sOrder));
-      } catch (const std::exception& oError) {
-        Send(std::string("raised: ") + oError.what());
-      }
+    try {
+      for (std::string sOrder; !(sOrder = Receive()).empty();) Send(oAnswer(sOrder));
+    } catch (const std::exception& oError) {
+      Send(std::string("raised: ") + oError.what());
     }
     _exit(0);
   }
@@ -192,6 +183,7 @@ class SQLiteTest : public testing::Test {
     m_oDatabase = SQLiteFiles::OpenDatabase(Path(), oOptions);
     return *m_oDatabase;
   }
+  std::shared_ptr<ZELLib3::StateInfo> State() const { return m_oDatabase->StateInfo(); }
   std::string Error() const { return m_oDatabase->LastError().ErrorText; }
   void ExpectError(const std::string& sPart) const { EXPECT_NE(std::string::npos, Error().find(sPart)) << Error(); }
 

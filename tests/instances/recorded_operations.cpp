@@ -110,10 +110,9 @@ TEST(RecordedOperations, EveryOperationIsReportedWithItsArguments) {
 }
 
 TEST(RecordedOperations, AnOperationInFailsIsReportedAndChangesNothing) {
-  const Json oBeside = {{"fails",
-                         {"Shutdown", "AutoLogOff", "DataArea.Refresh", "SysInfo.Open", "Analyzer.Stop",
-                          "ParameterHistory.Open", "Analyzer.ProtocolSets"}},
-                        {"LastError", {{"ErrorCode", -24988}, {"ErrorText", "SQL error"}}}};
+  const Json oBeside = Json::parse(
+      R"({"fails": ["Shutdown", "AutoLogOff", "DataArea.Refresh", "SysInfo.Open", "Analyzer.Stop",
+          "ParameterHistory.Open", "Analyzer.ProtocolSets"], "LastError": {"ErrorCode": -24988, "ErrorText": "SQL error"}})");
   Calls oCalls;
   const auto oDatabase = OpenWith({{"StateInfo", {{"Status", 5}, {"AutoLog", true}}},
                                    {"Analyzer", {{"State", 1}, {"ProtocolSets", {{{"Texts", {"a"}}}}}}},
@@ -140,14 +139,8 @@ TEST(RecordedOperations, AnOperationInFailsIsReportedAndChangesNothing) {
 }
 
 TEST(RecordedOperations, AMemberInRaisesRaises) {
-  const Json oPaths = {"StateInfo.DataTotal",
-                       "Shutdown",
-                       "SysInfo.Value",
-                       "Volume.Size",
-                       "Snapshot",
-                       "Parameters.Item",
-                       "Caches.AWEParam.Group",
-                       "DataArea.Volumes.Items.Name"};
+  const Json oPaths = Json::parse(R"(["StateInfo.DataTotal", "Shutdown", "SysInfo.Value", "Volume.Size", "Snapshot",
+                                      "Parameters.Item", "Caches.AWEParam.Group", "DataArea.Volumes.Items.Name"])");
   Calls oCalls;
   const Json oArea = {{"Volumes", Json::array({{{"Name", "V"}}})}};
   const auto oDatabase = OpenWith({{"DataArea", oArea}, {"LogArea", oArea}, {"SysInfos", {WithRow("1")}}},

@@ -58,45 +58,6 @@ TEST_P(SQLiteRowsOf, AnyKindAreAllDeliveredOnce) {
   }
 }
 
-TEST_F(SQLiteRows, ValuesAreShownAsTheyAre) {
-  Run("CREATE TABLE t(id INTEGER PRIMARY KEY, v);"
-      "INSERT INTO t(v) VALUES (NULL), (''), ('(null)'), ('it''s \"Größe\"'), (-9223372036854775808), (0.1), (1e300),"
-      " (x''), (x'0A'), (x'000102030405060708090a0b0c0d0e0f'), (zeroblob(1000000)), ('a' || char(0) || 'b')");
-  std::vector<std::string> oValues;
-  for (const auto& oRow : ReadTable(Open(), "", "t")) oValues.push_back(oRow.at(1));
-  const std::vector<std::string> oExpected = {"(null)",
-                                              "",
-                                              "(null)",
-                                              "it's \"Größe\"",
-                                              "-9223372036854775808",
-                                              "0.1",
-                                              "1.0e+300",
-                                              "0 bytes",
-                                              "1 byte: 0A",
-                                              "16 bytes: 00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F",
-                                              "1000000 bytes: 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 …",
-                                              std::string("a\0b", 3)};
-  EXPECT_EQ(oExpected, oValues);
-}
-
-TEST_F(SQLiteRows, NamesAreTakenLiterally) {
-  Run(R"(CREATE TABLE base(v); INSERT INTO base VALUES('base');
-         CREATE TABLE "a""b'; DROP TABLE ""base"" --"("c""1" TEXT, "select", PRIMARY KEY("c""1")) WITHOUT ROWID;)"
-      R"(INSERT INTO "a""b'; DROP TABLE ""base"" --" )" +
-      Numbers(300) + "SELECT 'k' || i, i FROM n");
-  Open();
-  const auto oTable = OpenTable("a\"b'; DROP TABLE \"base\" --");
-  EXPECT_EQ("c\"1", oTable->ColumnName(0));
-  EXPECT_EQ("TEXT", oTable->ColumnTitle(0));
-  EXPECT_EQ(300u, ReadAll(*oTable).size());
-  EXPECT_EQ(1u, ReadTable(*m_oDatabase, "MAIN", "BASE").size());
-  for (const char* sOwner : {"temp", "nobody", "\"", "main\".\"base"}) {
-    EXPECT_FALSE(Table(*m_oDatabase, sOwner, "base")->Open()) << sOwner;
-    ExpectError("no such table");
-  }
-  EXPECT_FALSE(Table(*m_oDatabase, "", std::string("base\0", 5))->Open());
-}
-
 TEST_F(SQLiteRows, BlocksAreBoundedInBytes) {
   Run("CREATE TABLE t(v); INSERT INTO t " + Numbers(30) + "SELECT printf('%.*c', 1000000, 'x') FROM n");
   Run("CREATE VIEW seen AS SELECT v FROM t");
@@ -203,30 +164,6 @@ TEST_F(SQLiteRows, ReadingOnAfterAFailureLosesNothing) {
   EXPECT_FALSE(oTable->ReadMore());
   ExpectError("columns have changed");
   EXPECT_EQ(3, OpenTable("t")->ColumnCount());
-}
-
-TEST_F(SQLiteRows, WhatCannotBeReadIsSaid) {
-  Run("CREATE TABLE t(v); CREATE VIEW broken AS SELECT * FROM gone; CREATE VIEW unsafe AS SELECT load_extension('x');"
-      "CREATE VIEW endless AS WITH n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) SELECT max(i) FROM n");
-  Open({.BusyTimeout = 1ms, .StatementTimeout = 50ms});
-  const auto ExpectFails = [&](const std::string& sName, const std::string& sWhy) {
-    const auto oTable = Table(*m_oDatabase, "main", sName);
-    EXPECT_FALSE(oTable->Open()) << sName;
-    ExpectError(sWhy);
-    EXPECT_FALSE(oTable->HasMore() || oTable->ReadMore());
-    EXPECT_EQ(0, oTable->ColumnCount());
-  };
-  ExpectFails("broken", "gone");
-  ExpectFails("unsafe", "unsafe");
-  ExpectFails("endless", "took too long");
-  Run("BEGIN EXCLUSIVE");
-  ExpectFails("t", "locked");
-  Run("COMMIT");
-  OpenTable("t");
-  m_oDatabase->Shutdown();
-  ExpectFails("t", "offline");
-  m_oDatabase->Online();
-  OpenTable("t");
 }
 
 // What the library's virtual machine does for a row stays the same, however

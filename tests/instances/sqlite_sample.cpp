@@ -57,17 +57,18 @@ TEST(SQLiteSample, BrokenOffOrRefusedLeavesNothing) {
 }
 
 TEST(SQLiteSample, StandsInTheUsersDataFolder) {
-  const auto PathWith = [](const char* sData, const char* sHome) {
-    return Process([=] {
-             sData ? setenv("XDG_DATA_HOME", sData, 1) : unsetenv("XDG_DATA_HOME");
-             sHome ? setenv("HOME", sHome, 1) : unsetenv("HOME");
-             return ZELWbr3::SQLite::SamplePath();
-           })
-        .Result();
-  };
-  EXPECT_EQ("/data/zelwbr3/sample.db", PathWith("/data", "/home/a"));
-  for (const char* sData : {"relative", "", static_cast<const char*>(nullptr)}) {
-    EXPECT_EQ("/home/a/.local/share/zelwbr3/sample.db", PathWith(sData, "/home/a"));
+  for (const auto& [sData, sPath] : {std::pair("/data", "/data/zelwbr3/sample.db"),
+                                     {"relative", "/home/a/.local/share/zelwbr3/sample.db"},
+                                     {"", "/home/a/.local/share/zelwbr3/sample.db"}}) {
+    EXPECT_EQ(sPath, Process([&] {
+                       setenv("XDG_DATA_HOME", sData, 1);
+                       setenv("HOME", "/home/a", 1);
+                       return ZELWbr3::SQLite::SamplePath();
+                     }).Result());
   }
-  EXPECT_EQ('/', PathWith(nullptr, nullptr)[0]);
+  EXPECT_EQ('/', Process([] {
+                   unsetenv("XDG_DATA_HOME");
+                   unsetenv("HOME");
+                   return ZELWbr3::SQLite::SamplePath();
+                 }).Result()[0]);
 }
