@@ -14,8 +14,9 @@
 class DesktopHost : public wxApp {
   bool OnInit() override {
     auto* oFrame = new wxFrame(nullptr, wxID_ANY, "A Host", wxDefaultPosition, wxSize(1000, 800));
-    m_oCommandlist = std::make_shared<ZELWbr3::Desktop::DesktopCommandlist>(*oFrame);
     auto* oPanel = new ZELWbr3::Desktop::BrowserPanel(oFrame);
+    m_oCommandlist = std::make_shared<ZELWbr3::Desktop::DesktopCommandlist>(*oFrame, oPanel->Platform().Pump());
+    oPanel->MoveAfterInTabOrder(m_oCommandlist->Window());
     auto* oSizer = new wxBoxSizer(wxVERTICAL);
     oSizer->Add(m_oCommandlist->Window(), wxSizerFlags().Expand());
     oSizer->Add(oPanel, wxSizerFlags(1).Expand());

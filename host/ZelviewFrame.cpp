@@ -54,9 +54,10 @@ ZelviewFrame::ZelviewFrame(const std::string& sInstance, std::shared_ptr<ZELLib3
   const int oWidths[] = {-2, -1};
   SetStatusWidths(2, oWidths);
   Browser::Resource(std::make_shared<ZelviewPictures>());
-  m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*this, PictureOf);
   wxWindow* oLeft = MakePageList();
   m_oPanel = new Desktop::BrowserPanel(this);
+  m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*this, m_oPanel->Platform().Pump(), PictureOf);
+  m_oPanel->MoveAfterInTabOrder(m_oCommandlist->Window());
 
   auto* oRight = new wxBoxSizer(wxVERTICAL);
   oRight->Add(m_oCommandlist->Window(), 0, wxEXPAND);

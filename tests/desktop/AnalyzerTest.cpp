@@ -17,7 +17,7 @@ namespace {
 /// A real analyzer, started and stopped on its page.
 class AnalyzerTest : public TestPanel {
  protected:
-  AnalyzerTest() : Commands(std::make_shared<DesktopCommandlist>(*Frame)) {
+  AnalyzerTest() : Commands(std::make_shared<DesktopCommandlist>(*Frame, Panel->Platform().Pump())) {
     setenv("XDG_STATE_HOME", (Folder / "state").c_str(), 1);
     setenv("ZELWBR3_ANALYZER", ZELANALYZER, 1);
     Frame->SetSizer(new wxBoxSizer(wxVERTICAL));

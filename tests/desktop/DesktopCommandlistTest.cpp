@@ -10,7 +10,7 @@ namespace {
 
 class DesktopCommandlistTest : public TestWindow {
  protected:
-  DesktopCommandlistTest() : Commandlist(*Frame) {
+  DesktopCommandlistTest() : Commandlist(*Frame, Platform->Pump()) {
     Frame->SetSizer(new wxBoxSizer(wxVERTICAL));
     Frame->GetSizer()->Add(Commandlist.Window(), wxSizerFlags().Expand());
   }

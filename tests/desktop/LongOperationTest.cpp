@@ -1,8 +1,6 @@
 #include "tests/desktop/TestWindow.h"
-#include "tests/support/ChangedRecording.h"
-#include "zelwbr3/pages/main/PageMain.h"
+#include "zelwbr3/desktop/DesktopCommandlist.h"
 #include "zelwbr3/pages/main/StateCommands.h"
-#include "zelwbr3/pages/storage/PageDataArea.h"
 
 #include <algorithm>
 #include <atomic>
@@ -19,10 +17,8 @@ namespace {
 
 /// An instance that does not go online before somebody lets it, or 20 seconds
 /// have gone by, and that must not be asked anything meanwhile.
-class SlowDatabase : public Testing::ChangedRecording {
+class SlowDatabase : public ZELLib3::Database {
  public:
-  SlowDatabase() : ChangedRecording("new-7.6") {}
-
   std::function<void()> OnOnline;
   std::promise<void> LetGo;
 
@@ -35,7 +31,7 @@ class SlowDatabase : public Testing::ChangedRecording {
   }
   std::shared_ptr<ZELLib3::StateInfo> StateInfo() override {
     EXPECT_FALSE(AtWork);
-    return ChangedRecording::StateInfo();
+    return Database::StateInfo();
   }
 
  private:
@@ -105,6 +101,27 @@ TEST_F(LongOperationTest, ClosingTheWindowWaitsForItsEnd) {
     });
   };
   EXPECT_THROW(GoOnline(), WaitError);
+  WaitFor("the close", [&] { return bClosed; });
+}
+
+TEST_F(LongOperationTest, AnItemOfTheCommandListEndsWithItsWorkWhenTheWindowIsClosed) {
+  const auto oCommands = std::make_shared<DesktopCommandlist>(*Frame, Panel->Platform().Pump());
+  Control().PageMain()->Commandlist(oCommands);
+  Control().PageMain()->Show(Database);
+  bool bClosed = false;
+  Frame->Bind(wxEVT_CLOSE_WINDOW, [&](wxCloseEvent&) { bClosed = true; });
+  Database->OnOnline = [&] {
+    wxTheApp->CallAfter([&] {
+      Frame->Close();
+      EXPECT_FALSE(bClosed);
+      Database->LetGo.set_value();
+    });
+  };
+  WaitFor("the commands", [&] { return !oCommands->Window()->GetChildren().empty(); });
+  for (wxWindow* oButton : oCommands->Window()->GetChildren()) {
+    wxCommandEvent oClick(wxEVT_BUTTON, oButton->GetId());
+    if (oButton->GetLabel() == "&Online") oButton->GetEventHandler()->ProcessEvent(oClick);
+  }
   WaitFor("the close", [&] { return bClosed; });
 }
 

@@ -1,6 +1,7 @@
 #include "zelwbr3/desktop/DesktopCommandlist.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/desktop/DesktopPump.h"
 
 #include <wx/button.h>
 #include <wx/statline.h>
@@ -21,8 +22,8 @@ bool LooksLike(const CommandItem& a, const CommandItem& b) {
 
 }  // namespace
 
-DesktopCommandlist::DesktopCommandlist(wxWindow& oParent, Pictures oPictures)
-    : m_oBar(new wxPanel(&oParent)), m_oPictures(std::move(oPictures)) {
+DesktopCommandlist::DesktopCommandlist(wxWindow& oParent, DesktopPump& oPump, Pictures oPictures)
+    : m_oBar(new wxPanel(&oParent)), m_oPump(oPump), m_oPictures(std::move(oPictures)) {
   m_oBar->SetSizer(new wxWrapSizer(wxHORIZONTAL, wxREMOVE_LEADING_SPACES));
   m_oBar->SetLabel("Commands");
 }
@@ -64,8 +65,9 @@ wxWindow* DesktopCommandlist::MakeButton(const CommandItem& oItem) {
   const wxBitmapBundle oPicture = m_oPictures ? m_oPictures(oItem.Picture) : wxBitmapBundle();
   if (oPicture.IsOk()) oButton->SetBitmap(oPicture);
   // Not within the button's own event: the click may change the list.
-  oButton->Bind(wxEVT_BUTTON,
-                [this, lKey = oItem.Key](wxCommandEvent&) { m_oBar->CallAfter([this, lKey] { Click(lKey); }); });
+  oButton->Bind(wxEVT_BUTTON, [this, lKey = oItem.Key](wxCommandEvent&) {
+    m_oBar->CallAfter([this, lKey] { m_oPump.Deliver([&] { Click(lKey); }); });
+  });
   return oButton;
 }
 

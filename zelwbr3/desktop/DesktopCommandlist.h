@@ -11,6 +11,8 @@
 
 namespace ZELWbr3::Desktop {
 
+class DesktopPump;
+
 /// A command list drawn as a row of buttons, which wraps when it is narrow. A
 /// mnemonic works with Alt from everywhere in the window. The window is
 /// destroyed by its parent, as windows are; the list may outlive it.
@@ -19,7 +21,9 @@ class DesktopCommandlist : public CommandLists {
   /// The picture with a number; an empty bundle for none.
   using Pictures = std::function<wxBitmapBundle(Long)>;
 
-  explicit DesktopCommandlist(wxWindow& oParent, Pictures oPictures = {});
+  /// oPump is that of the control whose commands are listed, and outlives the
+  /// window: what a click throws goes where the control's own errors go.
+  DesktopCommandlist(wxWindow& oParent, DesktopPump& oPump, Pictures oPictures = {});
   ~DesktopCommandlist() override;
 
   /// The window to be placed in a sizer; null when it is gone.
@@ -32,6 +36,7 @@ class DesktopCommandlist : public CommandLists {
   wxWindow* MakeButton(const ZELCmd3::CommandItem& oItem);
 
   wxWeakRef<wxPanel> m_oBar;
+  DesktopPump& m_oPump;
   Pictures m_oPictures;
   std::vector<ZELCmd3::CommandItem> m_oShown;
   std::vector<wxWindow*> m_oButtons;  ///< one for each item shown
