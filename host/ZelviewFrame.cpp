@@ -17,12 +17,10 @@
 
 #include <wx/filedlg.h>
 #include <wx/menu.h>
-#include <wx/msgdlg.h>
 #include <wx/mstream.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/statline.h>
-#include <wx/textdlg.h>
 
 namespace ZELWbr3::Host {
 
@@ -204,8 +202,15 @@ void ZelviewFrame::SaveRecording() {
 }
 
 void ZelviewFrame::ShowMessage() {
-  wxTextEntryDialog oDialog(this, "Show what is known about a message.\n\nMessage number or topic:", "Message");
-  if (oDialog.ShowModal() == wxID_OK) m_oPanel->Browser().ShowMessageHelpID(UTF8(oDialog.GetValue().Trim()));
+  Dialog oDialog{.Name = "frmMessageNumber",
+                 .Caption = "Message",
+                 .Picture = MessageBox::Icon::Question,
+                 .Text = "Show the help on a message.",
+                 .Fields = {{.What = Dialog::Field::Kind::TextBox, .Name = "txtTopic", .Caption = "&Number or topic:"}},
+                 .Buttons = {{Dialog::Answer::OK, "cmdOK", "OK"}, {Dialog::Answer::Cancel, "cmdCancel", "&Cancel"}}};
+  if (m_oPanel->Platform().DialogBox().Show(oDialog) != Dialog::Answer::OK) return;
+  const std::string sTopic = ZELWbr3::Text::Trim(oDialog.Fields.front().Text);
+  if (!sTopic.empty()) m_oPanel->Browser().ShowMessageHelpID(sTopic);
 }
 
 void ZelviewFrame::ShowPage(const std::string& sName) {
@@ -221,8 +226,9 @@ void ZelviewFrame::Later(std::function<void()> oWork) {
       oWork();
     } catch (const std::exception& oError) {
       // The window may be on its way out, and the wait ended because of that.
-      if (oThis && !oThis->IsBeingDeleted())
-        wxMessageBox(Text(oError.what()), "zelview", wxOK | wxICON_ERROR, oThis.get());
+      if (!oThis || oThis->IsBeingDeleted()) return;
+      m_oPanel->Platform().MessageBox().Show(ZELWbr3::Text::OneLine(oError.what()), "zelview", MessageBox::Buttons::OK,
+                                             MessageBox::Icon::Exclamation);
     }
   });
 }

@@ -1,10 +1,7 @@
 #include "zelwbr3/desktop/ChangeSender.h"
 
-#include "zelwbr3/desktop/FileURL.h"
-
 #include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
 namespace ZELWbr3::Desktop {
@@ -56,17 +53,6 @@ TEST_F(ChangeSenderTest, SmallChangesWaitForTheBrowserAndGoTogether) {
   EXPECT_TRUE(Sender.Settled());
   RecordBatch();
   EXPECT_FALSE(Sender.Settled());
-}
-
-TEST(FileURLTest, ANavigationsNumberStandsInTheQuery) {
-  for (const std::string sURL : {"file:///a.htm", "file:///a.htm?x=1", "file:///a.htm#part", "about:blank"}) {
-    const std::string sWith = WithSerial(sURL, 4294967295);
-    EXPECT_EQ(SerialOf(sWith), 4294967295) << sWith;
-    EXPECT_EQ(WithoutSerial(sWith), sURL);
-    EXPECT_EQ(SerialOf(sURL), 0u);
-  }
-  EXPECT_EQ(WithSerial("file:///a.htm#part", 7), "file:///a.htm?zelwbr3=7#part");
-  EXPECT_EQ(SerialOf("file:///zelwbr3=5"), 0u) << "a file of that name";
 }
 
 }  // namespace

@@ -17,10 +17,12 @@ namespace {
 class DesktopWebBrowserTest : public TestBrowser {};
 
 TEST_F(DesktopWebBrowserTest, ReportsANavigationInOrderAndReadsTheDocument) {
+  PageFile("Inner.htm", "<p>inner</p><a id=\"out\" href=\"Outer.htm\">x</a>");
   ShowBody(
-      "<p id=\"p\">one &amp; <b>two</b><!-- no --> three</p>"
+      "<p id=\"p\">one &amp; <b>two</b><!-- no --> three</p><iframe id=\"f\" src=\"Inner.htm\"></iframe>"
       "<script>document.getElementById('p').title = 'set'</script>");
-  EXPECT_EQ(Events.Log, (std::vector<std::string>{"before", "navigated", "complete"}));
+  EXPECT_EQ(Events.Log, (std::vector<std::string>{"before", "navigated", "before frame", "navigated", "complete frame",
+                                                  "complete"}));
   EXPECT_EQ(ByID(*Browser, "p").innerText(), "one & two three");
   EXPECT_EQ(ByID(*Browser, "p").title(), "set");
   ExpectLiveEqualsReplica(*Browser);
@@ -79,102 +81,46 @@ TEST_F(DesktopWebBrowserTest, ReportsOnlyTheDocumentAskedForLast) {
   ExpectLiveEqualsReplica(*Browser);
 }
 
-TEST_F(DesktopWebBrowserTest, SubFramesAreReportedAsSuch) {
-  PageFile("Inner.htm", "<p>inner</p><a id=\"out\" href=\"Outer.htm\">x</a>");
-  ShowBody("<iframe id=\"f\" src=\"Inner.htm\"></iframe>");
-  EXPECT_EQ(Events.Documents, 1);
-  EXPECT_EQ(std::ranges::count(Events.Log, "complete frame"), 1);
-  EXPECT_NE(ByID(*Browser, "f").tagName(), "");
-}
-
 /// Changes a document at random, everything a page can do to it.
-class Fuzzer {
- public:
-  Fuzzer(ZELWbr3::Document& oDocument, unsigned iSeed) : m_oDocument(oDocument), m_oRandom(iSeed) {
-    for (const char* sID : {"a", "b", "rows"}) m_oElements.push_back(m_oDocument.all().item(sID));
-  }
-
-  void Change() {
-    Element& oElement = *Pick(m_oElements);
-    switch (m_oRandom() % 9) {
-      case 0:
-        Leaf(oElement).innerText(Text());
-        break;
-      case 1:
-        oElement.setAttribute("data-x" + std::to_string(m_oRandom() % 3), Text());
-        break;
-      case 2:
-        oElement.removeAttribute("data-x" + std::to_string(m_oRandom() % 3));
-        break;
-      case 3:
-        oElement.style().display(m_oRandom() % 2 == 0 ? "none" : "");
-        break;
-      case 4:
-        oElement.appendChild(Clone());
-        break;
-      case 5:
-        if (oElement.parentElement() != nullptr) oElement.after(Clone());
-        break;
-      case 6:
-        oElement.title(Text());
-        break;
-      case 7:
-        Leaf(oElement).innerHTML("x<b title=\"a&quot;b\">" + std::string("y&amp;z</b> ") + "t<br>u");
-        break;
-      case 8:
-        oElement.className("c" + std::to_string(m_oRandom() % 5));
-        break;
-    }
-  }
-
- private:
-  Element* Pick(const std::vector<Element*>& oElements) { return oElements[m_oRandom() % oElements.size()]; }
-
-  Element& Clone() {
-    Element& oClone = m_oDocument.all().item("template")->cloneNode(true);
-    oClone.id("");
-    oClone.cells(m_oRandom() % 2)->innerText(Text());
-    m_oElements.push_back(&oClone);
-    return oClone;
-  }
-
-  /// Never what holds other elements that are still used.
-  Element& Leaf(Element& oElement) {
-    Element* oCell = oElement.cells(0);
-    return oCell != nullptr ? *oCell : *m_oDocument.all().item("leaf");
-  }
-
-  std::string Text() {
-    static const std::vector<std::string> Hostile = {"\"quotes\" 'and' `ticks` ${x}",
-                                                     "</script><script>alert(1)</script><!-- ",
-                                                     "\xE2\x80\xA8line\xE2\x80\xA9paragraph\r\nnew\ttab\v\f\b",
-                                                     std::string("nul\0in the middle", 17),
-                                                     "invalid \xFF\xC3( \xED\xA0\x80 \xF4\x90\x80\x80 cut \xE2\x82",
-                                                     "\\u0041 \\ \\\\' \\\" &amp; &lt;",
-                                                     "\xF0\x9F\x98\x80 \xE6\x97\xA5\xEF\xBB\xBF\xEF\xBF\xBF\x7F",
-                                                     "',0);throw 1;('",
-                                                     "   blanks   ",
-                                                     ""};
-    return Hostile[m_oRandom() % Hostile.size()];
-  }
-
-  ZELWbr3::Document& m_oDocument;
-  std::mt19937 m_oRandom;
-  std::vector<Element*> m_oElements;
-};
-
 TEST_F(DesktopWebBrowserTest, TheLiveDocumentFollowsAnyChanges) {
-  const std::string sBody =
+  ShowBody(
       "<div id=\"a\" style=\"color: red; display: none\">text<i id=\"b\">in</i>tail</div><p id=\"leaf\">leaf</p>"
-      "<table><tbody id=\"rows\"><tr id=\"template\"><td>1<b>x</b>y</td><td title=\"t\">2</td></tr></tbody></table>";
-  for (unsigned iSeed = 1; iSeed <= 4; ++iSeed) {
-    ShowBody(sBody);
-    Fuzzer oFuzzer(*Browser->Document(), iSeed);
-    for (int iRound = 0; iRound < 5; ++iRound) {
-      for (int i = 0; i < 400; ++i) oFuzzer.Change();
-      ExpectLiveEqualsReplica(*Browser);
-    }
-    ASSERT_FALSE(HasFailure()) << "seed " << iSeed;
+      "<table><tbody id=\"rows\"><tr id=\"template\"><td>1<b>x</b>y</td><td title=\"t\">2</td></tr></tbody></table>");
+  std::mt19937 oRandom(1);
+  std::vector<Element*> elements = {&ByID(*Browser, "a"), &ByID(*Browser, "b"), &ByID(*Browser, "rows")};
+  const auto Text = [&] {
+    static const std::string Hostile[] = {"\"quotes\" 'and' `ticks` ${x}',0);throw 1;('",
+                                          "</script><script>alert(1)</script><!-- ",
+                                          "\xE2\x80\xA8line\xE2\x80\xA9paragraph\r\nnew\ttab\v\f\b",
+                                          std::string("nul\0in the middle", 17),
+                                          "invalid \xFF\xC3( \xED\xA0\x80 \xF4\x90\x80\x80 cut \xE2\x82",
+                                          "\\u0041 \\ \\\\' \\\" &amp; &lt;",
+                                          "\xF0\x9F\x98\x80 \xE6\x97\xA5\xEF\xBB\xBF\xEF\xBF\xBF\x7F   ",
+                                          ""};
+    return Hostile[oRandom() % std::size(Hostile)];
+  };
+  const auto Clone = [&]() -> Element& {
+    Element& oClone = ByID(*Browser, "template").cloneNode(true);
+    oClone.id("");
+    oClone.cells(oRandom() % 2)->innerText(Text());
+    return *elements.emplace_back(&oClone);
+  };
+  // Never what holds other elements that are still used.
+  const auto Leaf = [&](Element& o) -> Element& { return o.cells(0) ? *o.cells(0) : ByID(*Browser, "leaf"); };
+  const std::function<void(Element&)> changes[] = {
+      [&](Element& o) { Leaf(o).innerText(Text()); },
+      [&](Element& o) { Leaf(o).innerHTML("x<b title=\"a&quot;b\">y&amp;z</b> t<br>u"); },
+      [&](Element& o) { o.setAttribute("data-x" + std::to_string(oRandom() % 3), Text()); },
+      [&](Element& o) { o.removeAttribute("data-x" + std::to_string(oRandom() % 3)); },
+      [&](Element& o) { o.style().display(oRandom() % 2 == 0 ? "none" : ""); },
+      [&](Element& o) { o.appendChild(Clone()); },
+      [&](Element& o) { o.parentElement() != nullptr ? void(o.after(Clone())) : void(); },
+      [&](Element& o) { o.title(Text()); },
+      [&](Element& o) { o.className("c" + std::to_string(oRandom() % 5)); },
+  };
+  for (int i = 1; i <= 6000 && !HasFailure(); ++i) {
+    changes[oRandom() % std::size(changes)](*elements[oRandom() % elements.size()]);
+    if (i % 500 == 0) ExpectLiveEqualsReplica(*Browser);
   }
   EXPECT_EQ(Traces, std::vector<std::string>());
 }
@@ -190,42 +136,33 @@ TEST_F(DesktopWebBrowserTest, AChangeThatFailsIsTracedAndTheOthersAreMade) {
   EXPECT_NE(Traces[0].find("not a name"), std::string::npos) << Traces[0];
 }
 
-TEST_F(DesktopWebBrowserTest, WhatAPagesScriptsAddDoesNotDisturbTheNumbers) {
-  ShowBody("<table><tbody id=\"rows\"><tr id=\"row\"><td>a</td><td>b</td></tr></tbody></table>",
-           "<script>addEventListener('load', () => {"
-           "  rows.insertAdjacentHTML('afterbegin', '<tr><th>added</th></tr>');"
-           "  row.insertAdjacentHTML('afterbegin', '<td><i>added</i></td>'); })</script>");
+TEST_F(DesktopWebBrowserTest, WhatAPagesOwnScriptsDoDoesNotDisturbTheNumbers) {
+  ShowBody(
+      "<table><tbody id=\"rows\"><tr id=\"row\"><td>a</td><td>b</td></tr></tbody></table>"
+      "<div id=\"box\"><zel-test id=\"bar\" data-percent=\"1\"></zel-test></div>",
+      "<script>addEventListener('load', () => {"
+      "  rows.insertAdjacentHTML('afterbegin', '<tr><th>added</th></tr>');"
+      "  row.insertAdjacentHTML('afterbegin', '<td><i>added</i></td>'); });"
+      "customElements.define('zel-test', class extends HTMLElement {"
+      "  static observedAttributes = ['data-percent'];"
+      "  constructor() { super(); this.attachShadow({mode: 'open'}); }"
+      "  attributeChangedCallback() { this.shadowRoot.textContent = this.getAttribute('data-percent') + '%'; }"
+      "})</script>");
   Element& oRow = ByID(*Browser, "row").cloneNode(true);
   oRow.cells(1)->innerText("second");
   ByID(*Browser, "rows").appendChild(oRow);
-  ExpectLiveEqualsReplica(*Browser);
-  EXPECT_EQ(Ask(*Browser, "document.getElementById('rows').textContent"), "addedaddedabaddedasecond");
-}
-
-TEST_F(DesktopWebBrowserTest, ComponentsOfThePageDrawWhatIsSetAndCloned) {
-  ShowBody("<div id=\"box\"><zel-test id=\"bar\" data-percent=\"1\"></zel-test></div>",
-           "<script>customElements.define('zel-test', class extends HTMLElement {"
-           "  static observedAttributes = ['data-percent'];"
-           "  constructor() { super(); this.attachShadow({mode: 'open'}); }"
-           "  attributeChangedCallback() { this.shadowRoot.textContent = this.getAttribute('data-percent') + '%'; }"
-           "})</script>");
   ByID(*Browser, "bar").object().Property("Percent", 42);
   Element& oClone = ByID(*Browser, "bar").cloneNode(true);
   oClone.id("bar2");
   oClone.object().Property("Percent", 77);
   ByID(*Browser, "box").appendChild(oClone);
   ExpectLiveEqualsReplica(*Browser);
+  EXPECT_EQ(Ask(*Browser, "document.getElementById('rows').textContent"), "addedaddedabaddedasecond");
   EXPECT_EQ(Ask(*Browser, "[bar, bar2].map(o => o.shadowRoot.textContent).join()"), "42%,77%");
 }
 
-TEST_F(DesktopWebBrowserTest, ThemeReachesPagesShownAndPagesToCome) {
-  Platform->Theme(Theme::Dark);
-  ShowBody("<p id=\"p\"></p>");
-  EXPECT_EQ(Ask(*Browser, "document.documentElement.dataset.theme"), "dark");
+TEST_F(DesktopWebBrowserTest, AThemeChosenWhileADocumentLoadsReachesIt) {
   Platform->Theme(Theme::Light);
-  ExpectLiveEqualsReplica(*Browser);
-  EXPECT_EQ(Ask(*Browser, "document.documentElement.dataset.theme"), "light");
-  // Changed while a document is loading.
   const int iDocuments = Events.Documents;
   Browser->Navigate(PageFile("Other.htm", ""), NavigateFlags::Fresh);
   Platform->Theme(Theme::Dark);
@@ -259,7 +196,7 @@ TEST_F(DesktopWebBrowserTest, APageCanNeitherLeaveNorAskNorReachTheNetwork) {
     Ask(*Browser, "document.getElementById('p').after(Object.assign(document.createElement('script'), {textContent: `" +
                       oAttempt.Script + "`}))");
     if (!oAttempt.Trace.empty()) {
-      WaitFor(("the refusal of " + oAttempt.Script).c_str(), [&] {
+      WaitFor("the refusal of " + oAttempt.Script, [&] {
         return std::ranges::any_of(Traces, [&](const auto& s) { return s.find(oAttempt.Trace) != std::string::npos; });
       });
     }
@@ -267,13 +204,11 @@ TEST_F(DesktopWebBrowserTest, APageCanNeitherLeaveNorAskNorReachTheNetwork) {
     EXPECT_EQ(Events.Documents, iDocuments);
   }
 
-  ShowBody("<img id=\"i\" onerror=\"title = 'blocked'\" src=\"" + sURL +
-           "i.png\">"
-           "<link rel=\"stylesheet\" href=\"" +
-           sURL + "i.css\"><script src=\"" + sURL +
-           "i.js\"></script>"
-           "<script>fetch('" +
-           sURL + "').catch(() => 0)</script><iframe src=\"" + sURL + "\"></iframe>");
+  std::string sReaching =
+      "<img id='i' onerror='title = `blocked`' src='URL/i.png'><link rel='stylesheet' href='URL/i.css'>"
+      "<script src='URL/i.js'></script><script>fetch('URL').catch(() => 0)</script><iframe src='URL'></iframe>";
+  for (std::size_t i = 0; (i = sReaching.find("URL", i)) != std::string::npos;) sReaching.replace(i, 3, sURL);
+  ShowBody(sReaching);
   EXPECT_EQ(ByID(*Browser, "i").title(), "blocked");
   EXPECT_FALSE(oListener.Visited());
 }
@@ -290,33 +225,24 @@ TEST_F(DesktopWebBrowserTest, ADeadProcessIsReportedAndReplaced) {
   EXPECT_EQ(Browser->Document(), nullptr);
   EXPECT_TRUE(Browser->Settled());
   oDocument->all().item("p")->innerText("nowhere to go");
-
   ShowBody("<p id=\"p\">again</p>");
-  EXPECT_EQ(ByID(*Browser, "p").innerText(), "again");
   ByID(*Browser, "p").innerText("changed");
   ExpectLiveEqualsReplica(*Browser);
 }
 
-TEST_F(DesktopWebBrowserTest, NavigatingForLongLeavesNothingBehind) {
+TEST_F(DesktopWebBrowserTest, NavigatingForLongLeavesNothingOver) {
   RecordedEvents oOtherEvents;
   DesktopWebBrowser oOther(*Platform, oOtherEvents);
   const std::string sPage = PageFile("Page.htm", "<p id=\"p\"></p>");
-  const std::string sOther = PageFile("Other.htm", "<p id=\"p\"></p>");
   for (int i = 0; i < 100; ++i) {
-    Show(i % 2 == 0 ? sPage : sOther);
-    TestWindow::Show(oOther, oOtherEvents, i % 2 == 0 ? sOther : "about:blank");
-    if (i % 10 == 0) Browser->Document()->body()->innerText("round");
+    Show(i % 2 == 0 ? sPage : "about:blank");
+    TestWindow::Show(oOther, oOtherEvents, i % 2 == 0 ? "about:blank" : sPage);
   }
   EXPECT_EQ(WebView::Count(), 2);
   EXPECT_EQ(WebProcesses().size(), 2u);
   EXPECT_EQ(Browser->Document().use_count(), 2) << "earlier documents are gone, nothing else holds this one";
-}
-
-TEST_F(DesktopWebBrowserTest, GoneBrowsersTakeTheirProcessesAlong) {
-  ShowBody("<p></p>");
   Browser.reset();
-  EXPECT_EQ(WebView::Count(), 0);
-  WaitFor("the end of the process", [] { return WebProcesses().empty(); });
+  WaitFor("the end of the process", [] { return WebProcesses().size() == 1; });
 }
 
 }  // namespace

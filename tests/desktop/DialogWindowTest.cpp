@@ -4,26 +4,19 @@
 #include "zelwbr3/pages/main/frmOnlineUntil.h"
 #include "zelwbr3/pages/main/frmShutdown.h"
 
-#include <algorithm>
+#include <tuple>
 
 #include <wx/app.h>
 #include <wx/clipbrd.h>
-#include <wx/dialog.h>
 #include <wx/textctrl.h>
 
 namespace ZELWbr3::Desktop {
 namespace {
 
-const Date Noon{2026, 2, 28, 12, 30, 45};
+using Answer = MessageBox::Answer;
+using Buttons = MessageBox::Buttons;
 
-/// The dialog that is open.
-wxDialog* Open() {
-  for (wxWindow* oEach : wxTopLevelWindows) {
-    auto* oDialog = dynamic_cast<wxDialog*>(oEach);
-    if (oDialog != nullptr && oDialog->IsModal() && oDialog->IsShownOnScreen()) return oDialog;
-  }
-  return nullptr;
-}
+const Date Noon{2026, 2, 28, 12, 30, 45};
 
 /// The button or input that has the keyboard, by its name in the dialog.
 std::string Focused() {
@@ -36,25 +29,13 @@ std::string Focused() {
   return "";
 }
 
-class DialogWindowTest : public TestWindow {
+class DialogWindowTest : public TestBrowser {
  protected:
-  /// Does something in the next dialog as soon as it is there.
-  void InDialog(std::function<void()> oSteps) {
-    wxTheApp->CallAfter([this, oSteps = std::move(oSteps)] {
-      try {
-        WaitFor("the dialog", [] { return Open() != nullptr; });
-        Do(InWindow("." + Open()->GetTitle().utf8_string().substr(1, 6) + ".*", ""));
-        oSteps();
-      } catch (const std::exception& oError) {
-        ADD_FAILURE() << oError.what();
-        if (wxDialog* oDialog = Open()) oDialog->EndModal(wxID_CANCEL);
-      }
-    });
-  }
-  static void Click(const std::string& sName) { ClickOn(*Open()->FindWindow(wxString(sName))); }
+  static wxWindow& Item(const std::string& sName) { return *OpenDialog()->FindWindow(wxString(sName)); }
+  static void Click(const std::string& sName) { ClickOn(Item(sName)); }
   void Focus(const std::string& sName) {
     Click(sName);
-    WaitFor(("the focus on " + sName).c_str(), [&] { return Focused() == sName; });
+    WaitFor("the focus on " + sName, [&] { return Focused() == sName; });
   }
   /// Everything that Tab comes by until it is where it began.
   std::string TabOrder() {
@@ -68,116 +49,91 @@ class DialogWindowTest : public TestWindow {
       sOrder += " " + sLast;
     }
   }
-  static void Clipboard(const std::string& sText) {
-    ASSERT_TRUE(wxTheClipboard->Open());
-    wxTheClipboard->SetData(new wxTextDataObject(wxString::FromUTF8(sText)));
-    wxTheClipboard->Close();
-  }
-  /// Presses keys in the next window with this title, in order.
-  static void Then(std::string sTitle, const std::string& sKeys) {
-    std::ranges::replace(sTitle, ' ', '.');  // a pattern of one word
-    Begin(InWindow(sTitle, "key --window 0 --delay 30 " + sKeys));
+
+  auto Shutdown() { return frmShutdown(Platform->DialogBox()).Shutdown("R&D <b>"); }
+  auto Until() { return frmOnlineUntil(Platform->DialogBox()).OnlineUntil("<i>DEMO</i> & more", Noon); }
+  auto Delete() { return frmDBAnalyzerDelete(Platform->DialogBox()).DeleteProtSets(Noon); }
+  auto Start() { return frmDBAnalyzerStart(Platform->DialogBox()).StartIt(); }
+  /// Shows a box and presses a key in it as soon as it is there.
+  Answer Ask(Buttons eButtons, const std::string& sKey) {
+    PressIn("Question", sKey);
+    return Platform->MessageBox().Show("Take it offline? <b>&amp;", "Question", eButtons, MessageBox::Icon::Question);
   }
 };
 
-TEST_F(DialogWindowTest, ShutdownIsAnsweredByMnemonicsAndKeys) {
-  const auto Ask = [this](const std::string& sKeys) {
-    Then("Confirm Database Shut Down", sKeys);
-    return frmShutdown(Platform->DialogBox()).Shutdown("R&D <b>");
+TEST_F(DialogWindowTest, ButtonsAreAnsweredByMnemonicsKeysAndMouse) {
+  const auto ByKeys = [this](const std::string& sKeys) {
+    PressIn("Confirm Database Shut Down", sKeys);
+    return Shutdown();
   };
-  EXPECT_FALSE(Ask("Return").Cancelled);
-  EXPECT_TRUE(Ask("alt+q").Quick);
-  EXPECT_TRUE(Ask("Escape").Cancelled);
-  EXPECT_TRUE(Ask("Tab Tab space").Cancelled);
-}
-
-TEST_F(DialogWindowTest, EachButtonIsAnsweredByMouse) {
-  const auto Shutdown = [this](const char* sButton) {
-    InDialog([=] { Click(sButton); });
-    return frmShutdown(Platform->DialogBox()).Shutdown("R&D <b>");
-  };
-  EXPECT_FALSE(Shutdown("cmdOK").Quick);
-  EXPECT_TRUE(Shutdown("cmdQuick").Quick);
-  EXPECT_TRUE(Shutdown("cmdCancel").Cancelled);
-
-  InDialog([] { Click("cmdOK"); });
-  EXPECT_EQ(frmOnlineUntil(Platform->DialogBox()).OnlineUntil("DEMO", Noon), Noon);
-  InDialog([] { Click("cmdCancel"); });
-  EXPECT_EQ(frmDBAnalyzerDelete(Platform->DialogBox()).DeleteProtSets(Noon), std::nullopt);
-
-  InDialog([this] {
-    Focus("chkDelete");
-    Click("cmdOK");
-  });
-  const auto oOptions = frmDBAnalyzerStart(Platform->DialogBox()).StartIt();
-  ASSERT_TRUE(oOptions.has_value());
-  EXPECT_TRUE(oOptions->Delete);
+  EXPECT_FALSE(ByKeys("Return").Cancelled);
+  EXPECT_TRUE(ByKeys("alt+q").Quick);
+  EXPECT_TRUE(ByKeys("Escape").Cancelled);
+  EXPECT_TRUE(ByKeys("Tab Tab space").Cancelled);
+  const auto ByMouse = [this](const char* sButton) { InDialog([=](wxDialog&) { Click(sButton); }); };
+  ByMouse("cmdOK");
+  EXPECT_FALSE(Shutdown().Quick);
+  ByMouse("cmdQuick");
+  EXPECT_TRUE(Shutdown().Quick);
+  ByMouse("cmdCancel");
+  EXPECT_TRUE(Shutdown().Cancelled);
+  ByMouse("cmdCancel");
+  EXPECT_EQ(Delete(), std::nullopt);
 }
 
 TEST_F(DialogWindowTest, TabGoesThroughFieldsAndButtonsInTheirOrder) {
   const auto ExpectOrder = [this](const std::string& sOrder) {
-    InDialog([this, sOrder] {
+    InDialog([this, sOrder](wxDialog&) {
       EXPECT_EQ(TabOrder(), sOrder);
       Click("cmdCancel");
     });
   };
   ExpectOrder("cmdOK cmdQuick cmdCancel");
-  frmShutdown(Platform->DialogBox()).Shutdown("DEMO");
+  Shutdown();
   ExpectOrder("inpUntilDate inpUntilTime cmdOK cmdCancel");
-  frmOnlineUntil(Platform->DialogBox()).OnlineUntil("DEMO", Noon);
-  ExpectOrder("inpDate cmdOK cmdCancel");
-  frmDBAnalyzerDelete(Platform->DialogBox()).DeleteProtSets(Noon);
+  Until();
   ExpectOrder("txtConfig txtNumber txtInterval chkDelete chkReconnect cmdOK cmdCancel");
-  frmDBAnalyzerStart(Platform->DialogBox()).StartIt();
+  Start();
 }
 
-TEST_F(DialogWindowTest, PastedTextIsNotFilteredAndCountsByItsLeadingNumber) {
-  const auto Pasted = [this](const std::string& sNumber) {
-    InDialog([this, sNumber] {
-      Clipboard(sNumber);
-      Focus("txtNumber");
-      Press("ctrl+v");
-      WaitFor("the text", [&] {
-        return dynamic_cast<wxTextCtrl&>(*Open()->FindWindow("txtNumber")).GetValue() == wxString(sNumber);
-      });
-      Click("cmdOK");
-    });
-    return frmDBAnalyzerStart(Platform->DialogBox()).StartIt().value().Number;
-  };
-  EXPECT_EQ(Pasted("12x"), 12);
-  EXPECT_EQ(Pasted("twelve"), 0);
-}
-
-TEST_F(DialogWindowTest, NumbersTakeDigitsAndAreReadOnConfirmation) {
-  Then("Start Database Analyzer", "alt+n 1 a 2 alt+i 6 0 BackSpace alt+r Return");
-  const auto oOptions = frmDBAnalyzerStart(Platform->DialogBox()).StartIt();
+TEST_F(DialogWindowTest, NumbersTakeDigitsAndWhatIsPasted) {
+  PressIn("Start Database Analyzer", "alt+n 1 a 2 alt+i 6 0 BackSpace alt+r Return");
+  const auto oOptions = Start();
   ASSERT_TRUE(oOptions.has_value());
   EXPECT_EQ(oOptions->Number, 12);
   EXPECT_EQ(oOptions->Interval, 6);
   EXPECT_TRUE(oOptions->Reconnect);
   EXPECT_FALSE(oOptions->Delete);
 
-  Then("Start Database Analyzer", "alt+n 5 Escape");
-  EXPECT_FALSE(frmDBAnalyzerStart(Platform->DialogBox()).StartIt().has_value());
+  InDialog([this](wxDialog&) {
+    ASSERT_TRUE(wxTheClipboard->Open());
+    wxTheClipboard->SetData(new wxTextDataObject("12x"));
+    wxTheClipboard->Close();
+    Focus("txtNumber");
+    Press("ctrl+v");
+    WaitFor("the text", [&] { return dynamic_cast<wxTextCtrl&>(Item("txtNumber")).GetValue() == "12x"; });
+    Focus("chkDelete");
+    Click("cmdOK");
+  });
+  const auto oPasted = Start();
+  EXPECT_EQ(oPasted.value().Number, 12);
+  EXPECT_TRUE(oPasted.value().Delete);
 }
 
 TEST_F(DialogWindowTest, DateAndTimeStartAsOfferedAndKeepTheirSeconds) {
-  Then("Restart Until", "Return");
-  EXPECT_EQ(frmOnlineUntil(Platform->DialogBox()).OnlineUntil("<i>DEMO</i> & more", Noon), Noon);
-  Then("Restart Until", "Escape");
-  EXPECT_EQ(frmOnlineUntil(Platform->DialogBox()).OnlineUntil("DEMO", Noon), std::nullopt);
-
-  Then("Delete Protocol Sets", "ctrl+a 0 3 slash 0 4 slash 2 0 2 5 Return");
-  EXPECT_EQ(frmDBAnalyzerDelete(Platform->DialogBox()).DeleteProtSets(Noon), (Date{2025, 3, 4, 12, 30, 45}));
-  Then("Delete Protocol Sets", "alt+c");
-  EXPECT_EQ(frmDBAnalyzerDelete(Platform->DialogBox()).DeleteProtSets(Noon), std::nullopt);
+  PressIn("Restart Until", "Return");
+  EXPECT_EQ(Until(), Noon);
+  PressIn("Restart Until", "Escape");
+  EXPECT_EQ(Until(), std::nullopt);
+  PressIn("Delete Protocol Sets", "ctrl+a 0 3 slash 0 4 slash 2 0 2 5 Return");
+  EXPECT_EQ(Delete(), (Date{2025, 3, 4, 12, 30, 45}));
 }
 
 TEST_F(DialogWindowTest, ATextOfAnyLengthLeavesTheButtonsOnTheScreen) {
   const std::string sName = "R_&_D <i>" + std::string(400, 'W');
   wxRect oPlace;
-  const auto Look = [&] {
-    oPlace = Open()->GetScreenRect();
+  const auto Look = [&](wxDialog& oDialog) {
+    oPlace = oDialog.GetScreenRect();
     Click("cmdOK");
   };
   InDialog(Look);
@@ -185,9 +141,53 @@ TEST_F(DialogWindowTest, ATextOfAnyLengthLeavesTheButtonsOnTheScreen) {
   EXPECT_LT(oPlace.width, 640);
   EXPECT_GT(oPlace.height, 280) << "the name takes several lines";
   InDialog(Look);
-  Platform->MessageBox().Show(std::string(1'000'000, '\n') + sName, "A long text", MessageBox::Buttons::OK,
+  Platform->MessageBox().Show(std::string(1'000'000, '\n') + sName, "A long text", Buttons::OK,
                               MessageBox::Icon::Exclamation);
   EXPECT_LT(oPlace.height, 480);
+}
+
+TEST_F(DialogWindowTest, ABoxIsAnsweredByEscapeAndMnemonics) {
+  for (const auto& [eButtons, sKey, eAnswer] : {std::tuple(Buttons::OK, "Escape", Answer::OK),
+                                                {Buttons::OKCancel, "Escape", Answer::Cancel},
+                                                {Buttons::YesNo, "Escape", Answer::No},
+                                                {Buttons::YesNo, "alt+y", Answer::Yes},
+                                                {Buttons::YesNo, "alt+n", Answer::No},
+                                                {Buttons::OKCancel, "alt+o", Answer::OK},
+                                                {Buttons::OKCancel, "alt+c", Answer::Cancel}}) {
+    EXPECT_EQ(Ask(eButtons, sKey), eAnswer) << sKey;
+  }
+}
+
+TEST_F(DialogWindowTest, HelpLeavesABoxOpen) {
+  const auto Show = [this](const std::string& sKey, const std::function<void()>& oHelp) {
+    PressIn("Error", sKey);
+    Platform->MessageBox().ShowWithHelp("The database is locked", "Error", MessageBox::Icon::Exclamation, oHelp);
+  };
+  int iHelp = 0;
+  Show("alt+h", [&] { PressIn("Error", ++iHelp < 2 ? "alt+h" : "alt+o"); });
+  EXPECT_EQ(iHelp, 2);
+  Show("Escape", {});
+  EXPECT_THROW(Show("alt+h", [] { throw std::runtime_error("no page"); }), std::runtime_error);
+}
+
+TEST_F(DialogWindowTest, ABoxWorksFromWithinAClickAndAKeyOfThePage) {
+  ShowBody("<a id=\"link\" href=\"#\">link</a>");
+  std::vector<Answer> oAnswers;
+  Events.OnClick = [&] { oAnswers.push_back(Ask(Buttons::OKCancel, "Return")); };
+  Events.OnKey = [&] {
+    oAnswers.push_back(Ask(Buttons::YesNo, "Escape"));
+    return true;
+  };
+  ClickOn(*Browser, "link");
+  WaitFor("the first answer", [&] { return oAnswers.size() == 1; });
+  Browser->Focus();
+  WaitFor("the window", [&] { return Browser->View()->HasFocus(); });
+  Press("F5");
+  WaitFor("the second answer", [&] { return oAnswers.size() == 2; });
+  EXPECT_EQ(oAnswers, (std::vector{Answer::OK, Answer::No}));
+  // The page goes on as before.
+  ByID(*Browser, "link").innerText("changed");
+  ExpectLiveEqualsReplica(*Browser);
 }
 
 }  // namespace

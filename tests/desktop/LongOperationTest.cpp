@@ -1,6 +1,7 @@
 #include "tests/desktop/TestWindow.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
-#include "zelwbr3/pages/main/StateCommands.h"
+#include "zelwbr3/pages/main/PageMain.h"
+#include "zelwbr3/pages/storage/PageDataArea.h"
 
 #include <algorithm>
 #include <atomic>
@@ -9,6 +10,7 @@
 #include <future>
 
 #include <wx/app.h>
+#include <wx/control.h>
 #include <wx/timer.h>
 #include <wx/utils.h>
 
@@ -16,15 +18,16 @@ namespace ZELWbr3::Desktop {
 namespace {
 
 /// An instance that does not go online before somebody lets it, or 20 seconds
-/// have gone by, and that must not be asked anything meanwhile.
+/// have gone by, and that must not be asked anything until then.
 class SlowDatabase : public ZELLib3::Database {
  public:
+  /// Called in the window when the operation has begun.
   std::function<void()> OnOnline;
   std::promise<void> LetGo;
 
   bool Online() override {
     AtWork = true;
-    OnOnline();
+    wxTheApp->CallAfter(OnOnline);
     const bool bLetGo = LetGo.get_future().wait_for(std::chrono::seconds(20)) == std::future_status::ready;
     AtWork = false;
     return bLetGo;
@@ -41,15 +44,51 @@ class SlowDatabase : public ZELLib3::Database {
 class LongOperationTest : public TestPanel {
  protected:
   LongOperationTest() {
+    Control().PageMain()->Commandlist(Commands);
     Control().PageMain()->Show(Database);
     Front().View()->Focus();
+    Frame->Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { bClosed = true; });
   }
 
-  ZELWbr3::Browser& Control() { return Panel->Browser(); }
-  void GoOnline() { Control().PageMain()->Command(StateCommands::KeyOnline); }
+  void GoOnline() { Control().PageMain()->Command(4); }
+  /// What a user who closes the window at work does.
+  void Close() {
+    Frame->Close();
+    EXPECT_FALSE(bClosed);
+    Database->LetGo.set_value();
+  }
 
+  std::shared_ptr<DesktopCommandlist> Commands = std::make_shared<DesktopCommandlist>(*Frame, Panel->Platform().Pump());
   std::shared_ptr<SlowDatabase> Database = std::make_shared<SlowDatabase>();
+  bool bClosed = false;
 };
+
+TEST_F(LongOperationTest, ACommandListTakesMnemonicsAndAClickMayReplaceIt) {
+  DesktopCommandlist oList(*Frame, Panel->Platform().Pump());
+  const auto WaitForList = [&](const std::string& sList) {
+    WaitFor(sList, [&] {
+      std::string sShown;  // disabled ones in brackets
+      for (const wxWindow* oWindow : oList.Window()->GetChildren()) {
+        const std::string sText = wxControl::RemoveMnemonics(oWindow->GetLabel()).utf8_string();
+        sShown += (oWindow->IsThisEnabled() ? sText : "(" + sText + ")") + "|";
+      }
+      return sShown == sList;
+    });
+  };
+  const auto oConnected = oList.ItemClick.Connect([&](Long lPageType, const ZELCmd3::CommandItem& oItem) {
+    EXPECT_EQ(std::pair(int{lPageType}, int{oItem.Key}), std::pair(7, 4));
+    oList.Reset(7);
+    oList.Add(7, {9, "&New", 0});
+    WaitForList("New|");
+  });
+  oList.Add(7, {4, "Ol&d", 0});
+  oList.Add(7, ZELCmd3::CommandItem::MakeSeparator(3));
+  oList.Add(7, {8, "O&ffline \xC3\xBC", 0, false});
+  oList.BringToFront(7);
+  WaitForList("Old||(Offline \xC3\xBC)|");
+  Press("alt+f alt+d");
+  WaitForList("New|");
+}
 
 TEST_F(LongOperationTest, TheWindowIsRepaintedAndTakesNoInput) {
   ActivateFrame();
@@ -57,11 +96,9 @@ TEST_F(LongOperationTest, TheWindowIsRepaintedAndTakesNoInput) {
   const auto oCount = Control().ActionBegin.Connect([&] { ++iActions; });
   bool bWaitCursor = false;
   Database->OnOnline = [&] {
-    EXPECT_EQ(std::system("xdotool key F5 key Escape"), 0);
-    wxTheApp->CallAfter([&] {
-      bWaitCursor = wxIsBusy();
-      Front().View()->AfterPaint([&] { Database->LetGo.set_value(); });
-    });
+    bWaitCursor = wxIsBusy();
+    Do("xdotool key F5 key Escape");
+    Front().View()->AfterPaint([&] { Database->LetGo.set_value(); });
   };
   GoOnline();
   EXPECT_TRUE(bWaitCursor);
@@ -79,49 +116,22 @@ TEST_F(LongOperationTest, WhatTheHostShowsMeanwhileWaitsForTheInstance) {
     Database->LetGo.set_value();
   });
   Database->OnOnline = [&] {
-    wxTheApp->CallAfter([&] {
-      oTurn.Start(1);
-      Control().PageDataArea()->Show(Database);
-      bShown = true;
-    });
+    oTurn.Start(1);
+    Control().PageDataArea()->Show(Database);
+    bShown = true;
   };
   GoOnline();
   EXPECT_TRUE(bShown);
-  EXPECT_EQ(ByID(*Panel->Platform().Browsers()[1], "txtCurrentCount").innerText(), "0");
+  EXPECT_EQ(Text("txtCurrentCount"), "0");
 }
 
-TEST_F(LongOperationTest, ClosingTheWindowWaitsForItsEnd) {
-  bool bClosed = false;
-  Frame->Bind(wxEVT_CLOSE_WINDOW, [&](wxCloseEvent&) { bClosed = true; });
-  Database->OnOnline = [&] {
-    wxTheApp->CallAfter([&] {
-      Frame->Close();
-      EXPECT_FALSE(bClosed);
-      Database->LetGo.set_value();
-    });
-  };
-  EXPECT_THROW(GoOnline(), WaitError);
-  WaitFor("the close", [&] { return bClosed; });
-}
-
-TEST_F(LongOperationTest, AnItemOfTheCommandListEndsWithItsWorkWhenTheWindowIsClosed) {
-  const auto oCommands = std::make_shared<DesktopCommandlist>(*Frame, Panel->Platform().Pump());
-  Control().PageMain()->Commandlist(oCommands);
-  Control().PageMain()->Show(Database);
-  bool bClosed = false;
-  Frame->Bind(wxEVT_CLOSE_WINDOW, [&](wxCloseEvent&) { bClosed = true; });
-  Database->OnOnline = [&] {
-    wxTheApp->CallAfter([&] {
-      Frame->Close();
-      EXPECT_FALSE(bClosed);
-      Database->LetGo.set_value();
-    });
-  };
-  WaitFor("the commands", [&] { return !oCommands->Window()->GetChildren().empty(); });
-  for (wxWindow* oButton : oCommands->Window()->GetChildren()) {
-    wxCommandEvent oClick(wxEVT_BUTTON, oButton->GetId());
-    if (oButton->GetLabel() == "&Online") oButton->GetEventHandler()->ProcessEvent(oClick);
-  }
+TEST_F(LongOperationTest, ClosingTheWindowWaitsForWhatTheCommandListHasStarted) {
+  Database->OnOnline = [&] { Close(); };
+  const wxWindowList& oButtons = Commands->Window()->GetChildren();
+  WaitFor("the commands", [&] { return !oButtons.empty(); });
+  const auto it = std::ranges::find(oButtons, "&Online", &wxWindow::GetLabel);
+  wxCommandEvent oClick(wxEVT_BUTTON, (*it)->GetId());
+  (*it)->GetEventHandler()->ProcessEvent(oClick);
   WaitFor("the close", [&] { return bClosed; });
 }
 

@@ -1,16 +1,17 @@
 #include "tests/desktop/TestWindow.h"
 
+#include "zelwbr3/instances/recorded/OpenRecording.h"
+
+#include <algorithm>
 #include <atomic>
-#include <condition_variable>
 #include <cstdlib>
-#include <deque>
 #include <fstream>
-#include <mutex>
+#include <future>
 #include <sstream>
-#include <thread>
 
 #include <unistd.h>
 #include <wx/app.h>
+#include <wx/clipbrd.h>
 #include <wx/evtloop.h>
 #include <wx/timer.h>
 #include <wx/utils.h>
@@ -19,52 +20,51 @@ namespace ZELWbr3::Desktop {
 
 namespace {
 
-/// Whether a style ends with a semicolon is not part of it.
-std::string Attribute(const std::string& sName, std::string sValue) {
-  if (sName == "style" && sValue.ends_with(';')) sValue.pop_back();
-  return "@" + sName + "=" + sValue + "\n";
-}
+/// A document as lines: one for each element, attribute and text.
+struct Lines {
+  void Begin(const std::string& sTag, NodeNumber iNumber) { Add("<" + sTag + " " + std::to_string(iNumber)); }
+  void Attribute(const std::string& sName, const std::string& sValue) {
+    // A style may end with a semicolon.
+    Add("@" + sName + "=" + (sName == "style" && sValue.ends_with(';') ? sValue.substr(0, sValue.size() - 1) : sValue));
+  }
+  void Text(const std::string& sText) {
+    if (!sText.empty()) All += (std::exchange(InText, true) ? "" : "\n\"") + sText;  // neighbours are one
+  }
+  void End() { Add(">"); }
+  void Add(const std::string& sLine) {
+    All += "\n" + sLine;
+    InText = false;
+  }
 
-/// One line for each element, attribute and text.
-void Describe(const Element& oElement, std::string& sOut) {
-  sOut += "<" + oElement.tagName() + " " + std::to_string(oElement.Number()) + "\n";
-  for (const auto& [sName, sValue] : oElement.attributes()) sOut += Attribute(sName, sValue);
-  if (!oElement.text().empty()) sOut += "\"" + oElement.text() + "\n";
+  std::string All;
+  bool InText = false;
+};
+
+void Describe(const Element& oElement, Lines& oLines) {
+  oLines.Begin(oElement.tagName(), oElement.Number());
+  for (const auto& [sName, sValue] : oElement.attributes()) oLines.Attribute(sName, sValue);
+  oLines.Text(oElement.text());
   for (const Element* o = oElement.firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
-    Describe(*o, sOut);
-    if (!o->tail().empty()) sOut += "\"" + o->tail() + "\n";
+    Describe(*o, oLines);
+    oLines.Text(o->tail());
   }
-  sOut += ">\n";
+  oLines.End();
 }
 
-std::string DescribeLive(const std::string& sList) {
-  FlatListReader oList(sList);
-  std::string sOut;
-  bool bText = false;  // neighbouring texts are one to the replica
-  while (!oList.AtEnd()) {
+void DescribeLive(const std::string& sList, Lines& oLines) {
+  for (FlatListReader oList(sList); !oList.AtEnd();) {
     const auto eItem = oList.Number();
-    if (bText && eItem != 3) sOut += "\n";
-    if (eItem == 1) {
-      const std::string sTag = oList.Text();
-      sOut += "<" + sTag + " " + std::to_string(oList.Number()) + "\n";
-    } else if (eItem == 2) {
-      const std::string sName = oList.Text();
-      sOut += Attribute(sName, oList.Text());
-    } else if (eItem == 3) {
-      sOut += (bText ? "" : "\"") + oList.Text();
-    } else {
-      sOut += ">\n";
-    }
-    bText = eItem == 3;
+    const std::string sFirst = eItem == 4 ? "" : oList.Text();
+    if (eItem == 1) oLines.Begin(sFirst, oList.Number());
+    if (eItem == 2) oLines.Attribute(sFirst, oList.Text());
+    if (eItem == 3) oLines.Text(sFirst);
+    if (eItem == 4) oLines.End();
   }
-  return sOut;
 }
 
 }  // namespace
 
 TestWindow::TestWindow() {
-  std::string sTemplate = (std::filesystem::temp_directory_path() / "zelwbr3-desktop-XXXXXX").string();
-  Folder = mkdtemp(sTemplate.data());
   // Its own title: the window of the test before may still be going.
   static int iWindows = 0;
   Frame = new wxFrame(nullptr, wxID_ANY, "Test " + std::to_string(++iWindows), wxPoint(0, 0), wxSize(800, 600));
@@ -77,10 +77,9 @@ TestWindow::~TestWindow() {
   Platform.reset();
   Frame->Destroy();
   wxTheApp->ProcessPendingEvents();
-  std::filesystem::remove_all(Folder);
 }
 
-void TestWindow::WaitFor(const char* sWhat, const std::function<bool()>& oCondition) {
+void TestWindow::WaitFor(const std::string& sWhat, const std::function<bool()>& oCondition) {
   bool bLate = false;
   wxTimer oDeadline;
   oDeadline.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { bLate = true; });
@@ -90,7 +89,7 @@ void TestWindow::WaitFor(const char* sWhat, const std::function<bool()>& oCondit
   if (!bLate) return;
   std::string sTraces;
   for (const std::string& sTrace : Traces) sTraces += "\n" + sTrace;
-  throw std::runtime_error(std::string("Waited in vain for ") + sWhat + "; traces:" + sTraces);
+  throw std::runtime_error("Waited in vain for " + sWhat + "; traces:" + sTraces);
 }
 
 void TestWindow::Show(DesktopWebBrowser& oBrowser, RecordedEvents& oEvents, const std::string& sURL) {
@@ -115,7 +114,7 @@ std::string TestWindow::Ask(DesktopWebBrowser& oBrowser, const std::string& sScr
   return oOutcome->Result;
 }
 
-Element& TestWindow::ByID(DesktopWebBrowser& oBrowser, const std::string& sID) {
+Element& TestWindow::ByID(const DesktopWebBrowser& oBrowser, const std::string& sID) {
   Element* oElement = oBrowser.Document()->all().item(sID);
   if (oElement == nullptr) throw std::runtime_error("No element " + sID);
   return *oElement;
@@ -127,104 +126,122 @@ void TestWindow::ExpectLiveEqualsReplica(DesktopWebBrowser& oBrowser) {
   std::string sLive;
   oBrowser.LiveDocument([&](const std::string& sList) { sLive = sList; });
   WaitFor("the live document", [&] { return !sLive.empty(); });
-  std::string sReplica;
-  Describe(*oBrowser.Document()->documentElement(), sReplica);
-  const std::string sShown = DescribeLive(sLive);
-  if (sShown == sReplica) return;
-  const auto [a, b] = std::ranges::mismatch(sShown, sReplica);
-  const auto iPlace = static_cast<std::size_t>(a - sShown.begin());
-  const auto iFrom = iPlace > 200 ? iPlace - 200 : 0;
-  ADD_FAILURE() << "The browser's document differs from the replica at byte " << iPlace << "; browser:\n"
-                << sShown.substr(iFrom, 400) << "\nreplica:\n"
-                << sReplica.substr(iFrom, 400);
+  Lines oReplica;
+  Describe(*oBrowser.Document()->documentElement(), oReplica);
+  Lines oShown;
+  DescribeLive(sLive, oShown);
+  if (oShown.All == oReplica.All) return;
+  const auto iPlace = std::ranges::mismatch(oShown.All, oReplica.All).in1 - oShown.All.begin();
+  const auto iFrom = static_cast<std::size_t>(std::max<std::ptrdiff_t>(iPlace - 200, 0));
+  ADD_FAILURE() << "The browser shows\n"
+                << oShown.All.substr(iFrom, 400) << "\nthe replica has\n"
+                << oReplica.All.substr(iFrom, 400);
 }
 
-void TestWindow::ClickOn(DesktopWebBrowser& oBrowser, const std::string& sID, int iButton) {
+void TestWindow::ClickOn(DesktopWebBrowser& oBrowser, const std::string& sElement, int iButton) {
   // Laid out for the size that it has on the screen by now.
   const std::string sWidth = std::to_string(Frame->GetClientSize().x);
   for (int i = 0; i < 1000 && Ask(oBrowser, "innerWidth") != sWidth; ++i) {
   }
   const std::string sPlace =
-      Ask(oBrowser, "(() => { const r = document.getElementById('" + sID +
-                        "').getBoundingClientRect();"
-                        "return Math.round(r.x + r.width / 2) + ' ' + Math.round(r.y + r.height / 2); })()");
-  int x = 0;
-  int y = 0;
-  std::istringstream(sPlace) >> x >> y;
-  const wxPoint oOrigin = Frame->ClientToScreen(wxPoint(0, 0));
-  Do("xdotool mousemove " + std::to_string(oOrigin.x + x) + " " + std::to_string(oOrigin.y + y) + " click " +
-     std::to_string(iButton));
+      Ask(oBrowser,
+          "(s => { const r = (document.getElementById(s) ?? document.querySelector(s)).getBoundingClientRect();"
+          "return Math.round(r.x + r.width / 2) + ' ' + Math.round(r.y + r.height / 2); })('" +
+              sElement + "')");
+  wxPoint oPlace;
+  std::istringstream(sPlace) >> oPlace.x >> oPlace.y;
+  Do(ClickAt(Frame->ClientToScreen(oPlace)) + " " + std::to_string(iButton));
+}
+
+std::string TestWindow::ClickAt(const wxPoint& oPlace) {
+  return "xdotool mousemove " + std::to_string(oPlace.x) + " " + std::to_string(oPlace.y) + " click";
 }
 
 void TestWindow::ClickOn(const wxWindow& oControl) {
   const wxRect oPlace = oControl.GetScreenRect();
-  Begin("xdotool mousemove " + std::to_string(oPlace.x + oPlace.width / 2) + " " +
-        std::to_string(oPlace.y + oPlace.height / 2) + " click 1");
+  Begin(ClickAt(oPlace.GetPosition() + oPlace.GetSize() / 2) + " 1");
 }
 
 namespace {
 
+int iBegun = 0;
+std::atomic<int> iEnded = 0;
+
 /// Runs commands of the shell one after the other: a key that is still being
-/// released would mix with the next one.
-class Commands {
- public:
-  static Commands& Queue() {
-    static Commands oQueue;
-    return oQueue;
-  }
-  void Add(
-      const std::string& sCommand, std::function<void()> oDone = [] {}) {
-    const std::lock_guard oLock(m_oMutex);
-    m_oWaiting.push_back({sCommand, std::move(oDone)});
-    m_oAdded.notify_one();
-  }
-
- private:
-  struct Waiting {
-    std::string Command;
-    std::function<void()> Done;
-  };
-
-  void Run(const std::stop_token& oStop) {
-    for (std::unique_lock oLock(m_oMutex); m_oAdded.wait(oLock, oStop, [this] { return !m_oWaiting.empty(); });) {
-      const Waiting oNext = std::move(m_oWaiting.front());
-      m_oWaiting.pop_front();
-      oLock.unlock();
-      EXPECT_EQ(std::system(oNext.Command.c_str()), 0) << oNext.Command;
-      oNext.Done();
-      oLock.lock();
-    }
-  }
-
-  std::mutex m_oMutex;
-  std::condition_variable_any m_oAdded;
-  std::deque<Waiting> m_oWaiting;
-  std::jthread m_oThread{[this](const std::stop_token& oStop) { Run(oStop); }};
-};
+/// released would mix with the next one. Not with the toolkit's own way to run
+/// one: its wait hangs now and then when a handler pumps messages.
+void RunNext(const std::string& sCommand) {
+  static std::shared_future<void> oLast;
+  ++iBegun;
+  oLast = std::async(std::launch::async, [sCommand, oBefore = oLast] {
+            if (oBefore.valid()) oBefore.wait();
+            EXPECT_EQ(std::system(sCommand.c_str()), 0) << sCommand;
+            ++iEnded;
+            wxWakeUpIdle();
+          }).share();
+}
 
 }  // namespace
 
 void TestWindow::Do(const std::string& sCommand) {
-  // Not the toolkit's own way to run a command: its wait hangs now and then when
-  // a handler pumps messages meanwhile.
-  const auto bDone = std::make_shared<std::atomic<bool>>(false);
-  Commands::Queue().Add(sCommand, [bDone] {
-    *bDone = true;
-    wxWakeUpIdle();
-  });
-  while (!*bDone) wxEventLoopBase::GetActive()->Dispatch();
+  RunNext(sCommand);
+  for (const int iOwn = iBegun; iEnded < iOwn;) wxEventLoopBase::GetActive()->Dispatch();
 }
 
 void TestWindow::Begin(const std::string& sCommand) {
-  wxTheApp->CallAfter([sCommand] { Commands::Queue().Add(sCommand); });
+  wxTheApp->CallAfter([sCommand] { RunNext(sCommand); });
 }
 
 void TestWindow::Press(const std::string& sKey) { Do("xdotool key " + sKey); }
 
-std::string TestWindow::InWindow(const std::string& sTitle, const std::string& sAction) {
+std::string TestWindow::InWindow(std::string sTitle, const std::string& sAction) {
+  std::ranges::replace(sTitle, ' ', '.');  // a pattern of one word
   // Repeated, because a search fails when some window goes meanwhile.
   return "timeout 20 sh -c \"until xdotool search --sync --onlyvisible --name '^" + sTitle + "$' windowfocus --sync " +
          sAction + " 2>/dev/null; do :; done\"";
+}
+
+void TestWindow::PressIn(const std::string& sTitle, const std::string& sKeys) {
+  Begin(InWindow(sTitle, "key --window 0 --delay 30 " + sKeys));
+}
+
+void TestWindow::InDialog(std::function<void(wxDialog&)> oSteps, std::function<void(wxDialog&)> oBefore) {
+  m_oDialogHook.oBefore = std::move(oBefore);
+  m_oDialogHook.oSteps = {};
+  if (!oSteps) return;
+  m_oDialogHook.oSteps = [this, oSteps = std::move(oSteps)](wxDialog& oDialog) {
+    try {
+      WaitFor("the dialog", [&] { return oDialog.IsShownOnScreen(); });
+      Do(InWindow(oDialog.GetTitle().utf8_string(), ""));
+      oSteps(oDialog);
+    } catch (const std::exception& oError) {
+      ADD_FAILURE() << oError.what();
+      oDialog.EndModal(wxID_CANCEL);
+    }
+  };
+}
+
+int TestWindow::DialogHook::Enter(wxDialog* oDialog) {
+  if (oBefore) std::exchange(oBefore, {})(*oDialog);
+  if (oSteps) oDialog->CallAfter([oSteps = std::exchange(oSteps, {}), oDialog] { oSteps(*oDialog); });
+  return wxID_NONE;
+}
+
+wxDialog* TestWindow::OpenDialog(const std::string& sTitle) {
+  for (wxWindow* oEach : wxTopLevelWindows) {
+    auto* oDialog = dynamic_cast<wxDialog*>(oEach);
+    const bool bOpen = oDialog != nullptr && oDialog->IsModal() && oDialog->IsShownOnScreen();
+    if (bOpen && (sTitle.empty() || oDialog->GetTitle() == wxString(sTitle))) return oDialog;
+  }
+  return nullptr;
+}
+
+std::string TestWindow::Clipboard() {
+  wxTextDataObject oText;
+  if (!wxTheClipboard->Open()) return "";
+  wxTheClipboard->GetData(oText);
+  wxTheClipboard->Close();
+  return oText.GetText().utf8_string();
 }
 
 void TestWindow::ActivateFrame() {
@@ -239,7 +256,11 @@ TestPanel::TestPanel() : Panel(new BrowserPanel(Frame)) {
   Panel->Browser().HTMLPath(ZELWBR3_SOURCE_DIR "/html");
 }
 
-DesktopWebBrowser& TestPanel::Front() {
+std::shared_ptr<ZELLib3::Database> TestPanel::Recording(const std::string& sName) {
+  return Recorded::OpenRecording(ZELWBR3_SOURCE_DIR "/tests/recordings/" + sName + ".json");
+}
+
+DesktopWebBrowser& TestPanel::Front() const {
   for (DesktopWebBrowser* oBrowser : Panel->Platform().Browsers()) {
     if (oBrowser->IsVisible()) return *oBrowser;
   }

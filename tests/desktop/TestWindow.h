@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/TempFolder.h"
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopPlatform.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
@@ -13,12 +14,13 @@
 #include <string>
 #include <vector>
 
+#include <wx/dialog.h>
 #include <wx/frame.h>
+#include <wx/modalhook.h>
 
 namespace ZELWbr3::Desktop {
 
-/// Writes down what a browser reports, and calls back for what a test does
-/// within a report.
+/// What a browser reports, in order, and what a test does within a report.
 class RecordedEvents : public WebBrowserEvents {
  public:
   void BeforeNavigate(bool bTopLevel) override { Log.push_back(bTopLevel ? "before" : "before frame"); }
@@ -50,7 +52,7 @@ class TestWindow : public testing::Test {
   ~TestWindow() override;
 
   /// Pumps messages until the condition holds; a failure after 20 seconds.
-  void WaitFor(const char* sWhat, const std::function<bool()>& oCondition);
+  void WaitFor(const std::string& sWhat, const std::function<bool()>& oCondition);
   /// Shows a document in the browser and waits for it.
   void Show(DesktopWebBrowser& oBrowser, RecordedEvents& oEvents, const std::string& sURL);
   /// Writes a page file with this body and answers its path.
@@ -60,14 +62,17 @@ class TestWindow : public testing::Test {
   void ExpectLiveEqualsReplica(DesktopWebBrowser& oBrowser);
   /// A script's result in the agent's world.
   std::string Ask(DesktopWebBrowser& oBrowser, const std::string& sScript);
-  Element& ByID(DesktopWebBrowser& oBrowser, const std::string& sID);
+  static Element& ByID(const DesktopWebBrowser& oBrowser, const std::string& sID);
 
-  /// Real input: a click in the middle of an element, and a key by its name.
-  void ClickOn(DesktopWebBrowser& oBrowser, const std::string& sID, int iButton = 1);
+  /// Real input: a click in the middle of an element, by its id or a selector,
+  /// and a key by its name.
+  void ClickOn(DesktopWebBrowser& oBrowser, const std::string& sElement, int iButton = 1);
   void Press(const std::string& sKey);
   /// The same on a control of the window or of a dialog. Nobody waits for the
   /// effect, which may be the end of the dialog.
   static void ClickOn(const wxWindow& oControl);
+  /// The command for a click there; the button's number follows.
+  static std::string ClickAt(const wxPoint& oPlace);
   /// What a window manager does with a new window; there is none here.
   void ActivateFrame();
   /// Runs a command of the shell and handles what arrives until it has ended.
@@ -77,12 +82,34 @@ class TestWindow : public testing::Test {
   static void Begin(const std::string& sCommand);
   /// A command that waits for a window, gives it the keyboard and does
   /// something there.
-  static std::string InWindow(const std::string& sTitle, const std::string& sAction);
+  static std::string InWindow(std::string sTitle, const std::string& sAction);
+  /// Does something in the next dialog as soon as it is there, and perhaps
+  /// before; a failure ends the dialog.
+  void InDialog(std::function<void(wxDialog&)> oSteps, std::function<void(wxDialog&)> oBefore = {});
+  /// Presses keys in the next window with this title, in order.
+  static void PressIn(const std::string& sTitle, const std::string& sKeys);
+  /// The modal dialog that is open, or null; with a title, one that has it.
+  static wxDialog* OpenDialog(const std::string& sTitle = "");
+  static std::string Clipboard();
 
   wxFrame* Frame;
   std::unique_ptr<DesktopPlatform> Platform;
   std::vector<std::string> Traces;
-  std::filesystem::path Folder;
+  Testing::TempFolder TempFolder;
+  std::filesystem::path Folder = TempFolder.Path();
+
+ private:
+  /// Runs what is to be done in a dialog within that dialog's own loop.
+  struct DialogHook : wxModalDialogHook {
+    DialogHook() { Register(); }
+    ~DialogHook() override { Unregister(); }
+    int Enter(wxDialog* oDialog) override;
+
+    std::function<void(wxDialog&)> oSteps;
+    std::function<void(wxDialog&)> oBefore;
+  };
+
+  DialogHook m_oDialogHook;
 };
 
 /// The same with one browser that is visible.
@@ -103,8 +130,12 @@ class TestPanel : public TestWindow {
  protected:
   TestPanel();
 
+  ZELWbr3::Browser& Control() { return Panel->Browser(); }
   /// The browser in front.
-  DesktopWebBrowser& Front();
+  DesktopWebBrowser& Front() const;
+  /// An element's text in the page in front.
+  std::string Text(const std::string& sID) const { return ByID(Front(), sID).innerText(); }
+  static std::shared_ptr<ZELLib3::Database> Recording(const std::string& sName);
 
   BrowserPanel* Panel;
 };

@@ -1,46 +1,147 @@
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "host/OpenInstance.h"
+#include "host/ZelviewFrame.h"
+#include "tests/desktop/TestWindow.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
-#include <string>
+#include <cstdlib>
+#include <fstream>
 
 #include <sys/wait.h>
+#include <wx/filedlg.h>
 #include <wx/image.h>
+#include <wx/statusbr.h>
 
+namespace ZELWbr3::Desktop {
 namespace {
 
+constexpr char Demo[] = "recorded:" ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json";
+
+/// zelview's window, worked from its menus.
+class ZelviewTest : public TestWindow {
+ protected:
+  ZelviewTest() {
+    Frame->Destroy();
+    Zelview = new Host::ZelviewFrame(Demo, Host::OpenInstance(Demo));
+    Frame = Zelview;
+    Zelview->Show();
+    Zelview->ShowFirst("DataArea");
+    ActivateFrame();
+  }
+
+  BrowserPanel& Panel() {
+    for (wxWindow* oChild : Zelview->GetChildren()) {
+      if (auto* oPanel = dynamic_cast<BrowserPanel*>(oChild)) return *oPanel;
+    }
+    throw std::runtime_error("zelview has no control");
+  }
+  std::string Text(const std::string& sID) {
+    const Element* oElement = Panel().Browser().VisibleDocument()->all().item(sID);
+    return oElement == nullptr ? "" : oElement->innerText();
+  }
+  std::string Said() { return Zelview->GetStatusBar()->GetStatusText(0).utf8_string(); }
+  void WaitForText(const std::string& sID, const std::string& sText) {
+    WaitFor(sID + ": " + sText, [&] { return Text(sID).find(sText) != std::string::npos; });
+  }
+  /// Presses keys that open a file dialog, chooses a file there, and does
+  /// something in the dialog that follows.
+  void Choose(const std::string& sKeys, const std::filesystem::path& oFile,
+              const std::function<void(wxDialog&)>& oNext = {}) {
+    bool bChosen = false;
+    const auto Chosen = [](wxDialog& o) -> wxFileDialog& { return dynamic_cast<wxFileDialog&>(o); };
+    InDialog(
+        [&](wxDialog& oDialog) {
+          WaitFor("the file", [&] { return Chosen(oDialog).GetPath() == wxString(oFile.string()); });
+          bChosen = true;
+          InDialog(oNext);
+          oDialog.EndModal(wxID_OK);
+        },
+        [&](wxDialog& oDialog) { Chosen(oDialog).SetPath(oFile.string()); });
+    Press(sKeys);
+    WaitFor("the choice", [&] { return bChosen; });
+  }
+
+  Host::ZelviewFrame* Zelview;
+};
+
+TEST_F(ZelviewTest, UnitsAndThemesChangeThePageShown) {
+  for (const auto& [sKeys, sSize] : {std::pair("alt+v m", "1024.00 MB"),
+                                     {"alt+v g", "1.00 GB"},
+                                     {"alt+v p", "131072 Pages"},
+                                     {"alt+v k", "1048576 KB"}}) {
+    Press(sKeys);
+    WaitForText("txtCurrentSize", sSize);
+  }
+  for (const auto& [sKeys, sTheme] : {std::pair("alt+v r", "dark"), {"alt+v l", "light"}}) {
+    Press(sKeys);
+    WaitFor(sTheme, [&] {
+      return Panel().Browser().VisibleDocument()->documentElement()->getAttribute("data-theme") == sTheme;
+    });
+  }
+}
+
+TEST_F(ZelviewTest, ARecordingIsSavedAndOpenedAndADatabaseFileIsOpened) {
+  Choose("ctrl+s", Folder / "saved.json");
+  WaitFor("the recording", [&] { return Said() == "The recording is written."; });
+  std::ofstream(Folder / "empty.db").close();  // an empty file is an empty database
+  Choose("ctrl+o", Folder / "empty.db");
+  WaitFor("the database", [&] { return Zelview->GetTitle() == "empty.db - zelview"; });
+  WaitForText("txtFormTitle", "Instance Overview");
+  Choose("alt+f r", Folder / "saved.json");
+  WaitFor("the recording", [&] { return Zelview->GetTitle() == "DEMO - zelview"; });
+
+  // What cannot be opened is named, and what was shown stays.
+  std::ofstream(Folder / "broken.json") << "{";
+  std::string sError;
+  Choose("alt+f r", Folder / "broken.json", [&](wxDialog& oError) {
+    for (const wxWindow* o : oError.GetChildren()) sError += o->GetLabel().utf8_string();
+    Begin("xdotool key Return");
+  });
+  WaitFor("the error", [&] { return sError.find("broken.json") != std::string::npos && OpenDialog() == nullptr; });
+  EXPECT_EQ(Zelview->GetTitle(), "DEMO - zelview");
+}
+
+TEST_F(ZelviewTest, AMessageIsLookedUpAndTheProgramIsLeft) {
+  bool bShown = false;
+  InDialog([&](wxDialog&) {
+    InDialog([&](wxDialog& oMessage) {
+      bShown = oMessage.GetTitle() == "Message";
+      Begin("xdotool key Escape");
+    });
+    Begin("xdotool key 5 Return");
+  });
+  Press("alt+h m");
+  WaitFor("the message's end", [&] { return bShown && OpenDialog() == nullptr; });
+  bool bClosed = false;
+  Zelview->Bind(wxEVT_CLOSE_WINDOW, [&](wxCloseEvent&) { bClosed = true; });
+  Press("ctrl+q");
+  WaitFor("the end", [&] { return bClosed; });
+}
+
 /// The program as a user starts it.
-class ZelviewTest : public testing::Test {
+class ZelviewProgramTest : public testing::Test {
  protected:
   /// Runs it to its end and keeps its exit code and what it says.
   void Run(const std::string& sArguments, const std::string& sEnvironment = "") {
     const std::string sCommand = sEnvironment + " XDG_DATA_HOME='" + Folder.Path() + "' timeout 60 '" ZELVIEW "' " +
-                                 sArguments + " 2>&1 >/dev/null";
-    FILE* oPipe = popen(sCommand.c_str(), "r");
-    std::array<char, 4096> aBuffer;
-    Errors.clear();
-    while (fgets(aBuffer.data(), aBuffer.size(), oPipe) != nullptr) Errors += aBuffer.data();
-    const int iStatus = pclose(oPipe);
+                                 sArguments + " 2>'" + Folder.Path("errors") + "'";
+    const int iStatus = std::system(sCommand.c_str());
     Code = WIFEXITED(iStatus) ? WEXITSTATUS(iStatus) : -1;
+    Errors = Folder.Read("errors");
   }
 
   /// The colours of a picture: a blank window has a handful.
   static std::size_t Colours(const std::string& sFile) {
     if (wxImage::FindHandler(wxBITMAP_TYPE_PNG) == nullptr) wxImage::AddHandler(new wxPNGHandler);
     wxImage oImage;
-    if (!oImage.LoadFile(sFile, wxBITMAP_TYPE_PNG)) return 0;
-    return oImage.CountColours(1000);
+    return oImage.LoadFile(sFile, wxBITMAP_TYPE_PNG) ? oImage.CountColours(1000) : 0;
   }
 
-  ZELWbr3::Testing::TempFolder Folder;
+  Testing::TempFolder Folder;
   int Code = 0;
   std::string Errors;
 };
 
-TEST_F(ZelviewTest, TakesAPictureOfTheSampleAndOfARecordingsPage) {
+TEST_F(ZelviewProgramTest, TakesAPictureOfTheSampleAndOfARecordingsPage) {
   const std::string sSample = Folder.Path("sample picture.png");
   Run("--screenshot '" + sSample + "'");
   EXPECT_EQ(Code, 0) << Errors;
@@ -53,7 +154,7 @@ TEST_F(ZelviewTest, TakesAPictureOfTheSampleAndOfARecordingsPage) {
   EXPECT_GT(Colours(sPage), 50u);
 }
 
-TEST_F(ZelviewTest, SaysInOneLineWhatIsWrong) {
+TEST_F(ZelviewProgramTest, SaysInOneLineWhatIsWrong) {
   struct Case {
     std::string Arguments;
     std::string Names;
@@ -81,3 +182,4 @@ TEST_F(ZelviewTest, SaysInOneLineWhatIsWrong) {
 }
 
 }  // namespace
+}  // namespace ZELWbr3::Desktop
