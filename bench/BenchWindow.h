@@ -24,11 +24,11 @@ class BenchWindow {
 
   /// Pumps messages until the condition holds.
   void WaitFor(const std::function<bool()>& oCondition);
-  /// Runs a script in the document of a frame and answers its result; throws
-  /// std::runtime_error with what the browser says when it fails.
+  /// Runs a script in the document of a frame and returns its result; throws
+  /// std::runtime_error with the browser's message if it fails.
   std::string Script(int iFrame, const std::string& sScript);
-  /// Loads a URL in a frame's view by the browser alone, without the control,
-  /// and waits until it has loaded.
+  /// Loads a URL in a frame's view without the control, and waits until it has
+  /// loaded.
   void LoadBare(int iFrame, const std::string& sURL);
 
  private:

@@ -11,7 +11,7 @@ namespace ZELWbr3::Bench {
 
 using ZELLib3::Long;
 
-/// An extended parameter, made up from its number.
+/// An extended parameter generated from its number.
 class MemoryParameter : public ZELLib3::Parameter {
  public:
   explicit MemoryParameter(Long lNumber) : m_sNumber(std::to_string(lNumber)) {}
@@ -36,16 +36,16 @@ class MemoryParameters : public ZELLib3::Parameters {
   }
 };
 
-/// A view of many rows that costs nothing to read, and sees how long each block
-/// takes whoever reads it.
+/// A view of many rows that costs nothing to read. It measures how long the
+/// reader takes for each block.
 class MemoryView : public ZELLib3::SysInfo {
  public:
   static constexpr int Rows = 100000;
   static constexpr int Columns = 6;
-  /// As many rows as are filled in well within one frame of a screen.
+  /// Few enough rows to be filled in well within one frame of a screen.
   static constexpr int BlockSize = 5000;
 
-  /// Milliseconds from the reading of a block until its last row was taken.
+  /// Milliseconds from reading each block until its last row was taken.
   std::vector<double> Fills;
 
   std::string Name() const override { return "ROWS"; }

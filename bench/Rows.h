@@ -9,7 +9,7 @@
 
 namespace ZELWbr3::Bench {
 
-/// A page with an empty table, for those who fill it.
+/// A page with an empty table to fill.
 class PageRows : public Page {
  public:
   std::string Name() const override { return "Rows"; }
@@ -24,7 +24,7 @@ class PageRows : public Page {
 
 inline constexpr int Columns = 6;
 
-/// Texts of about twelve characters, none like another.
+/// Texts of about twelve characters, all different.
 inline std::vector<std::string> MakeTexts(int iRows) {
   std::vector<std::string> texts;
   texts.reserve(static_cast<std::size_t>(iRows) * Columns);
@@ -43,8 +43,8 @@ inline void AddRows(Document& oDocument, const std::vector<std::string>& texts) 
   }
 }
 
-/// The same in the page: a script that keeps the texts for the next one, and
-/// one that builds the rows from them and answers the milliseconds.
+/// The same in the page: a script that keeps the texts for BuildRows, which
+/// builds the rows from them and returns the milliseconds it took.
 inline std::string KeepTexts(const std::vector<std::string>& texts) {
   std::string sScript = "globalThis.benchTexts = [";
   for (const std::string& sText : texts) sScript += "'" + sText + "',";

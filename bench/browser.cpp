@@ -1,5 +1,5 @@
-// Figures on the real browser, side by side with script inside the page. Each
-// is the median of several runs of one process; the ratios are what counts, for
+// Figures on the real browser, side by side with script inside the page. Each is
+// the median of several runs in one process. The ratios are what counts, because
 // both sides run on the same machine at the same time.
 
 #include "bench/BenchWindow.h"
@@ -42,7 +42,7 @@ double HeapBytes() {
   return static_cast<double>(oInfo.uordblks + oInfo.hblkhd);
 }
 
-/// The figures by their names, in order.
+/// The figures by name, in order.
 class Figures {
  public:
   void Add(const std::string& sName, double dValue, const std::string& sMeaning) {
@@ -74,7 +74,7 @@ void MeasureShow(BenchWindow& oWindow, Figures& oFigures) {
   oFigures.Add("show_ratio", Median(shows) / Median(bares), "of the two");
 }
 
-/// Our time for the rows, from the first clone to the last acknowledgement.
+/// Our time for the rows: from the first clone to the last acknowledgement.
 double FillTime(BenchWindow& oWindow, const std::shared_ptr<PageRows>& oPage, const std::vector<std::string>& texts) {
   oPage->Show();
   auto& oReal = oWindow.Real(1);
@@ -128,7 +128,7 @@ void MeasureRows(BenchWindow& oWindow, Figures& oFigures) {
   oFigures.Add("replica_bytes_per_row", (HeapBytes() - dBefore) / 100000, "bytes of C++ heap a row");
 }
 
-/// Script that builds rows like those of a tab of the parameters page.
+/// A script that builds rows like those of a tab of the parameters page.
 constexpr const char* BuildParameters = R"((() => {
   const count = 5000;
   const parameters = [];
@@ -150,13 +150,13 @@ constexpr const char* BuildParameters = R"((() => {
   return performance.now() - start;
 })())";
 
-/// Script that has the values of a view's rows ready.
+/// A script that prepares the values of a view's rows.
 constexpr const char* KeepView = R"((() => {
   globalThis.view = [];
   for (let i = 0; i < 100000; ++i) view.push([0, 1, 2, 3, 4, 5].map((column) => 'value ' + (100000 + i * 6 + column)));
 })())";
 
-/// Script that builds rows of them, below the header that the page has made.
+/// A script that builds rows from them, below the headings made by the page.
 constexpr const char* BuildView = R"((() => {
   const section = document.getElementById('tabSysInfo').tBodies[0];
   const template = section.rows[1];
@@ -191,8 +191,8 @@ void MeasureParameters(BenchWindow& oWindow, Figures& oFigures) {
   oFigures.Add("parameters_ratio", Median(ours) / Median(scripts), "of that and script in the page");
 }
 
-/// A message loop that knows how long what arrives has to wait at most: the
-/// longest time between two moments in which it had nothing left to handle.
+/// A message loop that measures how long a message may have to wait: the longest
+/// time between two moments when nothing was left to handle.
 class TimedLoop : public wxEventLoop {
  public:
   void Begin() {
@@ -213,7 +213,7 @@ class TimedLoop : public wxEventLoop {
 
  private:
   using Clock = std::chrono::steady_clock;
-  // The toolkit asks a constant loop.
+  // Mutable because the toolkit's Pending is const.
   mutable Clock::time_point m_oLast;
   mutable double m_dLongest = 0;
 };
@@ -244,7 +244,7 @@ void MeasureReadAll(BenchWindow& oWindow, TimedLoop& oLoop, Figures& oFigures) {
   }
   oFigures.Add("readall_100k_ms", Median(ours), "ms to read all of 100,000 rows into a view, until confirmed");
   oFigures.Add("readall_100k_ratio", Median(ours) / Median(scripts), "of that and script in the page");
-  oFigures.Add("longest_freeze_ms", Median(freezes), "ms at most between two turns of the message loop meanwhile");
+  oFigures.Add("longest_freeze_ms", Median(freezes), "ms at most between two turns of the message loop while it reads");
   oFigures.Add("block_fill_ms", Median(fills), "ms to fill in one block of 5,000 rows");
   oFigures.Add("longest_freeze_ratio", Median(freezes) / Median(fills), "of that and the median of one block's fill");
 }

@@ -1,4 +1,4 @@
-// Figures of the core alone: what a row, a lookup and a page cost without a
+// Figures of the core alone: the cost of a row, a lookup and a page without a
 // browser.
 
 #include "bench/Rows.h"
@@ -28,7 +28,7 @@ void FillRows(benchmark::State& oState) {
 }
 BENCHMARK(FillRows)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
-/// In a document whose rows all carry the template's id.
+/// In a document whose rows all have the template's id.
 void LookUpByID(benchmark::State& oState) {
   const auto oDocument = EmptyTable();
   Bench::AddRows(*oDocument, Bench::MakeTexts(static_cast<int>(oState.range(0))));

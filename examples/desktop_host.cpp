@@ -1,5 +1,5 @@
-// The smallest host with a window: a frame, the control in it, the commands of
-// its pages above it. Shows the database file that the command line names.
+// The smallest host with a window: a frame with the control and, above it, the
+// commands of its pages. Shows the database file named on the command line.
 
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
@@ -22,7 +22,7 @@ class DesktopHost : public wxApp {
     oSizer->Add(oPanel, wxSizerFlags(1).Expand());
     oFrame->SetSizer(oSizer);
     oFrame->Show();
-    // The page is waited for within the toolkit's loop, which runs from here on.
+    // Showing a page waits in the toolkit's loop, so that loop must be running.
     oFrame->CallAfter([this, oFrame, oPanel] { ShowPage(*oFrame, oPanel->Browser()); });
     return true;
   }
@@ -33,7 +33,7 @@ class DesktopHost : public wxApp {
       oBrowser.PageMain()->Commandlist(m_oCommandlist);
       oBrowser.PageMain()->Show(ZELWbr3::SQLite::OpenDatabase(argc > 1 ? argv[1].utf8_string() : ""));
     } catch (const ZELWbr3::WaitError&) {
-      // The window was closed before the page was there.
+      // The window was closed before the page was complete.
     } catch (const std::exception& oError) {
       wxMessageBox(wxString::FromUTF8(oError.what()), "A Host", wxOK | wxICON_ERROR, &oFrame);
       oFrame.Close();

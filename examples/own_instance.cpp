@@ -1,5 +1,5 @@
-// An instance of one's own: override what you know, and the rest reads as "not
-// available". Prints the main page of this program's own process as HTML.
+// An instance of your own: override what you know; the rest reads as "not
+// available". Prints a main page about the root file system as HTML.
 
 #include "zelwbr3/headless/HeadlessPlatform.h"
 #include "zelwbr3/headless/ReportWriter.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The figures of one moment. Sizes are pages of Database::PageSize bytes.
+/// The figures at one moment. Sizes are pages of Database::PageSize bytes.
 class DiskState : public ZELLib3::StateInfo {
  public:
   explicit DiskState(const std::filesystem::space_info& oSpace) : m_oSpace(oSpace) {}

@@ -1,10 +1,10 @@
-# Fails when a source file includes what its folder may not include, or when
-# folders include each other in a circle. From the ground up:
+# Fails if a source file includes what its folder may not include, or if folders
+# include each other in a circle. From the ground up:
 #   base <- ZELLib3 <- instances
 #   base <- platform, dom <- framework (with ZELLib3) <- pages <- shell <- headless, desktop <- host
-# Instances see only the interface that they implement and what they share, the
+# Instances only see the interface that they implement and what they share, the
 # core only itself and the C++ standard library, and each vendor library belongs
-# to one leaf folder.
+# to one leaf folder. docs/architecture.md has the same rules as a table.
 cmake_minimum_required(VERSION 3.25)
 
 set(may_base base)
@@ -57,7 +57,7 @@ foreach(folder base ZELLib3 platform dom framework pages shell headless desktop
         cmake_path(GET header PARENT_PATH other)
         list(APPEND arrows "${room} ${other}")
       elseif(line MATCHES "<([a-z_0-9]+)>")
-        set(ok TRUE)  # the standard library's headers have no ending
+        set(ok TRUE)  # headers of the standard library have no extension
       elseif(line MATCHES "<([^>]+)>" AND DEFINED vendor_${key})
         set(header ${CMAKE_MATCH_1})
         if(header MATCHES "^(${vendor_${key}})$")
@@ -65,17 +65,17 @@ foreach(folder base ZELLib3 platform dom framework pages shell headless desktop
         endif()
       endif()
       if(NOT ok)
-        message(SEND_ERROR "${path}: ${folder}/ must not have ${line}")
+        message(SEND_ERROR "${path}: not allowed in ${folder}/: ${line}")
         set(wrong 1)
       endif()
     endforeach()
   endforeach()
 endforeach()
 if(wrong)
-  message(FATAL_ERROR "Some includes break the dependency rule; docs/architecture.md draws it.")
+  message(FATAL_ERROR "Some includes break the dependency rules in docs/architecture.md.")
 endif()
 
-# tsort finds no order for what goes round in a circle, and names its members.
+# tsort fails on a circle and names its members.
 list(REMOVE_DUPLICATES arrows)
 execute_process(COMMAND ${CMAKE_COMMAND} -E echo ${arrows} COMMAND tsort
   OUTPUT_QUIET ERROR_VARIABLE circle RESULT_VARIABLE failed)

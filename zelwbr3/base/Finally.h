@@ -2,8 +2,8 @@
 
 namespace ZELWbr3 {
 
-/// Runs oWork, and oEnd after it whether or not it threw; what it threw goes on
-/// then. If oEnd throws as well, that goes on instead.
+/// Runs oWork and then oEnd, even if oWork throws; its exception is rethrown. If
+/// oEnd throws as well, that exception replaces it.
 template <typename Work, typename End>
 void Finally(const Work& oWork, const End& oEnd) {
   try {

@@ -45,7 +45,7 @@ Sequence Measure(std::string_view sText) {
   return {iLength, true};
 }
 
-/// Of a well-formed sequence.
+/// The code point of a well-formed sequence.
 char32_t CodePoint(std::string_view sSequence) {
   const auto cLead = static_cast<unsigned char>(sSequence[0]);
   if (sSequence.size() == 1) return cLead;
@@ -54,7 +54,7 @@ char32_t CodePoint(std::string_view sSequence) {
   return lCodePoint;
 }
 
-/// Written from right to left, or a control that turns the direction around.
+/// True for right-to-left characters and for bidirectional controls.
 bool TurnsDirection(char32_t lCodePoint) {
   struct Range {
     char32_t First;

@@ -17,9 +17,9 @@ std::string Trim(std::string_view sText, std::string_view sBlanks = " ");
 /// Unicode line and paragraph separators become blanks.
 std::string OneLine(std::string_view sText);
 
-/// A name as part of a sentence of our own: where it holds characters that are
-/// written from right to left, or that turn the direction of writing around, it
-/// is isolated (U+2068, U+2069), so that it cannot turn what stands around it.
+/// A name for use in a sentence of our own. If it contains right-to-left
+/// characters or bidirectional controls, it is isolated (U+2068, U+2069), so that
+/// it does not affect the text around it.
 std::string Isolated(std::string_view sName);
 
 /// Escaped for an HTML text or a double-quoted attribute value.

@@ -28,8 +28,8 @@ class Document {
 
   /// The html element; null in an empty document.
   Element* documentElement() const { return m_oRoot; }
-  /// Shown by the platform instead of a page file that cannot be loaded, and says
-  /// so: its root has the attribute ErrorPageMark.
+  /// True for the page that a platform shows if a page file cannot be loaded. Its
+  /// root has the attribute ErrorPageMark.
   bool IsErrorPage() const;
   static constexpr std::string_view ErrorPageMark = "data-zel-error-page";
   /// Null when the document has none.

@@ -7,8 +7,8 @@
 
 namespace ZELWbr3 {
 
-/// The bookkeeping of a command list: what each page has put into it and which
-/// page is in front. A platform adds the drawing.
+/// The state of a command list: the items of each page and which page is in
+/// front. A platform adds the drawing.
 class CommandLists : public ZELCmd3::FCommandlist {
  public:
   bool HasList(Long lPageType) const override;
@@ -21,8 +21,8 @@ class CommandLists : public ZELCmd3::FCommandlist {
  protected:
   /// The items shown have changed.
   virtual void ItemsChanged() = 0;
-  /// Reports a click on the item with this key of the list shown. False when
-  /// there is none, or it is a separator or disabled.
+  /// Reports a click on the item with this key of the list shown. False if there
+  /// is no such item, or it is a separator or disabled.
   bool Click(Long lKey);
 
  private:

@@ -17,7 +17,7 @@ void DataPage::Commandlist(std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist) 
   m_oCL = std::move(oCommandlist);
   if (m_oCL == nullptr) return;
   m_oItemClick = m_oCL->ItemClick.Connect([this](Long lPageType, const ZELCmd3::CommandItem& oItem) {
-    const auto oSelf = weak_from_this().lock();  // what the click does may clean the control up
+    const auto oSelf = weak_from_this().lock();  // the click may clean up the control
     if (lPageType == PageType()) oCL_ItemClick(oItem);
   });
 }
@@ -44,7 +44,7 @@ void DataPage::CleanUp() {
 }
 
 void DataPage::Fill() {
-  if (Document()->IsErrorPage()) return;  // has nothing that could be filled
+  if (Document()->IsErrorPage()) return;  // has nothing to fill
   clsHourglass::Scope oWait(Hourglass());
   m_oForm.Init(Document());
   m_oSize.reset();
@@ -58,7 +58,7 @@ void DataPage::Fill() {
 void DataPage::Command(Long lCommand) {
   const auto oSelf = shared_from_this();
   Enter([&] { CarryOut(lCommand); });
-  // This is no document event, at whose end what was written is sent.
+  // Not a document event, which would send the changes at its end.
   if (HasBrowser()) Browser().FlushDocuments();
 }
 
@@ -85,7 +85,7 @@ void DataPage::CloseDetail() {
 
 bool DataPage::HandleOnClick(const std::string& sID) {
   if (IgnoresEvents()) return false;
-  bool bHandled = true;  // also when that fails
+  bool bHandled = true;  // even if that fails
   Enter([&] {
     if (sID == "btnFormClose") {
       CarryOut(CommandClose);
@@ -155,19 +155,19 @@ std::shared_ptr<ZELCmd3::FCommandlist> DataPage::NewCommandlist() {
 }
 
 void DataPage::Enter(const std::function<void()>& oTask) {
-  if (!HasBrowser()) return;  // a page that was cleaned up does nothing
+  if (!HasBrowser()) return;  // the page has been cleaned up
   const auto oSelf = shared_from_this();
   MessagePump& oPump = Browser().Platform().MessagePump();
   const bool bOuterActs = std::exchange(m_bActing, false);
   Finally(
       [&] {
         try {
-          // The instance is asked nothing while one of its operations runs.
+          // Nothing is read from the instance while one of its operations runs.
           Pumping(Needs::Document, [&] { oPump.AwaitBackground(); });
           Attempt(oTask);
         } catch (const PageLeft&) {
-          // Who took the page away knows. No document will come any more that
-          // ends the action.
+          // The caller that hid the page knows about it. No document will arrive
+          // any more to end the action.
           if (Document() == nullptr) EndReload();
         }
       },
@@ -229,7 +229,7 @@ void DataPage::Report(const std::exception& oFailure) {
 }
 
 void DataPage::ShowFailure(const std::function<void(FrontBoxes&)>& oShow) {
-  if (!HasBrowser()) throw PageLeft{};  // cleaned up by what has just failed
+  if (!HasBrowser()) throw PageLeft{};  // cleaned up by the code that failed
   FrontBoxes oBoxes = Boxes(Needs::Document);
   oShow(oBoxes);
 }

@@ -13,19 +13,19 @@
 
 namespace ZELWbr3 {
 
-/// What the pages that show an instance have in common: the instance, the
-/// host's command list, the frame of the page file, refresh and close, command
-/// links, and the protocol of a page's tasks.
+/// Base class of pages that show an instance: the instance, the host's command
+/// list, the frame of the page file, refresh and close, command links, and the
+/// protocol of a page's tasks.
 ///
-/// A task is what a page does from where a fill, a click, a key, a command-list
-/// item or a command enters it. What goes wrong in it is shown in the common
-/// error display and never leaves the page, except for WaitError: a wait that
-/// cannot end. Verbs that may pump messages (Boxes, Operate, Report..., Poll,
-/// Announce, Act) end the task with PageLeft when the page was left in the
-/// meantime, so nothing needs to be checked after them.
+/// A task is everything a page does for one fill, click, key, command-list item
+/// or command. Its errors are shown in the common error display and never leave
+/// the page, except for WaitError: a wait that cannot end. Verbs that may pump
+/// messages (Boxes, Operate, Report..., Poll, Announce, Act) end the task with
+/// PageLeft if the page was left in the meantime, so there is nothing to check
+/// after them.
 class DataPage : public Page {
  public:
-  /// Common commands; from 2 on they are the page's own.
+  /// Common commands; a page's own commands start at 2.
   static constexpr int CommandRefresh = 0;
   static constexpr int CommandClose = 1;
 
@@ -35,7 +35,7 @@ class DataPage : public Page {
   std::shared_ptr<ZELCmd3::FCommandlist> Commandlist() const override { return m_oCL; }
   void Commandlist(std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist);
 
-  /// Shows the page with the Database that was set.
+  /// Shows the page with the present Database.
   void Show() { ShowInFrame(); }
   /// Keeps the instance as Database and shows the page.
   void Show(std::shared_ptr<ZELLib3::Database> oDatabase);
@@ -43,82 +43,83 @@ class DataPage : public Page {
   void Hide() override;
   void CleanUp() override;
 
-  /// Carries out a command of the page. An unknown one does nothing, nor do the
-  /// page's own while it is not shown. What fails is shown in the common error
-  /// display. Throws WaitError, and nothing else, for a wait that cannot end: the
+  /// Carries out a command of the page. Unknown commands do nothing, and neither
+  /// do the page's own commands while it is not shown. Errors are shown in the
+  /// common error display. Throws only WaitError, for a wait that cannot end: the
   /// program is closing, the control was destroyed, the browser's process died.
   void Command(Long lCommand);
 
   bool HandleOnClick(const std::string& sID) override;
   bool HandleOnKeyDown(Long& lKeyCode, Element* oElement) override;
-  /// A click in the command list is the command with the item's key.
+  /// A click in the command list runs the command with the item's key.
   void oCL_ItemClick(const ZELCmd3::CommandItem& oItem);
 
  protected:
-  /// Writes the content. When it fails, what was written stays.
+  /// Writes the content. If it fails, what has been written stays.
   virtual void FillContent() = 0;
-  /// The page's own clicks, and commands from 2 on, which are given only while
-  /// the page is shown.
+  /// The page's own clicks, and its commands from 2 on; only called while the
+  /// page is shown.
   virtual bool OnClick(const std::string&) { return false; }
   virtual void OnCommand(Long) {}
-  /// Whether the footer is shown together with the content.
+  /// True if the footer is shown together with the content.
   virtual bool ShowsFooter() const { return false; }
-  /// Leaves the page; by default for the main frame.
+  /// Leaves the page, by default for the main frame.
   virtual void Close();
-  /// Leaves a page that others have opened: for the work frame when a page is
-  /// there, else for the main frame.
+  /// Leaves a page that another page has opened: for the work frame if it has a
+  /// page, else for the main frame.
   void CloseDetail();
 
   ZELHTMLForm& Form() { return m_oForm; }
   const UserLocale& Locale() const { return Browser().Platform().UserLocale(); }
 
-  /// Writes the text of an element that the page file must have; throws
-  /// std::runtime_error that names it otherwise.
+  /// Writes the text of an element. Throws std::runtime_error, which names it, if
+  /// the page file has no such element.
   void SetText(std::string_view sID, std::string_view sText);
-  /// The same for an element that the page file may lack.
+  /// The same for an optional element.
   void SetTextIfPresent(std::string_view sID, std::string_view sText);
   Element& RequiredElement(std::string_view sID) const;
-  /// The same for a row of a table, whose id other tables may use, too.
+  /// The same for a row of a table. Other tables may have rows with this id.
   Element& RequiredRow(std::string_view sTable, std::string_view sID) const;
-  /// Writes the user's number settings into the three elements from which a
-  /// page's own script reads them; one that the page file lacks is skipped.
+  /// Writes the user's number settings into the three elements that page scripts
+  /// read them from; missing elements are skipped.
   void FillLocale();
 
-  /// A size in the unit that the host prefers; lUnit is a unit of clsSize. Pages
-  /// are the instance's, whose size is asked for once a fill.
+  /// A size in the host's preferred unit; lUnit is a unit of clsSize. Pages are
+  /// the instance's; their size is read once per fill.
   std::string SizeText(double dSize, Long lUnit = clsSize::Pages);
 
-  /// The page's command list with nothing in it but "&Close"; null when the
-  /// host has given none.
+  /// The page's command list with only "&Close" in it; null if the host has not
+  /// provided one.
   std::shared_ptr<ZELCmd3::FCommandlist> NewCommandlist();
 
   // ---- for tasks ----
 
-  /// A command given by the page itself, within a task.
+  /// Carries out a command within a task.
   void CarryOut(Long lCommand);
-  /// An action of the page: the host hears of its begin, and of its end when the
-  /// task has ended and its failures were shown; the wait cursor stands
-  /// meanwhile.
+  /// Runs an action of the page with the wait cursor. Tells the host about its
+  /// begin, and about its end when the task has ended and its errors have been
+  /// shown.
   void Act(const std::function<void()>& oAction);
-  /// Tells the host that an action begins which ends with the reload of the
+  /// Tells the host that an action begins that ends with the reload of the
   /// document.
   void AnnounceReload();
 
-  /// For what the page asks the user.
+  /// For asking the user.
   FrontBoxes Boxes() { return Boxes(Needs::Page); }
 
-  /// The common error display for the instance's last error, or a given one.
+  /// Shows the instance's last error, or a given one, in the common error display.
   void ReportLastError();
   void ReportError(const ZELLib3::Error& oError);
-  /// Runs a part whose failure is shown but does not end the task. False when it
-  /// failed.
+  /// Runs a part of a task. If it fails, shows the error, does not end the task
+  /// and returns false.
   bool Attempt(const std::function<void()>& oPart);
 
   /// Clicks and keys are ignored: the document is being replaced, or the page is
   /// busy.
   bool IgnoresEvents() const { return NoEvents() || m_lBusy > 0; }
 
-  /// While one lives the wait cursor shows, and clicks and keys are ignored.
+  /// While an object lives, the wait cursor is shown and clicks and keys are
+  /// ignored.
   class Busy {
    public:
     explicit Busy(DataPage& oPage);
@@ -131,30 +132,30 @@ class DataPage : public Page {
     clsHourglass::Scope m_oWait;
   };
 
-  /// Runs an operation of the instance that may take seconds; the page is busy
-  /// and the window repainted meanwhile. When the operation fails, that is shown
-  /// and the answer is false.
+  /// Runs an operation of the instance that may take seconds. While it runs, the
+  /// page is busy and the window is repainted. If the operation fails, shows the
+  /// error and returns false.
   bool Operate(const std::function<bool()>& oOperation);
 
-  /// Lets the message loop handle what has arrived, clicks and keys included, and
-  /// goes on until the screen is no longer behind with what the page has written
-  /// or oEnough says that this is enough.
+  /// Handles messages that have arrived, including clicks and keys, until the
+  /// browser has caught up with what the page has written or oEnough returns
+  /// true.
   void Poll(const std::function<bool()>& oEnough);
 
-  /// Runs oTask as a task of the page. For whatever enters the page; nested only
-  /// where messages are pumped.
+  /// Runs oTask as a task of the page. For every entry into the page; tasks are
+  /// only nested where messages are pumped.
   void Enter(const std::function<void()>& oTask);
 
  private:
-  /// What a verb that pumps messages must find again afterwards.
+  /// What must be unchanged after pumping messages.
   enum class Needs {
-    Page,      ///< the page, shown, with the same instance
-    Document,  ///< and the same document, which the task goes on writing
+    Page,      ///< the page is shown, with the same instance
+    Document,  ///< and with the same document, which the task goes on writing
   };
 
   void Fill() override;
-  /// Runs something that may pump messages; throws PageLeft when it took away
-  /// what the task needs.
+  /// Runs something that may pump messages; throws PageLeft if the task then no
+  /// longer has what it needs.
   void Pumping(Needs eNeeds, const std::function<void()>& oWork);
   FrontBoxes Boxes(Needs eNeeds);
   void ShowFailure(const std::function<void(FrontBoxes&)>& oShow);

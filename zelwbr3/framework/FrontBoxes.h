@@ -10,13 +10,13 @@
 
 namespace ZELWbr3 {
 
-/// The platform's message box and dialogs as a page uses them: before one
-/// opens, what the page has written is sent to the screen, and the wait cursor
-/// is suspended while it is open. When the page was left in the meantime the
-/// task that asked ends with PageLeft: no answer comes back to it.
+/// The platform's message box and dialogs for a page. Before one opens, the
+/// page's changes are sent to the browser; while it is open, the wait cursor is
+/// suspended. If the page was left in the meantime, the task ends with PageLeft
+/// and gets no answer.
 class FrontBoxes : public MessageBox, public DialogBox {
  public:
-  /// Runs something that pumps messages; throws PageLeft when the page was left.
+  /// Runs something that pumps messages; throws PageLeft if the page was left.
   using Pumping = std::function<void(const std::function<void()>&)>;
 
   FrontBoxes(PageSite& oBrowser, std::shared_ptr<clsHourglass> oHourglass, Pumping oPumping)

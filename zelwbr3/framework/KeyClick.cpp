@@ -10,7 +10,7 @@ namespace ZELWbr3 {
 
 namespace {
 
-/// Enter and Space have a meaning of their own there.
+/// True if Enter and Space have their own meaning in an element.
 bool KeepsKeys(const Element& oElement) {
   static constexpr std::array<std::string_view, 9> Buttons = {"button", "submit", "reset", "image", "checkbox",
                                                               "radio",  "file",   "color", "range"};

@@ -6,9 +6,8 @@ namespace ZELWbr3 {
 
 class Document;
 
-/// True when a key clicks the document's active element: Enter or Space on
-/// anything that can be active but a text field, a list or a sub-frame, which
-/// need both keys themselves.
+/// True if a key clicks the document's active element: Enter or Space, except in
+/// text fields, lists and sub-frames, which need both keys themselves.
 bool ClicksActiveElement(const Document& oDocument, Long lKeyCode);
 
 }  // namespace ZELWbr3

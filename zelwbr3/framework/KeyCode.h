@@ -1,6 +1,6 @@
 #pragma once
 
-/// The keys that pages know, by the key codes of document events.
+/// Key codes of document events.
 namespace ZELWbr3::KeyCode {
 
 inline constexpr int Enter = 13;

@@ -21,8 +21,8 @@ PageSite& Page::Browser() const {
 void Page::ShowInFrame() { Browser().Show(shared_from_this(), WebBrowser()); }
 
 void Page::BeginReload() {
-  // A second refresh before the first one's document has come is part of it:
-  // the host hears one begin for one end.
+  // A second refresh before the first one's document has loaded is part of it:
+  // the host gets one begin and one end.
   if (!std::exchange(m_bActionPending, true)) Browser().RaiseActionBegin();
 }
 
@@ -31,7 +31,7 @@ void Page::DocumentComplete(const std::shared_ptr<ZELWbr3::Document>& oDocument)
   try {
     Fill();
   } catch (const std::exception& oError) {
-    // Somebody waits for the completion, and would for ever.
+    // Go on: someone is waiting for the completion.
     if (HasBrowser()) m_oBrowser->Platform().Trace("Filling the page " + Name() + " failed: " + oError.what());
   }
   if (HasBrowser()) m_oBrowser->NotifyPageComplete(shared_from_this());

@@ -9,13 +9,13 @@
 
 namespace ZELWbr3 {
 
-/// A page controller: owns one page file, fills its document when it has
-/// loaded and reacts to clicks and keys in it. Held by shared pointers: the
-/// control's registry, the frame that shows it, the host.
+/// A page controller: has one page file, fills its document when it has loaded
+/// and handles clicks and keys in it. Held by shared pointers of the control's
+/// registry, the frame that shows it, and the host.
 ///
-/// One display: the host calls the page's Show, that calls the control's; the
-/// control navigates the page's frame, hands over the document
-/// (DocumentComplete), and clicks and keys follow until Hide or CleanUp.
+/// One display: the host calls the page's Show, which calls the control's. The
+/// control navigates the page's frame and passes the document to the page
+/// (DocumentComplete). Clicks and keys follow until Hide or CleanUp.
 class Page : public std::enable_shared_from_this<Page> {
  public:
   virtual ~Page() = default;
@@ -25,26 +25,26 @@ class Page : public std::enable_shared_from_this<Page> {
 
   /// The page file's base name.
   virtual std::string Name() const = 0;
-  /// The page-type constant, 1 to 16 for the control's own pages.
+  /// The page type, 1 to 16 for the control's own pages.
   virtual Long PageType() const = 0;
-  /// The frame that the page is shown in, 0 to 3.
+  /// The frame to show the page in, 0 to 3.
   virtual Long WebBrowser() const = 0;
   virtual std::shared_ptr<ZELCmd3::FCommandlist> Commandlist() const { return nullptr; }
 
   /// True while the page's document is being replaced.
   void NoEvents(bool bNoEvents) { m_bNoEvents = bNoEvents; }
 
-  /// Another page takes the frame: lets go of the document.
+  /// Releases the document, because another page takes the frame.
   virtual void Hide();
-  /// Fills the document and reports completion to the control. No failure of
-  /// the filling leaves it.
+  /// Fills the document and reports completion to the control. Errors while
+  /// filling do not leave it.
   void DocumentComplete(const std::shared_ptr<ZELWbr3::Document>& oDocument);
-  /// Lets go of everything; the page must not be shown again afterwards.
+  /// Releases everything; the page must not be shown again.
   virtual void CleanUp();
 
-  /// A click on the element with that id. True when it was handled.
+  /// Handles a click on the element with that id. True if it was handled.
   virtual bool HandleOnClick(const std::string& sID) = 0;
-  /// A key pressed in the document; true keeps it from the browser.
+  /// Handles a key pressed in the document; true keeps it from the browser.
   virtual bool HandleOnKeyDown(Long& lKeyCode, Element* oElement) = 0;
 
  protected:
@@ -53,16 +53,16 @@ class Page : public std::enable_shared_from_this<Page> {
   /// Writes the page's content into Document().
   virtual void Fill() {}
 
-  /// Throws std::logic_error after CleanUp, and before the control has adopted
-  /// the page.
+  /// Throws std::logic_error after CleanUp and before the control has adopted the
+  /// page.
   PageSite& Browser() const;
   bool HasBrowser() const { return m_oBrowser != nullptr; }
   /// Null while no document is shown.
   const std::shared_ptr<ZELWbr3::Document>& Document() const { return m_oDocument; }
   bool NoEvents() const { return m_bNoEvents; }
 
-  /// Announces an action that ends with the reload of the document: begins it
-  /// and remembers to report its end.
+  /// Announces an action that ends with the reload of the document, and remembers
+  /// to report its end.
   void BeginReload();
   /// Reports the end of such an action, if one is pending.
   void EndReload();

@@ -6,7 +6,7 @@
 
 namespace ZELWbr3 {
 
-/// The default page: a page file that is shown as it is.
+/// The default page: shows its page file as it is.
 class PageDefault : public Page {
  public:
   static constexpr int Type = zelWebBrowserPageDefault;

@@ -12,11 +12,11 @@ namespace ZELWbr3 {
 
 class Page;
 
-/// What a page may ask of the control that shows it. The control implements
-/// it privately, so the second half is out of a host's reach.
+/// What a page may ask of the control that shows it. The control implements it
+/// privately, so hosts cannot call the members that are only for pages.
 class PageSite {
  public:
-  /// Frames that have a name.
+  /// Frames with a name.
   static constexpr int zelWebBrowserMain = 0;
   static constexpr int zelWebBrowserWork = 1;
   static constexpr int zelWebBrowserDetail = 2;
@@ -25,11 +25,11 @@ class PageSite {
   virtual void ShowOnTop(Long lWebBrowser) = 0;
   virtual void Refresh(Long lWebBrowser) = 0;
   virtual Long PreferredUnit() const = 0;
-  /// A page is loaded in the frame.
+  /// True if the frame has a page.
   virtual bool HasPage(Long lWebBrowser) const = 0;
-  /// The frame's browser is behind with showing what was written.
+  /// True if the frame's browser has not shown all changes yet.
   virtual bool IsBehind(Long lWebBrowser) const = 0;
-  /// The frame lies in front of the others.
+  /// True if the frame is in front of the others.
   virtual bool IsInFront(int iFrame) const = 0;
 
   // Pages that other pages open.
@@ -47,7 +47,8 @@ class PageSite {
   virtual Long LocaleDecimalPlaces() const = 0;
   virtual const std::string& LocaleThousendGroupingSymbole() const = 0;
 
-  /// What opens the help topic of a message; empty when there is no such topic.
+  /// A function that opens the help topic of a message; empty if there is no such
+  /// topic.
   virtual std::function<void()> MessageHelp(const std::string& sHelpID) = 0;
 
   virtual void NotifyPageComplete(const std::shared_ptr<Page>& oPage) = 0;
@@ -56,18 +57,18 @@ class PageSite {
   virtual void RaiseCommand(Long lCommand) = 0;
 
   virtual ZELWbr3::Platform& Platform() = 0;
-  /// Sends what was written to the documents so far, before something that
-  /// pumps messages lets the user look at them.
+  /// Sends all changes to the browser. Call it before pumping messages, so that
+  /// the user sees them.
   virtual void FlushDocuments() = 0;
-  /// Whether clicks and keys are dropped, as they are while one is handled. A
-  /// handler that works for long and pumps messages lets them in until it has
-  /// finished, and must be ready for what they do. Answers what it was before.
+  /// Sets whether clicks and keys are dropped, as they are while one is handled;
+  /// returns the previous setting. A long-running handler that pumps messages may
+  /// allow them until it has finished, and must then cope with what they do.
   virtual bool DropEvents(bool bDrop) = 0;
 
  protected:
   ~PageSite() = default;
 
-  /// Makes this the page's site; the page lets go of it in its CleanUp.
+  /// Makes this the page's site, until the page's CleanUp.
   void Adopt(Page& oPage);
 };
 

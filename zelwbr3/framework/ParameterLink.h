@@ -8,14 +8,14 @@
 
 namespace ZELWbr3 {
 
-/// A parameter's name as a link, which modCells::FillParamCell writes: the id
+/// A parameter's name as a link, written by modCells::FillParamCell: its id is
 /// "PARAM" and the name.
 class ParameterLink {
  public:
-  /// Keeps the parameter when the id is such a link; false for other ids, and for
-  /// a cell without a name, which is no link.
+  /// Remembers the parameter if the id is such a link. False for other ids, and
+  /// for a cell without a name, which is not a link.
   bool IsClicked(const std::string& sID);
-  /// Shows the page of the parameter kept.
+  /// Shows the page of the remembered parameter.
   void Open(PageSite& oBrowser, const std::shared_ptr<ZELLib3::Database>& oDatabase) const;
 
  private:

@@ -14,7 +14,7 @@ namespace ZELWbr3 {
 
 namespace {
 
-// The wide facets are the ones that know separators of several bytes.
+// Only the wide facets support separators of several bytes.
 using Numbers = std::numpunct<wchar_t>;
 using Money = std::moneypunct<wchar_t>;
 using Times = std::time_put<wchar_t>;
@@ -51,7 +51,7 @@ SystemLocale::SystemLocale() : m_oLocale(std::locale::classic()) {
     std::locale::category Number;
     const char* Variable;
   };
-  // One by one: a locale that lacks another category still gives these.
+  // One by one, so that a missing category does not affect the others.
   static constexpr Category Categories[] = {
       {std::locale::ctype, "LC_CTYPE"},
       {std::locale::numeric, "LC_NUMERIC"},
@@ -70,7 +70,7 @@ SystemLocale::SystemLocale() : m_oLocale(std::locale::classic()) {
 
 std::string SystemLocale::LocaleInfo(Long, Long lItem) const {
   const auto& oNumbers = std::use_facet<Numbers>(m_oLocale);
-  // Without groups the library still names a separator.
+  // Without groups, the library still gives a separator.
   std::string sGroups = Groups(oNumbers.grouping());
   switch (lItem) {
     case DecimalSeparator:
@@ -96,7 +96,7 @@ std::string SystemLocale::Format(const Date& dDate, char cConversion) const {
   oTime.tm_hour = dDate.Hour;
   oTime.tm_min = dDate.Minute;
   oTime.tm_sec = dDate.Second;
-  oTime.tm_isdst = -1;  // some locales end their times in a zone's name, which is not known here
+  oTime.tm_isdst = -1;  // some locales append the zone's name, which is not known here
   const std::chrono::year_month_day oDay{std::chrono::year(dDate.Year),
                                          std::chrono::month(static_cast<unsigned>(dDate.Month)),
                                          std::chrono::day(static_cast<unsigned>(dDate.Day))};

@@ -6,15 +6,15 @@
 
 namespace ZELWbr3 {
 
-/// The locale that the environment names (LC_ALL, LC_NUMERIC, LC_TIME, LANG),
-/// without touching the process's own. One that is not installed counts as the
-/// C locale: a point, no groups, month/day/year.
+/// The locale named by the environment (LC_ALL, LC_NUMERIC, LC_TIME, LANG). Does
+/// not change the locale of the process. A category that is not installed is
+/// that of the C locale: a point, no groups, month/day/year.
 class SystemLocale : public UserLocale {
  public:
   SystemLocale();
   explicit SystemLocale(const std::locale& oLocale) : m_oLocale(oLocale) {}
 
-  /// There is only the user's one here.
+  /// There is only the user's locale here.
   Long UserDefaultLCID() const override { return 0; }
   std::string LocaleInfo(Long lLCID, Long lItem) const override;
   std::string ShortDate(const Date& dDate) const override { return Format(dDate, 'x'); }

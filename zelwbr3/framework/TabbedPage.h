@@ -5,21 +5,21 @@
 
 namespace ZELWbr3 {
 
-/// A data page whose content is divided by a tab strip, which has the page's
-/// name. The tab that the user has chosen is selected again when the page is
-/// refreshed or shown another time, as far as it can be.
+/// A data page with a tab strip, which has the page's name. The tab chosen by the
+/// user is selected again when the page is refreshed or shown again, if it can
+/// be.
 class TabbedPage : public DataPage {
  public:
   void Hide() override;
   void CleanUp() override;
 
  protected:
-  /// Writes what the tabs show from the beginning.
+  /// Writes the initial content of the tabs.
   virtual void FillTabs() = 0;
   bool OnClick(const std::string& sID) override;
 
   clsTabStrip& Tabs() { return m_oTabs; }
-  /// The tab chosen last.
+  /// The last chosen tab.
   Long ChosenTab() const { return m_lChosenTab; }
   /// Runs something with the tab strip disabled.
   void WithTabsDisabled(const std::function<void()>& oWork);

@@ -9,29 +9,29 @@
 namespace ZELWbr3 {
 
 /// The frame that all page files share: wait area, content, footer and the
-/// warning strip at the top. Switches them by their style and creates nothing.
-/// An element that the page file lacks is skipped.
+/// warning strip at the top. Shows and hides them by their style; creates
+/// nothing. Elements missing in the page file are skipped.
 class ZELHTMLForm {
  public:
   /// Finds the areas in a document; keeps the document until CleanUp.
   void Init(std::shared_ptr<Document> oDocument);
   void CleanUp() { *this = ZELHTMLForm(); }
 
-  /// Shows the content instead of the wait area; false leaves the footer as it
-  /// is.
+  /// Shows the content instead of the wait area. If bFooter is false, the footer
+  /// stays as it is.
   void ShowContent(bool bFooter);
-  /// Shows the wait area instead of the content; false leaves the footer as it
-  /// is.
+  /// Shows the wait area instead of the content. If bFooter is false, the footer
+  /// stays as it is.
   void ShowWait(bool bFooter);
 
-  /// Shows the warning strip with a text. sInfo is the optional second line,
-  /// markup that the program itself has built; an empty one leaves that line
-  /// as it was.
+  /// Shows the warning strip with a text. sInfo is an optional second line of
+  /// markup that the program itself has built; if empty, that line stays as it
+  /// is.
   void ShowTopWarning(const std::string& sText, const std::string& sInfo);
   void HideTopWarning();
 
-  /// Makes the first element with the id sID a command link: appends the
-  /// command's number to the id, so that the next call finds the next one.
+  /// Turns the first element with the id sID into a command link: appends the
+  /// command's number to its id, so that the next call finds the next element.
   void SetCommand(const std::string& sID, Long lCommand);
 
  private:

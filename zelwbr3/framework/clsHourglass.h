@@ -6,22 +6,22 @@
 
 namespace ZELWbr3 {
 
-/// The wait cursor, nested: shown from the first Show until as many Hides.
+/// The wait cursor, nested: shown until each Show has had its Hide.
 class clsHourglass {
  public:
   explicit clsHourglass(ScreenPointer& oScreen) : m_oScreen(oScreen) {}
-  /// Restores the default pointer, however deep the nesting.
+  /// Restores the default pointer at any nesting depth.
   ~clsHourglass() { m_oScreen.MousePointer(ScreenPointer::Default); }
   clsHourglass(const clsHourglass&) = delete;
   clsHourglass& operator=(const clsHourglass&) = delete;
 
   void Show();
   void Hide();
-  /// Suspends the wait cursor, for a dialog; Continue restores what was there.
+  /// Suspends the wait cursor for a dialog; Continue restores it.
   void Break();
   void Continue();
 
-  /// The wait cursor for one stretch of work.
+  /// The wait cursor for the lifetime of an object.
   class Scope {
    public:
     explicit Scope(std::shared_ptr<clsHourglass> oHourglass);
@@ -33,7 +33,7 @@ class clsHourglass {
     std::shared_ptr<clsHourglass> m_oHourglass;
   };
 
-  /// Break and Continue around something modal.
+  /// Break and Continue for the lifetime of an object, around something modal.
   class Pause {
    public:
     explicit Pause(std::shared_ptr<clsHourglass> oHourglass);

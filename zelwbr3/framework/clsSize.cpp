@@ -62,7 +62,7 @@ double clsSize::RoundedValue() const {
   const double dPerPage = m_lUnit == Bytes ? double(m_lPageBytes) : double(m_lPageKB);
   const double dSteps = m_lUnit == MB ? 1024.0 : m_lUnit == GB ? 1024.0 * 1024.0 : 1.0;
   const double dPages = m_lUnit == Pages ? m_dValue : m_dValue * dSteps / dPerPage;
-  double dRounded = std::nearbyint(dPages);  // half to even, the mode a program starts in
+  double dRounded = std::nearbyint(dPages);  // half to even, the default rounding mode
   if (m_lRoundToPages == Up && dRounded < dPages) dRounded += 1;
   return m_lUnit == Pages ? dRounded : dRounded * dPerPage / dSteps;
 }

@@ -9,41 +9,42 @@
 
 namespace ZELWbr3 {
 
-/// One size with its unit: converts it to any other and formats it.
+/// A size with its unit: converts it to other units and formats it.
 ///
-/// Only conversions between bytes and pages use PageBytes; all others with
-/// pages use the page size in whole KB, so a page size that is not a multiple
-/// of 1024 gives different results by path.
+/// Only conversions between bytes and pages use PageBytes. All others that
+/// involve pages use the page size in whole KB, so with a page size that is not
+/// a multiple of 1024 the result depends on the units it goes through.
 class clsSize {
  public:
-  /// Unit numbers, used as indexes everywhere.
+  /// Unit numbers, also used as indexes.
   static constexpr int Bytes = 0, KB = 1, MB = 2, GB = 3, Pages = 4, Automatic = 5;
   /// Rounding to whole pages.
   static constexpr int None = 0, Nearest = 1, Up = 2;
-  /// A value of any kind, as it comes from outside.
+  /// A value of any type from outside.
   using Variant = std::variant<std::monostate, bool, Long, double, std::string>;
 
   explicit clsSize(const UserLocale& oLocale) : m_oLocale(&oLocale) {}
 
-  /// Fractional digits that ValueStr shows for a unit, 0 to 5; another unit
-  /// raises std::out_of_range, and so do digits that are not 0 to 255.
+  /// Fractional digits that ValueStr shows for a unit, 0 to 5. Other units, and
+  /// digits outside 0 to 255, raise std::out_of_range.
   Long NumDigitsAfterDecimals(Long lUnit) const;
   void NumDigitsAfterDecimals(Long lUnit, Long lDigits);
 
-  /// Page size in bytes, 8192 at first.
+  /// Page size in bytes; initially 8192.
   Long PageBytes() const { return m_lPageBytes; }
   void PageBytes(Long lPageBytes);
 
-  /// The size in a unit; 0 for a unit above Pages, std::out_of_range for one
+  /// The size in a unit; 0 for units above Pages, std::out_of_range for units
   /// below 0.
   double Value(Long lUnit) const;
   /// Stores a size with its unit, Bytes to Pages; std::out_of_range otherwise.
   void Value(Long lUnit, double dValue);
-  /// Stores what converts to a currency value (four decimals), else 0.
+  /// Stores the value as a currency amount (four decimals), or 0 if it does not
+  /// convert.
   void ValueVar(Long lUnit, const Variant& vValue);
 
-  /// The formatted size; Automatic chooses the largest of Bytes to GB that is
-  /// at least 1.
+  /// The formatted size. Automatic chooses the largest unit of Bytes to GB in
+  /// which the size is at least 1.
   std::string ValueStr(Long lUnit, bool bWithUnit) const;
 
   /// None, Nearest or Up.

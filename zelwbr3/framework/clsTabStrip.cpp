@@ -56,7 +56,7 @@ void clsTabStrip::Select(Long lTab) {
   if (m_oStrip == nullptr || lTab == lOld) return;
   const Long lLast = m_lTabCount - 1;
 
-  // The first tab has the angle behind it even where it is the last one, too.
+  // The first tab has an angle after it even if it is also the last one.
   SetClass(Link(lOld), LinkOff);
   if (lOld != 0) SetAngle(lOld, AngleOffOff);
   if (lOld == 0 || lOld != lLast) SetAngle(lOld + 1, AngleOffOff);

@@ -9,16 +9,16 @@
 
 namespace ZELWbr3 {
 
-/// One tab strip of a page file: a row of tab links with an angle between any
-/// two and an edge at both ends, above one content block a tab. The ids of its
-/// elements end with the strip's name; tabs count from 0.
+/// A tab strip of a page file: a row of tab links with an angle between
+/// neighbours and an edge at both ends, above one content block per tab. The ids
+/// of its elements end with the strip's name; tabs count from 0.
 ///
-/// Works by class names and by showing the blocks, and keeps nothing of the
-/// selection, which is the strip's attribute "selectedtab". What the page file
-/// lacks is skipped.
+/// Sets class names and shows and hides the blocks. The selection is stored in
+/// the strip's attribute "selectedtab". Elements missing in the page file are
+/// skipped.
 class clsTabStrip {
  public:
-  /// For the page's use; the strip works alike without.
+  /// For the page's use; the strip itself does not need it.
   bool Enabled() const { return m_bEnabled; }
   void Enabled(bool bEnabled) { m_bEnabled = bEnabled; }
 
@@ -26,25 +26,25 @@ class clsTabStrip {
   void Init(std::shared_ptr<Document> oDocument, std::string sName);
   void CleanUp();
 
-  /// A click on the element with that id, which is the active one. True when
-  /// it was a link of this strip that could be selected, and now is. The tab is
-  /// one digit of the id, so that only the first ten can be reached.
+  /// Handles a click on the element with that id, which is the active one. True
+  /// if it was a link of this strip and its tab is now selected. The tab is one
+  /// digit of the id, so only the first ten can be selected.
   bool HandleOnClick(std::string_view sID);
 
   /// The selected tab; 0 without a strip.
   Long Selected() const;
-  /// An unselected tab that is not disabled.
+  /// True for a tab that is neither selected nor disabled.
   bool IsSelectable(Long lTab) const;
   /// Selects a tab, 0 to the number of tabs - 1.
   void Select(Long lTab);
-  /// Greys a tab out: it no longer reacts to clicks.
+  /// Greys out a tab; it no longer reacts to clicks.
   void Disable(Long lTab);
 
  private:
   Element* Find(const std::string& sPart) const;
   Element* Link(Long lTab) const;
   void SetClass(Element* oElement, std::string_view sClass) const;
-  /// The angle in front of a tab.
+  /// The angle before a tab.
   void SetAngle(Long lTab, std::string_view sClass) const;
   void SetEdges(std::string_view sFirst, std::string_view sLast) const;
   void ShowContent(Long lTab, std::string_view sDisplay) const;

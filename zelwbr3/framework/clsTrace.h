@@ -10,14 +10,14 @@
 
 namespace ZELWbr3 {
 
-/// A timing trace in a text file. Every line opens and closes the file, so the
-/// trace survives a crash of the host and can be read while it is written.
-/// Times are milliseconds since StartLogging; beyond 32 bits (24.8 days) they
-/// raise std::overflow_error. A file that cannot be written raises
-/// std::runtime_error that names it.
+/// A timing trace in a text file. The file is opened and closed for every line,
+/// so the trace survives a crash of the host and can be read while it is
+/// written. Times are milliseconds since StartLogging; beyond 32 bits (24.8 days)
+/// they raise std::overflow_error. A file that cannot be written raises
+/// std::runtime_error, which names it.
 class clsTrace {
  public:
-  /// Milliseconds of a clock that never goes back.
+  /// Milliseconds of a monotonic clock.
   using Timer = std::function<std::int64_t()>;
 
   explicit clsTrace(const UserLocale& oLocale, Timer oTimer = SteadyTimer);
@@ -25,10 +25,10 @@ class clsTrace {
   void StartLogging(const std::string& sFileName);
   /// Only after logging has started.
   void Text(const std::string& sText);
-  /// Opens a level, at most 1025 of them; one more raises std::out_of_range.
+  /// Opens a level. More than 1025 levels raise std::out_of_range.
   void Push(const std::string& sText);
-  /// Closes the level opened last and writes how long it was open; without one
-  /// raises std::out_of_range.
+  /// Closes the level opened last and writes how long it was open; raises
+  /// std::out_of_range if there is none.
   void Pop(const std::string& sText);
   /// Only after logging has started.
   void StopLogging();

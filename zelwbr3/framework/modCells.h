@@ -8,41 +8,41 @@
 #include <string_view>
 #include <vector>
 
-/// Rows made from hidden template rows, and what pages write into their cells.
+/// Adds rows from hidden template rows, and writes their cells.
 namespace ZELWbr3::modCells {
 
 /// Appends a visible copy of a template row to a table section.
 Element& AddRowFromTemplate(Element& oSection, Element& oTemplate);
-/// The same behind the template's own rows, answering the cells of the copy;
-/// throws std::runtime_error when there are fewer than iCells.
+/// The same at the end of the template's own section; returns the cells of the
+/// copy. Throws std::runtime_error if there are fewer than iCells.
 std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t iCells);
 
-/// What an instance delivers for a text that is missing.
+/// The text that an instance delivers for a missing value.
 inline constexpr std::string_view MissingText = "(null)";
-/// The text, or nothing for one that is missing.
+/// The text; empty for a missing one.
 inline std::string_view Known(std::string_view sText) { return sText == MissingText ? std::string_view() : sText; }
 
-/// A text that is empty or missing is written as a blank: an empty cell would
+/// Writes a text; a blank if it is empty or missing, because an empty cell would
 /// collapse.
 void SetCellText(Element& oCell, std::string_view sText);
-/// Writes any text, a missing one included, but a blank for an empty one and for
-/// the excepted one.
+/// Writes any text, including "(null)"; a blank if it is empty or equals the
+/// excepted text.
 void SetCellTextExcept(Element& oCell, std::string_view sText, std::string_view sExcept);
 
-/// A counter in the user's groups; the empty text for -1, not available.
+/// A counter in the user's groups; empty for -1, not available.
 std::string FormatCounter(double dCounter, const UserLocale& oLocale);
-/// A percentage with two decimals and its sign.
+/// A percentage with two decimals and a percent sign.
 std::string FormatPercent(float fPercent, const UserLocale& oLocale);
-/// The share of a part in percent; 100 when the whole is 0 or less.
+/// The share of a part in percent; 100 if the whole is 0 or less.
 float Percentage(float fWhole, float fPart);
 
-/// Makes a cell a parameter's name: its group's class, its name, and the id
-/// "PARAM" with the name that a click is recognised by. Without a name it is no
-/// link and no tab stop.
+/// Writes a parameter's name into a cell: the class of its group, the name, and
+/// the id "PARAM" + name, by which clicks are recognised. Without a name, the
+/// cell is neither a link nor a tab stop.
 void FillParamCell(Element& oCell, std::string_view sName, Long lGroup);
 
-/// What an id says after a prefix, such as the name in "PARAM" + name; false
-/// when it does not begin with it.
+/// The rest of an id after a prefix, such as the name in "PARAM" + name. False if
+/// the id does not start with the prefix.
 bool AfterPrefix(std::string_view sPrefix, std::string_view sID, std::string& sRest);
 
 }  // namespace ZELWbr3::modCells

@@ -4,8 +4,8 @@
 
 #include <memory>
 
-/// Whether an instance offers a feature; the version is read anew at each
-/// call. Without an instance nothing is offered.
+/// Whether an instance offers a feature; every call reads the version again.
+/// Without an instance, nothing is offered.
 namespace ZELWbr3::modCheckCommands {
 
 /// Automatic extension of the data area: from 7.6, build 10.

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-/// The host's command numbers that the control itself writes, and the links
-/// that carry a number in their id: "guicmd" and five digits.
+/// The host's command numbers that the control itself uses, and the links with a
+/// command number in their id: "guicmd" and five digits.
 namespace ZELWbr3::modCmdEnum {
 
 inline constexpr int cmdBackupWizard = 35;
@@ -15,7 +15,7 @@ inline constexpr int cmdVolumes = 65;
 
 /// Markup of a link to a command.
 std::string CommandLink(Long lCommand, std::string_view sLabel);
-/// The command of an element's id; no value when it is none of a link.
+/// The command number in an element's id; no value if it is not a command link.
 std::optional<Long> LinkedCommand(std::string_view sID);
 
 }  // namespace ZELWbr3::modCmdEnum

@@ -12,10 +12,10 @@ namespace {
 
 /// The largest currency value, 2^63 - 1 ten-thousandths.
 constexpr double Limit = 922337203685477.5807;
-/// From here on a double has no more than four decimals anyway.
+/// From this value on, a double has at most four decimals anyway.
 constexpr double Coarse = 1e12;
 
-/// A whole text as a number in the user's notation; not a number otherwise.
+/// A complete text as a number in the user's notation; NaN if it is not one.
 double Parse(const std::string& sText, const UserLocale& oLocale) {
   const auto Item = [&](UserLocale::Item eItem) {
     return modLocal::LocaleString(oLocale, oLocale.UserDefaultLCID(), static_cast<int>(eItem));

@@ -5,8 +5,8 @@
 namespace ZELWbr3::modCurrency {
 
 /// The value as a currency amount: four decimals, rounded half to even, up to
-/// about 922 million million. What does not convert (a text that is no number
-/// in the user's locale, a number out of range, nothing at all) is 0.
+/// about 922 trillion. 0 for what does not convert: a text that is not a number
+/// in the user's locale, a number out of range, nothing at all.
 double ToCurrency(const clsSize::Variant& vValue, const UserLocale& oLocale);
 
 }  // namespace ZELWbr3::modCurrency

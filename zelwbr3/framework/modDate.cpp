@@ -5,7 +5,7 @@
 namespace ZELWbr3::modDate {
 
 std::string Complaint(const Date& dDate) {
-  // No user's locale can be trusted with a date that does not exist.
+  // A locale may format a date that does not exist as another one, so use ISO.
   return Calendar::Exists(dDate) ? "" : "There is no " + Calendar::ISOText(dDate, ' ') + ".";
 }
 

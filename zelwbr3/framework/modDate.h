@@ -4,10 +4,10 @@
 
 #include <string>
 
-/// What is said of dates.
+/// Messages about dates.
 namespace ZELWbr3::modDate {
 
-/// Why a date cannot be used: it does not exist. Empty when it does.
+/// Why a date cannot be used: it does not exist. Empty if it does.
 std::string Complaint(const Date& dDate);
 
 }  // namespace ZELWbr3::modDate

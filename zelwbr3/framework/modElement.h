@@ -2,7 +2,7 @@
 
 #include "zelwbr3/dom/Element.h"
 
-/// Small procedures that pages use on elements.
+/// Small helpers for elements.
 namespace ZELWbr3::modElement {
 
 /// Shows or hides an element; null is skipped.

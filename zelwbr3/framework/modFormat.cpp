@@ -46,7 +46,7 @@ struct Rounded {
 };
 
 Rounded Round(const Decimal& oDecimal, int iDecimals) {
-  // All digits with the decimal point after iPoint of them.
+  // All digits; the decimal point comes after the first iPoint of them.
   std::string sDigits = oDecimal.Digits;
   int iPoint = oDecimal.Exponent;
   if (iPoint < 1) {
@@ -77,7 +77,7 @@ std::string Item(const UserLocale& oLocale, UserLocale::Item eItem) {
   return modLocal::LocaleString(oLocale, oLocale.UserDefaultLCID(), static_cast<int>(eItem));
 }
 
-/// Group sizes from the right; the last one repeats when bRepeat.
+/// Group sizes from the right; the last one repeats if bRepeat.
 struct Groups {
   std::vector<std::size_t> Sizes;
   bool Repeat = false;
@@ -170,8 +170,8 @@ std::string GeneralDate(const Date& dDate, const UserLocale& oLocale) {
 
 namespace {
 
-/// Of the digits of a number beyond what a double holds: it is too close to
-/// zero rather than too large.
+/// For the digits of a number outside the range of a double: true if it is too
+/// close to zero, not too large.
 bool IsTiny(std::string_view sDigits) {
   const auto iExponent = sDigits.find_first_of("eE");
   if (iExponent != std::string_view::npos) return sDigits.substr(iExponent + 1).starts_with('-');
@@ -186,8 +186,8 @@ double Val(std::string_view sText) {
   for (const char c : sText) {
     if (c != ' ') sNumber += c;
   }
-  // from_chars knows no plus sign, and takes "inf" and "nan", which are no
-  // numbers here.
+  // from_chars does not accept a plus sign, but accepts "inf" and "nan", which
+  // are not numbers here.
   std::string_view sRest = sNumber;
   const bool bNegative = sRest.starts_with('-');
   if (bNegative || sRest.starts_with('+')) sRest.remove_prefix(1);

@@ -7,32 +7,32 @@
 #include <string>
 #include <string_view>
 
-/// Numbers and dates as texts, and back.
+/// Converts numbers and dates to texts and back.
 ///
 /// Decimals are rounded half away from zero on the number's own decimal digits
 /// (the shortest that read back as the number), so 1.005 with two decimals is
-/// 1.01. A number that is not finite is the text "-".
+/// 1.01. A number that is not finite gives "-".
 namespace ZELWbr3::modFormat {
 
-/// At least iDigits digits, zeros in front ("00000"); never grouped.
+/// At least iDigits digits with leading zeros ("00000"); never grouped.
 std::string Padded(Long lValue, int iDigits);
-/// At least eight digits, zeros in front, grouped in threes by the user's
+/// At least eight digits with leading zeros, grouped in threes by the user's
 /// separator ("00,000,000").
 std::string PaddedGrouped(Long lValue, const UserLocale& oLocale);
-/// Digits in the user's groups, the empty text for zero ("#,#").
+/// Digits in the user's groups; empty for zero ("#,#").
 std::string Grouped(Long lValue, const UserLocale& oLocale);
 /// One digit or more and exactly iDecimals decimals, not grouped ("0.00"). A
-/// single-precision number counts with its own, fewer digits.
+/// single-precision number is rounded on its own, fewer digits.
 std::string Fixed(double dValue, int iDecimals, const UserLocale& oLocale);
 std::string Fixed(float fValue, int iDecimals, const UserLocale& oLocale);
-/// The user's number format: as Fixed, in the user's groups.
+/// The user's number format: like Fixed, in the user's groups.
 std::string Number(double dValue, int iDecimals, const UserLocale& oLocale);
 
-/// Short date, one blank, long time; the empty text for no date.
+/// Short date, one blank, long time; empty for no date.
 std::string GeneralDate(const Date& dDate, const UserLocale& oLocale);
 
-/// The leading number of a text, blanks ignored; 0 when there is none,
-/// infinite when no double is that large.
+/// The leading number of a text, ignoring blanks; 0 if there is none, infinite if
+/// it is too large for a double.
 double Val(std::string_view sText);
 /// Rounded half to even; throws std::overflow_error beyond 32 bits.
 Long ToLong(double dValue);

@@ -1,8 +1,7 @@
 #pragma once
 
-/// Numbers of the pictures that the pages' command-list items have: indices
-/// into the host's image resource. A host without a picture shows the text
-/// alone.
+/// Picture numbers of the pages' command-list items: indexes into the host's
+/// image resource. A host without a picture only shows the text.
 namespace ZELWbr3::modPicture {
 
 inline constexpr int Admin = 40;

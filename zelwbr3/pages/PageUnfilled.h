@@ -5,8 +5,8 @@
 
 namespace ZELWbr3 {
 
-/// A page that shows its file as it stands: it refreshes, closes and carries
-/// command links, and writes nothing into its document.
+/// A page that shows its file as it is: refreshes, closes and has command links,
+/// but writes nothing into its document.
 class PageUnfilled : public DataPage {
  protected:
   void FillContent() override {}

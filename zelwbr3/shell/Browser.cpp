@@ -89,9 +89,9 @@ void Browser::CleanUp() {
 Long Browser::Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) {
   BrowserFrame& oFrame = Frame(lWebBrowser);
   if (oPage == nullptr) throw std::invalid_argument("There is no page to show");
-  // 1. The page shown so far goes, unless it is shown again.
+  // 1. Hide the previous page, unless it is the same.
   if (oFrame.Page != nullptr && oFrame.Page->Name() != oPage->Name()) oFrame.Page->Hide();
-  // 2. and 3. The frame's page and URL.
+  // 2. and 3. Set the frame's page and URL.
   AdoptPage(oPage);
   oFrame.Page = oPage;
   oFrame.URL = m_sHTMLPath + "\\" + oPage->Name() + ".htm";
@@ -100,19 +100,19 @@ Long Browser::Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) {
   m_bPageComplete = false;
   oFrame.WebBrowser().Navigate(oFrame.URL, NavigateFlags::Fresh);
   WaitUntil([this] { return m_bNavigateComplete; });
-  // 7. Show it.
+  // 7. Bring it to the front.
   BringToFront(lWebBrowser);
-  // 8. Wait until the page has filled it and the screen shows that.
+  // 8. Wait until the page has filled it and the browser has confirmed that.
   WaitUntil([&] {
-    // Whoever took the page out of the frame meanwhile has ended this wait,
-    // unless another page was shown instead.
+    // If the page was removed from the frame, this wait ends, unless another page
+    // was shown instead.
     if (!m_bPageComplete && oFrame.Page == nullptr) {
       throw WaitError("The frame was emptied before the page " + oPage->Name() + " was complete");
     }
     return m_bPageComplete;
   });
   WaitUntil([&oFrame] { return oFrame.WebBrowser().Settled(); });
-  // 9. Document events follow the frame in front, which this may no longer be.
+  // 9. Document events go to the frame in front, which may be another one by now.
   return lWebBrowser;
 }
 

@@ -31,13 +31,12 @@ class PageSysDD;
 class PageSysInfo;
 class PageSysInfos;
 
-/// The browser control: shows the pages of one instance in four frames that lie
-/// on each other, routes clicks and keys to the page in front and reports to
-/// the host by events.
+/// The browser control: shows the pages of one instance in four stacked frames,
+/// routes clicks and keys to the page in front and reports to the host by events.
 ///
 /// Everything happens on the user-interface thread. Show waits by pumping
-/// messages, without a time-out; the host may call the control again
-/// meanwhile. A wait that cannot end raises WaitError. Nothing is persisted.
+/// messages, without a time-out; during that the host may call the control again.
+/// A wait that cannot end raises WaitError. Nothing is persisted.
 ///
 ///     Browser oBrowser(oPlatform);
 ///     oBrowser.HTMLPath("/usr/share/zelwbr3/html");
@@ -46,7 +45,7 @@ class Browser : private PageSite, private BrowserFrame::Owner {
  public:
   /// The platform must outlive the control.
   explicit Browser(ZELWbr3::Platform& oPlatform);
-  /// Cleans up the pages; a wait that is under way ends with an error.
+  /// Cleans up the pages; a wait in progress ends with an error.
   ~Browser();
   Browser(const Browser&) = delete;
   Browser& operator=(const Browser&) = delete;
@@ -58,26 +57,26 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   /// Path of the compiled help file.
   const std::string& CHMPath() const { return m_sCHMPath; }
   void CHMPath(const std::string& sPath) { m_sCHMPath = sPath; }
-  /// Folder of the page files, without a separator at its end.
+  /// Folder of the page files, without a trailing separator.
   const std::string& HTMLPath() const { return m_sHTMLPath; }
   void HTMLPath(const std::string& sPath) { m_sHTMLPath = sPath; }
-  /// Sizes are shown in the unit with this number plus one: 0 KB, 1 MB, 2 GB,
-  /// 3 pages, 4 automatic; -1 bytes.
+  /// The unit to show sizes in: 0 KB, 1 MB, 2 GB, 3 pages, 4 automatic, -1 bytes.
+  /// It is the number of a unit of clsSize, minus one.
   Long PreferredUnit() const override { return m_lPreferredUnit; }
   void PreferredUnit(Long lUnit) { m_lPreferredUnit = lUnit; }
-  /// Whatever the host wants all pages of all controls to share.
+  /// An object of the host that all pages of all controls share.
   static std::shared_ptr<void> Resource() { return s_oResource; }
   static void Resource(std::shared_ptr<void> oResource) { s_oResource = std::move(oResource); }
-  /// The user's number settings, read when the control was made.
+  /// The user's number settings, read when the control was created.
   const std::string& LocaleDecimalSymbole() const override { return m_sDecimalSymbole; }
   Long LocaleDecimalPlaces() const override { return m_lDecimalPlaces; }
   const std::string& LocaleThousendGroupingSymbole() const override { return m_sThousendGroupingSymbole; }
-  /// Page type of the page that completed last; 0 at first.
+  /// Page type of the page that completed last; initially 0.
   Long ActPage() const { return m_lActPage; }
-  /// The registry's page of that type as it stands: null when there is none.
+  /// The page of that type in the registry; null if there is none yet.
   std::shared_ptr<Page> ActPageObj() const;
 
-  // The pages, each made when it is first asked for.
+  // The pages, each created on first use.
   std::shared_ptr<ZELWbr3::PageDefault> PageDefault();
   std::shared_ptr<ZELWbr3::PageMain> PageMain();
   std::shared_ptr<ZELWbr3::PageHistory> PageHistory();
@@ -95,7 +94,7 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   std::shared_ptr<ZELWbr3::PageSessions> PageSessions();
   std::shared_ptr<ZELWbr3::PageDBAnalyzer> PageDBAnalyzer();
 
-  // A frame number below 0 or of 4 or more raises std::out_of_range.
+  // Frame numbers outside 0 to 3 raise std::out_of_range.
 
   /// Empties the frames 0 to 2, cleans up all pages and forgets them.
   void CleanUp();
@@ -108,19 +107,19 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   /// Navigates a frame anywhere, http and https included, without a page and
   /// without waiting. An empty URL does nothing.
   void Navigate(const std::string& sURL, Long lWebBrowser);
-  /// Loads the frame's URL again, without waiting; the page fills it anew. Does
-  /// nothing for a frame that was never navigated.
+  /// Loads the frame's URL again, without waiting; the page fills it again. Does
+  /// nothing if the frame was never navigated.
   void Refresh(Long lWebBrowser) override;
   /// Takes the frame's page away and empties it.
   void Clear(Long lWebBrowser);
-  /// Explains a message by a topic of the help file, in a window of its own;
-  /// returns when the user has closed that.
+  /// Explains a message with a topic of the help file, in a window of its own;
+  /// returns when the user has closed it.
   void ShowMessageHelpID(const std::string& sHelpID);
 
   /// Gives all frames the size of the control, in the platform's pixels.
   void Resize(int iWidth, int iHeight);
 
-  /// The document of the frame in front; null when there is none.
+  /// The document of the frame in front; null if there is none.
   std::shared_ptr<ZELWbr3::Document> VisibleDocument() const;
 
   // Keys that the control itself receives, not a document: the key code and
@@ -130,7 +129,7 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   Event<Integer&, Integer&> KeyUp;
   /// A page has filled its document, or came to the front again.
   Event<const std::shared_ptr<Page>&> PageComplete;
-  /// A page begins a long action, and has finished it; true asks the host to
+  /// A page begins a long action, and has finished it. True asks the host to
   /// refresh.
   Event<> ActionBegin;
   Event<bool> ActionComplete;
@@ -166,15 +165,15 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   void ProcessTerminated(const std::string& sReason) override;
   void TraceError(const std::string& sText) override { m_oPlatform.Trace(sText); }
 
-  /// The registry's page of that class, made when there is none.
+  /// The registry's page of that class, created if there is none.
   template <typename PageClass>
   std::shared_ptr<PageClass> Registered();
 
   BrowserFrame& Frame(Long lWebBrowser) const;
   void AdoptPage(const std::shared_ptr<Page>& oPage);
   void BringToFront(Long lWebBrowser);
-  /// Makes the host's command list show what belongs to the page in front:
-  /// nothing for a page that has no commands, and for none.
+  /// Makes the host's command list show the commands of the page in front; none
+  /// if there is no page or it has no commands.
   void ShowCommandsOf(const std::shared_ptr<Page>& oPage);
   void WaitUntil(const std::function<bool()>& oDone);
 
@@ -189,8 +188,8 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   std::string m_sThousendGroupingSymbole;
 
   std::array<std::shared_ptr<Page>, zelWebBrowserPageDBAnalyzer + 1> m_registry;  // 0 stays empty
-  /// Every page that may still call this control: the registry's and those
-  /// that the host showed.
+  /// Every page that may still call this control: those of the registry and those
+  /// shown by the host.
   std::vector<std::weak_ptr<Page>> m_adopted;
   std::array<std::shared_ptr<BrowserFrame>, 4> m_frames;
   std::weak_ptr<ZELCmd3::FCommandlist> m_oCommandlist;
@@ -200,10 +199,10 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   bool m_bPageComplete = false;
   bool m_bBusy = false;
 
-  /// Browser processes that have died so far, and why the last one did.
+  /// Number of browser processes that have died, and why the last one did.
   int m_iTerminations = 0;
   std::string m_sTermination;
-  /// Expires with the control, for those who pump messages meanwhile.
+  /// Expires with the control, so that code that pumps messages notices.
   std::shared_ptr<const bool> m_oAlive = std::make_shared<const bool>(true);
 };
 

@@ -30,8 +30,8 @@ void BrowserFrame::DocumentComplete(bool bTopLevel) {
   try {
     if (const auto oDocument = m_oWebBrowser->Document()) oPage->DocumentComplete(oDocument);
   } catch (const std::exception& oError) {
-    // The notification comes out of the message loop: nobody there could
-    // handle it.
+    // The notification comes from the message loop, where nobody could handle an
+    // exception.
     if (m_oOwner != nullptr) m_oOwner->TraceError(oPage->Name() + ".DocumentComplete: " + oError.what());
   }
   oPage->NoEvents(false);
@@ -41,7 +41,7 @@ void BrowserFrame::DocumentComplete(bool bTopLevel) {
 void BrowserFrame::Click() {
   HandleDocumentEvent([this](Document& oDocument) {
     const Element* oElement = oDocument.activeElement();
-    const auto oPage = Page;  // the handler may take it out of the frame
+    const auto oPage = Page;  // the handler may remove it from the frame
     if (oElement == nullptr || oPage == nullptr) return;
     const std::string sID = oElement->id();
     if (!sID.empty()) oPage->HandleOnClick(sID);
@@ -55,7 +55,7 @@ bool BrowserFrame::KeyDown() {
     Long lKeyCode = oEvent == nullptr ? Long(0) : oEvent->keyCode;
     const auto oPage = Page;
     if (oPage == nullptr || !oPage->HandleOnKeyDown(lKeyCode, oDocument.activeElement())) return;
-    // Asked for again: the handler may have run a message loop.
+    // Read again, because the handler may have run a message loop.
     oEvent = oDocument.parentWindow().event();
     if (oEvent != nullptr) {
       oEvent->keyCode = 0;

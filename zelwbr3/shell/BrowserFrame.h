@@ -9,23 +9,23 @@
 
 namespace ZELWbr3 {
 
-/// One frame of the control: its web browser, the page shown in it and the URL
-/// it was navigated to last. Routes what the web browser reports to the page.
+/// One frame of the control: its web browser, the page shown in it and the URL of
+/// its last navigation. Passes the web browser's events to the page.
 ///
 /// Held by a shared pointer, so that it survives a handler in which the host
 /// destroys the control; Detach tells it that this has happened.
 class BrowserFrame : public WebBrowserEvents, public std::enable_shared_from_this<BrowserFrame> {
  public:
-  /// What frames share: the control.
+  /// What a frame needs of the control.
   class Owner {
    public:
     virtual void NavigateCompleted() = 0;
     virtual bool IsInFront(int iFrame) const = 0;
-    /// False while another click or key is being handled: this one is dropped.
+    /// False while another click or key is being handled; drop this one then.
     virtual bool EnterDocumentEvent() = 0;
     virtual void LeaveDocumentEvent() = 0;
     virtual void ProcessTerminated(const std::string& sReason) = 0;
-    /// What a page's handler failed at; the host does not hear of it.
+    /// Traces an error of a page's handler; the host is not told.
     virtual void TraceError(const std::string& sText) = 0;
 
    protected:
@@ -34,9 +34,9 @@ class BrowserFrame : public WebBrowserEvents, public std::enable_shared_from_thi
 
   BrowserFrame(int iFrame, Owner& oOwner) : m_iFrame(iFrame), m_oOwner(&oOwner) {}
 
-  /// Makes the web browser.
+  /// Creates the web browser.
   void Attach(Platform& oPlatform);
-  /// The control is going: nothing is reported to it any more.
+  /// The control is being destroyed; nothing is reported to it any more.
   void Detach();
 
   /// Throws WaitError after Detach.

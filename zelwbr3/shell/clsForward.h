@@ -8,14 +8,14 @@
 namespace ZELWbr3 {
 
 /// Forwards an event to a method of an object, for a host that needs a plain
-/// object as a document's event handler. Nothing in the control makes one.
+/// object as a document's event handler. The control itself does not use it.
 class clsForward {
  public:
-  /// An object whose methods can be called by their names.
+  /// An object whose methods can be called by name.
   class Destination {
    public:
     virtual ~Destination() = default;
-    /// Throws what the method throws; std::invalid_argument for an unknown one.
+    /// Throws what the method throws; std::invalid_argument if it is unknown.
     virtual void CallByName(const std::string& sMethod) = 0;
   };
 
@@ -27,7 +27,7 @@ class clsForward {
     m_bArmed = true;
   }
 
-  /// Calls the method, once there is a destination.
+  /// Calls the method if there is a destination.
   void TheDefaultMethod() const {
     if (m_bArmed) m_oObject->CallByName(m_sMethod);
   }

@@ -4,7 +4,7 @@ namespace ZELWbr3 {
 
 namespace {
 
-/// What would end the path of a URL or begin an escape is escaped.
+/// Escapes characters that would end the path of a URL or start an escape.
 std::string InURL(const std::string& sPath) {
   std::string sEscaped;
   for (const char c : sPath) {
@@ -46,7 +46,7 @@ void frmMessage::ProcessTerminated(const std::string& sReason) {
 }
 
 void frmMessage::Resize(int iWidth, int iHeight) {
-  // The platform may size the window while it makes it.
+  // The platform may size the window while creating it.
   if (m_oWindow != nullptr) m_oWindow->WebBrowser().Move(0, 0, iWidth, iHeight);
 }
 

@@ -8,23 +8,22 @@
 
 namespace ZELWbr3 {
 
-/// The message window: explains a message by a topic of the compiled help
-/// file. Its browser shows the page file Message.htm, whose inline frame
-/// "Message1.Txt" gets the topic's URL. Clicks and keys do nothing in it.
+/// The message window: explains a message with a topic of the compiled help file.
+/// Its browser shows the page file Message.htm, whose inline frame "Message1.Txt"
+/// gets the topic's URL. Clicks and keys do nothing in it.
 class frmMessage : private MessageWindowEvents {
  public:
   explicit frmMessage(Platform& oPlatform) : m_oPlatform(oPlatform) {}
   frmMessage(const frmMessage&) = delete;
   frmMessage& operator=(const frmMessage&) = delete;
 
-  /// Folder of the page files, without a separator at its end.
+  /// Folder of the page files, without a trailing separator.
   void HTMLPath(const std::string& sPath) { m_sHTMLPath = sPath; }
   /// Path of the compiled help file.
   void CHMPath(const std::string& sPath) { m_sCHMPath = sPath; }
 
   /// Shows the topic sHelpID + ".htm" and returns when the user has closed the
-  /// window. A topic or page file that does not exist is for the browser to
-  /// say.
+  /// window. If the topic or page file does not exist, the browser says so.
   void ShowMessageHelpID(const std::string& sHelpID);
 
  private:

@@ -17,12 +17,12 @@ namespace ZELWbr3 {
 namespace {
 
 using namespace ZELLib3::AnalyzerState;
-/// Any code that is none of the states; also where there is no analyzer.
+/// A code that is not a state; also used if there is no analyzer.
 constexpr int Unknown = -1;
 
 Long StateOf(const ZELLib3::Analyzer* oAnalyzer) { return oAnalyzer == nullptr ? Long(Unknown) : oAnalyzer->State(); }
 
-/// The first table section that has a template row, emptied of all other rows.
+/// Empties a table section except for its template row, which it returns.
 Element& Emptied(Element& oSection) {
   Element* oTemplate = oSection.rows(0);
   if (oTemplate == nullptr) throw std::runtime_error("The page file has no template row for protocol sets");
@@ -57,7 +57,7 @@ void PageDBAnalyzer::OnCommand(Long lCommand) {
           const auto oAnalyzer = Database()->Analyzer();
           if (oAnalyzer == nullptr) throw std::runtime_error("The database analyzer is unknown");
           bChanged = (this->*oAction)(*oAnalyzer);
-          if (bChanged) FillContent();  // enables the items, too
+          if (bChanged) FillContent();  // also enables the items
         },
         [&] {
           if (!bChanged) EnableItems();
@@ -90,7 +90,7 @@ void PageDBAnalyzer::AddItems() {
 }
 
 void PageDBAnalyzer::EnableItems() {
-  // Without a state that can be read nothing is known to be started or stopped.
+  // Until the state has been read, the analyzer is neither started nor stopped.
   EnableItems(false, false, true);
   if (Database() == nullptr) return;
   const Long lState = StateOf(Database()->Analyzer().get());

@@ -7,7 +7,7 @@
 
 namespace ZELWbr3 {
 
-/// The database analyzer of the instance: its state, how it runs and its
+/// The database analyzer of the instance: its state, its settings and its
 /// protocol sets. Commands start it, stop it and delete old protocol sets.
 class PageDBAnalyzer : public DataPage {
  public:
@@ -27,7 +27,7 @@ class PageDBAnalyzer : public DataPage {
   void Close() override { Browser().ShowDefault(); }
 
  private:
-  /// An action of the page: asks and calls the analyzer. True when the
+  /// An action of the page: asks the user and calls the analyzer. True if the
   /// instance has changed.
   using Action = bool (PageDBAnalyzer::*)(ZELLib3::Analyzer&);
 
@@ -40,7 +40,7 @@ class PageDBAnalyzer : public DataPage {
   void EnableItems();
   void EnableItems(bool bStart, bool bStop, bool bDelete);
 
-  // An element that the page file lacks is skipped.
+  // Elements missing in the page file are skipped.
   void FillState(const ZELLib3::Analyzer* oAnalyzer);
   void FillError(const ZELLib3::Analyzer* oAnalyzer);
   void FillRun(const ZELLib3::Analyzer* oAnalyzer);

@@ -7,12 +7,12 @@
 
 namespace ZELWbr3 {
 
-/// Asks up to which day the analyzer's protocol sets are to be deleted.
+/// Asks up to which day to delete the analyzer's protocol sets.
 class frmDBAnalyzerDelete {
  public:
   explicit frmDBAnalyzerDelete(DialogBox& oDialogBox) : m_oDialogBox(oDialogBox) {}
 
-  /// No value when it was cancelled; of the date only the day counts.
+  /// The day chosen; no value if the dialog was cancelled.
   std::optional<Date> DeleteProtSets(const Date& dToday = Calendar::Now());
 
  private:

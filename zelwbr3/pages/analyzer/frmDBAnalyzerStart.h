@@ -14,8 +14,8 @@ class frmDBAnalyzerStart {
 
   explicit frmDBAnalyzerStart(DialogBox& oDialogBox) : m_oDialogBox(oDialogBox) {}
 
-  /// No value when it was cancelled. A number field counts with its leading
-  /// number, rounded, and as 0 without one.
+  /// No value if the dialog was cancelled. A number field gives its leading
+  /// number, rounded, or 0 if it has none.
   std::optional<Options> StartIt();
 
  private:

@@ -43,7 +43,7 @@ void PageParameter::FillContent() {
   if (m_oParameter == nullptr) throw std::logic_error("The page Parameter has no parameter to show");
   if (!m_oParameter->Exists()) return ReportLastError();
 
-  // An element that the page file lacks is skipped.
+  // Elements missing in the page file are skipped.
   const auto Find = [this](std::string_view sID) { return Document()->all().item(sID); };
   if (Element* oName = Find("celName")) oName->className(ClassOfGroup(m_oParameter->Group()));
   SetTextIfPresent("txtName", m_oParameter->Name());

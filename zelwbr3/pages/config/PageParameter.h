@@ -5,8 +5,8 @@
 
 namespace ZELWbr3 {
 
-/// One configuration parameter: its value, the one that is to come, what it is
-/// for, and how it has changed.
+/// One configuration parameter: its value, its pending value, an explanation and
+/// its change history.
 class PageParameter : public DataPage {
  public:
   static constexpr int Type = zelWebBrowserPageParameter;
@@ -15,8 +15,8 @@ class PageParameter : public DataPage {
   Long PageType() const override { return Type; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
 
-  /// Keeps a parameter of the instance and shows the page with it. One that
-  /// the instance does not know shows an error and an empty page.
+  /// Keeps a parameter of the instance and shows the page with it. If the
+  /// instance does not know the parameter, shows an error and an empty page.
   void Show(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::Parameter> oParameter);
 
   void Hide() override;
@@ -28,7 +28,7 @@ class PageParameter : public DataPage {
 
  private:
   void FillHistory();
-  /// The value that the parameter is going to have.
+  /// The value that the parameter will have.
   std::string NewValue() const;
 
   std::shared_ptr<ZELLib3::Parameter> m_oParameter;

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::array<std::string_view, 3> GroupTables = {"tabGeneral", "tabExtended", "tabSupport"};
 
-// Marks of a parameter's row: its history is in the table, and is shown.
+// Attributes of a parameter's row: its history is in the table, and is visible.
 constexpr std::string_view MarkRead = "readed";
 constexpr std::string_view MarkExpanded = "expanded";
 
@@ -53,8 +53,8 @@ void PageParameters::FillGroup(std::size_t iGroup) {
   const auto oParameters = Database()->Parameters();
   if (!oParameters->Load() || !oParameters->Read()) return ReportLastError();
 
-  // From here on the tab counts as filled, also when a parameter cannot be
-  // read: filling it once more would list those before it twice.
+  // The tab counts as filled from here on, even if a parameter cannot be read:
+  // filling it again would list the parameters before that one twice.
   m_filled[iGroup] = true;
   Element& oTemplate = RequiredRow(GroupTables[iGroup], "rowTemplate");
   const Long lCount = oParameters->Count();
@@ -67,7 +67,7 @@ void PageParameters::FillGroup(std::size_t iGroup) {
     const std::string sDescription = oParameter->Description();
     const auto oCells = modCells::AddRowCells(oTemplate, 4);
     oCells[0]->id("PHIST" + sName);
-    if (sName.empty()) oCells[0]->removeAttribute("tabindex");  // as its name, no link
+    if (sName.empty()) oCells[0]->removeAttribute("tabindex");  // like its name, not a link
     modCells::FillParamCell(*oCells[1], sName, lGroup);
     modCells::SetCellText(*oCells[2], sValue);
     modCells::SetCellText(*oCells[3], sDescription);
@@ -83,7 +83,7 @@ void PageParameters::FillHistory() {
   std::unordered_map<std::string, Long> groups;
   const auto GroupOf = [&](const std::string& sName) {
     const auto [it, bNew] = groups.try_emplace(sName, GroupNone);
-    // One that the instance does not know any more has no name either.
+    // A parameter that the instance no longer knows has no name.
     if (bNew) {
       if (const auto oParameter = oParameters->Item(sName); !oParameter->Name().empty())
         it->second = oParameter->Group();

@@ -9,14 +9,14 @@
 
 namespace ZELWbr3 {
 
-/// The configuration parameters, a tab for each group and one for their
-/// changes by date. A tab is filled when it is first selected. A parameter's
-/// own history unfolds below its row, and its name leads to its own page.
+/// The configuration parameters: a tab for each group and one for changes by
+/// date. A tab is filled when it is first selected. A parameter's own history
+/// opens below its row, and its name is a link to its page.
 class PageParameters : public TabbedPage {
  public:
   static constexpr int Type = zelWebBrowserPageParameters;
 
-  /// Fills tab 0; those of the tabs 1 to 3 follow.
+  /// Fills tab 0; the commands of tabs 1 to 3 follow.
   static constexpr int CommandFillTab = 2;
   static constexpr int CommandOpenParameter = 6;
   static constexpr int CommandToggleHistory = 7;
@@ -33,22 +33,22 @@ class PageParameters : public TabbedPage {
   void OnCommand(Long lCommand) override;
 
  private:
-  /// Does nothing for a tab that the document shows already.
+  /// Does nothing if the document already shows the tab.
   void FillTab(Long lTab);
   void FillGroup(std::size_t iGroup);
   void FillHistory();
 
-  /// Shows or hides the history below the row clicked last.
+  /// Shows or hides the history below the last clicked row.
   void ToggleHistory();
-  /// Adds the history, hidden. False when the parameter does not exist.
+  /// Adds the history, hidden. False if the parameter does not exist.
   bool AddHistory();
-  /// Shows or hides the history that stands below the row; how many entries.
+  /// Shows or hides the history below the row; returns the number of entries.
   int ShowHistory(bool bShow);
 
   static constexpr std::size_t TabHistory = 3;
   std::array<bool, TabHistory + 1> m_filled{};
   ParameterLink m_oParameterLink;
-  /// The parameter whose history was clicked last, and its row.
+  /// The parameter whose history was last clicked, and its row.
   std::string m_sParameter;
   Element* m_oRow = nullptr;
 };

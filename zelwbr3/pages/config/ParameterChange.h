@@ -15,8 +15,8 @@ struct ParameterChange {
   std::string Value;
   std::string NewValue;
 
-  /// The history of a parameter. All of it is read before anything is shown,
-  /// so that a failure on the way leaves no half of it behind.
+  /// The history of a parameter. It is read completely before anything is shown,
+  /// so that an error does not leave half of it on the page.
   static std::vector<ParameterChange> ReadAll(const ZELLib3::Parameter& oParameter, const UserLocale& oLocale);
 
   /// Writes the three texts into a row's cells from iFirst on.

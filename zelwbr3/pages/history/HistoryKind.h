@@ -4,13 +4,13 @@
 
 namespace ZELWbr3 {
 
-/// What a backup history entry is about, as the pages show it.
+/// The kind of a backup history entry, as the pages show it.
 struct HistoryKind {
   /// Class of the entry's row, which gives it a colour.
   const char* sClass;
   const char* sName;
 
-  /// The kind of that number; "other" for an unknown one.
+  /// The kind with that number; "other" for an unknown number.
   static const HistoryKind& Of(Long lKind);
 };
 

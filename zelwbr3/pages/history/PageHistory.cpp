@@ -13,7 +13,7 @@ namespace ZELWbr3 {
 
 namespace {
 
-/// The date in a form that sorts, which the user's own form need not do.
+/// The date in a form that can be sorted, unlike the user's own format.
 std::string SortKey(const Date& dDate) {
   std::string sKey = Calendar::CompactDay(dDate);
   for (const int iPart : {dDate.Hour, dDate.Minute, dDate.Second}) sKey += modFormat::Padded(iPart, 2);
@@ -59,7 +59,7 @@ void PageHistory::AddItem(const ZELLib3::HistoryItem& oItem) {
   Element* oLink = oCells[0]->firstElementChild();
   if (oLink == nullptr) throw std::runtime_error("The template row of \"tabHistory\" has no link in its first cell");
   const auto sLabel = modCells::Known(oItem.Label);
-  oLink->innerText(sLabel.empty() ? "No label" : sLabel);  // a link without a text could not be followed
+  oLink->innerText(sLabel.empty() ? "No label" : sLabel);  // a link without text could not be clicked
   oLink->id(ListLink::ID(m_items.size()));
   modCells::SetCellText(*oCells[1], oKind.sName);
   modCells::SetCellText(*oCells[2], oItem.Action);

@@ -34,7 +34,7 @@ class PageHistory : public BlockPage {
   Element* m_oTemplate = nullptr;
   /// The entries shown; the first one's link has the index 1.
   std::vector<std::shared_ptr<const ZELLib3::HistoryItem>> m_items;
-  /// Index of the entry clicked last.
+  /// Index of the last clicked entry.
   Long m_lIndex;
 };
 

@@ -6,8 +6,7 @@
 
 namespace ZELWbr3 {
 
-/// One entry of the backup history: what it was, its names and values, and
-/// what went wrong.
+/// One entry of the backup history: what it was, its details and its error.
 class PageHistoryItem : public DataPage {
  public:
   static constexpr int Type = zelWebBrowserPageHistoryItem;
@@ -32,7 +31,7 @@ class PageHistoryItem : public DataPage {
   void Close() override { CloseDetail(); }
 
  private:
-  /// What went wrong, or what a backup that did not fail has to say.
+  /// The error text, or the message of a backup that did not fail.
   void FillError();
 
   std::shared_ptr<const ZELLib3::HistoryItem> m_oHistoryItem;

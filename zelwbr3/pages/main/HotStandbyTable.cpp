@@ -21,7 +21,7 @@ std::array<Element*, 3> LabelValueRole(const Element& oRow) {
   return {oCells[0], oCells[1], oCells[2]};
 }
 
-/// An arrow marks where the instance shown runs.
+/// An arrow marks the node on which this instance runs.
 const char* LabelClass(bool bArrow) { return bArrow ? "zelTblCellAltArrowLeft" : "zelTblCellAltNoImage"; }
 
 const char* RoleText(Long lRole) {

@@ -8,8 +8,8 @@
 
 namespace ZELWbr3 {
 
-/// The main page's table of hot-standby nodes. Its rows for known nodes are
-/// made from a hidden template unless the page file has them numbered.
+/// The main page's table of hot-standby nodes. The rows of known nodes are copies
+/// of a hidden template unless the page file has numbered rows.
 class HotStandbyTable {
  public:
   /// Finds an element that the page file must have, or throws.
@@ -24,12 +24,12 @@ class HotStandbyTable {
   void FillNode(int iNumber, const ZELLib3::HotStandby::Node& oNode);
   Element& KnownRow(int iNumber);
   Element& UnknownRow();
-  /// A copy of a row behind the last node's.
+  /// Inserts a copy of a row after the last node's row.
   Element& Copy(Element& oTemplate);
 
   Finder m_oRequired;
   Document& m_oDocument;
-  /// The row behind which the next node's row goes.
+  /// The row after which the next node's row is inserted.
   Element* m_oLast = nullptr;
   bool m_bUnknownUsed = false;
 };

@@ -9,11 +9,11 @@
 #include <string>
 #include <string_view>
 
-/// The main page's table of details: every element, when it counts and what
-/// it says.
+/// The main page's table of details: every element, when it is shown and its
+/// text.
 namespace ZELWbr3::MainDetails {
 
-/// What the details are made from.
+/// What the details are computed from.
 struct Facts {
   std::shared_ptr<ZELLib3::Database> Database;
   const UserLocale& Locale;
@@ -24,8 +24,8 @@ struct Facts {
   bool IsAtLeast(int lVersion) const { return Database->Version()->Number() >= lVersion; }
 };
 
-/// One element. Without a Text it is shown or hidden by the Condition; with
-/// one it gets the text when the Condition holds and stays as it is otherwise.
+/// One element. Without a Text, it is shown or hidden by the Condition. With one,
+/// it gets the text if the Condition holds, and else stays as it is.
 struct Detail {
   std::string_view ID;
   bool (*Condition)(const Facts&);

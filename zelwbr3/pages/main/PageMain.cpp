@@ -21,7 +21,7 @@ namespace {
 
 constexpr int White = 0xFFFFFF;
 
-/// What is left of a size; throws when more is used than there is.
+/// The free part of a size; throws if more is used than there is.
 Long Free(Long lTotal, Long lUsed, const char* sOfWhat) {
   const Long lFree = lTotal - lUsed;
   if (lFree < 0) {
@@ -108,7 +108,7 @@ void PageMain::FillNameAndState() {
 
 void PageMain::FillBars() {
   const auto oLimits = State()->BarThresholds();
-  // What the state decides already is not asked for.
+  // Only reads what the state has not already decided.
   const auto ShowArea = [&](const char* sID, std::size_t iFirstLimit, Flag pFull, Figure pPercent) {
     EmbeddedObject oBar = RequiredElement(sID).object();
     SetLimits(oBar, oLimits, iFirstLimit);

@@ -9,8 +9,8 @@
 
 namespace ZELWbr3 {
 
-/// The instance as a whole: a summary with the instance picture and three fill
-/// bars, tables of details, the hot-standby nodes, and a warning when an area
+/// An overview of the instance: a summary with the instance picture and three
+/// fill bars, tables of details, the hot-standby nodes, and a warning if an area
 /// is full.
 class PageMain : public DataPage {
  public:
@@ -29,8 +29,8 @@ class PageMain : public DataPage {
   using Flag = bool (ZELLib3::StateInfo::*)() const;
   using Figure = Long (ZELLib3::StateInfo::*)() const;
 
-  /// Runs an operation that changes the instance's state, and shows what is
-  /// true then.
+  /// Runs an operation that changes the instance's state, and shows the new
+  /// state.
   void ChangeState(const std::function<bool(ZELLib3::Database&)>& oOperation);
 
   void FillPicture();
@@ -41,9 +41,9 @@ class PageMain : public DataPage {
   void FillDetails();
   void FillHotStandby();
 
-  /// The state as it is now; never kept.
+  /// The present state; never kept.
   std::shared_ptr<ZELLib3::StateInfo> State() const { return Database()->StateInfo(); }
-  /// The instance runs far enough for its areas to have figures.
+  /// True if the instance is in a state in which its areas have figures.
   bool AreasOpen() const;
   bool IsAtLeast(int lVersion) const { return Database()->Version()->Number() >= lVersion; }
   /// The text of an area: a blank, that it is full, or its sizes.

@@ -32,7 +32,7 @@ constexpr Enabled ByStatus[] = {
     {true, true, false, false},  //
 };
 
-/// On a standby only a pending warning lets the state be changed.
+/// On a standby, the state can only be changed while a warning is pending.
 bool IsLocked(ZELLib3::Database& oDatabase) {
   const Long lRole = oDatabase.HotStandbyRole();
   return (lRole == 2 || lRole == 3) && !oDatabase.HotStandbyWarning();
@@ -44,7 +44,7 @@ Decision Confirmed(Operation oOperation) {
   return {[oOperation](ZELLib3::Database& oDatabase) { return (oDatabase.*oOperation)(); }};
 }
 
-/// As part of a sentence.
+/// The instance's name as part of a sentence.
 std::string NameOf(ZELLib3::Database& oDatabase) { return Text::Isolated(oDatabase.InstanceName()); }
 
 bool IsYes(MessageBox::Answer eAnswer) { return eAnswer == MessageBox::Answer::Yes; }

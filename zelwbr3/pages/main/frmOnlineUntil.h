@@ -8,13 +8,13 @@
 
 namespace ZELWbr3 {
 
-/// Asks for the point in time until which an instance is to be restarted.
+/// Asks for the point in time to restore an instance to when it is restarted.
 class frmOnlineUntil {
  public:
   explicit frmOnlineUntil(DialogBox& oDialogBox) : m_oDialogBox(oDialogBox) {}
 
-  /// No value when it was cancelled. Any point in time that exists can be
-  /// chosen: whether it can be restarted to is for the instance to say.
+  /// No value if the dialog was cancelled. Any point in time that exists can be
+  /// chosen; the instance decides whether it can be restored to that.
   std::optional<Date> OnlineUntil(const std::string& sInstanceName, const Date& dStart = Calendar::Now());
 
  private:

@@ -6,11 +6,11 @@
 
 namespace ZELWbr3 {
 
-/// Asks how an instance is to be shut down.
+/// Asks how to shut down an instance.
 class frmShutdown {
  public:
   struct Choice {
-    bool Quick = false;  ///< break running transactions off
+    bool Quick = false;  ///< abort running transactions
     bool Cancelled = true;
   };
 

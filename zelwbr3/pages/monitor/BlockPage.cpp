@@ -22,8 +22,8 @@ constexpr std::array<ReadingCommand, 2> ReadingCommands = {
     {{BlockPage::CommandReadMore, "btnReadMore", "Read &More", modPicture::ReadMore},
      {BlockPage::CommandReadAll, "btnReadAll", "Read &All", modPicture::ReadAll}}};
 
-/// For so long after a reading was ended by Escape another Escape, meant for the
-/// reading as well, does not close the page.
+/// For this long after Escape has ended a reading, another Escape, probably also
+/// meant for the reading, does not close the page.
 constexpr std::chrono::seconds EscapeGrace{1};
 
 constexpr const char* EnabledClass = "zelBtnEmph";
@@ -123,7 +123,7 @@ void BlockPage::Read(bool bAll) {
         }
       },
       [&] {
-        if (m_oReading != oReading) return;  // forgotten together with its document
+        if (m_oReading != oReading) return;  // forgotten with its document
         m_oReading.reset();
         Source()->Pause();
         if (bAll) FillCommandlist();
@@ -135,7 +135,7 @@ void BlockPage::ReadAll(const Reading& oReading) {
   const auto oSource = Source();
   const bool bInFront = Browser().IsInFront(WebBrowser());
   const Long lLast = oSource->RowCount() + MostRows;
-  // A reading that is forgotten belongs to rows that are no longer shown.
+  // A forgotten reading belongs to rows that are no longer shown.
   const auto Ended = [&] { return m_oReading.get() != &oReading || oReading.bStopped; };
 
   while (oSource->HasMore()) {

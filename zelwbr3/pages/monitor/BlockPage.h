@@ -10,28 +10,28 @@
 
 namespace ZELWbr3 {
 
-/// A page whose rows are read in blocks: shows the first block when it is
-/// filled, and more at the user's wish by Read More and Read All, which are
-/// buttons of the page file and items of the command list.
+/// A page whose rows are read in blocks: shows the first block when it is filled,
+/// and more with Read More and Read All, which are buttons of the page file and
+/// items of the command list.
 ///
-/// Read All adds block by block and lets the message loop run in between, so
-/// the rows appear while it reads and the user can do anything in the meantime;
-/// it never runs further ahead of the screen than the browser's few batches.
-/// Escape, Stop, leaving the page and a new document end the reading after the
-/// current block; the rows read so far stay. A source without an end is read for
-/// MostRows rows at a time.
+/// Read All adds block after block and lets the message loop run in between, so
+/// the rows appear while it reads and the user can do anything; it never gets
+/// further ahead of the screen than a few of the browser's batches. Escape, Stop,
+/// leaving the page and a new document end the reading after the current block;
+/// the rows read so far stay. A source without an end is read MostRows rows at a
+/// time.
 ///
-/// A click or key that starts Read All is a document event whose handling would
-/// keep all others out until it has finished. Poll lets them in, and the page
-/// itself refuses to begin a second reading.
+/// A click or key that starts Read All is a document event, and while one is
+/// handled all others are dropped. Poll allows them, and the page itself refuses
+/// to start a second reading.
 class BlockPage : public DataPage {
  public:
   static constexpr int CommandReadMore = 2;
   static constexpr int CommandReadAll = 3;
   static constexpr int CommandStop = 5;
 
-  /// Rows that one Read All reads at the most. A row costs about 1.4 KB here, and
-  /// more in the browser.
+  /// The maximum number of rows of one Read All. A row costs about 1.4 KB here,
+  /// and more in the browser.
   static constexpr int MostRows = 2'000'000;
 
   void Hide() override;
@@ -41,9 +41,9 @@ class BlockPage : public DataPage {
  protected:
   /// Called when the page is filled, before anything else.
   virtual void ObtainSource() {}
-  /// What is read; null while there is nothing to show.
+  /// The source to read; null while there is nothing to show.
   virtual std::shared_ptr<ZELLib3::BlockSource> Source() = 0;
-  /// Lets go of it.
+  /// Releases the source.
   virtual void ReleaseSource() = 0;
   /// Writes what can be written without reading, such as the title.
   virtual void FillHead() {}
@@ -52,18 +52,18 @@ class BlockPage : public DataPage {
   /// Appends the rows of the source's block.
   virtual void AddBlock() = 0;
 
-  /// Ends what is being read and lets go of it.
+  /// Ends the reading and releases the source.
   void Forget();
 
-  /// For the main frame; a page that others open from the work frame, for that
-  /// one as long as a page is there.
+  /// Leaves the page for the main frame; a page opened from the work frame, for
+  /// that one if it still has a page.
   void Close() override;
   bool OnClick(const std::string& sID) override;
   void OnCommand(Long lCommand) override;
 
  private:
-  /// One reading from its beginning to its end. The page forgets it when its
-  /// document goes, and a reading that is forgotten touches nothing any more.
+  /// One reading from start to end. The page forgets it when its document is
+  /// released, and a forgotten reading does not touch anything any more.
   struct Reading {
     bool bAll;
     bool bStopped = false;
@@ -73,17 +73,17 @@ class BlockPage : public DataPage {
   void FillContent() final;
   void Read(bool bAll);
   void ReadAll(const Reading& oReading);
-  /// Reads and shows one block; false when that failed, which is reported.
+  /// Reads and shows one block; if that fails, reports it and returns false.
   bool ReadBlock(ZELLib3::BlockSource& oSource);
   void ShowBlock();
   void ShowRowCount(Long lRows, const std::string& sRemark = {});
-  /// The items of the command list: those to read with, or Stop while it reads.
+  /// The items of the command list: the reading commands, or Stop while it reads.
   void FillCommandlist();
-  /// Enables the reading commands as far as there is something to read.
+  /// Enables the reading commands if there is something to read.
   void UpdateCommands();
 
   std::shared_ptr<Reading> m_oReading;
-  /// When Escape ended a reading last.
+  /// When Escape last ended a reading.
   std::optional<Clock::time_point> m_oStopped;
   /// The source was opened and the table is ready for rows.
   bool m_bOpen = false;

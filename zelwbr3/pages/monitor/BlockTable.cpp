@@ -14,7 +14,7 @@ constexpr const char* HeadingClass = "zelTblColHdrStd";
 constexpr const char* CellClass = "zelTblCellStd";
 constexpr const char* LastCellClass = "zelTblCellStdLast";
 
-/// The cell that the row's other cells are copies of.
+/// The cell that is copied for the row's other cells.
 Element& FirstCell(const Element& oRow) {
   Element* oCell = oRow.cells(0);
   if (oCell == nullptr) throw std::runtime_error("A heading or template row of the page file has no cell");
@@ -58,7 +58,7 @@ void BlockTable::MakeRecordColumns() {
 void BlockTable::MakeColumns(const ZELLib3::RowSource& oRows) {
   Element& oFirstHeading = FirstCell(m_oHeadings);
   Element& oFirstCell = FirstCell(m_oTemplate);
-  // The first heading's tooltip must not become that of the others.
+  // The other headings must not get the first heading's tooltip.
   Element& oPlainHeading = oFirstHeading.cloneNode(true);
 
   const Long lColumns = oRows.ColumnCount();
@@ -78,7 +78,7 @@ void BlockTable::AddBlock(ZELLib3::RowSource& oRows) {
   const int iColumns = oRows.ColumnCount();
   std::vector<std::string> values;
   while (!oRows.EndOfBlock() && oRows.NextRow()) {
-    // All is read before the row is added, so that none is left half filled.
+    // Read everything before adding the row, so that no row is left half filled.
     values.clear();
     for (int iColumn = 0; iColumn < iColumns; ++iColumn) values.push_back(oRows.Value(iColumn));
     const std::vector<Element*> oCells =

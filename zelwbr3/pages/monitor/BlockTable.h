@@ -5,22 +5,22 @@
 
 namespace ZELWbr3 {
 
-/// A table whose columns are made at run time from what a RowSource delivers.
-/// The page file's table has, in its first body, a heading row and a hidden
-/// template row of one cell each.
+/// A table whose columns are made at run time from those of a RowSource. In the
+/// page file, the table's first body has a heading row and a hidden template row
+/// of one cell each.
 ///
-/// A missing value is never written: its cell stays as the template has it.
+/// A missing value is never written: its cell stays as in the template.
 class BlockTable {
  public:
-  /// A column for each column of the source, or Name and Value for a source
-  /// that is one record.
+  /// A column for each column of the source, or Name and Value if the source is
+  /// one record.
   enum class View { Columns, Record };
 
-  /// Makes the columns in oTable. Throws std::runtime_error when the page file
-  /// lacks a row or a cell.
+  /// Makes the columns in oTable. Throws std::runtime_error if a row or a cell is
+  /// missing in the page file.
   BlockTable(const Element& oTable, const ZELLib3::RowSource& oRows, View eView);
 
-  /// Appends what the source's block holds.
+  /// Appends the rows of the source's block.
   void AddBlock(ZELLib3::RowSource& oRows);
 
  private:

@@ -10,12 +10,12 @@
 namespace ZELWbr3::ListLink {
 
 std::string ID(Long lIndex);
-/// The index in a link's id, 0 when what follows "ITEM" is no number; nothing
-/// for other ids. Throws std::overflow_error beyond 32 bits.
+/// The index in a link's id; 0 if no number follows "ITEM", no value for other
+/// ids. Throws std::overflow_error beyond 32 bits.
 std::optional<Long> Index(std::string_view sID);
 
-/// The entry of a collection with that index, which need not be its place
-/// there; null when there is none.
+/// The entry of a collection with that index, which may differ from its position
+/// there; null if there is none.
 template <class Collection>
 auto Find(const Collection& oCollection, Long lIndex) {
   const int iCount = oCollection.Count();

@@ -19,13 +19,13 @@ struct Figure {
   int iIndex = 0;
 };
 
-/// A row shows two figures, or one at the left.
+/// A row shows two figures, or one on the left.
 struct Row {
   Figure oLeft;
   Figure oRight = {};
 };
 
-// Labels of rows that belong to the one above them begin with four blanks.
+// Labels of rows that belong to the row above start with four blanks.
 constexpr Row Commands[] = {
     {{"SQL Commands", 0}, {"Creates", 1}},
     {{"Prepares", 2}, {"Alters", 3}},
@@ -82,7 +82,7 @@ void FillTable(const Element& oTable, const Activity& oActivity, const Table& oC
       if (oFigure.sLabel == nullptr) return std::string();
       return modCells::FormatCounter((oActivity.*oContent.pCounter)(oFigure.iIndex), oLocale);
     };
-    // All is read before the row is added, so that none is left half filled.
+    // Read everything before adding the row, so that no row is left half filled.
     const std::string sLeft = Read(oRow.oLeft);
     const std::string sRight = Read(oRow.oRight);
     const auto oCells = modCells::AddRowCells(oTemplate, 4);

@@ -77,7 +77,7 @@ void PageInfoCaches::FillAccesses(const Caches& oCaches) {
   };
   Element& oTemplate = Template("tabCacheAccesses");
   AddAccesses(oTemplate, HasObjectStore() ? "Entire Data Cache" : "Data Cache", oCaches, &Caches::DataCacheAccesses);
-  // The parts are indented below a plain "Data Cache", too.
+  // The parts are also indented below a plain "Data Cache".
   for (const Part& oPart : Parts) {
     if (oPart.bOlder && SharesIOBufferCache()) continue;
     if ((oCaches.*oPart.pCounter)(0) >= 0) AddAccesses(oTemplate, Indent + oPart.sLabel, oCaches, oPart.pCounter);
@@ -132,7 +132,7 @@ void PageInfoCaches::AddSize(Element& oTemplate, const std::string& sLabel, doub
 
 void PageInfoCaches::AddAccesses(Element& oTemplate, const std::string& sLabel, const Caches& oCaches,
                                  Counter pCounter) {
-  // All is read before the row is added, so that none is left half filled.
+  // Read everything before adding the row, so that no row is left half filled.
   const std::array<double, 3> counters = {(oCaches.*pCounter)(0), (oCaches.*pCounter)(1), (oCaches.*pCounter)(2)};
   const auto oCells = modCells::AddRowCells(oTemplate, 5);
   modCells::SetCellText(*oCells[0], sLabel);
@@ -143,7 +143,7 @@ void PageInfoCaches::AddAccesses(Element& oTemplate, const std::string& sLabel, 
 }
 
 void PageInfoCaches::AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, double dSize) {
-  // Neither cache nor parameter: there is no figure to tell, only a row.
+  // Neither cache nor parameter: nothing to show.
   const bool bNone = dSize < 0 && Text::Trim(oParameter.Name()).empty();
   AddParameter(oTemplate, oParameter, bNone ? "" : SizeText(dSize, clsSize::KB));
 }

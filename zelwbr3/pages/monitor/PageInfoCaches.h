@@ -9,9 +9,9 @@
 
 namespace ZELWbr3 {
 
-/// The caches of the instance: their sizes, their accesses and hit rates, how
-/// the data cache is shared out, and the parameters that set the sizes. A click
-/// on a parameter's name opens the parameter.
+/// The caches of the instance: their sizes, accesses and hit rates, the usage of
+/// the data cache, and the parameters that set the sizes. A click on a
+/// parameter's name opens the parameter.
 class PageInfoCaches : public DataPage {
  public:
   static constexpr int Type = zelWebBrowserPageInfoCaches;
@@ -42,7 +42,7 @@ class PageInfoCaches : public DataPage {
   void AddParameter(Element& oTemplate, const ZELLib3::Parameter& oParameter, const std::string& sValue);
 
   bool HasObjectStore() const { return Database()->InstanceType() == ZELLib3::InstanceType::ObjectStore; }
-  /// The release whose caches share one I/O buffer cache, or a later one.
+  /// True from the release on whose caches share one I/O buffer cache.
   bool SharesIOBufferCache() const;
   std::string FormatRate(double dWhole, double dPart) const;
 

@@ -17,7 +17,7 @@ void PageSessions::FillContent() {
   const int iCount = oSessions->Count();
   for (int i = 1; i <= iCount; ++i) {
     const auto oSession = oSessions->Item(i);
-    // All is read before the row is added, so that none is left half filled.
+    // Read everything before adding the row, so that no row is left half filled.
     const std::string sName = Text::Trim(oSession->Name());
     const std::string sID = ListLink::ID(oSession->Index());
     const std::array<std::string, 5> fields = {oSession->Field1(), oSession->Field2(), oSession->Field3(),
@@ -41,8 +41,7 @@ bool PageSessions::OnClick(const std::string& sID) {
 }
 
 void PageSessions::OnCommand(Long lCommand) {
-  // Selects the session and shows nothing: the place for what a session's own
-  // page will do.
+  // Selects the session and shows nothing yet: a session has no page of its own.
   if (lCommand == CommandSelect) ListLink::Find(*Database()->Sessions(), m_lIndex);
 }
 

@@ -22,7 +22,7 @@ class PageSessions : public DataPage {
   void OnCommand(Long lCommand) override;
 
  private:
-  /// Index of the session clicked last.
+  /// Index of the last clicked session.
   Long m_lIndex;
 };
 

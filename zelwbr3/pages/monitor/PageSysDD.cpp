@@ -18,7 +18,7 @@ void PageSysDD::Show(std::shared_ptr<ZELLib3::Database> oDatabase) {
   if (oDatabase != nullptr) {
     Enter([&] {
       const auto oVersion = oDatabase->Version();
-      // Releases that have no page file have that of the nearest one that has.
+      // A release without a page file uses that of the nearest release with one.
       const Long lRelease = std::clamp<Long>(oVersion->Major() * 10 + oVersion->Minor(), OldestRelease, NewestRelease);
       m_sName = "SysDD" + std::to_string(lRelease);
     });

@@ -5,15 +5,15 @@
 
 namespace ZELWbr3 {
 
-/// The system tables of the data dictionary: one page file per release. Its
-/// links carry the id "ITEM_" and a table's name, and a click opens that table.
+/// The system tables of the data dictionary: one page file per release. Its links
+/// have the id "ITEM_" and a table's name; a click opens that table.
 class PageSysDD : public PageUnfilled {
  public:
   static constexpr int Type = zelWebBrowserPageSysDD;
   static constexpr int CommandOpen = 2;
 
-  /// "SysDD" and the release of the instance shown last, such as SysDD74; of
-  /// the releases that have a page file the nearest one.
+  /// "SysDD" and the release of the last instance shown, such as SysDD74; the
+  /// nearest release that has a page file.
   std::string Name() const override { return m_sName; }
   Long PageType() const override { return Type; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
@@ -28,7 +28,7 @@ class PageSysDD : public PageUnfilled {
 
  private:
   std::string m_sName = "SysDD76";
-  /// Name of the table clicked last.
+  /// Name of the last clicked table.
   std::string m_sTable;
 };
 

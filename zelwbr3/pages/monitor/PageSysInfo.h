@@ -5,8 +5,8 @@
 
 namespace ZELWbr3 {
 
-/// One system information view: a table of its rows, or names and values when
-/// it is one record.
+/// One system information view: a table of its rows, or names and values if it
+/// is one record.
 class PageSysInfo : public RowsPage<ZELLib3::SysInfo> {
  public:
   static constexpr int Type = zelWebBrowserPageSysInfo;

@@ -12,7 +12,7 @@ namespace ZELWbr3 {
 
 namespace {
 
-/// Writes a view's link: its cell and the element in it carry the same id.
+/// Writes a view's link: its cell and the element in it have the same id.
 void FillLink(Element& oCell, const std::string& sID, const std::string& sName) {
   Element* oLink = oCell.firstElementChild();
   if (oLink == nullptr) throw std::runtime_error("The template row of \"tabSysInfos\" has no link in its first cell");
@@ -31,7 +31,7 @@ void PageSysInfos::FillContent() {
   const int iCount = oSysInfos->Count();
   for (int i = 1; i <= iCount; ++i) {
     const auto oSysInfo = oSysInfos->Item(i);
-    // All is read before the row is added, so that none is left half filled.
+    // Read everything before adding the row, so that no row is left half filled.
     const std::string sID = ListLink::ID(oSysInfo->Index());
     const std::string sName = Text::Trim(modCells::Known(oSysInfo->Name()));
     const std::string sDescription = oSysInfo->Description();

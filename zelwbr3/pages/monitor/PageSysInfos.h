@@ -24,7 +24,7 @@ class PageSysInfos : public DataPage {
   void OnCommand(Long lCommand) override;
 
  private:
-  /// Index of the view clicked last.
+  /// Index of the last clicked view.
   Long m_lIndex;
 };
 

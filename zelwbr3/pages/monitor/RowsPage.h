@@ -9,7 +9,7 @@
 
 namespace ZELWbr3 {
 
-/// A page that others open to show the rows of one thing of the instance.
+/// A page that other pages open to show the rows of a table or view.
 template <class RowSource>
 class RowsPage : public BlockPage {
  public:

@@ -6,12 +6,12 @@
 
 namespace ZELWbr3 {
 
-/// The row with that index of a table's first body, which pages copy or write.
-/// Throws std::runtime_error that names the table when there is none.
+/// The row with that index in a table's first body, to copy or write. Throws
+/// std::runtime_error, which names the table, if there is none.
 Element& TableRow(const Element& oTable, std::size_t iIndex);
 
-/// Index of the hidden template row in a table's body: below the headings when
-/// they are part of the body, else the only row.
+/// Index of the hidden template row in a table's body: below a row of headings,
+/// or the only row.
 inline constexpr std::size_t TemplateBelowHeadings = 1;
 inline constexpr std::size_t TemplateAlone = 0;
 

@@ -23,8 +23,7 @@ void Write(Element* oElement, std::string_view sText) {
   if (oElement != nullptr) oElement->innerText(sText);
 }
 
-/// The row of a table that stands below its header row, whichever sections
-/// they are in.
+/// The second row of a table, below its header row, in any section.
 Element* TemplateRow(const Element& oTable) {
   int iRow = 0;
   for (Element* oPart = oTable.firstElementChild(); oPart != nullptr; oPart = oPart->nextElementSibling()) {
@@ -106,7 +105,7 @@ void PageStorageArea::FillParameters() {
       if (oListed.EndsList) return;
       continue;
     }
-    // All is read before a row is added, so that none is left half filled.
+    // Read everything before adding the row, so that no row is left half filled.
     const std::string sName = oParameter->Name();
     const Long lGroup = oParameter->Group();
     const std::string sValue = oParameter->Value();

@@ -10,11 +10,10 @@
 
 namespace ZELWbr3 {
 
-/// The page of a storage area: its volumes, the parameters and settings that
-/// shape it, how its space is used, input and output by volume, and for the
-/// log the activity of its writer. One tab each; the last ones have figures
-/// only while the instance is online. An element that the page file lacks is
-/// skipped.
+/// The page of a storage area: its volumes, its settings and parameters, its
+/// usage, input and output by volume and, for the log, the activity of its
+/// writer. One tab each; the last ones only have figures while the instance is
+/// online. Elements missing in the page file are skipped.
 class PageStorageArea : public TabbedPage {
  public:
   static constexpr int CommandOpenParameter = 2;
@@ -31,11 +30,11 @@ class PageStorageArea : public TabbedPage {
   void OnCommand(Long lCommand) override;
 
  private:
-  /// Texts of a volume's row, from the cell after its running number on.
+  /// Texts of a volume's row, starting after the name.
   using VolumeTexts = std::function<std::vector<std::string>(const ZELLib3::Volume&)>;
 
-  /// Fills a part of a tab; when that fails the other parts are filled all the
-  /// same, and the tab says that it is not complete.
+  /// Fills a part of a tab. If that fails, the other parts are still filled, and
+  /// the tab says that it is not complete.
   void FillPart(int iTab, void (PageStorageArea::*pFill)());
   void ShowUnread(int iTab);
   void FillVolumes();
@@ -47,9 +46,9 @@ class PageStorageArea : public TabbedPage {
 
   /// Writes the figures of a header table.
   void FillFigures(std::string_view sTable, std::span<const StorageArea::Figure> figures);
-  /// Adds a row for each volume of the area that is in use.
+  /// Adds a row for each configured volume of the area.
   void FillVolumeRows(std::string_view sTable, const VolumeTexts& oTexts);
-  /// The share of a number of pages as text; 0 percent when there is no whole.
+  /// The share of a number of pages as text; 0 percent if the whole is 0.
   std::string Percent(Long lPart, Long lWhole) const;
   Element* Find(std::string_view sID) const { return Document()->all().item(sID); }
 

@@ -27,7 +27,7 @@ bool CountsArchiveLogs(Instance& o) { return o.Version()->BuildVersion() <= V740
 
 bool CountsLogVolumes(Instance& o) { return !CountsArchiveLogs(o); }
 
-/// The early 7.4 kernels do not tell these settings, those before them do.
+/// Early 7.4 kernels do not provide these settings; older kernels do.
 bool HidesLogModes(Instance& o) { return Version(o) > V74 && Version(o) < V7403; }
 
 bool HidesRedoLog(Instance& o) { return Version(o) < V7402; }

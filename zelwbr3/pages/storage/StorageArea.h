@@ -9,15 +9,15 @@
 
 namespace ZELWbr3 {
 
-/// An area of the instance as its page shows it: where its figures come from,
-/// and which elements they go into. All that sets the pages of the data area
-/// and the log area apart.
+/// Describes an area of the instance for its page: where its figures come from
+/// and which elements they go to. It contains all differences between the pages
+/// of the data area and the log area.
 struct StorageArea {
   using Instance = ZELLib3::Database;
   using Condition = bool (*)(Instance&);
   using Number = Long (*)(Instance&);
 
-  /// What a figure's number is, and so how it is shown.
+  /// What a figure's number means, and how it is shown.
   enum class Kind {
     Count,
     Size,   ///< pages
@@ -25,8 +25,8 @@ struct StorageArea {
     Whole,  ///< pages that count as 100 percent
   };
 
-  /// A figure of a header table. One with a row is shown when its condition
-  /// holds; the row is hidden in the page file.
+  /// A figure of a header table. If it has a row, which is hidden in the page
+  /// file, the row is shown if the condition holds.
   struct Figure {
     std::string_view ID;
     StorageArea::Kind Kind;
@@ -35,8 +35,8 @@ struct StorageArea {
     Condition Shown = nullptr;
   };
 
-  /// A setting with a table for each of its codes 0, 1 and 2, and one for
-  /// kernels that do not tell it. At most one of them is shown.
+  /// A setting with a table for each of its codes 0, 1 and 2, and one for kernels
+  /// that do not provide it. At most one of them is shown.
   struct Setting {
     Condition WrongVersion;
     std::string_view WrongVersionTable;
@@ -44,11 +44,11 @@ struct StorageArea {
     std::array<std::string_view, 3> Tables;
   };
 
-  /// A parameter that sizes the area, listed when the kernel has it.
+  /// A parameter of the area, listed if the kernel has it.
   struct Parameter {
     const char* Name;
     Condition Listed;
-    /// Where this one does not exist, the following ones are not looked for.
+    /// If this parameter does not exist, the following ones are not listed.
     bool EndsList = false;
   };
 
@@ -60,7 +60,7 @@ struct StorageArea {
 
   const char* Name;
   int PageType;
-  /// Of the volumes that are listed.
+  /// Kind of the volumes to list.
   int VolumeKind;
   bool (*Refresh)(Instance&);
   std::shared_ptr<ZELLib3::Volumes> (*Volumes)(Instance&);
@@ -71,7 +71,7 @@ struct StorageArea {
   std::span<const Setting> Settings;
   std::string_view ParameterTable;
   std::span<const Parameter> Parameters;
-  /// Where there are any the page has a tab for them.
+  /// If there are any, the page has a tab for them.
   std::span<const Counter> Counters;
 };
 
