@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <future>
 #include <random>
 
 #include <signal.h>
@@ -50,8 +51,8 @@ TEST_F(DesktopWebBrowserTest, ShowsADocumentThatSaysWhatCannotBeShown) {
       << Browser->Document()->body()->innerText();
   ExpectLiveEqualsReplica(*Browser);
 
-  Show("http://127.0.0.1:9/");
-  EXPECT_NE(Browser->Document()->body()->innerText().find("Only local pages"), std::string::npos);
+  Show("ftp://127.0.0.1:9/");
+  EXPECT_NE(Browser->Document()->body()->innerText().find("Only files"), std::string::npos);
 
   std::ofstream(Folder / "data.bin") << std::string(
       "\x7f"
@@ -62,6 +63,18 @@ TEST_F(DesktopWebBrowserTest, ShowsADocumentThatSaysWhatCannotBeShown) {
 
   ShowBody("<p id=\"p\">back</p>");
   EXPECT_EQ(ByID(*Browser, "p").innerText(), "back");
+}
+
+TEST_F(DesktopWebBrowserTest, GoesToTheNetworkForTheHostButNotForAPage) {
+  const Listener oServer;
+  const Listener oElsewhere;
+  auto oAnswered = std::async(std::launch::async, [&] { return oServer.Answer("<p id=\"p\">from afar</p>"); });
+  Show(oServer.URL());
+  EXPECT_TRUE(oAnswered.get());
+  EXPECT_EQ(ByID(*Browser, "p").innerText(), "from afar");
+  Ask(*Browser, "location = '" + oElsewhere.URL() + "'");
+  Ask(*Browser, "1");  // where to go has been decided by then
+  EXPECT_FALSE(oElsewhere.Visited());
 }
 
 TEST_F(DesktopWebBrowserTest, ReportsOnlyTheDocumentAskedForLast) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 #include <stdexcept>
@@ -28,6 +29,20 @@ class Listener {
     const int iVisitor = accept(m_iSocket, nullptr, nullptr);
     if (iVisitor >= 0) close(iVisitor);
     return iVisitor >= 0;
+  }
+
+  /// Waits for a visitor and answers with a page; false when none comes.
+  bool Answer(const std::string& sHTML) const {
+    pollfd oPoll{m_iSocket, POLLIN, 0};
+    if (poll(&oPoll, 1, 20'000) != 1) return false;
+    const int iVisitor = accept(m_iSocket, nullptr, nullptr);
+    char request[4096];
+    (void)!read(iVisitor, request, sizeof request);
+    const std::string sAnswer = "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nConnection: close\r\nContent-Length: " +
+                                std::to_string(sHTML.size()) + "\r\n\r\n" + sHTML;
+    const bool bWritten = write(iVisitor, sAnswer.data(), sAnswer.size()) == static_cast<ssize_t>(sAnswer.size());
+    close(iVisitor);
+    return bWritten;
   }
 
  private:

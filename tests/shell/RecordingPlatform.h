@@ -65,7 +65,10 @@ class RecordingPlatform : public Platform {
   ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
   ZELWbr3::MessageBox& MessageBox() override { return m_oAnswers; }
   const ZELWbr3::UserLocale& UserLocale() const override { return m_oLocale; }
-  void Trace(const std::string& sText) override { m_oStory.Line("Trace " + sText); }
+  bool Trace(const std::string& sText) override {
+    m_oStory.Line("Trace " + sText);
+    return true;
+  }
 
   std::array<Browser*, 4> Frames = {};
   Headless::MessageQueue Queue;

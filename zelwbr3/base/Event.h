@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -49,6 +50,11 @@ class Event {
     for (const auto& weak : handlers) {
       if (const auto oHandler = weak.lock()) (*oHandler)(arguments...);
     }
+  }
+
+  /// Somebody hears of the next raise.
+  bool HasHandlers() const {
+    return std::any_of(m_handlers.begin(), m_handlers.end(), [](const auto& weak) { return !weak.expired(); });
   }
 
  private:

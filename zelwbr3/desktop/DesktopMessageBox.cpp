@@ -40,7 +40,8 @@ bool DesktopMessageBox::Confirmed(const std::string& sText, const std::string& s
                  .Picture = eIcon,
                  .Text = sText,
                  .TextIsHTML = false,
-                 .Buttons = ButtonsOf(eButtons)};
+                 .Buttons = ButtonsOf(eButtons),
+                 .DefaultButton = eButtons == Buttons::YesNo ? 1U : 0U};  // what is asked with Yes stops something
   return DialogWindow(wxGetTopLevelParent(m_oParent), oDialog, oHelp).Ask() == Dialog::Answer::OK;
 }
 

@@ -13,7 +13,7 @@ Theme SystemTheme() { return wxSystemSettings::GetAppearance().IsDark() ? Theme:
 
 DesktopPlatform::DesktopPlatform(wxWindow& oParent)
     : m_oParent(&oParent),
-      m_oPump([this](const std::string& sText) { Trace(sText); }),
+      m_oPump([this](const std::string& sText) { TraceFailure(sText); }),
       m_oMessageBox(oParent),
       m_oDialogBox(oParent),
       m_eTheme(SystemTheme()),
@@ -38,8 +38,9 @@ std::unique_ptr<MessageWindow> DesktopPlatform::MakeMessageWindow(MessageWindowE
   return std::make_unique<DesktopMessageWindow>(*this, oEvents);
 }
 
-void DesktopPlatform::Trace(const std::string& sText) {
+bool DesktopPlatform::Trace(const std::string& sText) {
   if (m_oTrace) m_oTrace(sText);
+  return m_oTrace != nullptr;
 }
 
 void DesktopPlatform::Theme(std::optional<Desktop::Theme> eTheme) {

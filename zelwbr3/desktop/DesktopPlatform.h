@@ -46,7 +46,7 @@ class DesktopPlatform : public Platform {
   std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents& oEvents) override;
   DesktopHelpFile& HelpFile() override { return m_oHelpFile; }
   const ZELWbr3::UserLocale& UserLocale() const override { return m_oLocale; }
-  void Trace(const std::string& sText) override;
+  bool Trace(const std::string& sText) override;
 
   /// Where traces go from now on; nowhere at first.
   void Trace(TraceTo oTrace) { m_oTrace = std::move(oTrace); }

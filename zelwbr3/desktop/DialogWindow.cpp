@@ -269,7 +269,7 @@ wxSizer* DialogWindow::MakeButtons() {
                                                         : wxWindow::NewControlId();
     wxButton* oShown = MakeButton(*oRow, iID, oButton.Caption, [this, eAnswer] { Press(eAnswer); });
     oShown->SetName(Shown(oButton.Name));
-    if (&oButton != &m_oDialog.Buttons.front()) continue;
+    if (&oButton != &m_oDialog.Buttons.at(m_oDialog.DefaultButton)) continue;
     oShown->SetDefault();
     gtk_style_context_add_class(gtk_widget_get_style_context(oShown->GetHandle()), GTK_STYLE_CLASS_SUGGESTED_ACTION);
     if (m_oDialog.Fields.empty()) oShown->SetFocus();

@@ -21,14 +21,20 @@ namespace {
 constexpr char World[] = "zelwbr3";
 constexpr char Handler[] = "zelwbr3";
 
-/// What pages may be made of; the network is not among it.
+/// What pages may be made of. The network is not among it for page files; a page
+/// of the network that the host asked for may use its own server.
 constexpr char ContentPolicy[] =
-    "default-src file: data: blob: about: mk: 'unsafe-inline'; connect-src 'none'; form-action 'none'";
+    "default-src 'self' file: data: blob: about: mk: 'unsafe-inline'; connect-src 'none'; form-action 'none'";
 constexpr std::array<std::string_view, 3> Schemes = {"file", "about", "mk"};
 
 int iViews = 0;
 
 bool IsAllowed(std::string_view sURL) { return std::ranges::find(Schemes, SchemeOf(sURL)) != Schemes.end(); }
+
+bool IsNetwork(std::string_view sURL) {
+  const std::string sScheme = SchemeOf(sURL);
+  return sScheme == "http" || sScheme == "https";
+}
 
 /// A value of a page as valid UTF-8 without NUL; empty for undefined and null.
 std::string TextOf(JSCValue* oValue) {
@@ -113,13 +119,15 @@ struct WebView::Native_ {
   static gboolean DecidePolicy(WebKitWebView*, WebKitPolicyDecision* oDecision, WebKitPolicyDecisionType eType,
                                gpointer pData) {
     const std::uint32_t iSerial = Self(pData).m_iSerial;
+    const bool bNetwork = Self(pData).m_bNetwork;  // the host has asked for a page of the network
     bool bAllowed = false;
     std::string sURL;
     if (eType == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
       auto* oResponse = WEBKIT_RESPONSE_POLICY_DECISION(oDecision);
       sURL = webkit_uri_request_get_uri(webkit_response_policy_decision_get_request(oResponse));
       bAllowed = webkit_response_policy_decision_is_mime_type_supported(oResponse) &&
-                 (!webkit_response_policy_decision_is_main_frame_main_resource(oResponse) || SerialOf(sURL) == iSerial);
+                 (!webkit_response_policy_decision_is_main_frame_main_resource(oResponse) ||
+                  SerialOf(sURL) == iSerial || (bNetwork && IsNetwork(sURL)));
     } else {
       WebKitNavigationAction* oAction =
           webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(oDecision));
@@ -130,6 +138,9 @@ struct WebView::Native_ {
       bAllowed = eType == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION &&
                  webkit_navigation_action_get_navigation_type(oAction) == WEBKIT_NAVIGATION_TYPE_OTHER &&
                  IsAllowed(sURL) && (SchemeOf(sURL) != "about" || SerialOf(sURL) == iSerial);
+      // A page cannot go there by itself, but its server may send the host on.
+      const bool bHosts = SerialOf(sURL) == iSerial || webkit_navigation_action_is_redirect(oAction);
+      bAllowed = bAllowed || (bNetwork && IsNetwork(sURL) && bHosts);
       const bool bHelp = !HelpFileOf(Self(pData).m_oView).empty();
       bAllowed = bAllowed && (!bHelp || SchemeOf(sURL) == "mk" || SerialOf(sURL) == iSerial);
     }
@@ -252,10 +263,11 @@ void WebView::Agent(const std::string& sScript) {
 
 std::uint32_t WebView::Load(const std::string& sURL) {
   ++m_iSerial;
-  if (IsAllowed(sURL)) {
+  m_bNetwork = IsNetwork(sURL);
+  if (IsAllowed(sURL) || m_bNetwork) {
     webkit_web_view_load_uri(m_oView, WithSerial(sURL, m_iSerial).c_str());
   } else {
-    ShowError(sURL, "Only local pages are shown");
+    ShowError(sURL, "Only files and pages of the network are shown");
   }
   return m_iSerial;
 }

@@ -101,6 +101,7 @@ class WebView {
   WebKitUserContentManager* m_oManager;
   WebKitWebView* m_oView;
   std::uint32_t m_iSerial = 0;
+  bool m_bNetwork = false;  ///< the load of that serial is one of http or https
   /// Keys handed to the page, which come by again when it did not handle them.
   std::deque<std::pair<std::uint32_t, std::uint32_t>> m_oSeenKeys;
   /// Ends what is still on its way when this object goes.

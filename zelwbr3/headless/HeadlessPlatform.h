@@ -27,7 +27,10 @@ class HeadlessPlatform : public Platform {
   /// A window that closes as soon as its document has loaded.
   std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents& oEvents) override;
   const ZELWbr3::UserLocale& UserLocale() const override { return *m_oLocale; }
-  void Trace(const std::string& sText) override { Traced.Raise(sText); }
+  bool Trace(const std::string& sText) override {
+    Traced.Raise(sText);
+    return Traced.HasHandlers();
+  }
 
   /// The browser of a frame (0 to 3), as long as the control lives.
   HeadlessWebBrowser& Frame(int iFrame) const;

@@ -63,9 +63,11 @@ struct Dialog {
   bool TextIsHTML = false;
   std::string Frame = {};  ///< caption of a frame around the fields; empty = no frame
   std::vector<Field> Fields = {};
-  /// The first is the default button. Escape and closing the window press the one
-  /// that gives Cancel.
+  /// Escape and closing the window press the one that gives Cancel.
   std::vector<Button> Buttons;
+  /// Index of the button that Enter presses. For a question that stops something
+  /// it is the one that does not.
+  std::size_t DefaultButton = 0;
 
   /// Called when a button other than Cancel was pressed; returns why the dialog
   /// cannot be confirmed with the present values. The platform shows that text

@@ -9,6 +9,7 @@
 #include "zelwbr3/platform/UserLocale.h"
 #include "zelwbr3/platform/WebBrowser.h"
 
+#include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -44,7 +45,14 @@ class Platform {
   }
 
   /// A line for developers and support; users do not see it.
-  virtual void Trace(const std::string& sText) = 0;
+  /// False when nobody reads it.
+  virtual bool Trace(const std::string& sText) = 0;
+  /// What went wrong and cannot be told to its cause, such as an exception of a
+  /// host's event handler: never lost, it goes to standard error where nobody
+  /// reads the trace.
+  void TraceFailure(const std::string& sText) {
+    if (!Trace(sText)) std::cerr << sText << std::endl;
+  }
 };
 
 }  // namespace ZELWbr3

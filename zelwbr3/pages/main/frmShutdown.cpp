@@ -15,6 +15,7 @@ frmShutdown::Choice frmShutdown::Shutdown(const std::string& sInstanceName) {
       .Buttons = {{Answer::OK, "cmdOK", "OK"},
                   {Answer::Quick, "cmdQuick", "&Quick"},
                   {Answer::Cancel, "cmdCancel", "&Cancel"}},
+      .DefaultButton = 2,
   };
   const Answer eAnswer = m_oDialogBox.Show(oDialog);
   return {eAnswer == Answer::Quick, eAnswer == Answer::Cancel};
