@@ -1,5 +1,7 @@
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/pages/monitor/PageSysInfo.h"
+#include "zelwbr3/pages/monitor/PageSysInfos.h"
 
 #include <wx/app.h>
 #include <wx/timer.h>
@@ -101,6 +103,14 @@ TEST_F(ListsTest, TheKeyboardSortsAndASelectionIsCopiedAsASpreadsheetTakesIt) {
   Press("ctrl+a ctrl+c");
   const std::string sRows = "10\tZoe\ta b\n100.5\tEve\tx\nn/a\tBea 2\ty\n9\tadam\t \n";
   WaitFor("the copy", [&] { return Clipboard() == "ID\tNAME\tREMARK\n" + sRows; });
+}
+
+TEST_F(ListsTest, EnterSortsAlsoWhereItOpensViews) {
+  Panel->Browser().PageSysInfos()->Show(Recorded::OpenRecording(ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json"));
+  Front().Focus();
+  Ask(Front(), "document.querySelector('#tabSysInfos th button').focus()");
+  Press("Return");
+  WaitForPage("the order", [this] { return Ask(Front(), "document.querySelectorAll('[aria-sort]').length") == "1"; });
 }
 
 TEST_F(ListsTest, TheFilterKeepsRowsThatMatchAndThoseReadLater) {

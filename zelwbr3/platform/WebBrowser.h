@@ -64,8 +64,8 @@ class WebBrowser {
   /// True if the browser has confirmed every change made so far, or if there is
   /// no longer a document that could confirm them.
   virtual bool Settled() const = 0;
-  /// True while the browser is several batches of changes behind: who goes on
-  /// writing then runs ahead of the screen.
+  /// True while the browser still has several batches of changes to apply; code
+  /// that goes on writing gets ahead of the screen.
   virtual bool IsBehind() const { return false; }
 
   /// Shows the picture box in front of the others, or hides it.
