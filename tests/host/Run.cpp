@@ -21,8 +21,9 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
 
 }  // namespace
 
-Ended RunZelreport(const std::vector<std::string>& arguments, const std::vector<std::string>& environment) {
-  std::vector<std::string> argv = {"timeout", "-s", "KILL", "60", ZELREPORT};
+Ended RunProgram(const std::string& sProgram, const std::vector<std::string>& arguments,
+                 const std::vector<std::string>& environment) {
+  std::vector<std::string> argv = {"timeout", "-s", "KILL", "60", sProgram};
   argv.insert(argv.end(), arguments.begin(), arguments.end());
   std::vector<std::string> envp = environment;  // the first of a name counts
   for (char** p = environ; *p != nullptr; ++p) envp.emplace_back(*p);
@@ -37,7 +38,7 @@ Ended RunZelreport(const std::vector<std::string>& arguments, const std::vector<
   const int iError =
       posix_spawnp(&iProcess, "timeout", &oActions, nullptr, Pointers(argv).data(), Pointers(envp).data());
   posix_spawn_file_actions_destroy(&oActions);
-  if (iError != 0) throw std::runtime_error("Cannot run timeout " ZELREPORT);
+  if (iError != 0) throw std::runtime_error("Cannot run timeout " + sProgram);
   int iStatus = 0;
   waitpid(iProcess, &iStatus, 0);
   return {WIFEXITED(iStatus) ? WEXITSTATUS(iStatus) : 128 + WTERMSIG(iStatus), oFolder.Read("out"),

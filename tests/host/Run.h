@@ -12,9 +12,10 @@ struct Ended {
   std::string Err;
 };
 
-/// Runs zelreport with arguments, and with "NAME=value" on top of this
+/// Runs a program with arguments, and with "NAME=value" on top of this
 /// process's environment. One that does not end within a minute is ended, which
 /// shows in Exit.
-Ended RunZelreport(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {});
+Ended RunProgram(const std::string& sProgram, const std::vector<std::string>& arguments,
+                 const std::vector<std::string>& environment = {});
 
 }  // namespace ZELWbr3::Testing

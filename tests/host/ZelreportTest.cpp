@@ -14,11 +14,14 @@
 namespace ZELWbr3 {
 
 using Testing::Ended;
-using Testing::RunZelreport;
 
 namespace {
 
 using Lines = std::vector<std::string>;
+
+Ended RunZelreport(const Lines& arguments, const Lines& environment = {}) {
+  return Testing::RunProgram(ZELREPORT, arguments, environment);
+}
 
 std::string Recording(const std::string& sName) {
   return "recorded:" ZELWBR3_SOURCE_DIR "/tests/recordings/" + sName + ".json";
