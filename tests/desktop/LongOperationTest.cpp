@@ -122,7 +122,7 @@ TEST_F(LongOperationTest, WhatTheHostShowsMeanwhileWaitsForTheInstance) {
   };
   GoOnline();
   EXPECT_TRUE(bShown);
-  EXPECT_EQ(Text("txtCurrentCount"), "0");
+  EXPECT_EQ(Text("txtCurrentCount"), "1");
 }
 
 TEST_F(LongOperationTest, ClosingTheWindowWaitsForWhatTheCommandListHasStarted) {
