@@ -3,27 +3,21 @@
 #include "tests/instances/RecordingFiles.h"
 #include "tests/instances/Rows.h"
 #include "tests/instances/SQLiteFiles.h"
+#include "tests/support/Accepted.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 
-#include <cstdlib>
-#include <iostream>
 #include <regex>
 #include <sstream>
 
 namespace {
 
-using Lines = std::vector<std::string>;
 using RecordingFiles::Json;
 using ZELLib3::Database;
 using ZELWbr3::SQLite::SQLiteDatabase;
+using ZELWbr3::Testing::Lines;
+using ZELWbr3::Testing::LinesOf;
 
 const std::string kFolder = ZELWBR3_SOURCE_DIR "/tests/instances/stories/";
-
-Lines Split(std::istream&& oText, char cEnd = '\n') {
-  Lines lines;
-  for (std::string sLine; std::getline(oText, sLine, cEnd);) lines.push_back(sLine);
-  return lines;
-}
 
 bool IsPlain(const Json& o) {
   return !o.is_array() ? !o.is_object()
@@ -106,7 +100,7 @@ class OneStory : private SQLiteFiles::SQLiteTest {
             .MaxPageCount = sRest.empty() ? 0 : std::stoi(sRest),
             .StateFolder = Path("state")});
     } else if (sVerb == "show") {
-      lines = Show(Split(std::istringstream(sRest), ' '));
+      lines = Show(LinesOf(std::istringstream(sRest), ' '));
     } else if (sVerb == "read") {
       const auto iDot = sRest.find('.');
       for (const auto& row : ReadTable(*m_oDatabase, sRest.substr(0, iDot), sRest.substr(iDot + 1))) {
@@ -137,7 +131,7 @@ class OneStory : private SQLiteFiles::SQLiteTest {
     Lines lines;
     for (const std::string& sPlace : places) {
       Json oPlace = oRecorded["Database"];
-      for (const std::string& sKey : Split(std::istringstream(sPlace), '.')) oPlace = Find(oPlace, sKey);
+      for (const std::string& sKey : LinesOf(std::istringstream(sPlace), '.')) oPlace = Find(oPlace, sKey);
       Add(sPlace, oPlace, lines);
     }
     if (const Json& oFails = oRecorded["fails"]; !oFails.empty()) {
@@ -156,36 +150,21 @@ class OneStory : private SQLiteFiles::SQLiteTest {
 
 class Stories : public testing::TestWithParam<std::string> {};
 
-Lines Names() {
-  Lines names;
-  for (const std::string& sName : SQLiteFiles::Names(kFolder)) {
-    if (sName.ends_with(".txt")) names.push_back(sName.substr(0, sName.size() - 4));
-  }
-  return names;
-}
-
 }  // namespace
 
 TEST_P(Stories, ComeOutAsAccepted) {
   const std::string sFile = kFolder + GetParam() + ".txt";
-  const Lines accepted = Split(std::ifstream(sFile));
   Lines told;
   std::unique_ptr<OneStory> oStory;
-  for (const std::string& sLine : accepted) {
+  for (const std::string& sLine : LinesOf(std::ifstream(sFile))) {
     if (sLine.starts_with("  ")) continue;
     told.push_back(sLine);
     if (sLine.starts_with("== ")) oStory = std::make_unique<OneStory>();
     if (!oStory || sLine.empty() || sLine.starts_with("== ") || sLine.starts_with("#")) continue;
     for (const std::string& sOutcome : oStory->Do(sLine)) told.push_back("  " + sOutcome);
   }
-  const std::string sDifference = testing::internal::edit_distance::CreateUnifiedDiff(accepted, told);
-  if (!sDifference.empty() && std::getenv("ZELWBR3_ACCEPT_PICTURES") != nullptr) {
-    std::ofstream oFile(sFile);
-    for (const std::string& sLine : told) oFile << sLine << '\n';
-    std::cout << "Accepted in " << sFile << ":\n" << sDifference;
-  } else {
-    EXPECT_EQ("", sDifference) << sFile << ":\n" << sDifference;
-  }
+  ZELWbr3::Testing::ExpectAccepted(sFile, told);
 }
 
-INSTANTIATE_TEST_SUITE_P(, Stories, testing::ValuesIn(Names()), [](const auto& o) { return o.param; });
+INSTANTIATE_TEST_SUITE_P(, Stories, testing::ValuesIn(ZELWbr3::Testing::Names(kFolder, ".txt")),
+                         [](const auto& o) { return o.param; });

@@ -22,43 +22,6 @@ struct User : DialogBox {
   Answer Show(Dialog& oDialog) override { return Does(oDialog); }
 };
 
-std::string Described(const Dialog& oDialog) {
-  std::string sButtons;
-  for (const auto& oButton : oDialog.Buttons) sButtons += "[" + oButton.Caption + "]";
-  return oDialog.Caption + ": " + Headless::FullText(oDialog) + "\n" + sButtons;
-}
-
-TEST(Dialogs, SayWhatTheyAsk) {
-  std::string sSaid;
-  User oUser([&](Dialog& oDialog) {
-    sSaid = Described(oDialog);
-    return Answer::Cancel;
-  });
-  frmShutdown(oUser).Shutdown("A&B");
-  EXPECT_EQ(sSaid,
-            "Confirm Database Shut Down: Are you sure you want to shut down the database instance 'A&B'?\n\n"
-            "To wait until all running transactions are finished choose 'OK'. \n"
-            "To break off all running transactions choose 'Quick'.\n[OK][&Quick][&Cancel]");
-  frmOnlineUntil(oUser).OnlineUntil("<script>&\"");
-  EXPECT_EQ(sSaid,
-            "Restart Until: Enter date and time to restart the database instance <b>'&lt;script&gt;&amp;&quot;'</b> "
-            "until a specific time.<br><br><img src=\"exclamation\" alt=\"Warning:\"> Data after the specified time "
-            "will be lost.\n&Date:\n&Time:\n[OK][&Cancel]");
-  frmDBAnalyzerStart(oUser).StartIt();
-  EXPECT_EQ(sSaid,
-            "Start Database Analyzer: For the start of the database analyzer it is possible to specify start options "
-            "below. If no options were specified, the database analyzer will use the default options.\nStart Options\n"
-            "&Configuration File:\n&Number: Number of desired evaluations.\n"
-            "&Interval: Time interval (in seconds) between two evaluations.\n"
-            "&Delete Protocols: Delete todays protocol files.\n"
-            "&Reconnect: Reconnect after a restart of the database instance.\n[OK][&Cancel]");
-  frmDBAnalyzerDelete(oUser).DeleteProtSets();
-  EXPECT_EQ(sSaid,
-            "Delete Protocol Sets: To delete Database Analyzer protocol sets specify a date below.<br><br><img "
-            "src=\"exclamation\" alt=\"Warning:\"> All protocol set until the specified date will have "
-            "deleted.\n&Date:\n[OK][&Cancel]");
-}
-
 TEST(Dialogs, StartAtTheCurrentTime) {
   const Date dBefore = Calendar::Now();
   Date dOffered, dToday;

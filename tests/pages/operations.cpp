@@ -83,7 +83,8 @@ TEST(Commands, EndQuietlyWhenTheHostTakesThePageAway) {
   const auto oAnalyzer = oStarting.Browser->PageDBAnalyzer();
   oStarting.Item(Start);
   oAnalyzer->Command(Start);
-  EXPECT_EQ(oStarting.Lines(), "begin\ndialog frmDBAnalyzerStart -> cancel\n");
+  EXPECT_TRUE(oStarting.Lines().starts_with("begin\ndialog frmDBAnalyzerStart "));
+  EXPECT_EQ(oStarting.Lines(), "");
 }
 
 }  // namespace

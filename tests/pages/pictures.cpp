@@ -1,13 +1,11 @@
 // The pages as a person sees them: tests/pictures, see the README there.
 
+#include "tests/support/Accepted.h"
 #include "tests/support/Shown.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <iostream>
 #include <map>
 #include <regex>
 #include <set>
@@ -16,28 +14,7 @@
 namespace ZELWbr3::Testing {
 namespace {
 
-using Lines = std::vector<std::string>;
-
 const std::string Folder = ZELWBR3_SOURCE_DIR "/tests/pictures/";
-
-Lines LinesOf(std::istream&& oText) {
-  Lines lines;
-  for (std::string sLine; std::getline(oText, sLine);) lines.push_back(sLine);
-  return lines;
-}
-
-/// The names of the files with an ending in one of the tests' folders.
-std::set<std::string> Names(const std::string& sFolder, const std::string& sEnding) {
-  std::set<std::string> names;
-  for (const auto& oEntry : std::filesystem::directory_iterator(sFolder)) {
-    if (oEntry.path().extension() == sEnding) names.insert(oEntry.path().stem());
-  }
-  return names;
-}
-
-std::string Difference(const Lines& before, const Lines& after) {
-  return testing::internal::edit_distance::CreateUnifiedDiff(before, after);
-}
 
 /// Rows of tables whose columns are as wide as their texts, so that one that
 /// becomes wider changes its own row only.
@@ -121,7 +98,6 @@ class Pictures : public testing::TestWithParam<std::string> {};
 TEST_P(Pictures, AreAsAccepted) {
   const std::string sFile = Folder + GetParam() + ".txt";
   const std::string sPage = GetParam().substr(0, GetParam().find('-'));
-  const Lines accepted = LinesOf(std::ifstream(sFile));
   Lines told;
   std::set<std::string> plain;
   Story oStory;
@@ -131,7 +107,7 @@ TEST_P(Pictures, AreAsAccepted) {
     if (oStory.IsPlain()) plain.insert(oStory.Recordings.begin(), oStory.Recordings.end());
     oStory = {};
   };
-  for (const std::string& sLine : accepted) {
+  for (const std::string& sLine : LinesOf(std::ifstream(sFile))) {
     if (sLine.starts_with("  ")) continue;
     if (sLine.empty() || sLine.starts_with("#") || sLine.starts_with("== ")) EndStory();
     told.push_back(sLine);
@@ -146,17 +122,11 @@ TEST_P(Pictures, AreAsAccepted) {
   }
   EndStory();
   if (sPage == GetParam()) {
-    EXPECT_EQ(plain, Names(ZELWBR3_SOURCE_DIR "/tests/recordings", ".json")) << "every recording is in " << sFile;
+    EXPECT_EQ(Lines(plain.begin(), plain.end()), Names(ZELWBR3_SOURCE_DIR "/tests/recordings", ".json"))
+        << "every recording is in " << sFile;
   }
 
-  const std::string sDifference = Difference(accepted, told);
-  if (!sDifference.empty() && std::getenv("ZELWBR3_ACCEPT_PICTURES") != nullptr) {
-    std::ofstream oFile(sFile);
-    for (const std::string& sLine : told) oFile << sLine << '\n';
-    std::cout << "Accepted in " << sFile << ":\n" << sDifference;
-  } else {
-    EXPECT_EQ(sDifference, "") << sFile << " (tests/pictures/README.md says how to accept a change):\n" << sDifference;
-  }
+  ExpectAccepted(sFile, told);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pages, Pictures, testing::ValuesIn(Names(Folder, ".txt")), [](const auto& oInfo) {

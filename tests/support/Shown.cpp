@@ -21,6 +21,8 @@ std::string Worded(const Recorded::Call::Argument& oArgument) {
   return std::to_string(std::get<std::int32_t>(oArgument));
 }
 
+std::string OneLine(const std::string& sText) { return std::regex_replace(sText, std::regex("\n"), "\\n"); }
+
 }  // namespace
 
 Shown::Shown(const std::string& sRecording, const Changes& changes)
@@ -34,12 +36,15 @@ Shown::Shown(const std::string& sRecording, const Changes& changes)
   Keep(Browser->Command.Connect([this](Long lCommand) { Line("command " + std::to_string(lCommand)); }));
   Keep(Platform.MessageBox().Shown.Connect([this](const Headless::ScriptedAnswers::Box& oBox) {
     using Headless::Word;
-    Line("box " + oBox.Title + " [" + Word(oBox.Picture) + " " + Word(oBox.Offered) +
-         "]: " + std::regex_replace(oBox.Text, std::regex("\n"), "\\n") + " -> " + Word(oBox.Given));
+    Line("box " + oBox.Title + " [" + Word(oBox.Picture) + " " + Word(oBox.Offered) + "]: " + OneLine(oBox.Text) +
+         " -> " + Word(oBox.Given));
     if (OnAsked) OnAsked(oBox.Title);
   }));
   Keep(Platform.DialogBox().DialogShown.Connect([this](const Headless::ScriptedAnswers::AnsweredDialog& oDialog) {
-    Line("dialog " + oDialog.Shown.Name + " -> " + Headless::Word(oDialog.Given));
+    std::string sButtons;
+    for (const auto& oButton : oDialog.Shown.Buttons) sButtons += "[" + oButton.Caption + "]";
+    Line("dialog " + oDialog.Shown.Name + " " + sButtons + " " + oDialog.Shown.Caption + ": " +
+         OneLine(Headless::FullText(oDialog.Shown)) + " -> " + Headless::Word(oDialog.Given));
     if (OnAsked) OnAsked(oDialog.Shown.Name);
   }));
   Keep(Platform.MessageBox().Unsuitable.Connect([this](const std::string& sText) { Line("wrong: " + sText); }));
@@ -130,19 +135,5 @@ Element& Shown::At(const std::string& sID) const {
 }
 
 bool Shown::IsShown(const std::string& sID) const { return At(sID).style().display() != "none"; }
-
-std::string Shown::Rows(const std::string& sTable) const {
-  std::string sRows;
-  for (Element* o = At(sTable).tBodies(0)->firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
-    if (o->style().display() == "none") continue;
-    const char* sBetween = "";
-    for (const Element* oCell : o->cells()) {
-      const std::string sText = oCell->innerText();
-      sRows += std::exchange(sBetween, "|") + (sText == " " ? "~" : sText);
-    }
-    sRows += "\n";
-  }
-  return sRows;
-}
 
 }  // namespace ZELWbr3::Testing

@@ -62,9 +62,6 @@ class Shown : public Story {
   Element& At(const std::string& sID) const;
   std::string Text(const std::string& sID) const { return At(sID).innerText(); }
   bool IsShown(const std::string& sID) const;
-  /// The visible rows of a table's first body, one a line, cells as
-  /// "text|text"; "~" stands for the blank of an empty cell.
-  std::string Rows(const std::string& sTable) const;
 
   Headless::HeadlessPlatform Platform{std::make_unique<TestLocale>()};
   std::shared_ptr<Headless::HeadlessCommandlist> Commandlist = std::make_shared<Headless::HeadlessCommandlist>();
