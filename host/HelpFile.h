@@ -6,7 +6,7 @@ namespace ZELWbr3::Host {
 
 /// The programs' compiled help file: the one that the environment variable
 /// ZELWBR3_HELP names, else the project's own, else the installed one. It need
-/// not exist: whoever asks for a topic is told then.
+/// not exist: that is said when a topic is asked for.
 std::string HelpFile();
 
 }  // namespace ZELWbr3::Host

@@ -91,7 +91,7 @@ class Zelview : public wxApp {
   }
 
   /// Takes the picture when the page is there; gives up when it never is, for
-  /// instance behind an error display that nobody answers.
+  /// example because of an error display that is not answered.
   void Watch() {
     const auto Save = [this] {
       const wxLogNull oQuiet;  // the exception says it
@@ -130,8 +130,8 @@ int main(int argc, char** argv) {
   Arguments oArguments;
   CLI::App oCommandLine("Shows the pages of a database instance in a window.", "zelview");
   oCommandLine.add_option("INSTANCE", oArguments.Instance,
-                          "recorded:FILE or sqlite:FILE; a sample database unless given");
-  oCommandLine.add_option("--page", oArguments.Page, "The page to show, Main unless given");
+                          "recorded:FILE or sqlite:FILE; the sample database by default");
+  oCommandLine.add_option("--page", oArguments.Page, "The page to show, Main by default");
   oCommandLine.add_option("--unit", oArguments.Unit, "Sizes in: 0 KB, 1 MB, 2 GB, 3 pages, 4 automatic, -1 bytes")
       ->check(CLI::Range(-1, 4));
   oCommandLine.add_option("--screenshot", oArguments.Screenshot, "Write a picture of the window (PNG) and end");

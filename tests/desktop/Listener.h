@@ -9,7 +9,7 @@
 
 namespace ZELWbr3::Desktop {
 
-/// A server on the loopback that only notices whether somebody comes.
+/// A server on the loopback that only notices connections.
 class Listener {
  public:
   Listener() : m_iSocket(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0)) {

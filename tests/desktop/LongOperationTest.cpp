@@ -17,8 +17,8 @@
 namespace ZELWbr3::Desktop {
 namespace {
 
-/// An instance that does not go online before somebody lets it, or 20 seconds
-/// have gone by, and that must not be asked anything until then.
+/// An instance that takes until LetGo to go online, 20 seconds at most, and must
+/// not be asked anything until then.
 class SlowDatabase : public ZELLib3::Database {
  public:
   /// Called in the window when the operation has begun.
@@ -106,7 +106,7 @@ TEST_F(LongOperationTest, TheWindowIsRepaintedAndTakesNoInput) {
   EXPECT_EQ(iActions, 1) << "F5 reached the page";
 }
 
-TEST_F(LongOperationTest, WhatTheHostShowsMeanwhileWaitsForTheInstance) {
+TEST_F(LongOperationTest, APageShownDuringItWaitsForTheInstance) {
   bool bShown = false;
   wxTimer oTurn;
   oTurn.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {

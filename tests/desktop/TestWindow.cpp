@@ -196,7 +196,7 @@ void TestWindow::Press(const std::string& sKey) { Do("xdotool key " + sKey); }
 
 std::string TestWindow::InWindow(std::string sTitle, const std::string& sAction) {
   std::ranges::replace(sTitle, ' ', '.');  // a pattern of one word
-  // Repeated, because a search fails when some window goes meanwhile.
+  // Repeated, because a search fails when some window is destroyed during it.
   return "timeout 20 sh -c \"until xdotool search --sync --onlyvisible --name '^" + sTitle + "$' windowfocus --sync " +
          sAction + " 2>/dev/null; do :; done\"";
 }

@@ -68,7 +68,7 @@ class TestWindow : public testing::Test {
   /// and a key by its name.
   void ClickOn(DesktopWebBrowser& oBrowser, const std::string& sElement, int iButton = 1);
   void Press(const std::string& sKey);
-  /// The same on a control of the window or of a dialog. Nobody waits for the
+  /// The same on a control of the window or of a dialog, without waiting for the
   /// effect, which may be the end of the dialog.
   static void ClickOn(const wxWindow& oControl);
   /// The command for a click there; the button's number follows.

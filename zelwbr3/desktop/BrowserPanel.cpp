@@ -44,8 +44,8 @@ void BrowserPanel::OnSize(wxSizeEvent& oEvent) {
   oEvent.Skip();
 }
 
-// Keys of a page that nobody has handled come by here as well, for such events
-// go from a window to its parent; they are not the control's own.
+// Unhandled keys of a page arrive here as well, because such events go from a
+// window to its parent; they are not the control's own.
 
 void BrowserPanel::OnKeyDown(wxKeyEvent& oEvent) {
   oEvent.Skip();

@@ -16,9 +16,9 @@ namespace ZELWbr3::Desktop {
 ///     oPanel->Browser().HTMLPath("/usr/share/zelwbr3/html");
 ///     oPanel->Browser().PageMain()->Show(oDatabase);
 ///
-/// Showing a page pumps messages. A panel that is destroyed meanwhile ends the
-/// wait with WaitError; its control lives on, invisible, until the waiting code
-/// has been left.
+/// Showing a page pumps messages. When the panel is destroyed during that, the
+/// wait ends with WaitError; the control itself lives on, invisible, until the
+/// waiting code has returned.
 class BrowserPanel : public wxPanel {
  public:
   explicit BrowserPanel(wxWindow* oParent, wxWindowID iID = wxID_ANY);

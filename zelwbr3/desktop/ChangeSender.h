@@ -15,17 +15,17 @@ namespace ZELWbr3::Desktop {
 ///
 /// A batch is a flat list with, for each change, its kind, its node and what
 /// the kind needs of Other, Name and Text, in that order. Batches are numbered
-/// from 1. The browser is never more than a few batches behind: what is beyond
-/// that waits here, so that a fill of any size cannot flood the channel.
+/// from 1. Only a few batches are sent ahead of what the browser has confirmed;
+/// the rest waits here, so a fill of any size cannot flood the channel.
 class ChangeSender : public ChangeLog {
  public:
   /// Bytes after which a batch is sent although more changes may follow. A
   /// batch costs the browser some 0.1 ms beyond its changes; measured, sizes
   /// from 256 KiB to 1 MiB make no difference.
   static constexpr std::size_t BatchSize = std::size_t{512} * 1024;
-  /// Bytes from which a batch is worth its costs. A smaller one is sent, too, but
-  /// not as long as the browser has others to do, so whoever flushes after every
-  /// little change still sends no more batches than the browser can take.
+  /// Bytes from which a batch is worth its costs. A smaller one is sent only when
+  /// the browser has nothing else to do, so flushing after every little change
+  /// sends no more batches than the browser can take.
   static constexpr std::size_t SmallBatch = std::size_t{32} * 1024;
   /// Batches on their way at a time.
   static constexpr std::size_t Outstanding = 4;

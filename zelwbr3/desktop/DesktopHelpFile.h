@@ -16,7 +16,7 @@ class HelpError : public std::runtime_error {
 };
 
 /// Compiled help files (.chm), read afresh each time: they are small, and
-/// somebody may replace one while the program runs.
+/// one may be replaced while the program runs.
 class DesktopHelpFile : public HelpFile {
  public:
   /// Topics, styles and pictures are far below it; what claims to be larger is

@@ -50,8 +50,8 @@ void DesktopMessageWindow::ShowModal() {
   m_oDialog->ShowModal();
 }
 
-// Keys come by here when the page has left them, so text selected in a topic is
-// already copied where the browser does that itself.
+// Keys arrive here only when the page has not handled them, so text selected in
+// a topic is already copied where the browser does that itself.
 void DesktopMessageWindow::OnKey(wxKeyEvent& oEvent) {
   if (oEvent.GetKeyCode() == WXK_ESCAPE) {
     m_oDialog->EndModal(wxID_CANCEL);

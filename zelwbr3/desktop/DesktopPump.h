@@ -8,11 +8,11 @@
 
 namespace ZELWbr3::Desktop {
 
-/// The toolkit's message loop for somebody who waits.
+/// The toolkit's message loop, for code that waits.
 ///
-/// What arrives is handled out of C code that no exception may cross. Deliver
-/// keeps an exception and Turn throws it on, so that it reaches the one who
-/// waits for what went wrong.
+/// Handlers of what arrives are called by C code, which no exception may cross.
+/// Deliver keeps an exception and Turn throws it again, so it reaches the code
+/// that waits.
 class DesktopPump : public MessagePump {
  public:
   using Trace = std::function<void(const std::string&)>;
@@ -34,8 +34,8 @@ class DesktopPump : public MessagePump {
   /// True while Turn, Poll or RunInBackground is going on, or between two Turns of a wait
   /// that one of them was called from.
   bool Waiting() const;
-  /// Runs something out of the toolkit's loop, but not before the waits that are
-  /// going on now have ended and their code has been left.
+  /// Runs something from the toolkit's loop when the waits that are going on now
+  /// have ended and their code has returned.
   void AfterWaits(std::function<void()> oTask);
   /// Ends all waits that are going on now: each Turn throws WaitError with
   /// this reason. A wait that begins after the last of them has ended is none

@@ -39,8 +39,8 @@ std::string TypeOf(const std::string& sObject) {
   return it == Types.end() ? "application/octet-stream" : it->second;
 }
 
-/// Behind a document type, which must stay first. Scripts are kept from running
-/// by the view itself, see WebView::HelpFile.
+/// After a document type, which must stay first. Scripts are disabled in the
+/// view itself, see WebView::HelpFile.
 void AddPolicy(std::string& sHTML) {
   std::size_t iPlace = 0;
   if (g_ascii_strncasecmp(sHTML.c_str(), "<!doctype", 9) == 0) {

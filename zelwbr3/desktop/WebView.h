@@ -19,7 +19,7 @@ namespace ZELWbr3::Desktop {
 
 class WebContext;
 
-/// What a web view reports. Every call comes out of the toolkit's loop; what a
+/// What a web view reports. Every call comes from the toolkit's loop; what a
 /// handler throws is traced and goes no further, for the caller is C code.
 class WebViewEvents {
  public:
@@ -102,7 +102,8 @@ class WebView {
   WebKitWebView* m_oView;
   std::uint32_t m_iSerial = 0;
   bool m_bNetwork = false;  ///< the load of that serial is one of http or https
-  /// Keys handed to the page, which come by again when it did not handle them.
+  /// Keys handed to the page, which arrive a second time when it did not handle
+  /// them.
   std::deque<std::pair<std::uint32_t, std::uint32_t>> m_oSeenKeys;
   /// Ends what is still on its way when this object goes.
   std::shared_ptr<bool> m_oAlive = std::make_shared<bool>(true);

@@ -41,7 +41,7 @@
   const NumberKey = Symbol("number");
   const oNodes = [null];
 
-  /** 0 for what the page's own scripts have added: a click or the focus there is no business of the control. */
+  /** 0 for what the page's own scripts have added: the control ignores clicks and focus there. */
   const NumberOf = (oNode) => oNode[NumberKey] ?? 0;
 
   /** Gives a copy and all below it the numbers from iNext on; returns the next free one. */
@@ -121,7 +121,7 @@
   globalThis.zelwbr3 = {
     /**
      * Carries out one batch and answers what went wrong, "" for nothing. A
-     * change that fails does not keep those behind it from being made.
+     * change that fails does not prevent those after it.
      */
     Apply(iFor, iBatch, sList) {
       if (iFor !== iSerial) return "";  // meant for the document before this one
