@@ -94,8 +94,8 @@ wxWindow* ZelviewFrame::MakePageList() {
 
 void ZelviewFrame::MakeMenus() {
   const auto Add = [this](wxMenu* oMenu, const std::string& sText, const std::function<void()>& oWork,
-                          wxItemKind eKind = wxITEM_NORMAL) {
-    const int iID = oMenu->Append(wxID_ANY, wxString::FromUTF8(sText), wxString(), eKind)->GetId();
+                          wxItemKind eKind = wxITEM_NORMAL, int iWanted = wxID_ANY) {
+    const int iID = oMenu->Append(iWanted, wxString::FromUTF8(sText), wxString(), eKind)->GetId();
     Bind(
         wxEVT_MENU, [oWork](wxCommandEvent&) { oWork(); }, iID);
   };
@@ -105,7 +105,8 @@ void ZelviewFrame::MakeMenus() {
   Add(oFile, "Open &Recording…", [this] { OpenFile("Open a recording", "*.json", "recorded:"); });
   Add(oFile, "&Save Recording…\tCtrl+S", [this] { Later([this] { SaveRecording(); }); });
   oFile->AppendSeparator();
-  Add(oFile, "&Quit\tCtrl+Q", [this] { Close(); });
+  Add(
+      oFile, "&Quit\tCtrl+Q", [this] { Close(); }, wxITEM_NORMAL, wxID_EXIT);
 
   auto* oView = new wxMenu;
   for (int iUnit = 0; iUnit < static_cast<int>(std::size(Units)); ++iUnit) {
@@ -224,8 +225,9 @@ void ZelviewFrame::Later(std::function<void()> oWork) {
       // Some of it reads the instance, which may be at work.
       m_oPanel->Platform().MessagePump().AwaitBackground();
       oWork();
+    } catch (const ClosingError&) {
+      // What the user wants now is that it ends.
     } catch (const std::exception& oError) {
-      // The window may be on its way out, and the wait ended because of that.
       if (!oThis || oThis->IsBeingDeleted()) return;
       m_oPanel->Platform().MessageBox().Show(ZELWbr3::Text::OneLine(oError.what()), "zelview", MessageBox::Buttons::OK,
                                              MessageBox::Icon::Exclamation);

@@ -83,8 +83,10 @@ class Zelview : public wxApp {
     try {
       m_oFrame->ShowFirst(m_oArguments.Page);
       if (!m_oArguments.Screenshot.empty()) m_oFrame->AfterPaint([this] { m_oPicture.StartOnce(Settling); });
+    } catch (const ZELWbr3::ClosingError&) {
+      // The window closes by itself.
     } catch (const std::exception& oError) {
-      if (!oFrame || oFrame->IsBeingDeleted()) return;  // closed while the page was waited for
+      if (!oFrame || oFrame->IsBeingDeleted()) return;
       m_iResult = Complain(oError.what());
       oFrame->Close(true);
     }

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include <sys/wait.h>
+#include <wx/app.h>
 #include <wx/filedlg.h>
 #include <wx/image.h>
 #include <wx/statusbr.h>
@@ -100,7 +101,7 @@ TEST_F(ZelviewTest, ARecordingIsSavedAndOpenedAndADatabaseFileIsOpened) {
   EXPECT_EQ(Zelview->GetTitle(), "DEMO - zelview");
 }
 
-TEST_F(ZelviewTest, AMessageIsLookedUpAndTheProgramIsLeft) {
+TEST_F(ZelviewTest, AMessageIsLookedUp) {
   bool bShown = false;
   InDialog([&](wxDialog&) {
     InDialog([&](wxDialog& oMessage) {
@@ -111,10 +112,20 @@ TEST_F(ZelviewTest, AMessageIsLookedUpAndTheProgramIsLeft) {
   });
   Press("alt+h m");
   WaitFor("the message's end", [&] { return bShown && OpenDialog() == nullptr; });
-  bool bClosed = false;
-  Zelview->Bind(wxEVT_CLOSE_WINDOW, [&](wxCloseEvent&) { bClosed = true; });
+}
+
+TEST_F(ZelviewTest, ClosingItAnswersADialogAndEndsAWaitWithoutAMessage) {
+  int iClosed = 0;
+  Zelview->Bind(wxEVT_CLOSE_WINDOW, [&](wxCloseEvent&) { ++iClosed; });
   Press("ctrl+q");
-  WaitFor("the end", [&] { return bClosed; });
+  WaitFor("the end", [&] { return iClosed == 1; });
+  InDialog([](wxDialog&) { Begin("xdotool key ctrl+q"); });
+  Press("alt+h m");
+  WaitFor("the end of the dialog and of the window", [&] { return iClosed == 2; });
+  EXPECT_EQ(OpenDialog(), nullptr);
+  wxTheApp->CallAfter([this] { Zelview->Close(); });
+  EXPECT_THROW(Zelview->ShowFirst("DataArea"), ClosingError);
+  WaitFor("the end of the window", [&] { return iClosed == 3; });
 }
 
 /// The program as a user starts it.

@@ -25,7 +25,7 @@ BrowserPanel::BrowserPanel(wxWindow* oParent, wxWindowID iID)
 BrowserPanel::~BrowserPanel() {
   DesktopPump& oPump = Platform().Pump();
   if (!oPump.Waiting()) return;
-  oPump.EndWaits("The control was destroyed");
+  oPump.EndWaits(std::make_exception_ptr(WaitError("The control was destroyed")));
   oPump.AfterWaits([oControl = m_oControl]() mutable { oControl.reset(); });
 }
 

@@ -17,15 +17,15 @@ struct DesktopPump::State {
   Trace oTrace;
   int iDepth = 0;
   bool bWorking = false;
-  /// Why the waits that are going on end; empty while they may go on.
-  std::string sEnd;
+  /// Why the waits that are going on end; null while they may go on.
+  std::exception_ptr oEnd;
   std::exception_ptr oError;
   std::vector<std::function<void()>> oAfterWaits;
 
   /// Throws what the waiting one has to know.
   void Check() {
     if (oError != nullptr) std::rethrow_exception(std::exchange(oError, nullptr));
-    if (!sEnd.empty()) throw WaitError(sEnd);
+    if (oEnd != nullptr) std::rethrow_exception(oEnd);
   }
 
   void TraceError(const std::exception_ptr& oThrown) {
@@ -43,7 +43,7 @@ class DesktopPump::Wait {
   explicit Wait(std::shared_ptr<State> oState) : m_oState(std::move(oState)) { ++m_oState->iDepth; }
   ~Wait() {
     if (--m_oState->iDepth > 0) return;
-    m_oState->sEnd.clear();
+    m_oState->oEnd = nullptr;
     for (const auto& oTask : std::exchange(m_oState->oAfterWaits, {})) wxTheApp->CallAfter(oTask);
   }
   Wait(const Wait&) = delete;
@@ -72,7 +72,7 @@ DesktopPump::DesktopPump(Trace oTrace) : m_oState(std::make_shared<State>()) { m
 
 DesktopPump::~DesktopPump() {
   m_oState->oTrace = nullptr;
-  EndWaits("The control was destroyed");
+  EndWaits(std::make_exception_ptr(WaitError("The control was destroyed")));
 }
 
 void DesktopPump::Turn() {
@@ -147,8 +147,8 @@ void DesktopPump::AfterWaits(std::function<void()> oTask) {
 
 bool DesktopPump::Waiting() const { return m_oState->iDepth > 0; }
 
-void DesktopPump::EndWaits(const std::string& sReason) {
-  if (m_oState->iDepth > 0) m_oState->sEnd = sReason;
+void DesktopPump::EndWaits(std::exception_ptr oReason) {
+  if (m_oState->iDepth > 0) m_oState->oEnd = std::move(oReason);
 }
 
 }  // namespace ZELWbr3::Desktop

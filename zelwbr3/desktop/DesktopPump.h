@@ -2,6 +2,7 @@
 
 #include "zelwbr3/platform/MessagePump.h"
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <string>
@@ -37,10 +38,9 @@ class DesktopPump : public MessagePump {
   /// Runs something from the toolkit's loop when the waits that are going on now
   /// have ended and their code has returned.
   void AfterWaits(std::function<void()> oTask);
-  /// Ends all waits that are going on now: each Turn throws WaitError with
-  /// this reason. A wait that begins after the last of them has ended is none
-  /// of them.
-  void EndWaits(const std::string& sReason);
+  /// Ends all waits that are going on now: each Turn throws this reason. A wait
+  /// that begins when the last of them has ended is not one of them.
+  void EndWaits(std::exception_ptr oReason);
 
  private:
   struct State;

@@ -13,6 +13,13 @@ class WaitError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// The wait has ended because the user closes the program's window. That is no
+/// failure and needs no message.
+class ClosingError : public WaitError {
+ public:
+  using WaitError::WaitError;
+};
+
 /// What waiting code needs of the program's message loop.
 class MessagePump {
  public:
@@ -20,11 +27,12 @@ class MessagePump {
 
   /// Blocks until at least one message has arrived and handles it. May be called
   /// again while a message is handled. Throws WaitError if the wait cannot end:
-  /// the program is closing, or no message can arrive any more.
+  /// because the program is closing (ClosingError) or no message can arrive any
+  /// more.
   virtual void Turn() = 0;
 
   /// Handles messages that have already arrived, without waiting. Keeps the
-  /// window responsive during long work. Throws WaitError if the program is
+  /// window responsive during long work. Throws ClosingError if the program is
   /// closing; the work should then end.
   virtual void Poll() = 0;
 
