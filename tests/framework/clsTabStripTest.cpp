@@ -10,7 +10,7 @@ namespace ZELWbr3::Testing {
 namespace {
 
 /// A page with one strip; its classes in one line, from edge to edge, the
-/// selected tab and the blocks that are not hidden behind them.
+/// selected tab and the blocks that are not hidden.
 class Strip {
  public:
   explicit Strip(int iTabs, const std::string& sName = "X") : m_iTabs(iTabs), m_sName(sName) {

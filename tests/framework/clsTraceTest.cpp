@@ -46,7 +46,7 @@ TEST_F(clsTraceTest, WritesLinesThatLineUp) {
             "[2,147,483,647]           Ending\n");
   Now += 1;
   EXPECT_THROW(Trace.Text("late"), std::overflow_error);
-  Trace.StartLogging(Folder.Path("t.log"));  // begins anew, behind what is there
+  Trace.StartLogging(Folder.Path("t.log"));  // begins anew, after what is there
   EXPECT_TRUE(Folder.Read("t.log").ends_with("Ending\n[00,000,000]           Beginning\n"));
 }
 

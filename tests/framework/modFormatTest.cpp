@@ -121,18 +121,4 @@ TEST_F(modFormatTest, RoundsToLongHalfToEvenAndNeverWraps) {
   }
 }
 
-TEST(Checked, NeverWraps) {
-  constexpr Long lMax = LongMax;
-  EXPECT_THROW(lMax + 1, std::overflow_error);
-  EXPECT_THROW(1 - Long(LongMin), std::overflow_error);
-  EXPECT_THROW(lMax * lMax, std::overflow_error);
-  EXPECT_THROW(Integer(32767) + Integer(1), std::overflow_error);
-  EXPECT_THROW(Long(std::uint32_t{4294967295u}), std::overflow_error);
-  Long lValue = lMax;
-  EXPECT_THROW(++lValue, std::overflow_error);
-  EXPECT_THROW(lValue += 1, std::overflow_error);
-  EXPECT_EQ(lValue, lMax);
-  EXPECT_EQ(lValue - lMax, 0);
-}
-
 }  // namespace ZELWbr3::modFormat

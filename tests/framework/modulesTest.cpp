@@ -1,9 +1,7 @@
 // The framework's small modules and classes.
 
-#include "tests/support/ChangedRecording.h"
 #include "zelwbr3/framework/CommandLists.h"
 #include "zelwbr3/framework/clsHourglass.h"
-#include "zelwbr3/framework/modCheckCommands.h"
 #include "zelwbr3/framework/modCmdEnum.h"
 #include "zelwbr3/headless/HeadlessCommandlist.h"
 
@@ -27,7 +25,7 @@ struct Pointer : ScreenPointer {
 
 }  // namespace
 
-TEST(clsHourglass, NestsAndNeverStaysBehind) {
+TEST(clsHourglass, NestsAndIsGoneInTheEnd) {
   Pointer oScreen;
   {
     clsHourglass oHourglass(oScreen);
@@ -59,23 +57,6 @@ TEST(modCmdEnum, LinksCarryTheirCommand) {
                           "xguicmd00065", "guicmd99999999999"}) {
     EXPECT_EQ(LinkedCommand(sID), std::nullopt) << sID;
   }
-}
-
-TEST(modCheckCommands, OffersAFeatureFromItsReleaseOn) {
-  using namespace modCheckCommands;
-  const auto oDatabase = std::make_shared<Testing::ChangedRecording>("");
-  const auto Offered = [&](const char* sRelease, const char* sNumber, const char* sStatus) {
-    oDatabase->Change({std::string("Version.Release = ") + sRelease, std::string("Version.Number = ") + sNumber,
-                       std::string("StateInfo.Status = ") + sStatus});
-    const bool bExtend = CheckAutoExtend(oDatabase);
-    EXPECT_EQ(CheckAutoUpdateStatistics(oDatabase), bExtend);
-    return std::pair(bExtend, CheckOnlineFeature(oDatabase));
-  };
-  EXPECT_EQ(Offered("0x07060000", "0x07060009", "5"), std::pair(false, false));
-  EXPECT_EQ(Offered("0x07060000", "0x0706000A", "5"), std::pair(true, false));
-  EXPECT_EQ(Offered("0x07060000", "0x0706000C", "5"), std::pair(true, true));
-  EXPECT_EQ(Offered("0x07060000", "0x0706000C", "4"), std::pair(true, false));
-  EXPECT_EQ(Offered("0x0705FFFF", "0x0706000C", "5"), std::pair(false, false));
 }
 
 TEST(CommandLists, ShowsTheListOfThePageInFront) {
@@ -110,26 +91,6 @@ TEST(CommandLists, ShowsTheListOfThePageInFront) {
   EXPECT_EQ(clicks, std::vector<std::string>{"2:four"});
   EXPECT_FALSE(oLists.HasList(2));
   EXPECT_TRUE(oLists.HasList(9));
-}
-
-TEST(Event, HandlersComeAndGoWhileItIsRaised) {
-  std::string sCalls;
-  auto oEvent = std::make_unique<Event<const std::string&>>();
-  Connection oSecond;
-  Connection oThird;
-  const auto oFirst = oEvent->Connect([&](const std::string& s) {
-    sCalls += "1" + s;
-    oSecond.Disconnect();
-    if (s == "a") oThird = oEvent->Connect([&](const std::string& t) { sCalls += "3" + t; });
-  });
-  oSecond = oEvent->Connect([&](const std::string& s) { sCalls += "2" + s; });
-  oEvent->Raise("a");
-  EXPECT_EQ(sCalls, "1a");
-  oEvent->Raise("b");
-  EXPECT_EQ(sCalls, "1a1b3b");
-  const auto oLast = oEvent->Connect([&](const std::string&) { oEvent.reset(); });
-  oEvent->Raise("c");
-  EXPECT_EQ(sCalls, "1a1b3b1c3c");
 }
 
 }  // namespace ZELWbr3

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <map>
 #include <regex>
-#include <set>
 #include <sstream>
 
 namespace ZELWbr3::Testing {
@@ -60,73 +59,45 @@ bool HasName(const std::string& sPage) {
          Host::HostPages::All().end();
 }
 
-/// The lines of a story in a file, up to what is to be seen.
-struct Story {
-  Lines Recordings, Steps;
-  Testing::Changes Changes;
-
-  bool IsPlain() const { return Steps.empty() && Changes.empty(); }
-
-  Lines Tell(const std::string& sPage, const std::string& sRecording) const {
-    const Seen oSeen = See(sPage, sRecording, Changes, Steps);
-    Lines lines = oSeen.Told;
-    if (IsPlain() || !HasName(oSeen.Page)) {
-      std::ranges::copy(oSeen.Picture, std::back_inserter(lines));
-      return lines;
-    }
-    const Seen& oPlain = SeePlain(oSeen.Page, sRecording);
-    const std::string sChanged = Difference(Unaligned(oPlain.Picture), Unaligned(oSeen.Picture));
-    for (const std::string& s : LinesOf(std::istringstream(sChanged))) {
-      if (s[0] == '-' || s[0] == '+') lines.push_back(s.substr(0, 1) + " " + s.substr(1, s.find_last_not_of(' ')));
-    }
+Lines Tell(const std::string& sPage, const std::string& sRecording, const Changes& changes, const Lines& steps) {
+  const Seen oSeen = See(sPage, sRecording, changes, steps);
+  Lines lines = oSeen.Told;
+  if ((changes.empty() && steps.empty()) || !HasName(oSeen.Page)) {
+    std::ranges::copy(oSeen.Picture, std::back_inserter(lines));
     return lines;
   }
-
-  /// The same for all its recordings, or which one differs.
-  Lines Tell(const std::string& sPage) const {
-    const Lines first = Tell(sPage, Recordings.at(0));
-    for (const std::string& sOther : Recordings) {
-      const Lines other = Tell(sPage, sOther);
-      if (other != first) return {"Not the same with " + sOther + ":\n" + Difference(first, other)};
-    }
-    return first;
+  const Seen& oPlain = SeePlain(oSeen.Page, sRecording);
+  const std::string sChanged = Difference(Unaligned(oPlain.Picture), Unaligned(oSeen.Picture));
+  for (const std::string& s : LinesOf(std::istringstream(sChanged))) {
+    if (s[0] == '-' || s[0] == '+') lines.push_back(s.substr(0, 1) + " " + s.substr(1, s.find_last_not_of(' ')));
   }
-};
+  return lines;
+}
 
 class Pictures : public testing::TestWithParam<std::string> {};
 
 TEST_P(Pictures, AreAsAccepted) {
-  const std::string sFile = Folder + GetParam() + ".txt";
   const std::string sPage = GetParam().substr(0, GetParam().find('-'));
-  Lines told;
-  std::set<std::string> plain;
-  Story oStory;
-  const auto EndStory = [&] {
-    if (oStory.Recordings.empty()) return;
-    for (const std::string& sLine : oStory.Tell(sPage)) told.push_back("  " + sLine);
-    if (oStory.IsPlain()) plain.insert(oStory.Recordings.begin(), oStory.Recordings.end());
-    oStory = {};
-  };
-  for (const std::string& sLine : LinesOf(std::ifstream(sFile))) {
-    if (sLine.starts_with("  ")) continue;
-    if (sLine.empty() || sLine.starts_with("#") || sLine.starts_with("== ")) EndStory();
-    told.push_back(sLine);
-    if (sLine.starts_with("== ")) {
-      std::istringstream oNames(sLine.substr(3));
-      for (std::string sName; oNames >> sName;) oStory.Recordings.push_back(sName);
-    } else if (sLine.starts_with("with ") && oStory.Steps.empty()) {
-      oStory.Changes.push_back(sLine.substr(5));
-    } else if (!sLine.empty() && !sLine.starts_with("#")) {
-      oStory.Steps.push_back(sLine.starts_with("then ") ? sLine.substr(5) : sLine);
-    }
-  }
-  EndStory();
-  if (sPage == GetParam()) {
-    EXPECT_EQ(Lines(plain.begin(), plain.end()), Names(ZELWBR3_SOURCE_DIR "/tests/recordings", ".json"))
-        << "every recording is in " << sFile;
-  }
+  Lines plain;
+  ExpectAccepted(Folder + GetParam() + ".txt", [&](const std::string& sRecordings, const Lines& lines) {
+    const auto itSteps = std::ranges::find_if_not(lines, [](const auto& s) { return s.starts_with("with "); });
+    Changes changes;
+    for (auto it = lines.begin(); it != itSteps; ++it) changes.push_back(it->substr(5));
+    Lines steps(itSteps, lines.end());
+    for (std::string& sStep : steps) sStep = std::regex_replace(sStep, std::regex("^then "), "");
+    const Lines recordings = LinesOf(std::istringstream(sRecordings), ' ');
+    if (lines.empty()) std::ranges::copy(recordings, std::back_inserter(plain));
 
-  ExpectAccepted(sFile, told);
+    const Lines told = Tell(sPage, recordings.at(0), changes, steps);
+    for (const std::string& sOther : recordings) {
+      EXPECT_EQ(Difference(told, Tell(sPage, sOther, changes, steps)), "") << "the same with " << sRecordings;
+    }
+    return told;
+  });
+  std::ranges::sort(plain);
+  if (sPage == GetParam()) {
+    EXPECT_EQ(plain, Names(ZELWBR3_SOURCE_DIR "/tests/recordings", ".json")) << "every recording without changes";
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Pages, Pictures, testing::ValuesIn(Names(Folder, ".txt")), [](const auto& oInfo) {

@@ -122,7 +122,7 @@ TEST_F(NavigationTest, TheDeathOfABrowserEndsEveryWait) {
   std::string sInner;
   Platform.Queue.Post([&] {
     Platform.Queue.Post([&] { Platform.Frames[2]->Events.ProcessTerminated("out of memory"); });
-    Platform.Queue.Post([] { FAIL() << "somebody waited on"; });
+    Platform.Queue.Post([] { FAIL() << "the wait went on"; });
     try {
       Show(oInner);
     } catch (const WaitError& oError) {
@@ -137,7 +137,7 @@ TEST_F(NavigationTest, EmptyingTheFrameEndsTheWaitForItsPage) {
   const auto oPage = MakePage();
   Platform.Queue.Post([&] { Control.Clear(1); });
   Platform.Queue.Post([&] { Platform.Frames[1]->Events.NavigateComplete(); });
-  Platform.Queue.Post([] { FAIL() << "somebody waited on"; });
+  Platform.Queue.Post([] { FAIL() << "the wait went on"; });
   try {
     Show(oPage);
     FAIL() << "shown";

@@ -31,11 +31,7 @@ class RecordingPlatform : public Platform {
       return Unsettled == 0 || --Unsettled == 0;
     }
     void Visible(bool bVisible) override { m_oStory.Line((bVisible ? "show " : "hide ") + m_sFrame); }
-    void Move(int iLeft, int iTop, int iWidth, int iHeight) override {
-      std::string sPlace;
-      for (const int i : {iLeft, iTop, iWidth, iHeight}) sPlace += " " + std::to_string(i);
-      m_oStory.Line("Move " + m_sFrame + sPlace);
-    }
+    void Move(int, int, int, int) override {}
 
     void Load() {
       Loaded = std::make_shared<ZELWbr3::Document>();

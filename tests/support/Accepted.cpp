@@ -41,4 +41,29 @@ void ExpectAccepted(const std::string& sFile, const Lines& told) {
   std::cout << "Accepted in " << sFile << ":\n" << sDifference;
 }
 
+void ExpectAccepted(const std::string& sFile, const Teller& oTell) {
+  Lines told;
+  std::string sHeading;
+  Lines steps;
+  const auto EndStory = [&] {
+    if (sHeading.empty()) return;
+    for (const std::string& sLine : oTell(sHeading, steps)) told.push_back("  " + sLine);
+    sHeading.clear();
+    steps.clear();
+  };
+  for (const std::string& sLine : LinesOf(std::ifstream(sFile))) {
+    if (sLine.starts_with("  ")) continue;
+    const bool bHeading = sLine.starts_with("== ");
+    if (bHeading || sLine.empty() || sLine.starts_with("#")) {
+      EndStory();
+      if (bHeading) sHeading = sLine.substr(3);
+    } else {
+      steps.push_back(sLine);
+    }
+    told.push_back(sLine);
+  }
+  EndStory();
+  ExpectAccepted(sFile, told);
+}
+
 }  // namespace ZELWbr3::Testing

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <istream>
 #include <string>
 #include <vector>
@@ -21,5 +22,11 @@ std::string Difference(const Lines& before, const Lines& after);
 /// ZELWBR3_ACCEPT_PICTURES in the environment the file is written instead, and
 /// what has changed in it goes to standard output.
 void ExpectAccepted(const std::string& sFile, const Lines& told);
+
+/// The same for a file of stories, each a heading after "== ", lines with its
+/// steps, and what it comes to, which begins with two blanks; "#" begins a
+/// comment.
+using Teller = std::function<Lines(const std::string& sHeading, const Lines& steps)>;
+void ExpectAccepted(const std::string& sFile, const Teller& oTell);
 
 }  // namespace ZELWbr3::Testing

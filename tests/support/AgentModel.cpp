@@ -5,66 +5,57 @@
 
 namespace ZELWbr3::Testing {
 
-AgentModel::AgentModel(const Document& oDocument) {
-  m_nodes.resize(oDocument.Count() + 1);
-  m_oRoot = Copy(*oDocument.documentElement());
-}
-
-AgentModel::Node& AgentModel::At(NodeNumber iNumber) const {
-  if (iNumber >= m_nodes.size() || m_nodes[iNumber] == nullptr) {
-    throw std::logic_error("A change names the node " + std::to_string(iNumber) + ", which there is not");
-  }
-  return *m_nodes[iNumber];
-}
-
-AgentModel::NodePtr AgentModel::Copy(const Element& oElement) {
-  auto oNode = std::make_shared<Node>();
-  m_nodes.at(oElement.Number()) = oNode;
-  oNode->Tag = oElement.tagName();
-  oNode->Attributes.insert(oElement.attributes().begin(), oElement.attributes().end());
-  AppendText(*oNode, oElement.text());
+NodeNumber AgentModel::Copy(const Element& oElement) {
+  const NodeNumber iNode = oElement.Number();
+  m_nodes[iNode] = {oElement.tagName(), {oElement.attributes().begin(), oElement.attributes().end()}, {}};
+  AppendText(iNode, oElement.text());
   for (const Element* o = oElement.firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
-    oNode->Children.push_back(Copy(*o));
-    oNode->Children.back()->Parent = oNode.get();
-    AppendText(*oNode, o->tail());
+    Insert(iNode, m_nodes[iNode].Content.size(), Copy(*o));
+    AppendText(iNode, o->tail());
   }
-  return oNode;
+  return iNode;
 }
 
-AgentModel::NodePtr AgentModel::Clone(const Node& oNode, NodeNumber& iNext) {
-  auto oClone = std::make_shared<Node>(Node{oNode.Tag, oNode.Text, oNode.Attributes, {}, nullptr});
-  if (!oNode.Tag.empty()) {
-    m_nodes.resize(std::max<std::size_t>(m_nodes.size(), iNext + 1));
-    m_nodes[iNext++] = oClone;
+NodeNumber AgentModel::Clone(NodeNumber iNode, NodeNumber& iNext) {
+  const Node oNode = m_nodes.at(iNode);
+  const NodeNumber iClone = iNext++;
+  m_nodes[iClone] = {oNode.Tag, oNode.Attributes, {}};
+  for (const auto& oPart : oNode.Content) {
+    if (const auto* sText = std::get_if<std::string>(&oPart)) {
+      AppendText(iClone, *sText);
+    } else {
+      const NodeNumber iChild = Clone(std::get<NodeNumber>(oPart), iNext);
+      Insert(iClone, m_nodes[iClone].Content.size(), iChild);
+    }
   }
-  for (const auto& oChild : oNode.Children) {
-    oClone->Children.push_back(Clone(*oChild, iNext));
-    oClone->Children.back()->Parent = oClone.get();
-  }
-  return oClone;
+  return iClone;
 }
 
-void AgentModel::AppendText(Node& oNode, std::string_view sText) {
-  if (!sText.empty()) oNode.Children.push_back(std::make_shared<Node>(Node{"", std::string(sText), {}, {}, &oNode}));
+void AgentModel::AppendText(NodeNumber iNode, std::string_view sText) {
+  if (!sText.empty()) m_nodes.at(iNode).Content.emplace_back(std::string(sText));
+}
+
+void AgentModel::Insert(NodeNumber iParent, std::size_t iPlace, NodeNumber iChild) {
+  if (std::exchange(m_nodes.at(iChild).Parent, iParent) != 0) {
+    throw std::logic_error("A change inserts a node that has a place");
+  }
+  auto& content = m_nodes.at(iParent).Content;
+  content.emplace(content.begin() + static_cast<std::ptrdiff_t>(iPlace), iChild);
 }
 
 void AgentModel::Record(const Change& oChange) {
   ++m_iRecorded;
-  Node& oNode = At(oChange.Node);
-  const auto Adopt = [&](Node& oParent, auto oBefore) {
-    Node& oChild = At(oChange.Other);
-    if (oChild.Parent != nullptr) throw std::logic_error("A change inserts a node that has a place");
-    oChild.Parent = &oParent;
-    oParent.Children.insert(oBefore, m_nodes[oChange.Other]);
-  };
+  Node& oNode = m_nodes.at(oChange.Node);
   switch (oChange.What) {
     case Change::Kind::Text:
-      for (const auto& oChild : oNode.Children) oChild->Parent = nullptr;
-      oNode.Children.clear();
-      AppendText(oNode, oChange.Text);
+      for (const auto& oPart : oNode.Content) {
+        if (const auto* iChild = std::get_if<NodeNumber>(&oPart)) m_nodes.at(*iChild).Parent = 0;
+      }
+      oNode.Content.clear();
+      AppendText(oChange.Node, oChange.Text);
       break;
     case Change::Kind::AppendText:
-      AppendText(oNode, oChange.Text);
+      AppendText(oChange.Node, oChange.Text);
       break;
     case Change::Kind::Attribute:
       oNode.Attributes[std::string(oChange.Name)] = oChange.Text;
@@ -79,43 +70,34 @@ void AgentModel::Record(const Change& oChange) {
       break;
     case Change::Kind::Clone: {
       NodeNumber iNext = oChange.Other;
-      Clone(oNode, iNext);
-      break;
-    }
-    case Change::Kind::Append:
-      Adopt(oNode, oNode.Children.end());
-      break;
-    case Change::Kind::After: {
-      auto& siblings = oNode.Parent->Children;
-      Adopt(*oNode.Parent, std::next(std::ranges::find(siblings, m_nodes[oChange.Node])));
+      Clone(oChange.Node, iNext);
       break;
     }
     case Change::Kind::Create:
-      m_nodes.resize(std::max<std::size_t>(m_nodes.size(), oChange.Other + 1));
-      m_nodes[oChange.Other] = std::make_shared<Node>(Node{std::string(oChange.Name), "", {}, {}, nullptr});
-      Adopt(oNode, oNode.Children.end());
+      m_nodes[oChange.Other] = {std::string(oChange.Name), {}, {}};
+      [[fallthrough]];
+    case Change::Kind::Append:
+      Insert(oChange.Node, oNode.Content.size(), oChange.Other);
       break;
+    case Change::Kind::After: {
+      const auto& content = m_nodes.at(oNode.Parent).Content;
+      const auto it = std::ranges::find(content, decltype(oNode.Content)::value_type(oChange.Node));
+      Insert(oNode.Parent, static_cast<std::size_t>(it - content.begin()) + 1, oChange.Other);
+      break;
+    }
   }
 }
 
-std::string AgentModel::Describe() const {
-  std::string sOut;
-  Describe(*m_oRoot, sOut);
-  return sOut;
-}
-
-std::string AgentModel::Describe(const Document& oDocument) { return AgentModel(oDocument).Describe(); }
-
-void AgentModel::Describe(const Node& oNode, std::string& sOut) {
-  if (oNode.Tag.empty()) {
-    sOut += oNode.Text;
-    return;
-  }
-  sOut += '<' + oNode.Tag;
+std::string AgentModel::Describe(NodeNumber iNode) const {
+  const Node& oNode = m_nodes.at(iNode);
+  std::string sOut = '<' + oNode.Tag;
   for (const auto& [sName, sValue] : oNode.Attributes) sOut += ' ' + sName + "='" + sValue + '\'';
   sOut += '>';
-  for (const auto& oChild : oNode.Children) Describe(*oChild, sOut);
-  sOut += "</>\n";
+  for (const auto& oPart : oNode.Content) {
+    const auto* sText = std::get_if<std::string>(&oPart);
+    sOut += sText != nullptr ? *sText : Describe(std::get<NodeNumber>(oPart));
+  }
+  return sOut + "</>\n";
 }
 
 }  // namespace ZELWbr3::Testing
