@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Devices and pipes may be written by anybody.
+/// A file that keeps what is written into it; devices and pipes do not.
 bool Holds(const fs::path& oFile) {
   std::error_code eIgnored;
   const fs::file_status oStatus = fs::status(oFile, eIgnored);
@@ -29,7 +29,7 @@ bool IsSame(const fs::path& a, const fs::path& b) {
   return fs::equivalent(a, b, eIgnored) || fs::weakly_canonical(a, eIgnored) == fs::weakly_canonical(b, eIgnored);
 }
 
-/// Why a file cannot be written; 0 when nothing speaks against it.
+/// Why a file cannot be written; 0 when it can.
 int Obstacle(const fs::path& oFile) {
   std::error_code eIgnored;
   const fs::file_status oStatus = fs::status(oFile, eIgnored);

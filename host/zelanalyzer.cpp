@@ -1,4 +1,4 @@
-// zelanalyzer: evaluates a database file at an interval, in the background.
+// zelanalyzer: evaluates an instance at an interval, in the background.
 
 #include "host/StandardStreams.h"
 #include "zelwbr3/base/Text.h"
@@ -34,8 +34,8 @@ std::string DatabaseFile(const std::string& sInstance) {
 }
 
 int Run(Instances::AnalyzerOptions oOptions, const std::string& sInstance) {
-  oOptions.Database = DatabaseFile(sInstance);
-  oOptions.Open = [sFile = oOptions.Database] { return SQLite::OpenDatabase(sFile); };
+  oOptions.Instance = DatabaseFile(sInstance);
+  oOptions.Open = [sFile = oOptions.Instance] { return SQLite::OpenDatabase(sFile); };
   if (!oOptions.ConfigFile.empty()) oOptions.ConfigFile = Absolute(oOptions.ConfigFile);
   const auto oConfig = Instances::AnalyzerConfig::Read(oOptions.ConfigFile);
   return Instances::Daemonize([&](const Instances::Started& oStarted) {
@@ -58,7 +58,7 @@ int main(int argc, char** argv) {
   Instances::AnalyzerOptions oOptions;
   const CLI::Range oCount(0, std::numeric_limits<int>::max());
   CLI::App oApp(
-      "Starts the analyzer of a database file in the background: it evaluates the file at an interval and writes "
+      "Starts the analyzer of an instance in the background: it evaluates the instance at an interval and writes "
       "protocol sets.",
       "zelanalyzer");
   oApp.add_option("INSTANCE", sInstance, "sqlite:FILE");
@@ -69,7 +69,7 @@ int main(int argc, char** argv) {
                       " when 0 or not given")
       ->check(oCount);
   oApp.add_flag("--delete", oOptions.DeleteToday, "Delete today's protocol files first");
-  oApp.add_flag("--reconnect", oOptions.Reconnect, "Go on when the database cannot be read for a while");
+  oApp.add_flag("--reconnect", oOptions.Reconnect, "Go on when the instance cannot be read for a while");
   try {
     oApp.parse(argc, argv);
   } catch (const CLI::Success& oSuccess) {

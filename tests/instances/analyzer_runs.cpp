@@ -62,7 +62,7 @@ TEST_F(AnalyzerRuns, KilledHardItIsFoundDeadAndStartsAgain) {
   ASSERT_EQ("ok", Start(Every(kNever)));
   const std::string sProcess = std::to_string(ProcessID());
   Kill(ProcessID());
-  EXPECT_EQ(0u, State().find("2 The analyzer, process " + sProcess + ", ended without a word")) << State();
+  EXPECT_EQ(0u, State().find("2 The analyzer, process " + sProcess + ", ended unexpectedly")) << State();
   EXPECT_EQ("the analyzer is not running", Stop());
   EXPECT_EQ("ok", Start(Every(kNever)));
   EXPECT_EQ("1", State());
@@ -76,7 +76,7 @@ TEST_F(AnalyzerRuns, AnotherProcessWithItsNumberIsNotTakenForIt) {
   fs::create_directories(Analyzer().Path());
   WriteFile(Analyzer().LockPath(), oRecord.Encode());
   EXPECT_EQ("2 The analyzer, process " + std::to_string(getpid()) +
-                ", ended without a word: it was killed, or the system went down",
+                ", ended unexpectedly: it was killed, or the system went down",
             State());
   EXPECT_EQ("the analyzer is not running", Stop());
   WriteFile(Analyzer().LockPath(), "process=1\n");
@@ -183,7 +183,7 @@ TEST_F(AnalyzerRuns, WhatCannotBeStartedIsNamedAndNothingIsMade) {
 
   unsetenv("ZELWBR3_ANALYZER");
   for (const auto& [sProgram, sWrong] : {std::pair("/nowhere/zelanalyzer", "/nowhere/zelanalyzer: No such file"),
-                                         {"/bin/false", "/bin/false: ended without a word"},
+                                         {"/bin/false", "/bin/false: failed without a message"},
                                          {"", "/zelanalyzer does not exist"}}) {
     Open({.AnalyzerProgram = sProgram});
     EXPECT_NE("ok", Start(Every(1)));

@@ -143,7 +143,7 @@ TEST_F(SQLiteMonitor, StatementsAreCountedByTheirText) {
 }
 
 // The page of system tables has one link a table; each of them opens, or says
-// that a database file has nothing like it.
+// that a database file has no such table.
 TEST_F(SQLiteMonitor, SystemTablesAnswerToTheNamesOfThePage) {
   Run("CREATE TABLE t(id INTEGER PRIMARY KEY AUTOINCREMENT, p REFERENCES t, n NOT NULL UNIQUE);"
       "INSERT INTO t VALUES(7, 7, 1); ANALYZE");

@@ -10,8 +10,8 @@
 
 namespace ZELWbr3::Instances {
 
-/// Raises what the last system call failed with, behind the name of what it was
-/// about.
+/// Raises the error of the last system call; sAbout stands before it in the
+/// message.
 [[noreturn]] inline void RaiseSystemError(const std::string& sAbout) {
   throw std::system_error(errno, std::generic_category(), sAbout);
 }

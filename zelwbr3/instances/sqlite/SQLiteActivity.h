@@ -10,7 +10,7 @@
 namespace ZELWbr3::SQLite {
 
 /// What this connection has done since it was opened. Others keep their own
-/// counters, which nobody else can read. Counted are statements by their kind,
+/// counters, which cannot be read from here. Counted are statements by their kind,
 /// rows delivered, statements that scanned a table, sorts, and pages through
 /// the page cache; and the processes that hold a lock on the file now.
 class SQLiteActivity : public ZELLib3::Activity {

@@ -94,7 +94,7 @@ std::string SQLiteAnalyzer::ErrorText() const {
   const bool bRuns = Process().has_value();
   const Instances::AnalyzerRecord oRecord = Record();
   if (!oRecord.Error.empty() || bRuns || oRecord.Started.empty() || !oRecord.Ended.empty()) return oRecord.Error;
-  std::string sText = "The analyzer, process " + std::to_string(oRecord.ProcessID) + ", ended without a word";
+  std::string sText = "The analyzer, process " + std::to_string(oRecord.ProcessID) + ", ended unexpectedly";
   if (const std::string sTime = Instances::ReadableTime(oRecord.Evaluated); !sTime.empty()) sText += " after " + sTime;
   return sText + ": it was killed, or the system went down";
 }

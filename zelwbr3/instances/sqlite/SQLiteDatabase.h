@@ -15,7 +15,7 @@ class StateStore;
 /// A SQLite database file as an instance.
 ///
 /// The instance is this program's connection to the file: online while it is
-/// open, admin while it is open and everybody else is locked out, offline while
+/// open, admin while it is open and all others are locked out, offline while
 /// it is closed. Reading figures changes nothing in the file. The objects that
 /// it hands out may outlive it.
 class SQLiteDatabase : public ZELLib3::Database {

@@ -19,7 +19,7 @@ struct Meaning {
   const char* Text;
 };
 
-// Where the library puts its locks in the index of the log, behind its header.
+// Where the library puts its locks in the index of the log, after its header.
 constexpr std::int64_t kWriter = 120;
 constexpr std::int64_t kCheckpoint = 121;
 constexpr std::int64_t kRecover = 122;

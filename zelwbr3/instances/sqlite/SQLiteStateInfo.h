@@ -17,7 +17,7 @@ class SQLiteStateInfo : public ZELLib3::StateInfo {
 
   ZELLib3::Long Status() const override;
   std::string StateText() const override;
-  /// Online, and no other connection shuts everybody out.
+  /// Online, and no other connection locks all others out.
   bool InfoAvailable() const override { return Figures() != nullptr; }
 
   /// The pages of the file, free ones included: a file grows by itself, so this

@@ -12,8 +12,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The name without symbolic links. That of a file which is gone is the same as
-/// when it was there, also behind a link of its own.
+/// The name without symbolic links. It stays the same when the file is gone, also
+/// when a link leads to it.
 fs::path Resolved(fs::path oPath) {
   std::error_code oIgnored;  // what cannot be resolved stays as it is
   for (int iLink = 0; iLink < 40 && fs::is_symlink(oPath, oIgnored); ++iLink) {
@@ -23,7 +23,7 @@ fs::path Resolved(fs::path oPath) {
   return oResolved.empty() ? oPath : oResolved;
 }
 
-/// What tells a person which file it is: the hash tells the files apart.
+/// The part of the folder's name that a person reads; the hash makes it unique.
 std::string Readable(std::string sName) {
   for (char& c : sName) {
     if (!std::isalnum(static_cast<unsigned char>(c)) && c != '.' && c != '-') c = '_';
@@ -33,10 +33,11 @@ std::string Readable(std::string sName) {
 
 }  // namespace
 
-AnalyzerFolder::AnalyzerFolder(const std::string& sDatabase) {
-  const fs::path oDatabase = Resolved(fs::absolute(sDatabase));
+AnalyzerFolder::AnalyzerFolder(const std::string& sInstance) {
+  const fs::path oName(sInstance);
+  const fs::path oInstance = oName.is_absolute() ? Resolved(oName) : oName;
   m_sPath =
-      UserFolder::State() + "/analyzer/" + Readable(oDatabase.filename().string()) + "-" + Hash(oDatabase.string());
+      UserFolder::State() + "/analyzer/" + Readable(oInstance.filename().string()) + "-" + Hash(oInstance.string());
 }
 
 }  // namespace ZELWbr3::Instances

@@ -4,13 +4,14 @@
 
 namespace ZELWbr3::Instances {
 
-/// Where the analyzer of a database file keeps its protocol sets and its lock
-/// file. One file has one folder, whatever name it is reached by; it need not
-/// exist.
+/// Where the analyzer of an instance keeps its protocol sets and its lock file.
+/// One instance has one folder; it need not exist.
 class AnalyzerFolder {
  public:
-  /// Raises std::runtime_error when the user has no home folder.
-  explicit AnalyzerFolder(const std::string& sDatabase);
+  /// sInstance is the absolute path of a database file, which has the same folder
+  /// by all its names, or any other text, such as a server's address, which is
+  /// taken literally. Raises std::runtime_error when the user has no home folder.
+  explicit AnalyzerFolder(const std::string& sInstance);
 
   const std::string& Path() const { return m_sPath; }
   std::string LockPath() const { return m_sPath + "/analyzer.lock"; }

@@ -18,7 +18,7 @@ struct Field {
 };
 
 constexpr Field kFields[] = {
-    {"database", &AnalyzerRecord::Database},   {"config", &AnalyzerRecord::ConfigFile},
+    {"instance", &AnalyzerRecord::Instance},   {"config", &AnalyzerRecord::ConfigFile},
     {"number", &AnalyzerRecord::Number},       {"interval", &AnalyzerRecord::Interval},
     {"reconnect", &AnalyzerRecord::Reconnect}, {"process", &AnalyzerRecord::ProcessID},
     {"session", &AnalyzerRecord::SessionID},   {"evaluations", &AnalyzerRecord::Evaluations},

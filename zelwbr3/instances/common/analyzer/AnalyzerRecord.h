@@ -6,10 +6,10 @@
 
 namespace ZELWbr3::Instances {
 
-/// How the analyzer of a database file runs, or ran last: what stands in its
-/// lock file. Moments are time stamps.
+/// How the analyzer of an instance runs, or ran last: the content of its lock
+/// file. Moments are time stamps.
 struct AnalyzerRecord {
-  std::string Database;
+  std::string Instance;
   std::string ConfigFile;
   int Number = 0;  ///< evaluations until it ends; 0 = endless
   int Interval = 0;

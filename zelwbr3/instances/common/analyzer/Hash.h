@@ -7,7 +7,7 @@
 namespace ZELWbr3::Instances {
 
 /// FNV-1a of 64 bits, as 16 hexadecimal digits: the same on every machine and
-/// in every run, and no protection against somebody who means harm.
+/// in every run, and not cryptographic.
 inline std::string Hash(std::string_view sText) {
   std::uint64_t lHash = 0xcbf29ce484222325;
   for (const char c : sText) lHash = (lHash ^ static_cast<unsigned char>(c)) * 0x100000001b3;

@@ -24,13 +24,13 @@ std::optional<Descriptor> OpenToRead(const std::string& sPath) {
 
 }  // namespace
 
-LockFile::LockFile(const std::string& sPath, const std::string& sDatabase)
+LockFile::LockFile(const std::string& sPath, const std::string& sInstance)
     : m_sPath(sPath), m_oFile(sPath, O_RDWR | O_CREAT | O_NONBLOCK) {
   struct flock oLock = WholeFile();
   if (fcntl(m_oFile, F_SETLK, &oLock) == 0) return;
   if (errno != EACCES && errno != EAGAIN) RaiseSystemError(sPath);
   const auto lHolder = Holder(sPath);
-  throw std::runtime_error(sDatabase + ": the analyzer is running already" +
+  throw std::runtime_error(sInstance + ": the analyzer is running already" +
                            (lHolder ? ", as process " + std::to_string(*lHolder) : std::string()));
 }
 

@@ -13,7 +13,7 @@ namespace ZELWbr3::Instances {
 /// The process holds a lock of the operating system on it as long as it lives,
 /// and the system itself tells who holds it: so a process that was killed is
 /// never taken for a running one, nor another one that got its number. What
-/// the file says about the run can be read by everybody, also afterwards.
+/// the file says about the run can be read by others, also afterwards.
 ///
 /// Such a lock belongs to the process, ends when the process closes any
 /// descriptor of the file and is not handed down by fork: the process that
@@ -21,13 +21,13 @@ namespace ZELWbr3::Instances {
 class LockFile {
  public:
   /// Takes the lock; makes the file when there is none. Raises
-  /// std::runtime_error, which names the process and the database, when there
+  /// std::runtime_error, which names the process and the instance, when there
   /// is an analyzer already, and std::system_error when the file cannot be
   /// made.
-  LockFile(const std::string& sPath, const std::string& sDatabase);
+  LockFile(const std::string& sPath, const std::string& sInstance);
 
   /// Raises std::runtime_error when the file is no longer there, or another one
-  /// is: then nobody can find the analyzer, and a second one may run.
+  /// is: then the analyzer cannot be found, and a second one may run.
   void CheckInPlace() const;
 
   /// Raises std::system_error. Once it has been called it needs no room on the

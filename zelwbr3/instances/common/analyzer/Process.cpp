@@ -115,10 +115,10 @@ void RunProgram(const std::vector<std::string>& arguments, std::chrono::millisec
     iStatus = sText.empty() ? 0 : 1;
     break;
   }
-  if (!bEnded) throw std::runtime_error(arguments[0] + ": did not come to an end in time");
+  if (!bEnded) throw std::runtime_error(arguments[0] + ": did not end in time");
   if (iStatus == 0) return;
   while (!sText.empty() && sText.back() == '\n') sText.pop_back();
-  throw std::runtime_error(sText.empty() ? arguments[0] + ": ended without a word" : sText);
+  throw std::runtime_error(sText.empty() ? arguments[0] + ": failed without a message" : sText);
 }
 
 RunningProcess::RunningProcess(int lProcess)

@@ -117,7 +117,7 @@ void ProtocolFile::Append(int lNumber, const std::string& sTimeStamp, const std:
   RaiseSystemError(m_sPath);
 }
 
-// There is nobody to tell when this fails as well; the next one repairs.
+// When this fails as well, the next evaluation repairs the file.
 void ProtocolFile::Undo() { (void)!ftruncate(m_oFile, m_lSize); }
 
 std::optional<ProtocolFile::Extent> ProtocolFile::ReadExtent(const std::string& sPath) {

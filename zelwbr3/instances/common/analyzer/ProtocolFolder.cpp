@@ -38,7 +38,7 @@ std::vector<std::string> FoldersIn(const std::string& sPath) {
   return names;
 }
 
-/// Tries again what fails: an analyzer may have made a file meanwhile, which it
+/// Tries again what fails: an analyzer may have just made a file, which it
 /// does once.
 void RemoveAll(const fs::path& oFolder) {
   std::error_code oIgnored;

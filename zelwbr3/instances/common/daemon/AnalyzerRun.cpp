@@ -20,20 +20,20 @@ Clock::time_point NextAfter(Clock::time_point dLast, std::chrono::seconds dInter
   return dLast + ((Clock::now() - dLast) / dInterval + 1) * dInterval;
 }
 
-/// Raises what is wrong with the file before anything is made for it.
+/// Raises why the instance cannot be opened, before anything is made for it.
 const std::string& Readable(const AnalyzerOptions& oOptions) {
   oOptions.Open();
-  return oOptions.Database;
+  return oOptions.Instance;
 }
 
-LockFile MakeLock(const AnalyzerFolder& oFolder, const std::string& sDatabase) {
+LockFile MakeLock(const AnalyzerFolder& oFolder, const std::string& sInstance) {
   std::filesystem::create_directories(oFolder.Path());
-  return {oFolder.LockPath(), sDatabase};
+  return {oFolder.LockPath(), sInstance};
 }
 
 AnalyzerRecord Begin(const AnalyzerOptions& oOptions) {
   AnalyzerRecord oRecord;
-  oRecord.Database = oOptions.Database;
+  oRecord.Instance = oOptions.Instance;
   oRecord.ConfigFile = oOptions.ConfigFile;
   oRecord.Number = oOptions.Number;
   oRecord.Interval = oOptions.Interval > 0 ? oOptions.Interval : AnalyzerOptions::DefaultInterval;
@@ -51,7 +51,7 @@ AnalyzerRun::AnalyzerRun(const AnalyzerOptions& oOptions, const AnalyzerConfig& 
       m_oConfig(oConfig),
       m_oFolder(Readable(oOptions)),
       m_oProtocols(m_oFolder.Path()),
-      m_oLock(MakeLock(m_oFolder, oOptions.Database)),
+      m_oLock(MakeLock(m_oFolder, oOptions.Instance)),
       m_oRecord(Begin(oOptions)) {
   m_oLock.Write(m_oRecord);
   try {
@@ -98,8 +98,8 @@ void AnalyzerRun::End(const std::string& sError) {
   try {
     m_oLock.Write(m_oRecord);
   } catch (const std::system_error&) {
-    // Nobody is left to tell. Whoever looks at the file finds a run that ended
-    // without a word.
+    // There is no caller left to tell. The lock file then shows a run that ended
+    // unexpectedly.
   }
 }
 

@@ -14,22 +14,22 @@ namespace ZELWbr3::Instances {
 struct AnalyzerOptions {
   static constexpr int DefaultInterval = 900;
 
-  std::string Database;      ///< absolute path
+  std::string Instance;      ///< what identifies it, see AnalyzerFolder
   OpenInstance Open;         ///< opens it for one evaluation; raises why it cannot
   std::string ConfigFile;    ///< absolute; empty = default
   int Number = 0;            ///< evaluations until it ends; 0 = endless
   int Interval = 0;          ///< seconds between two evaluations; 0 = default
   bool DeleteToday = false;  ///< delete today's protocol files first
-  bool Reconnect = false;    ///< go on when the database cannot be read for a while
+  bool Reconnect = false;    ///< go on when the instance cannot be read for a while
 };
 
-/// The analyzer of a database file at work: evaluates it at each interval and
-/// writes protocol sets. At most one runs for a file.
+/// The analyzer of an instance at work: evaluates it at each interval and writes
+/// protocol sets. At most one runs for an instance.
 class AnalyzerRun {
  public:
   /// Takes the analyzer's lock and makes the first evaluation. Raises an
-  /// exception that says why it cannot run: another one runs, the database
-  /// cannot be read (also with Reconnect: it may be a wrong name), or nothing can be
+  /// exception that says why it cannot run: another one runs, the instance
+  /// cannot be read (also with Reconnect: the name may be wrong), or nothing can be
   /// written.
   AnalyzerRun(const AnalyzerOptions& oOptions, const AnalyzerConfig& oConfig);
 

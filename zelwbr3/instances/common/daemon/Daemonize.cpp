@@ -36,7 +36,7 @@ int Work(const std::function<int(const Started&)>& oWork, int lReport) {
   try {
     return oWork([&] {
       bStarted = true;
-      if (!Report({kStarted})) throw std::runtime_error("nobody waits for the start any more");
+      if (!Report({kStarted})) throw std::runtime_error("the program that started it has ended");
     });
   } catch (const std::exception& oError) {
     if (!bStarted) Report(oError.what());
@@ -66,7 +66,7 @@ int Daemonize(const std::function<int(const Started&)>& oWork) {
   const std::string sReport = ReadAll(ends[0]);
   close(ends[0]);
   if (sReport == std::string{kStarted}) return 0;
-  throw std::runtime_error(sReport.empty() ? "it ended while it was starting" : sReport);
+  throw std::runtime_error(sReport.empty() ? "it ended during its start" : sReport);
 }
 
 }  // namespace ZELWbr3::Instances

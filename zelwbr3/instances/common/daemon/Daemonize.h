@@ -5,12 +5,11 @@
 namespace ZELWbr3::Instances {
 
 /// Called by work in the background, once, when it is under way. Raises
-/// std::runtime_error when nobody waits for that any more.
+/// std::runtime_error when the caller has ended.
 using Started = std::function<void()>;
 
 /// Goes on with oWork in a process of its own: in its own session, with
-/// everything closed that this process had open, so nothing of the one that
-/// calls keeps it or is kept by it. oWork answers its exit code.
+/// all files of the calling process closed. oWork answers its exit code.
 ///
 /// In the calling process this returns 0 when the work is under way, and raises
 /// std::runtime_error with the text of what oWork raised before that. In the

@@ -19,7 +19,7 @@ using OpenInstance = std::function<std::shared_ptr<ZELLib3::Database>()>;
 /// instance-data interface gives them.
 ///
 /// The instance is opened for the evaluation and closed after it, so an analyzer
-/// never blocks somebody who needs it exclusively. Figures that count for a
+/// does not block others who need it exclusively. Figures that count for a
 /// single connection (the cache, the statements) are left out: they would be
 /// those of this program. A group has no line while its figures cannot be read.
 struct Figures {

@@ -5,10 +5,9 @@
 namespace ZELWbr3::Instances {
 
 /// The signals that ask a background process to end, taken when it is ready to
-/// end instead of in the middle of its work. Signals that would end it against
-/// its intent (its terminal's end, a pipe that nobody reads, a file-size limit,
-/// which a write then reports) do nothing any more. For the whole process and
-/// the rest of its life.
+/// end instead of in the middle of its work. Signals that would end it by
+/// accident (the end of its terminal, a pipe without a reader, a file-size limit,
+/// which a write then reports) are ignored. For the whole process, until it ends.
 class StopSignals {
  public:
   StopSignals();

@@ -7,7 +7,7 @@
 namespace ZELWbr3::Recorded {
 
 /// The path of a value in a recording, one link a level, which costs nothing
-/// until an error needs its text. Links live on the stack of whoever descends.
+/// until an error needs its text. Links live on the stack of the function that descends.
 class Path {
  public:
   Path() = default;

@@ -5,7 +5,7 @@
 namespace ZELWbr3::Recorded {
 
 /// Delivers the newest entry first, in whatever order a recording lists them.
-/// One without a date keeps its place behind the one listed before it.
+/// One without a date stays after the one listed before it.
 class History final : public Blocks<ZELLib3::History> {
  public:
   explicit History(const Place& oPlace) : Blocks(oPlace, "Items", *oPlace.pValue) {}

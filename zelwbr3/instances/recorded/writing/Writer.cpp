@@ -32,7 +32,7 @@ Writer::Output Writer::InForm(Output oObject, Interface::Form eForm) {
 }
 
 Writer::Output Writer::Recording() {
-  // Looking for tables that it need not have leaves errors behind.
+  // Looking for tables that it need not have sets LastError.
   const ZELLib3::Error oStanding = LastError();
   Output oDatabase = Object(m_oDatabase, {});
 

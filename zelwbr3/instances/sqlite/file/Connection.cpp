@@ -113,7 +113,7 @@ bool Connection::IsCurrent() const {
 }
 
 /// The library takes an empty log away when the last connection ends, provided
-/// it may do so. It may do it to a log that this connection made and nobody has
+/// it may do so. It may do it to a log that this connection made and no other has
 /// written to.
 bool Connection::LeavesWalBehind() const { return !m_bMadeWal || HasContent(WalPath()); }
 

@@ -31,7 +31,7 @@ class Connection {
     Exclusive,  ///< as Recovery, and locks every other connection out
   };
 
-  /// sPath is absolute. A file that is locked opens all the same, unless
+  /// sPath is absolute. A locked file can be opened, unless
   /// eAccess is Exclusive.
   Connection(const std::string& sPath, Access eAccess, const Options& oOptions);
   ~Connection();
@@ -82,8 +82,8 @@ class Connection {
   void EndCursor();
   /// What is open may run on from now for as long as the options say.
   void AllowTime();
-  /// A writer waits until nobody reads the file. Only with a rollback journal;
-  /// looked at from time to time.
+  /// A writer waits for the readers to leave. Only with a rollback journal;
+  /// checked from time to time.
   bool IsAwaited();
   /// The first column of the first row; 0 without a row. sAsked stands in the
   /// error.

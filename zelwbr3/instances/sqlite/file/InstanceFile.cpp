@@ -182,7 +182,7 @@ bool InstanceFile::Refresh() {
 }
 
 bool InstanceFile::RefreshFigures() {
-  return Refresh() && (m_oReading->Figures() || Refuse("there are figures only while the database is online"));
+  return Refresh() && (m_oReading->Figures() || Refuse("figures are available only while the database is online"));
 }
 
 }  // namespace ZELWbr3::SQLite

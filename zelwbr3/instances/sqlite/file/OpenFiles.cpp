@@ -84,7 +84,7 @@ ZELLib3::Date StartTime(const std::string& sProcess) {
   std::string sLine;
   std::getline(oStream, sLine);
   // The program's name stands in brackets and may hold anything; the start is
-  // the twentieth word behind it, in ticks since the system was booted.
+  // the twentieth word after it, in ticks since the system was booted.
   std::istringstream oWords(sLine.substr(std::min(sLine.size(), sLine.rfind(')') + 1)));
   std::string sWord;
   for (int i = 0; i < 19; ++i) oWords >> sWord;
@@ -109,7 +109,7 @@ std::vector<OpenFiles::Process> OpenFiles::Holders(const FileId& oFile) {
   for (const int iProcess : HolderNumbers(oFile)) {
     const std::string sFolder = "/proc/" + std::to_string(iProcess);
     struct stat oStat {};
-    if (stat(sFolder.c_str(), &oStat) != 0) continue;  // it has ended meanwhile
+    if (stat(sFolder.c_str(), &oStat) != 0) continue;  // it has just ended
     oProcesses.push_back({iProcess, ProgramName(sFolder), UserName(oStat.st_uid), StartTime(sFolder)});
   }
   return oProcesses;
@@ -120,7 +120,7 @@ std::optional<std::vector<OpenFiles::Lock>> OpenFiles::Locks() {
   if (!oStream) return std::nullopt;
   std::vector<Lock> oLocks;
   // "1: POSIX  ADVISORY  WRITE 4711 08:01:131 1073741824 1073742335"; one that
-  // waits for a lock has "->" behind the number, and holds none.
+  // waits for a lock has "->" after the number, and holds none.
   for (std::string sLine; std::getline(oStream, sLine);) {
     std::istringstream oLine(sLine);
     std::string sNumber, sKind, sAdvice, sMode, sFile, sLast;

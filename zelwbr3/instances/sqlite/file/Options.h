@@ -6,15 +6,14 @@
 
 namespace ZELWbr3::SQLite {
 
-/// How a database file is opened. None of this is stored in the file, so an
-/// instance can only be told.
+/// How a database file is opened. None of this is stored in the file.
 struct Options {
   /// How long a read waits for a lock that another connection holds. Only the
   /// first read of a locked file waits, so a page never adds these up.
   std::chrono::milliseconds BusyTimeout{250};
-  /// For how long a reading of the figures serves. A page takes its figures one
-  /// by one within a few milliseconds; were they of different moments, more
-  /// could be used than there is. 0 = each object reads for itself.
+  /// How long a reading of the figures is used. A page takes its figures one by
+  /// one within a few milliseconds; figures of different moments could show more
+  /// used than there is. 0 = each object reads for itself.
   std::chrono::milliseconds ReadingLifetime{100};
   /// How long a single statement may run.
   std::chrono::milliseconds StatementTimeout{10000};
@@ -24,9 +23,8 @@ struct Options {
   /// Where the program zelanalyzer is, which the analyzer is started with.
   /// Empty = what $ZELWBR3_ANALYZER says, otherwise beside the running program.
   std::string AnalyzerProgram = {};
-  /// Where it is remembered what was observed about database files; empty =
-  /// the user's state folder. Made when it is missing and something is to be
-  /// remembered.
+  /// Folder of what is remembered about database files; empty = the user's
+  /// state folder. Made when it is needed.
   std::string StateFolder = {};
 };
 

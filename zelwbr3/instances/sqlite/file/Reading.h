@@ -14,7 +14,7 @@ class Reading {
     Offline,
     Admin,
     Online,         ///< figures can be read
-    Locked,         ///< online, but another connection shuts everybody out
+    Locked,         ///< online, but another connection locks all others out
     NeedsRecovery,  ///< an interrupted transaction has to be rolled back first
     NotConnected,   ///< the file has vanished or cannot be opened
   };

@@ -66,7 +66,7 @@ WalFile WalFile::Read(const Connection& oConnection) {
     oResult.Frames = Number(pIndex, kLastFrame);
     oResult.Checkpointed = Number(pIndex, kCheckpointed);
   } else {
-    // Without a valid index nobody can say which frames have been copied.
+    // Without a valid index it is not known which frames have been copied.
     oResult.Frames = oResult.FileFrames;
   }
   return oResult;

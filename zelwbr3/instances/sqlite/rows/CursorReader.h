@@ -9,12 +9,11 @@ namespace ZELWbr3::SQLite {
 
 /// The rows of any query, where there is no key by which it could be continued.
 ///
-/// To come back to a row means to step over all before it, and perhaps to sort
-/// them again. That is done for the first block and for one that is asked for
-/// after a pause. As soon as blocks are asked for one after the other, the
-/// statement stays open in between, so that each costs its own rows only. It is
-/// ended by a pause, by the end of the rows, by whatever else is asked of the
-/// connection, and when a writer waits for it.
+/// Returning to a row means stepping over all rows before it, and perhaps sorting
+/// them again. That happens for the first block and for a block that is read
+/// after a pause. While blocks are read one after the other the statement stays
+/// open, so that each costs its own rows only. A pause ends it, and so do the
+/// end of the rows, any other use of the connection, and a waiting writer.
 class CursorReader : public RowReader {
  public:
   /// sSQL is one SELECT without a limit; sAsked stands in errors. Raises
@@ -28,7 +27,7 @@ class CursorReader : public RowReader {
   /// The statement from the next row on; lLimit rows of it, -1 = all.
   Statement Continue(Connection& oConnection, std::int64_t lLimit) const;
   /// Fills the block from a statement whose current row is the first unless it
-  /// has ended. Answers whether there is one behind the block.
+  /// has ended. Answers whether there is one after the block.
   bool Fill(Statement& oStatement, Instances::RowBlock& oBlock);
 
   std::string m_sSQL;

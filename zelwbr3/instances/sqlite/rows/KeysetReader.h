@@ -6,7 +6,7 @@
 
 namespace ZELWbr3::SQLite {
 
-/// The rows of a table in the order of its key. Each block continues behind the
+/// The rows of a table in the order of its key. Each block continues after the
 /// last key of the one before, so a row costs the same wherever it stands, and
 /// rows that come and go elsewhere do not shift it.
 class KeysetReader : public RowReader {
@@ -19,7 +19,7 @@ class KeysetReader : public RowReader {
 
  private:
   std::string m_sFirst;  ///< begins at the first row
-  std::string m_sNext;   ///< continues behind a key
+  std::string m_sNext;   ///< continues after a key
   std::string m_sAsked;
   int m_iKeys;
   std::vector<StoredValue> m_oLast;  ///< key of the last row read

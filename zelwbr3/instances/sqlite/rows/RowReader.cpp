@@ -18,7 +18,7 @@ std::vector<Instances::RowColumn> RowReader::ColumnsOf(const Statement& oStateme
 Instances::RowTexts RowReader::RowOf(const Statement& oStatement, int iFirst, const std::string& sAsked) const {
   const int iColumns = oStatement.ColumnCount();
   if (iColumns != iFirst + static_cast<int>(m_oColumns.size())) {
-    RaiseError(SQLITE_SCHEMA, sAsked, "the columns have changed meanwhile; refresh the page");
+    RaiseError(SQLITE_SCHEMA, sAsked, "the columns have changed; refresh the page");
   }
   Instances::RowTexts oRow;
   oRow.reserve(m_oColumns.size());

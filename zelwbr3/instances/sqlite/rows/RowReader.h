@@ -11,18 +11,18 @@ class Statement;
 
 /// The rows of one list, block by block.
 ///
-/// While somebody looks at a page nothing is kept open in the database: in a
-/// file with a rollback journal an open statement would keep writers out, in
-/// one in WAL mode it would keep the log from beginning anew. So the rows of
+/// While a page is only looked at, nothing is open in the database: in a file
+/// with a rollback journal an open statement would block writers, in WAL mode it
+/// would keep the log from starting over. So the rows of
 /// different blocks can be of different moments.
 class RowReader {
  public:
   virtual ~RowReader() = default;
 
   const std::vector<Instances::RowColumn>& Columns() const { return m_oColumns; }
-  /// Fills the block with the next rows. Answers whether there are more behind
-  /// it. Raises ZELLib3::InstanceError; the next call then begins at the same
-  /// row once more.
+  /// Fills the block with the next rows. Answers whether there are more after
+  /// it. Raises ZELLib3::InstanceError; the next call then starts at the same
+  /// row again.
   virtual bool Read(Connection& oConnection, Instances::RowBlock& oBlock) = 0;
   /// The next block will not be asked for at once: lets go of what is kept open
   /// for it.
@@ -33,7 +33,7 @@ class RowReader {
   static std::vector<Instances::RowColumn> ColumnsOf(const Statement& oStatement, int iFirst);
   /// The current row of it. Raises ZELLib3::InstanceError, naming sAsked, when
   /// the table has other columns by now: the library notices that in the first
-  /// step, and prepares the statement anew by itself.
+  /// step, and prepares the statement again by itself.
   Instances::RowTexts RowOf(const Statement& oStatement, int iFirst, const std::string& sAsked) const;
 
   std::vector<Instances::RowColumn> m_oColumns;

@@ -12,8 +12,8 @@ namespace ZELWbr3::SQLite {
 /// What views and tables have in common: I is ZELLib3::SysInfo or
 /// ZELLib3::SQLTable, whose rows come from the reader that Open makes.
 ///
-/// When ReadMore fails, HasMore stays true: the same rows can be asked for once
-/// more.
+/// When ReadMore fails, HasMore stays true: the same rows can be read
+/// again.
 template <class I>
 class RowSourceOf : public I {
  public:

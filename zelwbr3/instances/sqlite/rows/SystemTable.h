@@ -12,7 +12,7 @@ struct SystemTable {
   /// Whose name these tables are opened with.
   static constexpr const char* Owner = "SYSDD";
 
-  /// Null for a name that a database file has nothing like (users, procedures,
+  /// Null for a table that a database file has no counterpart of (users, procedures,
   /// …). Case does not matter.
   static SystemView::ReaderFactory Find(const std::string& sName);
 };

@@ -75,9 +75,9 @@ TableKey PrimaryKey(Connection& oConnection, const Table& oTable, const std::str
   return oKey;
 }
 
-std::string Joined(const std::vector<std::string>& oTexts, const char* sBehind) {
+std::string Joined(const std::vector<std::string>& oTexts, const char* sAfter) {
   std::string sResult;
-  for (const std::string& sText : oTexts) sResult += (sResult.empty() ? "" : ", ") + sText + sBehind;
+  for (const std::string& sText : oTexts) sResult += (sResult.empty() ? "" : ", ") + sText + sAfter;
   return sResult;
 }
 

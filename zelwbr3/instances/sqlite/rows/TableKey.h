@@ -10,7 +10,7 @@ class Connection;
 /// A name as an identifier in a statement, whatever characters it holds.
 std::string QuoteIdentifier(const std::string& sName);
 
-/// The key in whose order a table is stored: reading can be continued behind
+/// The key in whose order a table is stored: reading can continue after
 /// any of its values without stepping over what comes before.
 struct TableKey {
   std::vector<std::string> Columns;  ///< as they stand in a statement

@@ -17,7 +17,7 @@ bool ParameterList::ReadValues() {
   });
 }
 
-/// Raises ZELLib3::InstanceError when the side file cannot be used.
+/// Raises ZELLib3::InstanceError when the store cannot be used.
 void ParameterList::Observe() {
   StateStore::Settings oSettings;
   for (const Entry& oEntry : *m_oEntries) {
@@ -31,8 +31,8 @@ bool ParameterList::Load() {
   try {
     Observe();
   } catch (const ZELLib3::InstanceError&) {
-    // The parameters are to be seen all the same; whoever opens the history is
-    // told why there is none.
+    // The parameters are shown anyway; opening the history says why there is
+    // none.
   }
   return true;
 }

@@ -26,15 +26,16 @@ class ParameterList {
       : m_oFile(std::move(oFile)), m_oStateStore(std::move(oStateStore)) {}
 
   /// Reads the values and notices changes. False, and LastError says why, when
-  /// the values cannot be read. That the side file cannot be used is no reason.
+  /// the values cannot be read. It makes no difference
+  /// whether the store can be used.
   bool Load();
   /// As last loaded; loaded now when that is longer ago than a reading serves.
   /// Null when it cannot be.
   std::shared_ptr<const std::vector<Entry>> Entries();
 
-  /// All changes, newest first; empty when the side file cannot be used.
+  /// All changes, newest first; empty when the store cannot be used.
   std::vector<StateStore::Change> Changes();
-  /// Notices changes and reads them. False the first time that the side file
+  /// Notices changes and reads them. False the first time that the store
   /// cannot be used, and LastError says why; after that there are none.
   bool OpenChanges(std::vector<StateStore::Change>& oChanges);
 
@@ -46,7 +47,7 @@ class ParameterList {
   std::shared_ptr<StateStore> m_oStateStore;
   std::shared_ptr<const std::vector<Entry>> m_oEntries;
   std::chrono::steady_clock::time_point m_dEntriesEnd;
-  bool m_bReported = false;  ///< that the side file cannot be used
+  bool m_bReported = false;  ///< that the store cannot be used
 };
 
 }  // namespace ZELWbr3::SQLite

@@ -24,12 +24,11 @@ constexpr Pragma kPragmas[] = {
     {"encoding", Group::General, Keeper::File, Words::None, "How texts are stored",
      "Chosen when the file is made; it cannot be changed later."},
     {"foreign_keys", Group::General, Keeper::Connection, Words::Switch,
-     "Whether references between tables are enforced",
-     "OFF means that rows can be left behind without what they refer to."},
+     "Whether references between tables are enforced", "OFF means that rows can stay without the rows they refer to."},
     {"journal_mode", Group::General, Keeper::File, Words::None, "How transactions are made safe",
-     "wal writes changes to a log beside the file first, and readers go on meanwhile; this mode is kept in the file. "
-     "With any other mode the old contents are saved in a rollback journal, and each connection chooses what becomes "
-     "of it: delete, truncate, persist, memory, off."},
+     "wal writes changes to a log beside the file first, and readers continue; this mode is kept in the file. "
+     "Any other mode saves the old contents in a rollback journal, and each connection chooses what happens to it: "
+     "delete, truncate, persist, memory, off."},
     {"max_page_count", Group::General, Keeper::Connection, Words::None, "Pages that the file may grow to",
      "A write that needs more pages fails. The application sets the limit for each of its connections."},
     {"page_size", Group::General, Keeper::File, Words::None, "Bytes of a page",
@@ -85,7 +84,7 @@ constexpr Pragma kPragmas[] = {
     {"hard_heap_limit", Group::Support, Keeper::Process, Words::None, "Bytes of memory that the library may not exceed",
      "0 = no limit. Beyond it operations fail."},
     {"ignore_check_constraints", Group::Support, Keeper::Connection, Words::Switch,
-     "Whether conditions on columns and tables are ignored", "ON lets rows in that the tables do not allow."},
+     "Whether conditions on columns and tables are ignored", "ON accepts rows that the tables do not allow."},
     {"legacy_alter_table", Group::Support, Keeper::Connection, Words::Switch,
      "Whether renaming works as in old versions", "ON leaves references in triggers and views alone."},
     {"query_only", Group::Support, Keeper::Connection, Words::Switch, "Whether changes are refused",
@@ -93,7 +92,8 @@ constexpr Pragma kPragmas[] = {
     {"read_uncommitted", Group::Support, Keeper::Connection, Words::Switch,
      "Whether changes of a shared cache are seen before their commit", "Without a shared cache it has no effect."},
     {"reverse_unordered_selects", Group::Support, Keeper::Connection, Words::Switch,
-     "Whether rows without an order come backwards", "A means to find statements that rely on an order by chance."},
+     "Whether rows without an order come backwards",
+     "Helps to find statements that rely on an order they do not ask for."},
     {"soft_heap_limit", Group::Support, Keeper::Process, Words::None,
      "Bytes of memory that the library tries to stay below", "0 = no limit."},
     {"trusted_schema", Group::Support, Keeper::Connection, Words::Switch,
@@ -143,10 +143,10 @@ std::optional<std::string> Pragma::Read(Connection& oConnection) const {
   return bWord ? std::string(oWords[static_cast<std::size_t>(lNumber)]) : oStatement.Text(0);
 }
 
-// Page size, vacuum mode and journal mode change for every connection in the
-// moment in which the file changes, and what another connection has in mind for
-// its next VACUUM is known to nobody else. So one setting is left that waits:
-// the default of the cache, which is read when a connection is opened.
+// Page size, vacuum mode and journal mode change for every connection when the
+// file changes, and what another connection has set for its next VACUUM is known
+// to that connection only. So one setting is left that waits: the default of the
+// cache, which is read when a connection is opened.
 std::string Pragma::ReadNext(Connection& oConnection, const std::string& sValue) const {
   if (std::string_view(Name) != "cache_size") return sValue;
   const std::string sStored = oConnection.Text("PRAGMA main.default_cache_size", "reading the cache's default");

@@ -15,7 +15,7 @@ struct Pragma {
   enum class Group { General, Extended, Support };
   /// Who keeps the value.
   enum class Keeper {
-    File,        ///< the database file, for everybody
+    File,        ///< the database file, for all connections
     Connection,  ///< each connection for itself, so this one's is shown
     Process,     ///< the library in this process
   };

@@ -74,7 +74,7 @@ StateStore::Settings Observed(sqlite3* pHandle, const std::string& sKey) {
 std::string StateStore::KeyOf(const std::string& sPath) {
   struct statx oStat {};
   if (statx(AT_FDCWD, sPath.c_str(), AT_STATX_DONT_SYNC, STATX_INO | STATX_BTIME, &oStat) != 0) {
-    RaiseError(SQLITE_CANTOPEN, sPath, "the file cannot be told from others, since it is not there");
+    RaiseError(SQLITE_CANTOPEN, sPath, "its history cannot be looked up, since the file is not there");
   }
   const std::string sInode = std::to_string(oStat.stx_ino);
   if ((oStat.stx_mask & STATX_BTIME) && oStat.stx_btime.tv_sec > 0) {
@@ -99,7 +99,7 @@ Handle StateStore::OpenToWrite() const {
   const fs::path oFolder = fs::path(sPath).parent_path();
   std::error_code oError;
   if (!fs::exists(oFolder, oError) && fs::create_directories(oFolder, oError)) {
-    // What somebody looks at is nobody else's business.
+    // Which files a user looks at is private.
     fs::permissions(oFolder, fs::perms::owner_all, oError);
   }
   if (oError) RaiseError(SQLITE_CANTOPEN, sPath, "its folder cannot be made: " + oError.message());
@@ -107,7 +107,7 @@ Handle StateStore::OpenToWrite() const {
   sqlite3_busy_timeout(oHandle.get(), kBusyMilliseconds);
   if (!HasFormat(oHandle.get(), sPath)) {
     WriteTransaction oTransaction(oHandle.get());
-    // Another process may have made it meanwhile.
+    // Another process may have made it by now.
     if (!HasFormat(oHandle.get(), sPath)) Execute(oHandle.get(), kMake, "making the tables");
     oTransaction.Commit();
   }
