@@ -1,6 +1,7 @@
 #include "host/OpenInstance.h"
 
 #include "host/WatchedDatabase.h"
+#include "zelwbr3/instances/common/ResolveLinks.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 #include "zelwbr3/instances/sqlite/sample/SampleDatabase.h"
@@ -10,6 +11,9 @@
 namespace ZELWbr3::Host {
 
 namespace {
+
+/// Bytes for all database files that a program opens; their caches take some MB.
+constexpr std::int64_t kMostMemory = std::int64_t{512} << 20;
 
 /// What stands in front of the file.
 constexpr char RecordedKind[] = "recorded";
@@ -36,6 +40,7 @@ Argument Parse(const std::string& sInstance) {
 std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Recorded::CallObserver oObserver) {
   const Argument oArgument = Parse(sInstance);
   if (oArgument.Kind == RecordedKind) return Recorded::OpenRecording(oArgument.File, std::move(oObserver));
+  SQLite::LimitMemory(kMostMemory);
   if (oObserver != nullptr) return std::make_shared<WatchedDatabase>(oArgument.File, std::move(oObserver));
   return SQLite::OpenDatabase(oArgument.File);
 }
@@ -43,7 +48,9 @@ std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Re
 std::vector<std::string> FilesOf(const std::string& sInstance) {
   const auto [sKind, sFile] = Parse(sInstance);
   if (sKind == RecordedKind) return {sFile};
-  return {sFile, sFile + "-wal", sFile + "-shm", sFile + "-journal"};
+  // The library keeps its files beside the database itself, not beside a link.
+  const std::string sDatabase = Instances::ResolveLinks(sFile);
+  return {sDatabase, sDatabase + "-wal", sDatabase + "-shm", sDatabase + "-journal"};
 }
 
 std::string SampleInstance() {

@@ -1,6 +1,7 @@
 #include "host/OutputFiles.h"
 
 #include "host/OpenInstance.h"
+#include "zelwbr3/instances/common/ResolveLinks.h"
 
 #include <unistd.h>
 
@@ -26,7 +27,9 @@ bool Holds(const fs::path& oFile) {
 bool IsSame(const fs::path& a, const fs::path& b) {
   std::error_code eIgnored;
   if (!Holds(a) || !Holds(b)) return false;
-  return fs::equivalent(a, b, eIgnored) || fs::weakly_canonical(a, eIgnored) == fs::weakly_canonical(b, eIgnored);
+  // The same file by two names (hard links), or the same name of what is not
+  // there yet.
+  return fs::equivalent(a, b, eIgnored) || Instances::ResolveLinks(a) == Instances::ResolveLinks(b);
 }
 
 /// Why a file cannot be written; 0 when it can.

@@ -1,3 +1,4 @@
+#include "host/OutputFiles.h"
 #include "tests/instances/SQLiteFiles.h"
 #include "zelwbr3/instances/sqlite/file/OpenFiles.h"
 
@@ -157,4 +158,20 @@ TEST_F(SQLiteState, WhatACrashLeftIsRolledBackByOnlineOnly) {
   EXPECT_EQ(kOnline, StateOf(*m_oDatabase));
   EXPECT_FALSE(fs::exists(Path("a.db-journal")));
   EXPECT_EQ(100, Number("SELECT count(*) FROM t WHERE length(v) = 1000"));
+}
+
+// The library keeps its files beside the database that a link leads to.
+TEST_F(SQLiteState, ProgramsWriteOverNoneOfItsFiles) {
+  fs::create_directory(Path("real"));
+  Application oApplication(Path("real/r.db"), "PRAGMA journal_mode=WAL; CREATE TABLE t(v)");
+  fs::create_symlink("real/r.db", Path("link.db"));
+  fs::create_symlink(Path("real/r.db-journal"), Path("dangling"));
+  fs::create_hard_link(Path("real/r.db-wal"), Path("hard"));
+  for (const char* sFile : {"real/r.db", "link.db", "real/r.db-wal", "real/../real/r.db-shm", "dangling", "hard"}) {
+    for (const char* sInstance : {"sqlite:real/r.db", "sqlite:link.db"}) {
+      const std::string sName = "sqlite:" + Path(std::string(sInstance).substr(7));
+      EXPECT_THROW(ZELWbr3::Host::CheckOutputFiles(sName, {{"--out", Path(sFile)}}), std::invalid_argument) << sFile;
+    }
+  }
+  ZELWbr3::Host::CheckOutputFiles("sqlite:" + Path("link.db"), {{"--out", Path("link.db-wal")}});
 }

@@ -1,5 +1,6 @@
 #include "zelwbr3/instances/common/analyzer/AnalyzerFolder.h"
 
+#include "zelwbr3/instances/common/ResolveLinks.h"
 #include "zelwbr3/instances/common/UserFolder.h"
 #include "zelwbr3/instances/common/analyzer/Hash.h"
 
@@ -11,17 +12,6 @@ namespace ZELWbr3::Instances {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The name without symbolic links. It stays the same when the file is gone, also
-/// when a link leads to it.
-fs::path Resolved(fs::path oPath) {
-  std::error_code oIgnored;  // what cannot be resolved stays as it is
-  for (int iLink = 0; iLink < 40 && fs::is_symlink(oPath, oIgnored); ++iLink) {
-    oPath = oPath.parent_path() / fs::read_symlink(oPath, oIgnored);
-  }
-  const fs::path oResolved = fs::weakly_canonical(oPath, oIgnored);
-  return oResolved.empty() ? oPath : oResolved;
-}
 
 /// The part of the folder's name that a person reads; the hash makes it unique.
 std::string Readable(std::string sName) {
@@ -35,7 +25,7 @@ std::string Readable(std::string sName) {
 
 AnalyzerFolder::AnalyzerFolder(const std::string& sInstance) {
   const fs::path oName(sInstance);
-  const fs::path oInstance = oName.is_absolute() ? Resolved(oName) : oName;
+  const fs::path oInstance = oName.is_absolute() ? fs::path(ResolveLinks(sInstance)) : oName;
   m_sPath =
       UserFolder::State() + "/analyzer/" + Readable(oInstance.filename().string()) + "-" + Hash(oInstance.string());
 }

@@ -15,17 +15,32 @@ struct flock WholeFile() {
   return oLock;
 }
 
-/// No value when there is no such file. A pipe in its place does not block.
+/// A link would lead to a file of another kind, which the analyzer would
+/// overwrite; a pipe would block.
+Descriptor Open(const std::string& sPath, int lFlags) {
+  const int lFile = open(sPath.c_str(), lFlags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
+  if (lFile < 0 && errno == ELOOP) throw std::runtime_error(sPath + ": is a symbolic link, not a lock file");
+  Descriptor oFile(lFile, sPath);
+  struct stat oStat {};
+  if (fstat(oFile, &oStat) != 0) RaiseSystemError(sPath);
+  if (!S_ISREG(oStat.st_mode)) throw std::runtime_error(sPath + ": is not a regular file");
+  return oFile;
+}
+
+/// No value when there is no such file.
 std::optional<Descriptor> OpenToRead(const std::string& sPath) {
-  const int lFile = open(sPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (lFile < 0 && errno == ENOENT) return std::nullopt;
-  return Descriptor(lFile, sPath);
+  try {
+    return Open(sPath, O_RDONLY);
+  } catch (const std::system_error& oError) {
+    if (oError.code() == std::errc::no_such_file_or_directory) return std::nullopt;
+    throw;
+  }
 }
 
 }  // namespace
 
 LockFile::LockFile(const std::string& sPath, const std::string& sInstance)
-    : m_sPath(sPath), m_oFile(sPath, O_RDWR | O_CREAT | O_NONBLOCK) {
+    : m_sPath(sPath), m_oFile(Open(sPath, O_RDWR | O_CREAT)) {
   struct flock oLock = WholeFile();
   if (fcntl(m_oFile, F_SETLK, &oLock) == 0) return;
   if (errno != EACCES && errno != EAGAIN) RaiseSystemError(sPath);
@@ -38,7 +53,7 @@ void LockFile::CheckInPlace() const {
   struct stat oHeld {};
   struct stat oFound {};
   if (fstat(m_oFile, &oHeld) != 0) RaiseSystemError(m_sPath);
-  const bool bFound = stat(m_sPath.c_str(), &oFound) == 0;
+  const bool bFound = lstat(m_sPath.c_str(), &oFound) == 0;
   if (!bFound && errno != ENOENT) RaiseSystemError(m_sPath);
   if (bFound && oHeld.st_dev == oFound.st_dev && oHeld.st_ino == oFound.st_ino) return;
   throw std::runtime_error(m_sPath + ": the lock file has been removed while the analyzer was running");

@@ -22,8 +22,8 @@ class LockFile {
  public:
   /// Takes the lock; makes the file when there is none. Raises
   /// std::runtime_error, which names the process and the instance, when there
-  /// is an analyzer already, and std::system_error when the file cannot be
-  /// made.
+  /// is an analyzer already, or when a link or a pipe stands in the file's place,
+  /// and std::system_error when the file cannot be made.
   LockFile(const std::string& sPath, const std::string& sInstance);
 
   /// Raises std::runtime_error when the file is no longer there, or another one
