@@ -1,5 +1,9 @@
 #include "tests/instances/Rows.h"
 #include "tests/instances/SQLiteFiles.h"
+#include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/instances/recorded/WriteRecording.h"
+
+#include <future>
 
 using namespace SQLiteFiles;
 using namespace std::chrono_literals;
@@ -164,6 +168,59 @@ TEST_F(SQLiteRows, ReadingOnAfterAFailureLosesNothing) {
   EXPECT_FALSE(oTable->ReadMore());
   ExpectError("columns have changed");
   EXPECT_EQ(3, OpenTable("t")->ColumnCount());
+}
+
+TEST_F(SQLiteRows, AValueIsShownCutAndOneThatIsVeryLongByItsSizeOnly) {
+  Run("CREATE TABLE t(a, b); CREATE TABLE keyed(k PRIMARY KEY, a) WITHOUT ROWID; CREATE VIEW seen AS SELECT a, b FROM "
+      "t;"
+      "INSERT INTO t VALUES('ok', 1), (char(252) || printf('%.*c', 6000000, 'x'), 2), (zeroblob(6000000), 'ok');"
+      "INSERT INTO t VALUES(printf('%.*c', 1048575, 'x') || char(252), 4); INSERT INTO keyed SELECT rowid, a FROM t");
+  Open();
+  for (const auto& [sName, sText, sBlob] :
+       {std::tuple("t", " … (6000002 bytes)", "6000000 bytes: 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 …"),
+        {"keyed", "… (more than 4194304 bytes)", "6000000 bytes …"},
+        {"seen", "… (more than 4194304 bytes)", "6000000 bytes …"}}) {
+    const Rows oRows = ReadTable(*m_oDatabase, "main", sName);
+    ASSERT_EQ(4u, oRows.size()) << sName;
+    const std::size_t iValue = sName == std::string("keyed") ? 1 : 0;
+    EXPECT_TRUE(oRows[1][iValue].ends_with(sText)) << sName;
+    EXPECT_GT(std::size_t{1049000}, oRows[1][iValue].size());
+    EXPECT_EQ(sBlob, oRows[2][iValue]) << sName;
+    EXPECT_TRUE(oRows[3][iValue].ends_with("x … (1048577 bytes)")) << "not within a character";
+  }
+  // A recording keeps what is shown, of so much as fits.
+  ZELWbr3::Recorded::RecordOptions oOptions{.Tables = {{"main", "t"}}, .MaxBytes = 100000};
+  const auto oNotes = ZELWbr3::Recorded::WriteRecording(*m_oDatabase, Path("a.json"), oOptions);
+  EXPECT_EQ("SQLTable \"t\": only the first 2 rows are recorded", oNotes.back());
+  const auto oRecorded = ZELWbr3::Recorded::OpenRecording(Path("a.json"));
+  EXPECT_EQ(ReadTable(*m_oDatabase, "main", "t")[1], ReadTable(*oRecorded, "main", "t")[1]);
+}
+
+// Views of views of views: running one takes no time, preparing it does.
+TEST_F(SQLiteRows, PreparingEndsInTimeToo) {
+  Run("CREATE TABLE t(v); CREATE VIEW v0 AS SELECT v FROM t");
+  for (int i = 1; i <= 13; ++i) {
+    const std::string sBelow = "v" + std::to_string(i - 1);
+    Run("CREATE VIEW v" + std::to_string(i) + " AS SELECT a.v FROM " + sBelow + " AS a, " + sBelow);
+  }
+  Open({.ReadingTimeout = 100ms});
+  EXPECT_FALSE(Table(*m_oDatabase, "main", "v13")->Open());
+  ExpectError("interrupted");
+  // What there was time for is shown.
+  const auto oColumns = Table(*m_oDatabase, "SYSDD", "COLUMNS");
+  ASSERT_TRUE(oColumns->Open()) << Error();
+  EXPECT_EQ("sqlite_schema", ReadBlock(*oColumns).at(0).at(1));
+  OpenTable("t");
+}
+
+TEST_F(SQLiteRows, ReadingIsInterruptedFromAnotherThread) {
+  Run("CREATE VIEW endless AS WITH n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) SELECT max(i) FROM n");
+  Open({.ReadingTimeout = 1h});
+  auto oReading = std::async(std::launch::async, [&] { return Table(*m_oDatabase, "main", "endless")->Open(); });
+  while (oReading.wait_for(1ms) != std::future_status::ready) m_oDatabase->Interrupt();
+  EXPECT_FALSE(oReading.get());
+  ExpectError("interrupted");
+  EXPECT_TRUE(Table(*m_oDatabase, "main", "sqlite_schema")->Open()) << "the next one is read";
 }
 
 // What the library's virtual machine does for a row stays the same, however

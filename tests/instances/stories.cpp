@@ -72,6 +72,7 @@ class OneStory : private SQLiteFiles::SQLiteTest {
 
  private:
   void TestBody() override {}
+  Database& Instance() { return m_oDatabase ? *m_oDatabase : throw std::runtime_error("no instance is open"); }
 
   Lines Do(const std::string& sVerb, const std::string& sRest) {
     const auto iBlank = sRest.find(' ');
@@ -96,18 +97,22 @@ class OneStory : private SQLiteFiles::SQLiteTest {
       std::filesystem::rename(sFirst, Path(sSecond));
     } else if (sVerb == "open") {
       Open({.BusyTimeout = std::chrono::milliseconds(1),
-            .StatementTimeout = std::chrono::milliseconds(300),
+            .ReadingTimeout = std::chrono::milliseconds(300),
             .MaxPageCount = sRest.empty() ? 0 : std::stoi(sRest),
             .StateFolder = Path("state")});
     } else if (sVerb == "show") {
       lines = Show(LinesOf(std::istringstream(sRest), ' '));
+    } else if (sVerb == "files") {
+      for (const std::string& sName : SQLiteFiles::Names(Path(""))) lines.push_back(sName);
+    } else if (sVerb == "refresh") {
+      lines.push_back(Done(Instance().DataArea()->Refresh()));
     } else if (sVerb == "read") {
       const auto iDot = sRest.find('.');
-      for (const auto& row : ReadTable(*m_oDatabase, sRest.substr(0, iDot), sRest.substr(iDot + 1))) {
+      for (const auto& row : ReadTable(Instance(), sRest.substr(0, iDot), sRest.substr(iDot + 1))) {
         lines.push_back(Json(row).dump(-1, ' ', false, Json::error_handler_t::replace));
       }
     } else if (sVerb == "copied") {
-      lines.push_back(Done(dynamic_cast<SQLiteDatabase&>(*m_oDatabase).RegisterCopy(sFirst, {2024, 1, 2}, sSecond)));
+      lines.push_back(Done(dynamic_cast<SQLiteDatabase&>(Instance()).RegisterCopy(sFirst, {2024, 1, 2}, sSecond)));
     } else if (sVerb == "recording") {
       OpenRecording(sRest);
     } else {
@@ -115,7 +120,7 @@ class OneStory : private SQLiteFiles::SQLiteTest {
                                                                              {"Admin", &Database::Admin},
                                                                              {"Online", &Database::Online},
                                                                              {"AutoLogOff", &Database::AutoLogOff}};
-      lines.push_back(Done((*m_oDatabase.*operations.at(sVerb))()));
+      lines.push_back(Done((Instance().*operations.at(sVerb))()));
     }
     return lines;
   }
@@ -126,7 +131,7 @@ class OneStory : private SQLiteFiles::SQLiteTest {
 
   /// What a recording of the instance says in these places.
   Lines Show(const Lines& places) {
-    ZELWbr3::Recorded::WriteRecording(*m_oDatabase, Path("it.json"));
+    ZELWbr3::Recorded::WriteRecording(Instance(), Path("it.json"));
     const Json oRecorded = Json::parse(std::ifstream(Path("it.json")));
     Lines lines;
     for (const std::string& sPlace : places) {
@@ -135,7 +140,9 @@ class OneStory : private SQLiteFiles::SQLiteTest {
       Add(sPlace, oPlace, lines);
     }
     if (const Json& oFails = oRecorded["fails"]; !oFails.empty()) {
-      lines.push_back("fails " + oFails.dump() + " " + oRecorded["LastError"]["ErrorText"].get<std::string>());
+      const Json& oError = oRecorded["LastError"];
+      lines.push_back("fails " + oFails.dump() + " " + oError["ErrorCode"].dump() + " " +
+                      oError.value("ErrorText", ""));
     }
     return lines;
   }

@@ -75,6 +75,11 @@ class Database {
 
   virtual std::shared_ptr<ZELLib3::History> History() { return std::make_shared<ZELLib3::History>(); }
 
+  /// Asks the call that runs on another thread at the moment to end soon, with an
+  /// error. The one member that may be called while another one runs; does
+  /// nothing when none does.
+  virtual void Interrupt() {}
+
   /// The operations that change the operational state. Shutdown waits for
   /// running transactions, ShutdownQuick aborts them.
   virtual bool Shutdown() { return false; }

@@ -26,11 +26,11 @@ double SQLiteCaches::CatalogCacheSize() const {
 }
 
 double SQLiteCaches::DataCacheSize() const {
-  return Figures() ? static_cast<double>(Figures()->CachePages) * m_oFile->PageSize() / kBytesPerKB : -1;
+  return Figures() ? static_cast<double>(Figures()->CachePages) * m_oFile->Unit() / kBytesPerKB : -1;
 }
 
 double SQLiteCaches::DataCacheUsedSize() const {
-  return Figures() ? static_cast<double>(Figures()->CacheUsed) * m_oFile->PageSize() / kBytesPerKB : -1;
+  return Figures() ? static_cast<double>(Figures()->CacheUsed) * m_oFile->Unit() / kBytesPerKB : -1;
 }
 
 double SQLiteCaches::DataCacheAccesses(ZELLib3::Long iIndex) const {

@@ -16,8 +16,8 @@ std::shared_ptr<ZELLib3::Volumes> SQLiteDataArea::Volumes() const {
     oVolume.Used = pUsage->PageCount - pUsage->FreePages;
     oVolume.PagesRead = pUsage->CacheMisses;
     oVolume.PagesWritten = pUsage->CacheWrites;
-  } else if (const auto oFile = FileId::Of(m_oFile->Path()); oFile && m_oFile->PageSize() > 0) {
-    oVolume.Size = oFile->Bytes / m_oFile->PageSize();
+  } else if (const auto oFile = FileId::Of(m_oFile->Path()); oFile) {
+    oVolume.Size = (oFile->Bytes + m_oFile->Unit() - 1) / m_oFile->Unit();
   }
   return std::make_shared<SQLiteVolumes>(std::vector{oVolume}, 1);
 }

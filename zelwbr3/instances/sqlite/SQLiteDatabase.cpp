@@ -17,6 +17,7 @@
 #include "zelwbr3/instances/sqlite/file/InstanceFile.h"
 #include "zelwbr3/instances/sqlite/settings/ParameterList.h"
 
+#include <sqlite3.h>
 #include <sys/utsname.h>
 
 #include <filesystem>
@@ -90,13 +91,15 @@ std::string SQLiteDatabase::OSName() { return System().sysname; }
 
 bool SQLiteDatabase::Connected() { return m_oFile->Connected(); }
 
-ZELLib3::Long SQLiteDatabase::PageSize() { return m_oFile->PageSize(); }
+ZELLib3::Long SQLiteDatabase::PageSize() { return m_oFile->Unit(); }
 
 std::string SQLiteDatabase::RunDirectory() { return std::filesystem::path(m_oFile->Path()).parent_path().string(); }
 
 bool SQLiteDatabase::Shutdown() { return m_oFile->Change(InstanceFile::State::Offline); }
 
-bool SQLiteDatabase::ShutdownQuick() { return m_oFile->Change(InstanceFile::State::Offline, true); }
+bool SQLiteDatabase::ShutdownQuick() { return Shutdown(); }
+
+void SQLiteDatabase::Interrupt() { m_oFile->Interrupt(); }
 
 bool SQLiteDatabase::Admin() { return m_oFile->Change(InstanceFile::State::Admin); }
 
@@ -121,6 +124,8 @@ bool SQLiteDatabase::RegisterCopy(const std::string& sFile, const ZELLib3::Date&
     return false;
   }
 }
+
+void LimitMemory(std::int64_t lBytes) { sqlite3_hard_heap_limit64(lBytes); }
 
 std::shared_ptr<ZELLib3::Database> OpenDatabase(const std::string& sPath, const Options& oOptions) {
   return std::make_shared<SQLiteDatabase>(sPath, oOptions);

@@ -3,6 +3,7 @@
 #include "zelwbr3/ZELLib3/Database.h"
 #include "zelwbr3/instances/sqlite/file/Options.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -52,7 +53,9 @@ class SQLiteDatabase : public ZELLib3::Database {
   /// The file's folder.
   std::string RunDirectory() override;
 
+  void Interrupt() override;
   bool Shutdown() override;
+  /// The same: there is no transaction to wait for.
   bool ShutdownQuick() override;
   /// Fails while another connection uses the file: in WAL mode while it is
   /// open, otherwise while it is within a transaction.
@@ -74,6 +77,11 @@ class SQLiteDatabase : public ZELLib3::Database {
   std::shared_ptr<ParameterList> m_oParameters;
   std::string m_sAnalyzerProgram;
 };
+
+/// Bounds the memory that the library uses in this process, for all connections
+/// of all its parts. Without it, a view that was made for it can use some
+/// gigabytes; with it, reading the view fails.
+void LimitMemory(std::int64_t lBytes);
 
 /// Opens an existing database file; the errors are those of SQLiteDatabase.
 std::shared_ptr<ZELLib3::Database> OpenDatabase(const std::string& sPath, const Options& oOptions = {});

@@ -25,14 +25,15 @@ std::shared_ptr<ZELLib3::Volumes> SQLiteLogArea::Volumes() const {
     if (pUsage->UsesWal) {
       const WalFile& oWal = pUsage->Wal;
       oVolume.Size = pUsage->LogTotal();
-      oVolume.Used = oWal.Used();
+      oVolume.Used = pUsage->LogUsed();
       oVolume.Info1 = Frames(oWal.Frames);  // short: the page gives it a narrow column
       oVolume.Info2 = CheckpointState(oWal) + "; the file has room for " + std::to_string(oWal.FileFrames);
       oVolumes.push_back(oVolume);
     }
   } else if (const auto oFile = FileId::Of(oVolume.Name); oFile && oFile->Bytes > 0) {
-    oVolume.Size = WalFile::FramesIn(oFile->Bytes, m_oFile->PageSize());
-    oVolume.Info1 = Frames(oVolume.Size);
+    const std::int64_t lFrames = WalFile::FramesIn(oFile->Bytes, m_oFile->PageSize());
+    oVolume.Size = lFrames * m_oFile->PageSize() / m_oFile->Unit();
+    oVolume.Info1 = Frames(lFrames);
     oVolume.Info2 = "as far as the file's size tells";
     oVolumes.push_back(oVolume);
   }
@@ -52,13 +53,13 @@ ZELLib3::Long SQLiteLogArea::Size(ZELLib3::Long iIndex) const {
     case 0:
       return pUsage->LogTotal();
     case 1:
-      return pUsage->AutoCheckpoint;
+      return pUsage->PagesOf(pUsage->AutoCheckpoint);
     case 2:
-      return std::max<std::int64_t>(0, pUsage->LogTotal() - pUsage->Wal.Used());
+      return std::max<std::int64_t>(0, pUsage->LogTotal() - pUsage->LogUsed());
     case 3:
-      return pUsage->Wal.Used();
+      return pUsage->LogUsed();
     case 4:
-      return std::max<std::int64_t>(0, pUsage->Wal.Frames - pUsage->Wal.Checkpointed);
+      return pUsage->PagesOf(std::max<std::int64_t>(0, pUsage->Wal.Frames - pUsage->Wal.Checkpointed));
     default:
       return 0;
   }

@@ -14,8 +14,8 @@ std::unique_ptr<RowReader> SQLiteSQLTable::MakeReader(Connection& oConnection) {
     RaiseError(SQLITE_ERROR, File().Path(), Owner() + "." + Name() + ": a SQLite database has no such system table");
   }
   const std::string sFrom = (Owner().empty() ? "" : QuoteIdentifier(Owner()) + ".") + QuoteIdentifier(Name());
-  const TableKey oKey = TableKey::Of(oConnection, Owner(), Name());
-  if (!oKey.Columns.empty()) return std::make_unique<KeysetReader>(oConnection, sFrom, oKey);
+  TableKey oKey = TableKey::Of(oConnection, Owner(), Name());
+  if (!oKey.Columns.empty()) return std::make_unique<KeysetReader>(oConnection, std::move(oKey));
   return std::make_unique<CursorReader>(oConnection, "SELECT * FROM " + sFrom, "reading " + sFrom);
 }
 

@@ -63,12 +63,12 @@ Long SQLiteStateInfo::DataPercent() const { return Percent(DataUsed(), DataTotal
 
 bool SQLiteStateInfo::DataFull() const {
   const Usage* pUsage = Figures();
-  return pUsage && pUsage->PageCount >= pUsage->MaxPageCount && pUsage->FreePages == 0;
+  return pUsage && pUsage->IsFull;
 }
 
 Long SQLiteStateInfo::LogTotal() const { return Figures() ? Figures()->LogTotal() : 0; }
 
-Long SQLiteStateInfo::LogUsed() const { return Figures() ? Figures()->Wal.Used() : 0; }
+Long SQLiteStateInfo::LogUsed() const { return Figures() ? Figures()->LogUsed() : 0; }
 
 Long SQLiteStateInfo::LogPercent() const { return Percent(LogUsed(), LogTotal()); }
 

@@ -16,8 +16,10 @@ struct RecordOptions {
   /// An instance cannot list its tables, so only these are recorded, besides
   /// the tables of the data dictionary that it can open.
   std::vector<Table> Tables;
-  /// Rows kept of each view, table, history; the rest is left out with a note.
+  /// Rows kept of each view, table, history, and bytes of their texts; the rest
+  /// is left out with a note.
   std::size_t MaxRows = 10000;
+  std::size_t MaxBytes = std::size_t{64} << 20;
 };
 
 }  // namespace ZELWbr3::Recorded

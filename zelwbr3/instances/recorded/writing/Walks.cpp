@@ -67,11 +67,11 @@ bool CanBeOpened(Z::SQLTables& oTables, const RecordOptions::Table& oName) {
 
 void WriteHistory(Z::History& oHistory, Writer& oWriter) {
   std::vector<Z::HistoryItem> oItems;
-  WalkBlocks(oHistory, oWriter, "History", [&] {
+  WalkBlocks(oHistory, oWriter, "History", [&]() -> std::optional<std::size_t> {
     const auto oItem = oWriter.Read("NextItem", [&] { return oHistory.NextItem(); });
-    if (!oItem || !*oItem) return false;
+    if (!oItem || !*oItem) return std::nullopt;
     oItems.push_back(**oItem);
-    return true;
+    return sizeof oItems.back();
   });
   oWriter.Put("Items", oItems);
 }

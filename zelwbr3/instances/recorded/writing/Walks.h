@@ -17,7 +17,8 @@ inline const Type& BlockSizeType() {
 }
 
 /// Walks what is read in blocks, from Open to the end; `fnNext` steps to the
-/// block's next entry and keeps it, or answers false.
+/// block's next entry and keeps it, and answers its bytes; no value when there is
+/// none.
 template <class I, class F>
 void WalkBlocks(I& oSource, Writer& oWriter, const std::string& sLabel, F fnNext) {
   if (!oWriter.Do("Open", [&] { return oSource.Open(); })) return;
@@ -28,13 +29,16 @@ void WalkBlocks(I& oSource, Writer& oWriter, const std::string& sLabel, F fnNext
   const Long lDelivered = oWriter.Read("RowCount", [&] { return oSource.RowCount(); }).value_or(0);
   if (lDelivered > DefaultBlockSize || (lDelivered > 0 && fnHasMore())) oWriter.Put("BlockSize", lDelivered);
 
+  std::size_t lBytes = 0;
   for (std::size_t lRows = 0;;) {
     const std::size_t lBefore = lRows;
     for (; !fnEnded(); ++lRows) {
-      if (lRows == oWriter.Options().MaxRows) {
+      if (lRows >= oWriter.Options().MaxRows || lBytes >= oWriter.Options().MaxBytes) {
         return oWriter.Note(sLabel + ": only the first " + std::to_string(lRows) + " rows are recorded");
       }
-      if (!fnNext()) break;
+      const std::optional<std::size_t> oBytes = fnNext();
+      if (!oBytes) break;
+      lBytes += *oBytes;
     }
     if (!fnHasMore()) return;
     if (lRows == lBefore) return oWriter.Note(sLabel + ": rows that follow a block without any are not recorded");
@@ -52,15 +56,17 @@ void WriteRows(I& oSource, Writer& oWriter) {
   };
   const auto sName = oWriter.Read("Name", [&] { return oSource.Name(); });
   const std::string sLabel = InterfaceOf<I>().sClass + " " + Quoted(sName.value_or(""));
-  WalkBlocks(oSource, oWriter, sLabel, [&] {
+  WalkBlocks(oSource, oWriter, sLabel, [&]() -> std::optional<std::size_t> {
     const auto bNext = oWriter.Read("NextRow", [&] { return oSource.NextRow(); });
     if (bNext == false) oWriter.Failed("NextRow");  // the block has not ended
-    if (!bNext.value_or(false)) return false;
+    if (!bNext.value_or(false)) return std::nullopt;
     RowTexts& oRow = oRows.emplace_back();
+    std::size_t lBytes = 0;
     for (int lColumn = 0; lColumn < fnColumns(); ++lColumn) {
       oRow.push_back(oWriter.Read("Value", [&] { return oSource.Value(lColumn); }).value_or("(null)"));
+      lBytes += oRow.back().size();
     }
-    return true;
+    return lBytes;
   });
 
   std::vector<Column> oColumns;

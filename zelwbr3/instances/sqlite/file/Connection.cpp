@@ -1,5 +1,6 @@
 #include "zelwbr3/instances/sqlite/file/Connection.h"
 
+#include "zelwbr3/instances/common/ResolveLinks.h"
 #include "zelwbr3/instances/sqlite/file/FileLock.h"
 #include "zelwbr3/instances/sqlite/file/OpenFiles.h"
 
@@ -34,6 +35,9 @@ bool HasContent(const std::string& sPath) {
   return oFile && oFile->Bytes > 0;
 }
 
+/// The log that the library keeps for a file: it follows links first.
+std::string LogOf(const std::string& sPath) { return Instances::ResolveLinks(sPath) + "-wal"; }
+
 /// Says why a name cannot be opened as a database, before the library tries: it
 /// would wait for a writer of a pipe, and has one message for everything.
 void CheckFile(const std::string& sPath) {
@@ -44,12 +48,18 @@ void CheckFile(const std::string& sPath) {
   if (S_ISDIR(oStat.st_mode)) RaiseError(SQLITE_CANTOPEN, sPath, "is a folder, not a database file");
   if (!S_ISREG(oStat.st_mode)) RaiseError(SQLITE_CANTOPEN, sPath, "is not a regular file");
   if (!MayAccess(sPath, R_OK)) RaiseError(SQLITE_CANTOPEN, sPath, std::strerror(errno));
+  if (oStat.st_size < static_cast<off_t>(FileHeader::Size) && HasContent(LogOf(sPath))) {
+    RaiseError(SQLITE_NOTADB, sPath,
+               "a write-ahead log without its database: the file has been cut off, and its log " + LogOf(sPath) +
+                   " still has content; it would be lost if the file were opened");
+  }
 }
 
 }  // namespace
 
-Connection::Connection(const std::string& sPath, Access eAccess, const Options& oOptions)
-    : m_sPath(sPath), m_eAccess(eAccess), m_oOptions(oOptions) {
+Connection::Connection(const std::string& sPath, Access eAccess, const Options& oOptions,
+                       const std::atomic<bool>& bInterrupted)
+    : m_sPath(sPath), m_eAccess(eAccess), m_oOptions(oOptions), m_oWatchdog(bInterrupted) {
   CheckFile(m_sPath);
   if (const auto oFile = FileId::Of(m_sPath)) m_oFile = *oFile;
   Open();
@@ -90,7 +100,9 @@ void Connection::Configure() {
   sqlite3* pHandle = Handle();
   m_oCounter.Watch(pHandle);
   BusyTimeout(m_oOptions.BusyTimeout);
-  sqlite3_progress_handler(pHandle, 10000, &Connection::OnProgress, this);
+  m_oWatchdog.Watch(pHandle);
+  BeginReading();
+  sqlite3_limit(pHandle, SQLITE_LIMIT_LENGTH, LongestValue);
   sqlite3_db_config(pHandle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
   // The schema of a stranger's file is data, not code.
   sqlite3_db_config(pHandle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -142,7 +154,6 @@ std::string Connection::JournalMode() {
 
 Statement Connection::Prepare(const std::string& sSQL, const std::string& sAsked) {
   EndCursor();
-  AllowTime();
   return Statement(Handle(), sSQL, sAsked);
 }
 
@@ -156,8 +167,6 @@ Connection::Cursor Connection::KeepOpen(Statement oStatement) {
 void Connection::EndCursor() {
   if (const Cursor oCursor = m_oCursor.lock()) oCursor->reset();
 }
-
-void Connection::AllowTime() { m_dDeadline = std::chrono::steady_clock::now() + m_oOptions.StatementTimeout; }
 
 bool Connection::IsAwaited() {
   const auto dNow = std::chrono::steady_clock::now();
@@ -178,12 +187,6 @@ std::int64_t Connection::Number(const std::string& sSQL, const std::string& sAsk
 std::string Connection::Text(const std::string& sSQL, const std::string& sAsked) {
   Statement oStatement = Prepare(sSQL, sAsked);
   return oStatement.Step() ? oStatement.Text(0) : std::string();
-}
-
-void Connection::Interrupt() { sqlite3_interrupt(Handle()); }
-
-int Connection::OnProgress(void* pThis) {
-  return std::chrono::steady_clock::now() > static_cast<Connection*>(pThis)->m_dDeadline;
 }
 
 }  // namespace ZELWbr3::SQLite

@@ -6,6 +6,7 @@
 #include "zelwbr3/instances/sqlite/file/Options.h"
 #include "zelwbr3/instances/sqlite/file/Statement.h"
 #include "zelwbr3/instances/sqlite/file/StatementCounter.h"
+#include "zelwbr3/instances/sqlite/file/Watchdog.h"
 
 #include <chrono>
 #include <memory>
@@ -25,22 +26,28 @@ namespace ZELWbr3::SQLite {
 /// raise ZELLib3::InstanceError.
 class Connection {
  public:
+  /// Bytes. A longer value fails before memory is allocated for it.
+  static constexpr int LongestValue = 4 << 20;
+
   enum class Access {
     Figures,    ///< reads; others go on working
     Recovery,   ///< reads, and may first roll back what a crash left half done
     Exclusive,  ///< as Recovery, and locks every other connection out
   };
 
-  /// sPath is absolute. A locked file can be opened, unless
-  /// eAccess is Exclusive.
-  Connection(const std::string& sPath, Access eAccess, const Options& oOptions);
+  /// sPath is absolute. A locked file can be opened, unless eAccess is Exclusive.
+  /// A write-ahead log without its database is refused: the library would delete
+  /// it. What is read ends as soon as bInterrupted is set, which outlives this
+  /// object.
+  Connection(const std::string& sPath, Access eAccess, const Options& oOptions, const std::atomic<bool>& bInterrupted);
   ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  /// False when the file has been deleted or replaced, has another page size,
-  /// has changed between WAL mode and a rollback journal, or has changed at all where it could only be
-  /// opened as one that never changes. Such a connection is to be replaced.
+  /// False when the file has been deleted or replaced, has another page size, has
+  /// changed between WAL mode and a rollback journal, or has changed at all where
+  /// it could only be opened as one that never changes. Such a connection is to
+  /// be replaced.
   /// Raises ZELLib3::InstanceError when the file is no longer a database.
   bool IsCurrent() const;
 
@@ -69,8 +76,12 @@ class Connection {
   /// its own, and only this one's is known.
   std::string JournalMode();
 
-  /// A statement that may run from now for as long as the options say. sAsked
-  /// stands in the error.
+  /// What is read from now on may take as long as the options say in all,
+  /// preparing included.
+  void BeginReading() { m_oWatchdog.Allow(m_oOptions.ReadingTimeout); }
+  SQLite::Watchdog& Watchdog() { return m_oWatchdog; }
+
+  /// sAsked stands in the error.
   Statement Prepare(const std::string& sSQL, const std::string& sAsked);
   /// A statement that stays open from one block of a list to the next; empty
   /// once it was ended.
@@ -80,8 +91,6 @@ class Connection {
   /// moment when the statement began.
   Cursor KeepOpen(Statement oStatement);
   void EndCursor();
-  /// What is open may run on from now for as long as the options say.
-  void AllowTime();
   /// A writer waits for the readers to leave. Only with a rollback journal;
   /// checked from time to time.
   bool IsAwaited();
@@ -90,27 +99,23 @@ class Connection {
   std::int64_t Number(const std::string& sSQL, const std::string& sAsked);
   std::string Text(const std::string& sSQL, const std::string& sAsked);
 
-  /// Ends what is still running, so that the file can be closed at once.
-  void Interrupt();
-
  private:
   void Open();
   void Configure();
   void LockOthersOut();
   bool LeavesWalBehind() const;
-  static int OnProgress(void* pThis);
 
   std::string m_sPath;
   Access m_eAccess;
   Options m_oOptions;
   FileId m_oFile;
-  StatementCounter m_oCounter;  ///< outlives the handle, which tells it
+  StatementCounter m_oCounter;   ///< outlives the handle, which tells it
+  SQLite::Watchdog m_oWatchdog;  ///< as well
   SQLite::Handle m_oHandle;
   FileHeader m_oHeader;
   bool m_bUnchanging = false;  ///< opened as a file that never changes
   bool m_bMadeWal = false;     ///< there was no log beside the file
   int m_iPageSize = 0;
-  std::chrono::steady_clock::time_point m_dDeadline;
   std::weak_ptr<std::optional<Statement>> m_oCursor;
   std::chrono::steady_clock::time_point m_dNextLook;  ///< for waiting writers
 };

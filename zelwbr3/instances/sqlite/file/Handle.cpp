@@ -47,9 +47,13 @@ void Execute(sqlite3* pHandle, const std::string& sSQL, const std::string& sAske
 void RaiseLastError(sqlite3* pHandle, const std::string& sAsked) {
   const char* sFile = sqlite3_db_filename(pHandle, "main");
   const int rc = sqlite3_extended_errcode(pHandle);
+  // The watchdog's ways to end a statement.
+  if ((rc & 0xff) == SQLITE_INTERRUPT || (rc & 0xff) == SQLITE_AUTH) {
+    RaiseError(SQLITE_INTERRUPT, sFile ? sFile : "",
+               sAsked + ": interrupted: it took too long, needed too much memory, or was stopped");
+  }
   std::string sWhat = sAsked + ": " + sqlite3_errmsg(pHandle);
   if ((rc & 0xff) == SQLITE_NOTADB) sWhat += ", or it is encrypted";
-  if ((rc & 0xff) == SQLITE_INTERRUPT) sWhat += ", since it took too long or the database was closed";
   RaiseError(rc, sFile ? sFile : "", sWhat);
 }
 

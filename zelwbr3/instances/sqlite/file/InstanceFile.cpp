@@ -1,6 +1,7 @@
 #include "zelwbr3/instances/sqlite/file/InstanceFile.h"
 
 #include "zelwbr3/base/Calendar.h"
+#include "zelwbr3/instances/common/ResolveLinks.h"
 
 #include <sqlite3.h>
 #include <unistd.h>
@@ -32,14 +33,12 @@ InstanceFile::InstanceFile(const std::string& sPath, const SQLite::Options& oOpt
 
 /// The library follows links before it adds an ending.
 std::string InstanceFile::PathBeside(const std::string& sEnding) const {
-  std::error_code oIgnored;  // a file that is not there has no links
-  const auto oTarget = std::filesystem::canonical(m_sPath, oIgnored);
-  return (oIgnored ? m_sPath : oTarget.string()) + sEnding;
+  return Instances::ResolveLinks(m_sPath) + sEnding;
 }
 
 void InstanceFile::Open(State eState) {
   const auto eAccess = eState == State::Admin ? Connection::Access::Exclusive : Connection::Access::Figures;
-  m_oConnection = std::make_unique<Connection>(m_sPath, eAccess, m_oOptions);
+  m_oConnection = std::make_unique<Connection>(m_sPath, eAccess, m_oOptions, m_bInterrupted);
   m_eState = eState;
   m_bLocked = false;
   m_iPageSize = m_oConnection->PageSize();
@@ -53,8 +52,12 @@ void InstanceFile::Close() {
 
 Connection* InstanceFile::Current() {
   if (m_eState == State::Offline) return nullptr;
+  m_bInterrupted = false;
   try {
-    if (m_oConnection && m_oConnection->IsCurrent()) return m_oConnection.get();
+    if (m_oConnection && m_oConnection->IsCurrent()) {
+      m_oConnection->BeginReading();
+      return m_oConnection.get();
+    }
     Close();
     Open(m_eState);
   } catch (const ZELLib3::InstanceError& oError) {
@@ -115,9 +118,9 @@ Reading InstanceFile::LookInside(Connection& oConnection) {
   }
 }
 
-bool InstanceFile::Change(State eState, bool bInterrupt) {
+bool InstanceFile::Change(State eState) {
   const State eBefore = m_eState;
-  if (bInterrupt && m_oConnection) m_oConnection->Interrupt();
+  m_bInterrupted = false;
   // The old connection's own locks would stand in the way of the new one.
   Close();
   if (eState == State::Offline) {
@@ -139,13 +142,13 @@ bool InstanceFile::Change(State eState, bool bInterrupt) {
 /// Any connection that may write rolls the transaction back before it reads.
 void InstanceFile::Recover() {
   Close();
-  Usage::Read(*std::make_unique<Connection>(m_sPath, Connection::Access::Recovery, m_oOptions));
+  Usage::Read(*std::make_unique<Connection>(m_sPath, Connection::Access::Recovery, m_oOptions, m_bInterrupted));
   Open(State::Online);
   Read();
 }
 
-bool InstanceFile::Refuse(const std::string& sWhy) {
-  m_oLastError = {SQLITE_ERROR, m_sPath + ": " + sWhy};
+bool InstanceFile::Refuse(const std::string& sWhy, int lCode) {
+  m_oLastError = {lCode == 0 ? SQLITE_ERROR : lCode, m_sPath + ": " + sWhy};
   return false;
 }
 
@@ -169,7 +172,7 @@ bool InstanceFile::Refresh() {
       case Condition::Online:
         return true;
       case Condition::Locked:
-        return Refuse("another connection has locked the database");
+        return Refuse("another connection has locked the database", SQLITE_BUSY);
       case Condition::NeedsRecovery:
         return Refuse("an interrupted transaction has to be rolled back first");
       case Condition::NotConnected:

@@ -3,6 +3,7 @@
 #include "zelwbr3/instances/sqlite/file/Connection.h"
 #include "zelwbr3/instances/sqlite/file/Reading.h"
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -30,14 +31,18 @@ class InstanceFile {
   /// What stands at the moment, or did within the reading's lifetime. Raises
   /// ZELLib3::InstanceError when the file is open but damaged.
   std::shared_ptr<const Reading> Read();
-  /// The connection of the present state; null when there is none.
+  /// The connection of the present state, at the beginning of a reading; null
+  /// when there is none.
   Connection* Current();
   bool Connected();
-  /// Offline closes the file; bInterrupt breaks running statements off first.
-  /// When the change fails the state stays, and LastError says why.
-  bool Change(State eState, bool bInterrupt = false);
-  /// Answers false, for an operation that cannot be.
-  bool Refuse(const std::string& sWhy);
+  /// Offline closes the file. When the change fails the state stays, and
+  /// LastError says why.
+  bool Change(State eState);
+  /// Answers false, for an operation that cannot be. lCode is one of the
+  /// library's, 0 = its general error.
+  bool Refuse(const std::string& sWhy, int lCode = 0);
+  /// What another thread reads at the moment ends, with an error.
+  void Interrupt() { m_bInterrupted = true; }
   /// Calls an operation with the present connection. False, and LastError says
   /// why, without a connection or when the operation raises InstanceError.
   bool Attempt(const std::function<void(Connection&)>& oOperation);
@@ -54,6 +59,8 @@ class InstanceFile {
   ZELLib3::Date OpenedOn() const { return m_dOpenedOn; }
   /// Bytes; the last known while the file is closed.
   int PageSize();
+  /// The same of the pages in which figures are counted, see Usage.
+  int Unit() { return Usage::UnitOf(PageSize()); }
 
  private:
   void Open(State eState);
@@ -65,6 +72,7 @@ class InstanceFile {
   std::string m_sPath;
   SQLite::Options m_oOptions;
   State m_eState = State::Online;
+  std::atomic<bool> m_bInterrupted = false;  ///< outlives the connection
   std::unique_ptr<Connection> m_oConnection;
   std::shared_ptr<const Reading> m_oReading;
   std::chrono::steady_clock::time_point m_dReadingEnds;

@@ -15,8 +15,9 @@ struct Options {
   /// one within a few milliseconds; figures of different moments could show more
   /// used than there is. 0 = each object reads for itself.
   std::chrono::milliseconds ReadingLifetime{100};
-  /// How long a single statement may run.
-  std::chrono::milliseconds StatementTimeout{10000};
+  /// How long one reading may take: what a page asks at a time, such as the rows
+  /// of a block, with all its statements and their preparation.
+  std::chrono::milliseconds ReadingTimeout{10000};
   /// The most pages the application lets the file grow to; 0 = SQLite's own
   /// limit.
   std::int64_t MaxPageCount = 0;

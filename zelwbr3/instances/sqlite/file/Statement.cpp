@@ -1,29 +1,15 @@
 #include "zelwbr3/instances/sqlite/file/Statement.h"
 
+#include "zelwbr3/instances/sqlite/file/CellTexts.h"
 #include "zelwbr3/instances/sqlite/file/Handle.h"
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace ZELWbr3::SQLite {
 
-namespace {
-
-constexpr int kBytesShown = 16;
-
-std::string BlobText(const unsigned char* pBytes, int iBytes) {
-  static constexpr char kHex[] = "0123456789ABCDEF";
-  std::string sText = std::to_string(iBytes) + (iBytes == 1 ? " byte" : " bytes");
-  for (int i = 0; i < std::min(iBytes, kBytesShown); ++i) {
-    sText += i == 0 ? ": " : " ";
-    sText += {kHex[pBytes[i] >> 4], kHex[pBytes[i] & 15]};
-  }
-  return iBytes > kBytesShown ? sText + " …" : sText;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 void FreeValue::operator()(sqlite3_value* pValue) const { sqlite3_value_free(pValue); }
 
@@ -66,11 +52,12 @@ std::string Statement::CellText(int iColumn) const {
       return "(null)";
     case SQLITE_BLOB: {
       // In this order: the pointer is what the size belongs to.
-      const auto* pBytes = static_cast<const unsigned char*>(sqlite3_column_blob(m_pStatement, iColumn));
-      return BlobText(pBytes, sqlite3_column_bytes(m_pStatement, iColumn));
+      const auto* pBytes = static_cast<const char*>(sqlite3_column_blob(m_pStatement, iColumn));
+      const int iBytes = sqlite3_column_bytes(m_pStatement, iColumn);
+      return CellTexts::OfBlob({pBytes, static_cast<std::size_t>(iBytes)}, iBytes);
     }
     default:
-      return Text(iColumn);
+      return CellTexts::OfText(Text(iColumn));
   }
 }
 

@@ -36,8 +36,9 @@ class Statement {
   /// Columns of the current row count from 0.
   std::int64_t Number(int iColumn) const;
   std::string Text(int iColumn) const;
-  /// As a page shows it: "(null)" for no value, a blob as its size and the
-  /// first bytes in hexadecimal, anything else whole.
+  /// As a page shows it: "(null)" for no value, a blob as its size and the first
+  /// bytes in hexadecimal, a text of more than 1 MB cut and with its size,
+  /// anything else whole.
   std::string CellText(int iColumn) const;
   StoredValue Value(int iColumn) const;
 

@@ -38,10 +38,14 @@ std::int64_t HandleStatus(const Connection& oConnection, int lCounter) {
 Usage Usage::Read(Connection& oConnection) {
   const ReadTransaction oTransaction(oConnection);
   Usage oUsage;
-  oUsage.PageCount = oConnection.Number("PRAGMA main.page_count", "reading the page count");
-  oUsage.FreePages = oConnection.Number("PRAGMA main.freelist_count", "reading the number of free pages");
-  oUsage.TempPages = oConnection.Number("PRAGMA temp.page_count", "reading the temporary page count");
-  oUsage.MaxPageCount = oConnection.MaxPageCount();
+  const int iUnit = UnitOf(oConnection.PageSize());
+  oUsage.PagesInUnit = iUnit / oConnection.PageSize();
+  const std::int64_t lPages = oConnection.Number("PRAGMA main.page_count", "reading the page count");
+  const std::int64_t lFree = oConnection.Number("PRAGMA main.freelist_count", "reading the number of free pages");
+  oUsage.PageCount = oUsage.PagesOf(lPages);
+  oUsage.FreePages = lFree / oUsage.PagesInUnit;
+  oUsage.TempPages = oUsage.PagesOf(oConnection.Number("PRAGMA temp.page_count", "reading the temporary page count"));
+  oUsage.IsFull = lPages >= oConnection.MaxPageCount() && lFree == 0;
   oUsage.File = oConnection.File();
   oUsage.UsesWal = oConnection.UsesWal();
   oUsage.Wal = WalFile::Read(oConnection);
@@ -49,9 +53,9 @@ Usage Usage::Read(Connection& oConnection) {
       std::max<std::int64_t>(0, oConnection.Number("PRAGMA wal_autocheckpoint", "reading the checkpoint limit"));
   // Negative: the limit is not pages but KB.
   const std::int64_t lLimit = oConnection.Number("PRAGMA main.cache_size", "reading the cache size");
-  oUsage.CachePages = lLimit < 0 ? -lLimit * 1024 / oConnection.PageSize() : lLimit;
+  oUsage.CachePages = lLimit < 0 ? -lLimit * 1024 / iUnit : oUsage.PagesOf(lLimit);
   const std::int64_t lUsedBytes = HandleStatus(oConnection, SQLITE_DBSTATUS_CACHE_USED);
-  oUsage.CacheUsed = std::min(lUsedBytes / oConnection.PageSize(), oUsage.CachePages);
+  oUsage.CacheUsed = std::min(lUsedBytes / iUnit, oUsage.CachePages);
   oUsage.CacheHits = HandleStatus(oConnection, SQLITE_DBSTATUS_CACHE_HIT);
   oUsage.CacheMisses = HandleStatus(oConnection, SQLITE_DBSTATUS_CACHE_MISS);
   oUsage.CacheWrites = HandleStatus(oConnection, SQLITE_DBSTATUS_CACHE_WRITE);

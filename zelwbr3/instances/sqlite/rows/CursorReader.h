@@ -4,6 +4,7 @@
 #include "zelwbr3/instances/sqlite/rows/RowReader.h"
 
 #include <cstdint>
+#include <string>
 
 namespace ZELWbr3::SQLite {
 
@@ -16,23 +17,29 @@ namespace ZELWbr3::SQLite {
 /// end of the rows, any other use of the connection, and a waiting writer.
 class CursorReader : public RowReader {
  public:
-  /// sSQL is one SELECT without a limit; sAsked stands in errors. Raises
-  /// ZELLib3::InstanceError when it cannot be prepared.
-  CursorReader(Connection& oConnection, const std::string& sSQL, std::string sAsked);
+  /// sSQL is one SELECT without a limit, of which the first lFirst rows are left
+  /// out; sAsked stands in errors. Raises ZELLib3::InstanceError when it cannot be
+  /// prepared.
+  CursorReader(Connection& oConnection, std::string sSQL, std::string sAsked, std::int64_t lFirst = 0);
 
-  bool Read(Connection& oConnection, Instances::RowBlock& oBlock) override;
   void Pause() override;
 
  private:
-  /// The statement from the next row on; lLimit rows of it, -1 = all.
-  Statement Continue(Connection& oConnection, std::int64_t lLimit) const;
-  /// Fills the block from a statement whose current row is the first unless it
-  /// has ended. Answers whether there is one after the block.
+  friend class KeysetReader;  // which goes on as one
+
+  bool Continue(Connection& oConnection, Instances::RowBlock& oBlock) override;
+  Instances::RowTexts LongRow(Connection& oConnection, std::size_t lInBlock) override;
+  void Deliver(const Instances::RowBlock& oBlock) override;
+  /// The statement from a row on, counted from 0; lLimit rows of it, -1 = all.
+  Statement StatementFrom(Connection& oConnection, const std::string& sSQL, std::int64_t lRow,
+                          std::int64_t lLimit) const;
+  /// Adds rows from the current one of a statement on until the block is full or
+  /// the statement has ended. Answers whether there is one after the block.
   bool Fill(Statement& oStatement, Instances::RowBlock& oBlock);
 
   std::string m_sSQL;
   std::string m_sAsked;
-  std::int64_t m_lRead = 0;    ///< rows delivered
+  std::int64_t m_lRead;        ///< rows delivered
   bool m_bFlowing = false;     ///< a block was read since the last pause
   Connection::Cursor m_oOpen;  ///< at the first row not delivered yet
 };

@@ -1,11 +1,52 @@
 #include "zelwbr3/instances/sqlite/rows/RowReader.h"
 
-#include "zelwbr3/instances/sqlite/file/Handle.h"
-#include "zelwbr3/instances/sqlite/file/Statement.h"
+#include "zelwbr3/instances/sqlite/file/CellTexts.h"
+#include "zelwbr3/instances/sqlite/file/Connection.h"
 
 #include <sqlite3.h>
 
+#include <utility>
+
 namespace ZELWbr3::SQLite {
+
+namespace {
+
+bool IsTooLong(const ZELLib3::InstanceError& oError) {
+  return (oError.ErrorObject().ErrorCode & 0xff) == SQLITE_TOOBIG;
+}
+
+}  // namespace
+
+bool RowReader::Read(Connection& oConnection, Instances::RowBlock& oBlock) {
+  // What is in the block can be shown; the next one says what is wrong.
+  const auto IsGoodFor = [&](const ZELLib3::InstanceError& oError) {
+    return oBlock.IsFull() || (!oBlock.Rows().empty() && (oConnection.Watchdog().IsUp() || IsTooLong(oError)));
+  };
+  bool bMore = true;
+  bool bTooLong = true;
+  while (bTooLong) {
+    try {
+      bTooLong = false;
+      bMore = Continue(oConnection, oBlock);
+    } catch (const ZELLib3::InstanceError& oError) {
+      bTooLong = IsTooLong(oError) && !oBlock.IsFull();
+      if (!bTooLong && !IsGoodFor(oError)) throw;
+    }
+    if (!bTooLong) continue;
+    try {
+      oBlock.Add(LongRow(oConnection, oBlock.Rows().size()));
+    } catch (const ZELLib3::InstanceError& oError) {
+      if (!IsGoodFor(oError)) throw;
+      bTooLong = false;
+    }
+  }
+  Deliver(oBlock);
+  return bMore;
+}
+
+Instances::RowTexts RowReader::LongRow(Connection&, std::size_t) {
+  RaiseError(SQLITE_TOOBIG, "a row", "is too long to be read");
+}
 
 std::vector<Instances::RowColumn> RowReader::ColumnsOf(const Statement& oStatement, int iFirst) {
   std::vector<Instances::RowColumn> oColumns;
@@ -24,6 +65,27 @@ Instances::RowTexts RowReader::RowOf(const Statement& oStatement, int iFirst, co
   oRow.reserve(m_oColumns.size());
   for (int i = iFirst; i < iColumns; ++i) oRow.push_back(oStatement.CellText(i));
   return oRow;
+}
+
+std::string RowReader::LongCell(const std::string& sColumn, const Ask& fnAsk) {
+  try {
+    return fnAsk(sColumn).CellText(0);
+  } catch (const ZELLib3::InstanceError& oError) {
+    if (!IsTooLong(oError)) throw;
+  }
+  // Of a column that is stored, neither these read the value.
+  if (fnAsk("typeof(" + sColumn + ")").Text(0) == "blob") {
+    return CellTexts::OfBlob({}, fnAsk("length(" + sColumn + ")").Number(0));
+  }
+  return "… (more than " + std::to_string(Connection::LongestValue) + " bytes)";
+}
+
+bool ListReader::Continue(Connection&, Instances::RowBlock& oBlock) {
+  for (std::size_t i = m_lDelivered + oBlock.Rows().size(); i < m_oRows.size(); ++i) {
+    if (oBlock.IsFull()) return true;
+    oBlock.Add(m_oRows[i]);
+  }
+  return false;
 }
 
 }  // namespace ZELWbr3::SQLite

@@ -13,7 +13,8 @@ namespace ZELWbr3::SQLite {
 ///
 /// Pragmas are joined by CROSS JOIN, which keeps the order: the library may
 /// otherwise call one before it knows both of its arguments, and finds nothing
-/// then.
+/// then. The tables come from the schema: pragma_table_list prepares every view
+/// first, however long that takes, and again for each that is broken.
 namespace SystemQueries {
 
 using Reader = std::unique_ptr<RowReader>;
@@ -24,10 +25,13 @@ struct Literal {
   char Text[N];
 };
 
-/// The rows of a query that is the same for every file.
+/// The rows of a query; "$tables" stands for the tables, without views and
+/// virtual tables: their schema and name.
+Reader Query(Connection& oConnection, std::string sSQL);
+/// Of one that is the same for every file.
 template <Literal SQL>
 Reader Query(Connection& oConnection) {
-  return std::make_unique<CursorReader>(oConnection, SQL.Text, "reading system information");
+  return Query(oConnection, SQL.Text);
 }
 
 /// The schema entries of every database, the temporary one included, with the

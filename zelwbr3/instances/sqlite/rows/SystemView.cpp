@@ -2,6 +2,8 @@
 
 #include "zelwbr3/instances/sqlite/file/Connection.h"
 #include "zelwbr3/instances/sqlite/rows/SystemQueries.h"
+#include "zelwbr3/instances/sqlite/rows/TableKey.h"
+#include "zelwbr3/instances/sqlite/rows/TablewiseReader.h"
 
 #include <sqlite3.h>
 
@@ -165,38 +167,81 @@ std::unique_ptr<RowReader> Limits(Connection& oConnection) {
   return std::make_unique<ListReader>(std::vector<Instances::RowColumn>{{"limit"}, {"value"}}, std::move(oRows));
 }
 
-// A view that cannot be prepared, and a virtual table whose module is missing,
-// has no columns here; asking for them would fail for all tables.
+std::string Text(bool b) { return b ? "1" : "0"; }
+
+std::unique_ptr<RowReader> Tables(Connection& oConnection) {
+  const auto fnRows = [](Connection& o, const SchemaTable& oTable) -> std::vector<Instances::RowTexts> {
+    Statement oColumns = o.Prepare("SELECT count(*) FROM pragma_table_xinfo(?1, ?2)", TablewiseReader::Asked);
+    oColumns.BindText(1, oTable.Name);
+    oColumns.BindText(2, oTable.Schema);
+    oColumns.Step();
+    const bool bWithoutRowid = oTable.Type == "table" && IsWithoutRowid(o, oTable.Schema, oTable.Name);
+    return {{oTable.Schema, oTable.Name, oTable.Type, oColumns.Text(0), Text(bWithoutRowid), Text(oTable.IsStrict)}};
+  };
+  const auto fnErrorRow = [](const SchemaTable& oTable, const std::string&) -> Instances::RowTexts {
+    return {oTable.Schema, oTable.Name, oTable.Type, "(null)", "0", "0"};
+  };
+  return std::make_unique<TablewiseReader>(
+      oConnection,
+      std::vector<Instances::RowColumn>{{"schema"}, {"name"}, {"type"}, {"columns"}, {"without rowid"}, {"strict"}},
+      fnRows, fnErrorRow);
+}
+
+std::unique_ptr<RowReader> Columns(Connection& oConnection) {
+  const auto fnRows = [](Connection& o, const SchemaTable& oTable) {
+    Statement oColumns = o.Prepare(
+        "SELECT cid + 1, name, type, \"notnull\", dflt_value, pk, hidden FROM pragma_table_xinfo(?1, ?2) ORDER BY cid",
+        TablewiseReader::Asked);
+    oColumns.BindText(1, oTable.Name);
+    oColumns.BindText(2, oTable.Schema);
+    std::vector<Instances::RowTexts> oRows;
+    while (oColumns.Step()) {
+      Instances::RowTexts& oRow = oRows.emplace_back(Instances::RowTexts{oTable.Schema, oTable.Name});
+      for (int i = 0; i < oColumns.ColumnCount(); ++i) oRow.push_back(oColumns.CellText(i));
+    }
+    return oRows;
+  };
+  const auto fnErrorRow = [](const SchemaTable& oTable, const std::string& sError) -> Instances::RowTexts {
+    return {oTable.Schema, oTable.Name, "(null)", "(null)", sError, "(null)", "(null)", "(null)", "(null)"};
+  };
+  return std::make_unique<TablewiseReader>(
+      oConnection,
+      std::vector<Instances::RowColumn>{{"schema"},
+                                        {"table"},
+                                        {"position"},
+                                        {"column"},
+                                        {"type", "Or why the columns are not known"},
+                                        {"not null"},
+                                        {"default"},
+                                        {"primary key"},
+                                        {"hidden"}},
+      fnRows, fnErrorRow);
+}
+
 constexpr SystemView kViews[] = {
     {"DATABASES", "Database files of this connection", false,
      &Query<"SELECT seq AS number, name, file FROM pragma_database_list">},
     {"FILE HEADER", "The first 100 bytes of the database file", true, &Header},
     {"SCHEMA", "Everything that is defined, with the statement that defines it", false, &SchemaEntries},
-    {"TABLES", "Tables and views", false,
-     &Query<"SELECT schema, name, type, ncol AS columns, wr AS \"without rowid\", strict FROM pragma_table_list"
-            " ORDER BY schema, name">},
-    {"COLUMNS", "Columns of tables and views", false,
-     &Query<"SELECT t.schema, t.name AS \"table\", c.cid + 1 AS position, c.name AS column, c.type,"
-            " c.\"notnull\" AS \"not null\", c.dflt_value AS \"default\", c.pk AS \"primary key\", c.hidden"
-            " FROM pragma_table_list AS t CROSS JOIN pragma_table_xinfo(t.name, t.schema) AS c WHERE t.ncol > 0"
-            " ORDER BY t.schema, t.name, c.cid">},
+    {"TABLES", "Tables and views", false, &Tables},
+    {"COLUMNS", "Columns of tables and views", false, &Columns},
     {"VIEWS", "Views and their statements", false, &Views},
     {"TRIGGERS", "Triggers and their statements", false, &Triggers},
     {"INDEXES", "Indexes", false,
      &Query<"SELECT t.schema, t.name AS \"table\", i.name AS \"index\", i.\"unique\", i.origin, i.partial"
-            " FROM pragma_table_list AS t CROSS JOIN pragma_index_list(t.name, t.schema) AS i"
-            " WHERE t.type IN ('table', 'shadow') ORDER BY t.schema, t.name, i.name">},
+            " FROM $tables AS t CROSS JOIN pragma_index_list(t.name, t.schema) AS i"
+            " ORDER BY t.schema, t.name, i.name">},
     {"INDEX COLUMNS", "What the indexes are sorted by", false,
      &Query<"SELECT t.schema, t.name AS \"table\", i.name AS \"index\", x.seqno + 1 AS position,"
             " coalesce(x.name, iif(x.cid = -1, 'rowid', 'expression')) AS column, x.\"desc\" AS descending,"
-            " x.coll AS collation FROM pragma_table_list AS t CROSS JOIN pragma_index_list(t.name, t.schema) AS i"
-            " CROSS JOIN pragma_index_xinfo(i.name, t.schema) AS x WHERE t.type IN ('table', 'shadow') AND x.key"
+            " x.coll AS collation FROM $tables AS t CROSS JOIN pragma_index_list(t.name, t.schema) AS i"
+            " CROSS JOIN pragma_index_xinfo(i.name, t.schema) AS x WHERE x.key"
             " ORDER BY t.schema, t.name, i.name, x.seqno">},
     {"FOREIGN KEYS", "Foreign keys", false,
      &Query<"SELECT t.schema, t.name AS \"table\", f.id AS number, f.seq + 1 AS position, f.\"from\" AS column,"
             " f.\"table\" AS \"referenced table\", f.\"to\" AS \"referenced column\", f.on_update AS \"on update\","
-            " f.on_delete AS \"on delete\" FROM pragma_table_list AS t"
-            " CROSS JOIN pragma_foreign_key_list(t.name, t.schema) AS f WHERE t.type IN ('table', 'shadow')"
+            " f.on_delete AS \"on delete\" FROM $tables AS t"
+            " CROSS JOIN pragma_foreign_key_list(t.name, t.schema) AS f"
             " ORDER BY t.schema, t.name, f.id, f.seq">},
     {"STATISTICS", "What ANALYZE has found out for the choice of indexes", false, &Statistics},
     {"SPACE", "Pages of each table and index; reads the whole file", false,

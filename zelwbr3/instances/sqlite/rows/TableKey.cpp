@@ -13,27 +13,36 @@ namespace {
 /// Two names in the library's eyes.
 bool IsSameName(const std::string& sOne, const char* sOther) { return sqlite3_stricmp(sOne.c_str(), sOther) == 0; }
 
-struct Table {
-  std::string Schema;
-  std::string Type;
+struct FoundTable {
+  std::string Schema;    ///< empty when there is none
+  bool HasRoot = false;  ///< stored in the file: no view, no virtual table
   bool WithoutRowid = false;
 };
 
 /// Without a schema a name means the temporary table first, then the main
 /// database's, then those of the attached ones.
-Table Find(Connection& oConnection, const std::string& sSchema, const std::string& sTable) {
-  Statement oStatement = oConnection.Prepare(
-      "SELECT t.schema, t.type, t.wr FROM pragma_table_list(?1) AS t JOIN pragma_database_list AS d ON d.name = "
-      "t.schema"
-      " WHERE ?2 = '' OR t.schema = ?2 COLLATE NOCASE ORDER BY d.name <> 'temp', d.seq",
+///
+/// From the schema table: pragma_table_list would prepare every view there is.
+FoundTable Find(Connection& oConnection, const std::string& sSchema, const std::string& sTable) {
+  Statement oSchemas = oConnection.Prepare(
+      "SELECT name FROM pragma_database_list WHERE ?1 = '' OR name = ?1 COLLATE NOCASE ORDER BY name <> 'temp', seq",
       "looking up a table");
-  oStatement.BindText(1, sTable);
-  oStatement.BindText(2, sSchema);
-  if (!oStatement.Step()) return {};
-  return {oStatement.Text(0), oStatement.Text(1), oStatement.Number(2) != 0};
+  oSchemas.BindText(1, sSchema);
+  while (oSchemas.Step()) {
+    const std::string sFound = oSchemas.Text(0);
+    Statement oTable = oConnection.Prepare("SELECT type = 'table' AND rootpage > 0 FROM " + SchemaTableOf(sFound) +
+                                               " WHERE type IN ('table', 'view') AND name = ?1 COLLATE NOCASE",
+                                           "looking up a table");
+    oTable.BindText(1, sTable);
+    if (!oTable.Step()) continue;
+    FoundTable oResult{sFound, oTable.Number(0) != 0};
+    if (oResult.HasRoot) oResult.WithoutRowid = IsWithoutRowid(oConnection, sFound, sTable);
+    return oResult;
+  }
+  return {};
 }
 
-std::vector<std::string> ColumnNames(Connection& oConnection, const Table& oTable, const std::string& sTable) {
+std::vector<std::string> ColumnNames(Connection& oConnection, const FoundTable& oTable, const std::string& sTable) {
   Statement oStatement = oConnection.Prepare("SELECT name FROM pragma_table_xinfo(?1, ?2)", "reading the columns");
   oStatement.BindText(1, sTable);
   oStatement.BindText(2, oTable.Schema);
@@ -46,12 +55,12 @@ std::vector<std::string> ColumnNames(Connection& oConnection, const Table& oTabl
 TableKey Rowid(const std::vector<std::string>& oColumns) {
   for (const char* sName : {"rowid", "_rowid_", "oid"}) {
     const auto IsName = [&](const std::string& sColumn) { return IsSameName(sColumn, sName); };
-    if (std::ranges::none_of(oColumns, IsName)) return {{sName}, false};
+    if (std::ranges::none_of(oColumns, IsName)) return {{sName}, false, true, {}, {}};
   }
   return {};
 }
 
-TableKey PrimaryKey(Connection& oConnection, const Table& oTable, const std::string& sTable) {
+TableKey PrimaryKey(Connection& oConnection, const FoundTable& oTable, const std::string& sTable) {
   Statement oStatement = oConnection.Prepare(
       "SELECT x.name, x.\"desc\", x.coll FROM pragma_index_list(?1, ?2) AS i CROSS JOIN pragma_index_xinfo(i.name, ?2) "
       "AS x"
@@ -89,12 +98,34 @@ std::string QuoteIdentifier(const std::string& sName) {
   return sQuoted + "\"";
 }
 
-TableKey TableKey::Of(Connection& oConnection, const std::string& sSchema, const std::string& sTable) {
-  const Table oTable = Find(oConnection, sSchema, sTable);
-  if (oTable.Type != "table" && oTable.Type != "shadow") return {};
-  return oTable.WithoutRowid ? PrimaryKey(oConnection, oTable, sTable)
-                             : Rowid(ColumnNames(oConnection, oTable, sTable));
+std::string SchemaTableOf(const std::string& sSchema) {
+  return QuoteIdentifier(sSchema) + (sSchema == "temp" ? ".sqlite_temp_schema" : ".sqlite_schema");
 }
+
+bool IsWithoutRowid(Connection& oConnection, const std::string& sSchema, const std::string& sTable) {
+  // The index of a primary key ends with the rowid (column -1) when there is one.
+  Statement oStatement = oConnection.Prepare(
+      "SELECT 1 FROM pragma_index_list(?1, ?2) AS i WHERE i.origin = 'pk' AND NOT EXISTS"
+      " (SELECT 1 FROM pragma_index_xinfo(i.name, ?2) AS x WHERE x.cid = -1)",
+      "looking up a table");
+  oStatement.BindText(1, sTable);
+  oStatement.BindText(2, sSchema);
+  return oStatement.Step();
+}
+
+TableKey TableKey::Of(Connection& oConnection, const std::string& sSchema, const std::string& sTable) {
+  const FoundTable oTable = Find(oConnection, sSchema, sTable);
+  TableKey oKey;
+  if (oTable.HasRoot) {
+    oKey =
+        oTable.WithoutRowid ? PrimaryKey(oConnection, oTable, sTable) : Rowid(ColumnNames(oConnection, oTable, sTable));
+  }
+  oKey.Schema = oTable.Schema;
+  oKey.Table = sTable;
+  return oKey;
+}
+
+std::string TableKey::From() const { return QuoteIdentifier(Schema) + "." + QuoteIdentifier(Table); }
 
 std::string TableKey::List() const { return Joined(Columns, ""); }
 
