@@ -1,4 +1,5 @@
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/desktop/DateInput.h"
 #include "zelwbr3/pages/analyzer/frmDBAnalyzerDelete.h"
 #include "zelwbr3/pages/analyzer/frmDBAnalyzerStart.h"
 #include "zelwbr3/pages/main/frmOnlineUntil.h"
@@ -66,10 +67,10 @@ TEST_F(DialogWindowTest, ButtonsAreAnsweredByMnemonicsKeysAndMouse) {
     PressIn("Confirm Database Shut Down", sKeys);
     return Shutdown();
   };
-  EXPECT_FALSE(ByKeys("Return").Cancelled);
+  EXPECT_TRUE(ByKeys("Return").Cancelled);
   EXPECT_TRUE(ByKeys("alt+q").Quick);
   EXPECT_TRUE(ByKeys("Escape").Cancelled);
-  EXPECT_TRUE(ByKeys("Tab Tab space").Cancelled);
+  EXPECT_FALSE(ByKeys("Tab space").Cancelled);
   const auto ByMouse = [this](const char* sButton) { InDialog([=](wxDialog&) { Click(sButton); }); };
   ByMouse("cmdOK");
   EXPECT_FALSE(Shutdown().Quick);
@@ -88,7 +89,7 @@ TEST_F(DialogWindowTest, TabGoesThroughFieldsAndButtonsInTheirOrder) {
       Click("cmdCancel");
     });
   };
-  ExpectOrder("cmdOK cmdQuick cmdCancel");
+  ExpectOrder("cmdCancel cmdOK cmdQuick");
   Shutdown();
   ExpectOrder("inpUntilDate inpUntilTime cmdOK cmdCancel");
   Until();
@@ -125,8 +126,42 @@ TEST_F(DialogWindowTest, DateAndTimeStartAsOfferedAndKeepTheirSeconds) {
   EXPECT_EQ(Until(), Noon);
   PressIn("Restart Until", "Escape");
   EXPECT_EQ(Until(), std::nullopt);
-  PressIn("Delete Protocol Sets", "ctrl+a 0 3 slash 0 4 slash 2 0 2 5 Return");
+  PressIn("Delete Protocol Sets", "ctrl+a 0 3 slash 0 4 slash 2 5 Return");
   EXPECT_EQ(Delete(), (Date{2025, 3, 4, 12, 30, 45}));
+}
+
+TEST_F(DialogWindowTest, ADateThatIsNoneKeepsTheDialogOpenAndSaysSo) {
+  std::string sComplaint;
+  InDialog([&](wxDialog& oDialog) {
+    InDialog([&](wxDialog& oComplaint) {
+      for (const wxWindow* o : oComplaint.GetChildren()) sComplaint += o->GetLabel().utf8_string();
+      Begin("xdotool key Return && xdotool key ctrl+a 2 0 2 5 minus 0 3 minus 0 4 Return");
+    });
+    Begin("xdotool key ctrl+a 0 1 period 1 2 period 2 0 2 5 Return");
+    WaitFor("the second answer", [&] { return !sComplaint.empty() && !oDialog.IsModal(); });
+  });
+  EXPECT_EQ(Delete(), (Date{2025, 3, 4, 12, 30, 45}));
+  EXPECT_NE(sComplaint.find("\"01.12.2025\" is not a date in full"), std::string::npos) << sComplaint;
+}
+
+TEST(DateTextTest, OnlyDatesAndTimesInFullAreRead) {
+  for (const char* sText : {"", "13/45/2025", "2/29/2025", "12/31", "12/31/202", "12/31/2025x", "01.12.2025",
+                            "2025-12-1", "25-12-01", "today"}) {
+    Date dDay = Noon;
+    EXPECT_NE(DateText::ReadDay(sText, dDay), "") << sText;
+    EXPECT_EQ(dDay, Noon) << sText;
+  }
+  for (const char* sText : {"3/4/2025", " 03/04/25 ", "2025-03-04"}) {
+    Date dDay = Noon;
+    EXPECT_EQ(DateText::ReadDay(sText, dDay), "");
+    EXPECT_EQ(dDay, (Date{2025, 3, 4, 12, 30, 45})) << sText;
+  }
+  Date dTime = Noon;
+  for (const char* sText : {"", "24:00:00", "1:2:3", "12:30", "12:30:45 PM"}) {
+    EXPECT_NE(DateText::ReadTime(sText, dTime), "") << sText;
+  }
+  EXPECT_EQ(DateText::ReadTime("01:02:03", dTime), "");
+  EXPECT_EQ(dTime, (Date{2026, 2, 28, 1, 2, 3}));
 }
 
 TEST_F(DialogWindowTest, ATextOfAnyLengthLeavesTheButtonsOnTheScreen) {

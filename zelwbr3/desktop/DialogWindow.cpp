@@ -1,19 +1,17 @@
 #include "zelwbr3/desktop/DialogWindow.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/desktop/DateInput.h"
 
 #include <gtk/gtk.h>
 #include <wx/accel.h>
 #include <wx/artprov.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
-#include <wx/datectrl.h>
-#include <wx/dateevt.h>
 #include <wx/statbmp.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
-#include <wx/timectrl.h>
 
 #include <algorithm>
 
@@ -31,13 +29,6 @@ constexpr int LongTextLines = 20;
 wxString Shown(const std::string& sText) { return wxString::FromUTF8(Text::Clean(sText)); }
 
 std::string UTF8(const wxString& sText) { return std::string(sText.utf8_str()); }
-
-wxDateTime ToWx(const Date& dDate) {
-  return wxDateTime(static_cast<wxDateTime::wxDateTime_t>(dDate.Day), static_cast<wxDateTime::Month>(dDate.Month - 1),
-                    dDate.Year, static_cast<wxDateTime::wxDateTime_t>(dDate.Hour),
-                    static_cast<wxDateTime::wxDateTime_t>(dDate.Minute),
-                    static_cast<wxDateTime::wxDateTime_t>(dDate.Second));
-}
 
 /// A text box as the core knows it.
 class ShownTextBox : public TextBox {
@@ -190,19 +181,40 @@ wxSizer* DialogWindow::MakeFields() {
   return oOuter;
 }
 
+template <typename Input>
+void DialogWindow::ReadFrom(Input* oInput, Date& dInto, std::string (*Read)(const std::string&, Date&)) {
+  m_readers.push_back([oInput, &dInto, Read] {
+    const std::string sComplaint = Read(UTF8(oInput->GetValue()), dInto);
+    if (!sComplaint.empty()) {
+      oInput->SetFocus();
+      oInput->SelectAll();
+    }
+    return sComplaint;
+  });
+}
+
 wxWindow* DialogWindow::MakeInput(wxWindow& oOwner, Dialog::Field& oField) {
   switch (oField.What) {
     case Dialog::Field::Kind::CheckBox: {
       // The note is the box's own text, so that a click on it counts.
       auto* oCheck = new wxCheckBox(&oOwner, wxID_ANY, wxControl::EscapeMnemonics(Shown(oField.Note)));
       oCheck->SetValue(oField.Checked);
-      m_readers.push_back([oCheck, &oField] { oField.Checked = oCheck->GetValue(); });
+      m_readers.push_back([oCheck, &oField] {
+        oField.Checked = oCheck->GetValue();
+        return std::string();
+      });
       return oCheck;
     }
-    case Dialog::Field::Kind::Date:
-      return MakeDate(oOwner, oField);
-    case Dialog::Field::Kind::Time:
-      return MakeTime(oOwner, oField);
+    case Dialog::Field::Kind::Date: {
+      auto* oInput = new DateInput(&oOwner, oField.When);
+      ReadFrom(oInput, oField.When, DateText::ReadDay);
+      return oInput;
+    }
+    case Dialog::Field::Kind::Time: {
+      auto* oInput = new wxTextCtrl(&oOwner, wxID_ANY, Shown(DateText::OfTime(oField.When)));
+      ReadFrom(oInput, oField.When, DateText::ReadTime);
+      return oInput;
+    }
     default:
       return MakeTextBox(oOwner, oField);
   }
@@ -225,27 +237,11 @@ wxWindow* DialogWindow::MakeTextBox(wxWindow& oOwner, Dialog::Field& oField) {
       });
     }
   });
-  m_readers.push_back([oBox, &oField] { oField.Text = UTF8(oBox->GetValue()); });
-  return oBox;
-}
-
-wxWindow* DialogWindow::MakeDate(wxWindow& oOwner, Dialog::Field& oField) {
-  auto* oPicker = new wxDatePickerCtrl(&oOwner, wxID_ANY, ToWx(oField.When), wxDefaultPosition, wxDefaultSize,
-                                       wxDP_DROPDOWN | wxDP_SHOWCENTURY);
-  m_readers.push_back([oPicker, &oField] {
-    const wxDateTime oDay = oPicker->GetValue();
-    oField.When.Year = oDay.GetYear();
-    oField.When.Month = oDay.GetMonth() + 1;
-    oField.When.Day = oDay.GetDay();
+  m_readers.push_back([oBox, &oField] {
+    oField.Text = UTF8(oBox->GetValue());
+    return std::string();
   });
-  return oPicker;
-}
-
-wxWindow* DialogWindow::MakeTime(wxWindow& oOwner, Dialog::Field& oField) {
-  auto* oPicker = new wxTimePickerCtrl(&oOwner, wxID_ANY, ToWx(oField.When));
-  m_readers.push_back(
-      [oPicker, &oField] { oPicker->GetTime(&oField.When.Hour, &oField.When.Minute, &oField.When.Second); });
-  return oPicker;
+  return oBox;
 }
 
 void DialogWindow::AddMnemonic(const std::string& sCaption, const std::function<void()>& oAction) {
@@ -282,7 +278,6 @@ wxSizer* DialogWindow::MakeButtons() {
 wxButton* DialogWindow::MakeButton(wxSizer& oRow, int iID, const std::string& sCaption,
                                    std::function<void()> oPressed) {
   auto* oButton = new wxButton(this, iID, Shown(sCaption));
-  // A date's input keeps the button's own mnemonic from it.
   AddMnemonic(sCaption, oPressed);
   oButton->Bind(wxEVT_BUTTON, [oPressed = std::move(oPressed)](wxCommandEvent&) { oPressed(); });
   oRow.Add(oButton, wxSizerFlags().Border(wxLEFT, oRow.IsEmpty() ? 0 : Gap));
@@ -305,21 +300,26 @@ void DialogWindow::ShowHelp() {
 }
 
 void DialogWindow::Press(Dialog::Answer eAnswer) {
-  for (const auto& oRead : m_readers) oRead();
-  if (eAnswer != Dialog::Answer::Cancel && m_oDialog.Complaint) {
-    const std::string sComplaint = m_oDialog.Complaint();
-    if (!sComplaint.empty()) {
-      Dialog oComplaint{.Name = "",
-                        .Caption = m_oDialog.Caption,
-                        .Picture = MessageBox::Icon::Exclamation,
-                        .Text = sComplaint,
-                        .Buttons = {{Dialog::Answer::OK, "cmdOK", "&OK"}}};
-      DialogWindow(this, oComplaint).Ask();
-      return;
-    }
+  std::string sComplaint;
+  for (const auto& oRead : m_readers) {
+    const std::string sWrong = oRead();
+    if (sComplaint.empty()) sComplaint = sWrong;
+  }
+  if (eAnswer != Dialog::Answer::Cancel) {
+    if (sComplaint.empty() && m_oDialog.Complaint) sComplaint = m_oDialog.Complaint();
+    if (!sComplaint.empty()) return Complain(sComplaint);
   }
   m_eAnswer = eAnswer;
   EndModal(wxID_OK);
+}
+
+void DialogWindow::Complain(const std::string& sComplaint) {
+  Dialog oComplaint{.Name = "",
+                    .Caption = m_oDialog.Caption,
+                    .Picture = MessageBox::Icon::Exclamation,
+                    .Text = sComplaint,
+                    .Buttons = {{Dialog::Answer::OK, "cmdOK", "&OK"}}};
+  DialogWindow(this, oComplaint).Ask();
 }
 
 }  // namespace ZELWbr3::Desktop

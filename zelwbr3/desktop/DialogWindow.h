@@ -31,20 +31,23 @@ class DialogWindow : public wxDialog {
   wxSizer* MakeButtons();
   wxWindow* MakeInput(wxWindow& oOwner, Dialog::Field& oField);
   wxWindow* MakeTextBox(wxWindow& oOwner, Dialog::Field& oField);
-  wxWindow* MakeDate(wxWindow& oOwner, Dialog::Field& oField);
-  wxWindow* MakeTime(wxWindow& oOwner, Dialog::Field& oField);
+  /// Takes a text that must be read in full over on confirmation; Read answers
+  /// what is wrong with it.
+  template <typename Input>
+  void ReadFrom(Input* oInput, Date& dInto, std::string (*Read)(const std::string&, Date&));
   wxButton* MakeButton(wxSizer& oRow, int iID, const std::string& sCaption, std::function<void()> oPressed);
   /// Alt with the caption's mnemonic does this.
   void AddMnemonic(const std::string& sCaption, const std::function<void()>& oAction);
   void Press(Dialog::Answer eAnswer);
+  void Complain(const std::string& sComplaint);
   void ShowHelp();
 
   Dialog& m_oDialog;
   std::function<void()> m_oHelp;
   std::exception_ptr m_oError;  ///< none may leave a handler of the toolkit
   Dialog::Answer m_eAnswer = Dialog::Answer::Cancel;
-  /// Each takes one input's value over into its field.
-  std::vector<std::function<void()>> m_readers;
+  /// Each takes one input's value over into its field, and answers why it cannot.
+  std::vector<std::function<std::string()>> m_readers;
   std::vector<wxAcceleratorEntry> m_mnemonics;
 };
 
