@@ -144,23 +144,33 @@ TEST_F(DialogWindowTest, ADateThatIsNoneKeepsTheDialogOpenAndSaysSo) {
   EXPECT_NE(sComplaint.find("\"01.12.2025\" is not a date in full"), std::string::npos) << sComplaint;
 }
 
-TEST(DateTextTest, OnlyDatesAndTimesInFullAreRead) {
+TEST(DayFormatTest, OnlyDatesAndTimesInFullAreRead) {
   for (const char* sText : {"", "13/45/2025", "2/29/2025", "12/31", "12/31/202", "12/31/2025x", "01.12.2025",
                             "2025-12-1", "25-12-01", "today"}) {
     Date dDay = Noon;
-    EXPECT_NE(DateText::ReadDay(sText, dDay), "") << sText;
+    EXPECT_NE(DayFormat(SystemLocale(std::locale::classic())).Read(sText, dDay), "") << sText;
     EXPECT_EQ(dDay, Noon) << sText;
   }
   for (const char* sText : {"3/4/2025", " 03/04/25 ", "2025-03-04"}) {
     Date dDay = Noon;
-    EXPECT_EQ(DateText::ReadDay(sText, dDay), "");
+    EXPECT_EQ(DayFormat(SystemLocale(std::locale::classic())).Read(sText, dDay), "");
     EXPECT_EQ(dDay, (Date{2025, 3, 4, 12, 30, 45})) << sText;
   }
+  struct German : SystemLocale {
+    std::string ShortDate(const Date& d) const override {
+      return std::to_string(d.Day) + "." + std::to_string(d.Month) + "." + std::to_string(d.Year % 100);
+    }
+  };
+  Date dDay = Noon;
+  EXPECT_EQ(DayFormat(German()).Write(Noon), "28.02.2026");
+  EXPECT_EQ(DayFormat(German()).Read("1.12.25", dDay), "");
+  EXPECT_EQ(dDay, (Date{2025, 12, 1, 12, 30, 45}));
+  EXPECT_NE(DayFormat(German()).Read("12/01/2025", dDay), "");
   Date dTime = Noon;
   for (const char* sText : {"", "24:00:00", "1:2:3", "12:30", "12:30:45 PM"}) {
-    EXPECT_NE(DateText::ReadTime(sText, dTime), "") << sText;
+    EXPECT_NE(TimeFormat::Read(sText, dTime), "") << sText;
   }
-  EXPECT_EQ(DateText::ReadTime("01:02:03", dTime), "");
+  EXPECT_EQ(TimeFormat::Read("01:02:03", dTime), "");
   EXPECT_EQ(dTime, (Date{2026, 2, 28, 1, 2, 3}));
 }
 

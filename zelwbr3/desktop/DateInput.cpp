@@ -4,7 +4,6 @@
 #include "zelwbr3/base/Text.h"
 
 #include <wx/calctrl.h>
-#include <wx/intl.h>
 #include <cstdio>
 
 namespace ZELWbr3::Desktop {
@@ -12,20 +11,6 @@ namespace ZELWbr3::Desktop {
 namespace {
 
 constexpr char ISO[] = "%Y-%m-%d";
-
-/// The user's format made of %d, %m, %Y and what stands between them.
-std::string DayFormat() {
-  std::string sFormat = wxLocale::GetInfo(wxLOCALE_SHORT_DATE_FMT).utf8_string();
-  int iNumbers = 0;
-  for (std::size_t i = 0; (i = sFormat.find('%', i)) != std::string::npos; ++i, ++iNumbers) {
-    if (sFormat.compare(i, 2, "%-") == 0) sFormat.erase(i + 1, 1);
-    char& c = sFormat[++i];  // the terminating NUL at worst
-    if (c == 'e') c = 'd';
-    if (c == 'y') c = 'Y';
-    if (c != 'd' && c != 'm' && c != 'Y') return ISO;
-  }
-  return iNumbers == 3 ? sFormat : ISO;
-}
 
 std::string Format(const std::string& sFormat, const Date& dDate) {
   std::string sText;
@@ -35,11 +20,9 @@ std::string Format(const std::string& sFormat, const Date& dDate) {
       continue;
     }
     const char c = sFormat[++i];
+    const int iNumber = c == 'Y' ? dDate.Year : c == 'm' ? dDate.Month : dDate.Day;
     char sNumber[16];
-    std::snprintf(sNumber, sizeof sNumber, c == 'Y' ? "%04d" : "%02d",
-                  c == 'Y'   ? dDate.Year
-                  : c == 'm' ? dDate.Month
-                             : dDate.Day);
+    std::snprintf(sNumber, sizeof sNumber, c == 'Y' ? "%04d" : "%02d", iNumber);
     sText += sNumber;
   }
   return sText;
@@ -55,7 +38,7 @@ std::size_t ReadNumber(const std::string& sText, std::size_t& iPlace, std::size_
   return iPlace - iBegin;
 }
 
-bool Read(const std::string& sText, const std::string& sFormat, Date& dDate) {
+bool ReadDay(const std::string& sText, const std::string& sFormat, Date& dDate) {
   Date dRead = dDate;
   std::size_t iPlace = 0;
   for (std::size_t i = 0; i < sFormat.size(); ++i) {
@@ -96,27 +79,38 @@ class CalendarPopup : public wxCalendarCtrl, public wxComboPopup {
   void SetStringValue(const wxString& sText) override {
     m_sText = sText;
     Date dDay;
-    if (!DateText::ReadDay(sText.utf8_string(), dDay).empty()) return;
+    if (!m_oFormat.Read(sText.utf8_string(), dDay).empty()) return;
     SetDate(wxDateTime(static_cast<wxDateTime::wxDateTime_t>(dDay.Day), static_cast<wxDateTime::Month>(dDay.Month - 1),
                        dDay.Year));
   }
   void Choose(const wxDateTime& oDay) {
     SetDate(oDay);
-    m_sText = wxString::FromUTF8(DateText::OfDay({oDay.GetYear(), oDay.GetMonth() + 1, oDay.GetDay()}));
+    m_sText = wxString::FromUTF8(m_oFormat.Write({oDay.GetYear(), oDay.GetMonth() + 1, oDay.GetDay()}));
     m_combo->SetText(m_sText);
   }
 
  private:
+  const DayFormat m_oFormat;
   wxString m_sText;
 };
 
 }  // namespace
 
-std::string DateText::OfDay(const Date& dDate) { return Format(DayFormat(), dDate); }
+DayFormat::DayFormat(const UserLocale& oLocale) : m_sFormat(oLocale.ShortDate({2034, 11, 25})) {
+  const auto Replace = [this](std::string_view sNumber, const char* sSign) {
+    const auto i = m_sFormat.find(sNumber);
+    if (i != std::string::npos) m_sFormat.replace(i, sNumber.size(), sSign);
+    return i != std::string::npos;
+  };
+  const bool bNumbers = (Replace("2034", "%Y") || Replace("34", "%Y")) && Replace("11", "%m") && Replace("25", "%d");
+  if (!bNumbers || m_sFormat.find_first_of("0123456789") != std::string::npos) m_sFormat = ISO;
+}
 
-std::string DateText::ReadDay(const std::string& sText, Date& dDate) {
+std::string DayFormat::Write(const Date& dDate) const { return Format(m_sFormat, dDate); }
+
+std::string DayFormat::Read(const std::string& sText, Date& dDate) const {
   const std::string sDay = Text::Trim(sText);
-  if (Read(sDay, DayFormat(), dDate)) return "";
+  if (ReadDay(sDay, m_sFormat, dDate)) return "";
   if (const auto dRead = Calendar::ParseISO(sDay + "T00:00:00")) {
     dDate.Year = dRead->Year;
     dDate.Month = dRead->Month;
@@ -124,14 +118,13 @@ std::string DateText::ReadDay(const std::string& sText, Date& dDate) {
     return "";
   }
   const Date dExample{2025, 12, 31};
-  const std::string sUsual = OfDay(dExample);
   const std::string sISO = Format(ISO, dExample);
-  return Complaint(sDay, "date", sUsual == sISO ? sISO : sUsual + " or " + sISO);
+  return Complaint(sDay, "date", Write(dExample) == sISO ? sISO : Write(dExample) + " or " + sISO);
 }
 
-std::string DateText::OfTime(const Date& dDate) { return Calendar::ISOText(dDate).substr(11); }
+std::string TimeFormat::Write(const Date& dDate) { return Calendar::ISOText(dDate).substr(11); }
 
-std::string DateText::ReadTime(const std::string& sText, Date& dDate) {
+std::string TimeFormat::Read(const std::string& sText, Date& dDate) {
   const std::string sTime = Text::Trim(sText);
   const auto dRead = Calendar::ParseISO("2000-01-01T" + sTime);
   if (!dRead) return Complaint(sTime, "time", "23:59:59");
@@ -142,7 +135,7 @@ std::string DateText::ReadTime(const std::string& sText, Date& dDate) {
 }
 
 DateInput::DateInput(wxWindow* oParent, const Date& dDay)
-    : wxComboCtrl(oParent, wxID_ANY, wxString::FromUTF8(DateText::OfDay(dDay)), wxDefaultPosition,
+    : wxComboCtrl(oParent, wxID_ANY, wxString::FromUTF8(DayFormat().Write(dDay)), wxDefaultPosition,
                   oParent->FromDIP(wxSize(150, -1))) {
   auto* oCalendar = new CalendarPopup;
   SetPopupControl(oCalendar);

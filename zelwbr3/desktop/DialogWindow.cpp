@@ -207,12 +207,12 @@ wxWindow* DialogWindow::MakeInput(wxWindow& oOwner, Dialog::Field& oField) {
     }
     case Dialog::Field::Kind::Date: {
       auto* oInput = new DateInput(&oOwner, oField.When);
-      ReadFrom(oInput, oField.When, DateText::ReadDay);
+      ReadFrom(oInput, oField.When, [](const auto& sText, Date& d) { return DayFormat().Read(sText, d); });
       return oInput;
     }
     case Dialog::Field::Kind::Time: {
-      auto* oInput = new wxTextCtrl(&oOwner, wxID_ANY, Shown(DateText::OfTime(oField.When)));
-      ReadFrom(oInput, oField.When, DateText::ReadTime);
+      auto* oInput = new wxTextCtrl(&oOwner, wxID_ANY, Shown(TimeFormat::Write(oField.When)));
+      ReadFrom(oInput, oField.When, TimeFormat::Read);
       return oInput;
     }
     default:
