@@ -1,15 +1,14 @@
 #include "host/HelpFile.h"
 
+#include "host/ShippedFile.h"
+
 #include <cstdlib>
-#include <filesystem>
 
 namespace ZELWbr3::Host {
 
 std::string HelpFile() {
   if (const char* pChosen = std::getenv("ZELWBR3_HELP")) return pChosen;
-  // What was built here goes before what some other version has installed.
-  std::error_code eIgnored;
-  return std::filesystem::exists(ZELWBR3_HELP_BUILT, eIgnored) ? ZELWBR3_HELP_BUILT : ZELWBR3_HELP_INSTALLED;
+  return ShippedFile("messages.chm", ZELWBR3_HELP_BUILT).string();
 }
 
 }  // namespace ZELWbr3::Host

@@ -5,8 +5,8 @@
 namespace ZELWbr3::Host {
 
 /// The programs' compiled help file: the one that the environment variable
-/// ZELWBR3_HELP names, else the project's own, else the installed one. It need
-/// not exist: that is said when a topic is asked for.
+/// ZELWBR3_HELP names, else the one that the program is shipped with (ShippedFile).
+/// It need not exist; asking for a topic then says so.
 std::string HelpFile();
 
 }  // namespace ZELWbr3::Host

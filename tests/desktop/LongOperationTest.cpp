@@ -122,7 +122,7 @@ TEST_F(LongOperationTest, APageShownDuringItWaitsForTheInstance) {
   };
   GoOnline();
   EXPECT_TRUE(bShown);
-  EXPECT_EQ(Text("txtCurrentCount"), "1");
+  EXPECT_EQ(Text("txtCurrentCount"), "0");
 }
 
 TEST_F(LongOperationTest, ClosingTheWindowWaitsForWhatTheCommandListHasStarted) {

@@ -13,7 +13,7 @@ Theme SystemTheme() { return wxSystemSettings::GetAppearance().IsDark() ? Theme:
 
 DesktopPlatform::DesktopPlatform(wxWindow& oParent)
     : m_oParent(&oParent),
-      m_oPump([this](const std::string& sText) { TraceFailure(sText); }),
+      m_oPump([this](const std::exception& o) { TraceFailure("An error outside of any wait", o); }),
       m_oMessageBox(oParent),
       m_oDialogBox(oParent),
       m_eTheme(SystemTheme()),

@@ -32,7 +32,7 @@ struct DesktopPump::State {
     try {
       std::rethrow_exception(oThrown);
     } catch (const std::exception& o) {
-      if (oTrace) oTrace(std::string("An error outside of any wait: ") + o.what());
+      if (oTrace) oTrace(o);
     }
   }
 };

@@ -16,7 +16,7 @@ namespace ZELWbr3::Desktop {
 /// that waits.
 class DesktopPump : public MessagePump {
  public:
-  using Trace = std::function<void(const std::string&)>;
+  using Trace = std::function<void(const std::exception& oThrown)>;
 
   explicit DesktopPump(Trace oTrace);
   ~DesktopPump() override;

@@ -75,6 +75,7 @@ void DesktopWebBrowser::DropDocument() {
   if (m_oDocument != nullptr) m_oDocument->ReportTo(nullptr);
   m_oSender.reset();
   m_bPageTakesEscape = false;
+  m_bPageTakesEnter = false;
 }
 
 void DesktopWebBrowser::Flush() {
@@ -140,8 +141,9 @@ void DesktopWebBrowser::Handle(std::string_view sMessage) {
     m_oEvents.NavigateComplete();
   } else if (sKind == "load") {
     Loaded(oList);
-  } else if (sKind == "escape") {
+  } else if (sKind == "keys") {
     m_bPageTakesEscape = oList.Number() != 0;
+    m_bPageTakesEnter = oList.Number() != 0;
   } else if (m_oSender != nullptr) {
     m_oDocument->Activate(m_oDocument->ByNumber(oList.Number()));
     if (sKind == "click") m_oEvents.Click();
@@ -175,7 +177,9 @@ void DesktopWebBrowser::Loaded(FlatListReader& oSnapshot) {
 bool DesktopWebBrowser::KeyPress(const Key& oKey) {
   // A document that is being replaced takes no keys.
   if (m_oSender == nullptr || oKey.Code == 0) return false;
-  if (m_bPageTakesEscape && oKey.Code == KeyCode::Escape && !oKey.Modified) return false;
+  const bool bEnter = oKey.Code == KeyCode::Enter || oKey.Code == KeyCode::Space;
+  const bool bPages = (m_bPageTakesEscape && oKey.Code == KeyCode::Escape) || (m_bPageTakesEnter && bEnter);
+  if (bPages && !oKey.Modified) return false;
   const std::shared_ptr<ZELWbr3::Document> oDocument = m_oDocument;
   const wxWeakRef<wxPanel> oBox = m_oBox;
 

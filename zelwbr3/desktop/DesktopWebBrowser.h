@@ -84,6 +84,7 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
   bool m_bAnnounced = true;
   /// A search field with a text in it has the keyboard; Escape empties it.
   bool m_bPageTakesEscape = false;
+  bool m_bPageTakesEnter = false;
 };
 
 }  // namespace ZELWbr3::Desktop

@@ -153,17 +153,21 @@
   window.addEventListener("click", (oEvent) => oEvent.isTrusted && Post("click", iSerial, NumberOf(oEvent.target)), true);
   window.addEventListener("focusin", (oEvent) => Post("focus", iSerial, NumberOf(oEvent.target)), true);
 
-  // Escape empties a search field before it leaves the page. The control asks
-  // nothing when a key goes down, so it is told beforehand.
-  let bTakesEscape = false;
-  const TellEscape = (oField) => {
-    const bTakes = oField instanceof HTMLInputElement && oField.type === "search" && oField.value !== "";
-    if (bTakes === bTakesEscape) return;
-    bTakesEscape = bTakes;
-    Post("escape", iSerial, Number(bTakes));
+  // Keys that belong to the page's own script: Escape empties a search field before
+  // it leaves the page, Enter and Space press a button that the script has made and
+  // that the program does not know. The program asks nothing when a key goes down,
+  // so it is told beforehand.
+  let sTaken = "0 0";
+  const TellKeys = (oTarget) => {
+    const bEscape = oTarget instanceof HTMLInputElement && oTarget.type === "search" && oTarget.value !== "";
+    const bEnter = oTarget instanceof HTMLButtonElement && oTarget[NumberKey] === undefined;
+    const sKeys = `${Number(bEscape)} ${Number(bEnter)}`;
+    if (sKeys === sTaken) return;
+    sTaken = sKeys;
+    Post("keys", iSerial, Number(bEscape), Number(bEnter));
   };
-  for (const sEvent of ["focusin", "input"]) window.addEventListener(sEvent, (oEvent) => TellEscape(oEvent.target), true);
-  window.addEventListener("focusout", () => TellEscape(null), true);
+  for (const sEvent of ["focusin", "input"]) window.addEventListener(sEvent, (oEvent) => TellKeys(oEvent.target), true);
+  window.addEventListener("focusout", () => TellKeys(null), true);
 
   Post("begin", iSerial);
 })();

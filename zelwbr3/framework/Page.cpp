@@ -32,7 +32,7 @@ void Page::DocumentComplete(const std::shared_ptr<ZELWbr3::Document>& oDocument)
     Fill();
   } catch (const std::exception& oError) {
     // Go on: someone is waiting for the completion.
-    if (HasBrowser()) m_oBrowser->Platform().TraceFailure("Filling the page " + Name() + " failed: " + oError.what());
+    if (HasBrowser()) m_oBrowser->Platform().TraceFailure("Filling the page " + Name() + " failed", oError);
   }
   if (HasBrowser()) m_oBrowser->NotifyPageComplete(shared_from_this());
   EndReload();

@@ -47,11 +47,13 @@ class Platform {
   /// A line for developers and support; users do not see it.
   /// False when nobody reads it.
   virtual bool Trace(const std::string& sText) = 0;
-  /// What went wrong and cannot be told to its cause, such as an exception of a
-  /// host's event handler: never lost, it goes to standard error where nobody
-  /// reads the trace.
-  void TraceFailure(const std::string& sText) {
-    if (!Trace(sText)) std::cerr << sText << std::endl;
+  /// What was thrown where nobody could handle it, such as by a host's event
+  /// handler: never lost, it goes to standard error if nobody reads the trace. The
+  /// end of a wait is only traced: whoever ended it knows.
+  void TraceFailure(const std::string& sWhere, const std::exception& oThrown) {
+    const std::string sText = sWhere + ": " + oThrown.what();
+    const bool bRead = Trace(sText);
+    if (!bRead && dynamic_cast<const WaitError*>(&oThrown) == nullptr) std::cerr << sText << std::endl;
   }
 };
 

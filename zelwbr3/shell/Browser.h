@@ -163,7 +163,9 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   bool EnterDocumentEvent() override { return !DropEvents(true); }
   void LeaveDocumentEvent() override { m_bBusy = false; }
   void ProcessTerminated(const std::string& sReason) override;
-  void TraceError(const std::string& sText) override { m_oPlatform.TraceFailure(sText); }
+  void TraceFailure(const std::string& sWhere, const std::exception& oThrown) override {
+    m_oPlatform.TraceFailure(sWhere, oThrown);
+  }
 
   /// The registry's page of that class, created if there is none.
   template <typename PageClass>

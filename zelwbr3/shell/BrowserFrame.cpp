@@ -1,5 +1,7 @@
 #include "zelwbr3/shell/BrowserFrame.h"
 
+#include "zelwbr3/base/Finally.h"
+
 namespace ZELWbr3 {
 
 void BrowserFrame::Attach(Platform& oPlatform) { m_oWebBrowser = oPlatform.MakeWebBrowser(m_iFrame, *this); }
@@ -32,7 +34,7 @@ void BrowserFrame::DocumentComplete(bool bTopLevel) {
   } catch (const std::exception& oError) {
     // The notification comes from the message loop, where nobody could handle an
     // exception.
-    if (m_oOwner != nullptr) m_oOwner->TraceError(oPage->Name() + ".DocumentComplete: " + oError.what());
+    if (m_oOwner != nullptr) m_oOwner->TraceFailure(oPage->Name() + ".DocumentComplete", oError);
   }
   oPage->NoEvents(false);
   Flush();
@@ -72,15 +74,14 @@ void BrowserFrame::HandleDocumentEvent(const std::function<void(Document&)>& oHa
   if (oDocument == nullptr || !m_oOwner->EnterDocumentEvent()) return;
 
   const auto oSelf = shared_from_this();
-  std::string sError;
+  const auto Left = [this] {
+    if (m_oOwner != nullptr) m_oOwner->LeaveDocumentEvent();
+  };
   try {
-    oHandler(*oDocument);
+    Finally([&] { oHandler(*oDocument); }, Left);
   } catch (const std::exception& oError) {
-    sError = oError.what();
+    if (m_oOwner != nullptr) m_oOwner->TraceFailure("A document event failed", oError);
   }
-  if (m_oOwner == nullptr) return;
-  m_oOwner->LeaveDocumentEvent();
-  if (!sError.empty()) m_oOwner->TraceError("A document event failed: " + sError);
   Flush();
 }
 

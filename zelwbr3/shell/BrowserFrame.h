@@ -3,6 +3,7 @@
 #include "zelwbr3/framework/Page.h"
 #include "zelwbr3/platform/Platform.h"
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <string>
@@ -26,7 +27,7 @@ class BrowserFrame : public WebBrowserEvents, public std::enable_shared_from_thi
     virtual void LeaveDocumentEvent() = 0;
     virtual void ProcessTerminated(const std::string& sReason) = 0;
     /// Traces an error of a page's handler; the host is not told.
-    virtual void TraceError(const std::string& sText) = 0;
+    virtual void TraceFailure(const std::string& sWhere, const std::exception& oThrown) = 0;
 
    protected:
     ~Owner() = default;

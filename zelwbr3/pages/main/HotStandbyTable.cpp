@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/main/HotStandbyTable.h"
 
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 
@@ -69,7 +70,7 @@ void HotStandbyTable::FillNode(int iNumber, const ZELLib3::HotStandby::Node& oNo
   const auto [oLabel, oValue, oRole] = LabelValueRole(oRow);
   oLabel->innerText("Node #" + std::to_string(iNumber));
   oLabel->className(LabelClass(oNode.Own));
-  if (!bUnknown) oValue->innerText(oNode.Name + " (" + oNode.StateText + ")");
+  if (!bUnknown) oValue->innerText(Text::Isolated(oNode.Name) + " (" + Text::Isolated(oNode.StateText) + ")");
   oRole->innerText(RoleText(oNode.Role));
   ShowElement(&oRow, true);
   m_oLast = &oRow;

@@ -1,6 +1,7 @@
 #include "zelwbr3/pages/main/MainDetails.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modCheckCommands.h"
 #include "zelwbr3/framework/modFormat.h"
@@ -9,7 +10,8 @@ namespace ZELWbr3::MainDetails {
 
 namespace {
 
-std::string KnownText(const std::string& sText) { return std::string(modCells::Known(sText)); }
+/// As a part of a longer text.
+std::string Part(const std::string& sText) { return Text::Isolated(modCells::Known(sText)); }
 
 std::string OnOffText(bool bOn) { return bOn ? "On" : "Off"; }
 
@@ -63,14 +65,15 @@ bool AnyWarningShown(const Facts& o) {
 
 std::string Name(const Facts& o) {
   const Long lNumber = o.Database->InstanceNumber();
-  return KnownText(o.Database->InstanceName()) + (lNumber > 0 ? " (" + std::to_string(lNumber) + ")" : "");
+  return lNumber > 0 ? Part(o.Database->InstanceName()) + " (" + std::to_string(lNumber) + ")"
+                     : o.Database->InstanceName();
 }
 
 const Detail Details[] = {
     {"General.Name.Val", Info, Name},
     {"General.Version.Val", Info, [](const Facts& o) { return o.Database->Version()->Text(); }},
     {"General.OS.Val", Info,
-     [](const Facts& o) { return KnownText(o.Database->OSName()) + " (" + KnownText(o.Database->OSVersion()) + ")"; }},
+     [](const Facts& o) { return Part(o.Database->OSName()) + " (" + Part(o.Database->OSVersion()) + ")"; }},
     {"General.RunDir.Val", Info, [](const Facts& o) { return o.Database->RunDirectory(); }},
     {"General.StartOn.Row", Info},
     {"General.StartOn.Val", Info,

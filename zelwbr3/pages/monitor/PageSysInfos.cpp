@@ -52,8 +52,8 @@ bool PageSysInfos::OnClick(const std::string& sID) {
 bool PageSysInfos::HandleOnKeyDown(Long& lKeyCode, Element* oElement) {
   if (lKeyCode != KeyCode::Enter) return DataPage::HandleOnKeyDown(lKeyCode, oElement);
   if (IgnoresEvents()) return false;
-  // Where the page has no link, such as on a sort button, the browser acts on it.
-  return oElement == nullptr || HandleOnClick(oElement->id());
+  if (oElement != nullptr) HandleOnClick(oElement->id());
+  return true;
 }
 
 void PageSysInfos::OnCommand(Long lCommand) {
