@@ -1,6 +1,7 @@
 // An instance of your own: override what you know; the rest reads as "not
 // available". Prints a main page about the root file system as HTML.
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/headless/HeadlessPlatform.h"
 #include "zelwbr3/headless/ReportWriter.h"
 #include "zelwbr3/shell/Browser.h"
@@ -16,7 +17,7 @@ class DiskState : public ZELLib3::StateInfo {
  public:
   explicit DiskState(const std::filesystem::space_info& oSpace) : m_oSpace(oSpace) {}
 
-  ZELLib3::Long Status() const override { return 5; }
+  ZELLib3::Long Status() const override { return ZELLib3::Status::Online; }
   std::string StateText() const override { return "Mounted"; }
   bool InfoAvailable() const override { return true; }
   ZELLib3::Long DataTotal() const override { return m_oSpace.capacity / MiB; }

@@ -1,5 +1,6 @@
 #include "zelwbr3/instances/sqlite/SQLiteAnalyzer.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/common/analyzer/Process.h"
@@ -17,8 +18,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kStarted = 1;
-constexpr int kStopped = 2;
 constexpr auto kStartTimeout = 30s;
 constexpr auto kStopTimeout = 15s;
 constexpr char kName[] = "zelanalyzer";
@@ -66,7 +65,9 @@ std::optional<int> SQLiteAnalyzer::Process() const {
   return Ask(m_oFile->Path(), [&] { return Instances::LockFile::Holder(m_oFolder.LockPath()); });
 }
 
-ZELLib3::Long SQLiteAnalyzer::State() const { return Process() ? kStarted : kStopped; }
+ZELLib3::Long SQLiteAnalyzer::State() const {
+  return Process() ? ZELLib3::AnalyzerState::Started : ZELLib3::AnalyzerState::Stopped;
+}
 
 std::string SQLiteAnalyzer::Info() const {
   const Instances::AnalyzerRecord oRecord = Record();

@@ -1,5 +1,6 @@
 #include "zelwbr3/instances/sqlite/SQLiteStateInfo.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/instances/sqlite/file/OpenFiles.h"
 
 namespace ZELWbr3::SQLite {
@@ -23,12 +24,12 @@ Long SQLiteStateInfo::Status() const {
   switch (Look().Found()) {
     case Condition::Offline:
     case Condition::NeedsRecovery:
-      return 2;
+      return ZELLib3::Status::Offline;
     case Condition::Admin:
-      return 3;
+      return ZELLib3::Status::Admin;
     case Condition::Online:
     case Condition::Locked:
-      return 5;
+      return ZELLib3::Status::Online;
     case Condition::NotConnected:
       break;
   }

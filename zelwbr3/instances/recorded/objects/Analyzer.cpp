@@ -1,11 +1,12 @@
 #include "zelwbr3/instances/recorded/objects/Analyzer.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
+
 namespace ZELWbr3::Recorded {
 
 namespace {
 
-constexpr int Started = 1;
-constexpr int Stopped = 2;
+using namespace ZELLib3::AnalyzerState;
 
 // The day of a set as DeleteProtocols gets it, "YYYYMMDD".
 std::string DayOf(const Json& oSet) {

@@ -56,11 +56,13 @@ bool Database::AutoLogOff() {
   return true;
 }
 
-bool Database::Become(Status eStatus) {
+bool Database::Become(int iStatus) {
   Json& oState = StateValue();
-  if (oState.value("Status", 0) != eStatus) {
-    oState["StateText"] = eStatus == Offline ? "Offline" : eStatus == Administration ? "Admin" : "Online";
-    oState["Status"] = static_cast<int>(eStatus);
+  if (oState.value("Status", 0) != iStatus) {
+    oState["StateText"] = iStatus == ZELLib3::Status::Offline ? "Offline"
+                          : iStatus == ZELLib3::Status::Admin ? "Admin"
+                                                              : "Online";
+    oState["Status"] = iStatus;
   }
   return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/instances/recorded/objects/Object.h"
 
@@ -44,22 +45,19 @@ class Database final : public Of<ZELLib3::Database> {
   Long HotStandbyRole() override { return Get<Long>("HotStandbyRole"); }
   bool HotStandbyWarning() override { return Get<bool>("HotStandbyWarning"); }
 
-  bool Shutdown() override { return Change("Shutdown") && Become(Offline); }
-  bool ShutdownQuick() override { return Change("ShutdownQuick") && Become(Offline); }
-  bool Admin() override { return Change("Admin") && Become(Administration); }
-  bool Online() override { return Change("Online") && Become(Operating); }
+  bool Shutdown() override { return Change("Shutdown") && Become(ZELLib3::Status::Offline); }
+  bool ShutdownQuick() override { return Change("ShutdownQuick") && Become(ZELLib3::Status::Offline); }
+  bool Admin() override { return Change("Admin") && Become(ZELLib3::Status::Admin); }
+  bool Online() override { return Change("Online") && Become(ZELLib3::Status::Online); }
   bool RestartUntil(const Date& dUntil) override {
-    return Change("RestartUntil", Calendar::ISOText(dUntil)) && Become(Operating);
+    return Change("RestartUntil", Calendar::ISOText(dUntil)) && Become(ZELLib3::Status::Online);
   }
   bool AutoLogOff() override;
 
  private:
-  /// Operational state codes.
-  enum Status { Offline = 2, Administration = 3, Operating = 5 };
-
   /// The opened copy takes on a state; always true. The state's text stays as
   /// recorded when the instance was in that state already.
-  bool Become(Status eStatus);
+  bool Become(int iStatus);
   Json& StateValue() { return Shared().oRoot["Database"]["StateInfo"]; }
 };
 
