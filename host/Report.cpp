@@ -1,6 +1,6 @@
 #include "host/Report.h"
 
-#include "host/HTMLFolder.h"
+#include "host/ProgramFiles.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/headless/ReportWriter.h"
 

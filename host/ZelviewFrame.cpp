@@ -1,9 +1,8 @@
 #include "host/ZelviewFrame.h"
 
-#include "host/HTMLFolder.h"
-#include "host/HelpFile.h"
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
+#include "host/ProgramFiles.h"
 #include "host/ZelviewPictures.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"

@@ -106,6 +106,16 @@ TEST_F(ZelreportTest, AMissingPageFileIsNamedAlthoughThePageFillsNothing) {
   EXPECT_NE(oEnded.Out.find("Page not found"), std::string::npos);
 }
 
+TEST_F(ZelreportTest, AProgramElsewhereShowsThePagesNextToItself) {
+  namespace fs = std::filesystem;
+  fs::create_directories(Folder.Path("share/zelwbr3/html"));
+  fs::create_directory(Folder.Path("bin"));
+  fs::copy_file(ZELREPORT, Folder.Path("bin/zelreport"));
+  Folder.Write("share/zelwbr3/html/Main.htm", "<p>Its own page</p>");
+  const Ended oEnded = Testing::RunProgram(Folder.Path("bin/zelreport"), {Recording("demo")});
+  EXPECT_NE(oEnded.Out.find("Its own page"), std::string::npos) << oEnded.Err;
+}
+
 TEST_F(ZelreportTest, NoOutputIsWrittenOverTheInstanceOrAnotherOutput) {
   const std::string sFile = Folder.Write("r.json", R"({"Database":{"InstanceName":"R"}})");
   const std::string sBefore = Folder.Read("r.json");

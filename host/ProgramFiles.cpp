@@ -1,0 +1,33 @@
+#include "host/ProgramFiles.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+namespace ZELWbr3::Host {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A file or folder by its name, chosen by a variable of the environment or found.
+fs::path Find(const char* sVariable, const char* sName) {
+  if (const char* pChosen = std::getenv(sVariable)) return pChosen;
+  std::error_code eIgnored;
+  const fs::path oProgram = fs::read_symlink("/proc/self/exe", eIgnored);
+  const fs::path oBeside = (oProgram.parent_path() / "../share/zelwbr3" / sName).lexically_normal();
+  return !oProgram.empty() && fs::exists(oBeside, eIgnored) ? oBeside : fs::path(ZELWBR3_INSTALLED) / sName;
+}
+
+}  // namespace
+
+std::string HTMLFolder() {
+  const fs::path oFolder = Find("ZELWBR3_HTML", "html");
+  std::error_code eIgnored;
+  if (fs::exists(oFolder / "Main.htm", eIgnored)) return oFolder;
+  throw std::runtime_error("The folder \"" + oFolder.string() + "\" holds no page files");
+}
+
+std::string HelpFile() { return Find("ZELWBR3_HELP", "messages.chm"); }
+
+}  // namespace ZELWbr3::Host
