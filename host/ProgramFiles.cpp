@@ -25,7 +25,7 @@ std::string HTMLFolder() {
   const fs::path oFolder = Find("ZELWBR3_HTML", "html");
   std::error_code eIgnored;
   if (fs::exists(oFolder / "Main.htm", eIgnored)) return oFolder;
-  throw std::runtime_error("The folder \"" + oFolder.string() + "\" holds no page files");
+  throw std::runtime_error("The folder \"" + oFolder.string() + "\" contains no page files");
 }
 
 std::string HelpFile() { return Find("ZELWBR3_HELP", "messages.chm"); }

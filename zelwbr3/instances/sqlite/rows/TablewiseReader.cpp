@@ -75,7 +75,8 @@ std::vector<Instances::RowTexts> TablewiseReader::Rows(Connection& oConnection, 
     sError.erase(0, std::min(sError.size(), sError.find(Asked)));
   }
   // Nothing is known of the table when there was no time left to ask.
-  if (oConnection.Watchdog().IsUp()) RaiseError(SQLITE_INTERRUPT, oTable.Name, "interrupted: it took too long, or was stopped");
+  if (oConnection.Watchdog().IsUp())
+    RaiseError(SQLITE_INTERRUPT, oTable.Name, "interrupted: it took too long, or was stopped");
   return {m_fnErrorRow(oTable, sError)};
 }
 
