@@ -1,11 +1,14 @@
 #include "host/OpenInstance.h"
 
 #include "host/WatchedDatabase.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/common/ResolveLinks.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 #include "zelwbr3/instances/sqlite/sample/SampleDatabase.h"
 
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 
 namespace ZELWbr3::Host {
@@ -24,12 +27,28 @@ struct Argument {
   std::string File;
 };
 
+/// What kind of instance a file is, by its first bytes.
+const char* KindOf(const std::string& sFile) {
+  std::string sStart(16, '\0');
+  std::ifstream oFile(sFile, std::ios::binary);
+  oFile.read(sStart.data(), static_cast<std::streamsize>(sStart.size()));
+  sStart.resize(static_cast<std::size_t>(oFile.gcount()));
+  if (sStart == std::string_view("SQLite format 3", 16)) return SQLiteKind;
+  const std::string_view sMark = "\xEF\xBB\xBF";  // of an editor
+  const std::string sText = Text::Trim(sStart.starts_with(sMark) ? sStart.substr(sMark.size()) : sStart, " \t\r\n");
+  if (sText.starts_with('{')) return RecordedKind;
+  throw std::invalid_argument("The file \"" + sFile + "\" does not begin as a SQLite database or a recording does");
+}
+
 Argument Parse(const std::string& sInstance) {
   const auto iColon = sInstance.find(':');
   Argument oArgument;
   if (iColon != std::string::npos) oArgument = {sInstance.substr(0, iColon), sInstance.substr(iColon + 1)};
   if (oArgument.Kind != RecordedKind && oArgument.Kind != SQLiteKind) {
-    throw std::invalid_argument("The instance \"" + sInstance + "\" is neither recorded:FILE nor sqlite:FILE");
+    std::error_code eIgnored;
+    if (std::filesystem::is_regular_file(sInstance, eIgnored)) return {KindOf(sInstance), sInstance};
+    throw std::invalid_argument("The instance \"" + sInstance +
+                                "\" is neither recorded:FILE nor sqlite:FILE nor an existing file");
   }
   if (oArgument.File.empty()) throw std::invalid_argument("The instance \"" + sInstance + "\" names no file");
   return oArgument;

@@ -9,11 +9,10 @@
 
 namespace ZELWbr3::Host {
 
-/// Opens the instance that a program's argument names: "recorded:FILE" or
-/// "sqlite:FILE". Throws std::runtime_error, which names the file and what is
-/// wrong with it, or std::invalid_argument for an argument of another form.
-/// oObserver is told of the operations that are called and change the instance;
-/// a recording tells of the others, too.
+/// Opens the instance that a program's argument names: "recorded:FILE",
+/// "sqlite:FILE", or a file alone, whose first bytes tell what it is. Throws std::runtime_error, which names the file
+/// and what is wrong with it, or std::invalid_argument for an argument of another form. oObserver is told of the
+/// operations that are called and change the instance; a recording tells of the others, too.
 std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Recorded::CallObserver oObserver = {});
 
 /// The files that such an instance consists of, whether they exist or not.

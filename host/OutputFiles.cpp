@@ -1,6 +1,7 @@
 #include "host/OutputFiles.h"
 
 #include "host/OpenInstance.h"
+#include "zelwbr3/base/ReplaceFile.h"
 #include "zelwbr3/instances/common/ResolveLinks.h"
 
 #include <unistd.h>
@@ -67,12 +68,10 @@ void CheckOutputFiles(const std::string& sInstance, const std::vector<OutputFile
 }
 
 void WriteFile(const std::string& sFile, std::string_view sBytes) {
-  errno = 0;
-  std::ofstream oFile(sFile, std::ios::binary | std::ios::trunc);
-  oFile << sBytes;
-  oFile.close();
-  if (!oFile) {
-    throw std::runtime_error("The file \"" + sFile + "\" cannot be written: " + std::generic_category().message(errno));
+  try {
+    ReplaceFile(sFile, sBytes);
+  } catch (const std::runtime_error& oError) {
+    throw std::runtime_error("The file \"" + sFile + "\" cannot be written: " + oError.what());
   }
 }
 

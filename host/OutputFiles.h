@@ -18,8 +18,8 @@ struct OutputFile {
 /// or is written by another option, too. Creates and changes nothing.
 void CheckOutputFiles(const std::string& sInstance, const std::vector<OutputFile>& files);
 
-/// Replaces what the file holds. Throws std::runtime_error that names the file
-/// when it could not be written completely.
+/// Replaces what the file contains, in one step: after an error the old file is
+/// still there. Throws std::runtime_error, which names the file.
 void WriteFile(const std::string& sFile, std::string_view sBytes);
 
 }  // namespace ZELWbr3::Host

@@ -78,7 +78,7 @@ int main(int argc, char** argv) {
   ReserveStandardStreams();
   Arguments oArguments;
   CLI::App oApp("Shows a page of a database instance without a screen and writes it as HTML.", "zelreport");
-  oApp.add_option("INSTANCE", oArguments.Instance, "recorded:FILE or sqlite:FILE");
+  oApp.add_option("INSTANCE", oArguments.Instance, "recorded:FILE, sqlite:FILE or a file of either kind");
   oApp.add_option("--page", oArguments.Page, "The page to show (default: Main)");
   oApp.add_option("--do", oArguments.Steps,
                   "A step to take, repeatable: click ID, key CODE, focus ID, item KEY, show NAME, answer WORD, "

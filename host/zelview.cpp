@@ -132,7 +132,7 @@ int main(int argc, char** argv) {
   Arguments oArguments;
   CLI::App oCommandLine("Shows the pages of a database instance in a window.", "zelview");
   oCommandLine.add_option("INSTANCE", oArguments.Instance,
-                          "recorded:FILE or sqlite:FILE; the sample database by default");
+                          "recorded:FILE, sqlite:FILE or a file of either kind; the sample database by default");
   oCommandLine.add_option("--page", oArguments.Page, "The page to show, Main by default");
   oCommandLine.add_option("--unit", oArguments.Unit, "Sizes in: 0 KB, 1 MB, 2 GB, 3 pages, 4 automatic, -1 bytes")
       ->check(CLI::Range(-1, 4));

@@ -116,6 +116,14 @@ TEST_F(ZelreportTest, AProgramElsewhereShowsThePagesNextToItself) {
   EXPECT_NE(oEnded.Out.find("Its own page"), std::string::npos) << oEnded.Err;
 }
 
+TEST_F(ZelreportTest, OpensAFileByWhatItBeginsWith) {
+  const std::string sRecording = std::string(ZELWBR3_SOURCE_DIR) + "/tests/recordings/demo.json";
+  EXPECT_EQ(RunZelreport({sRecording}).Out, RunZelreport({"recorded:" + sRecording}).Out);
+  const std::string sText = Folder.Write("a:b.txt", "neither");
+  EXPECT_EQ(RunZelreport({sText}).Err,
+            "zelreport: The file \"" + sText + "\" does not begin as a SQLite database or a recording does\n");
+}
+
 TEST_F(ZelreportTest, NoOutputIsWrittenOverTheInstanceOrAnotherOutput) {
   const std::string sFile = Folder.Write("r.json", R"({"Database":{"InstanceName":"R"}})");
   const std::string sBefore = Folder.Read("r.json");

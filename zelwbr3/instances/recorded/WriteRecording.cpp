@@ -1,13 +1,10 @@
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 
+#include "zelwbr3/base/ReplaceFile.h"
 #include "zelwbr3/instances/recorded/writing/Writer.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
-#include <fstream>
-#include <random>
-#include <system_error>
 
 namespace ZELWbr3::Recorded {
 
@@ -35,28 +32,16 @@ void Format(const Writer::Output& oOutput, std::size_t lIndent, std::string& sTe
   sText += "\n" + std::string(lIndent, ' ') + (oOutput.is_object() ? "}" : "]");
 }
 
-// Written beside the file and then moved over it.
-void ReplaceFile(const std::string& sFile, const std::string& sText) {
-  namespace fs = std::filesystem;
-  std::error_code oError;
-  const fs::file_status oStatus = fs::status(sFile, oError);
-  if (fs::exists(oStatus) && !fs::is_regular_file(oStatus)) {
+void Write(const std::string& sFile, const std::string& sText) {
+  std::error_code eIgnored;
+  const auto oStatus = std::filesystem::status(sFile, eIgnored);
+  if (std::filesystem::exists(oStatus) && !std::filesystem::is_regular_file(oStatus)) {
     throw RecordingError(sFile, {}, "is not a regular file; expected one to write the recording to");
   }
-  const std::string sPart = sFile + "." + std::to_string(std::random_device{}()) + ".part";
-  errno = 0;
-  std::ofstream oStream(sPart, std::ios::binary | std::ios::trunc);
-  oStream << sText;
-  oStream.close();
-  if (!oStream) {
-    oError = std::error_code(errno, std::generic_category());
-  } else {
-    fs::rename(sPart, sFile, oError);
-  }
-  if (oError || !oStream) {
-    std::error_code oIgnored;
-    fs::remove(sPart, oIgnored);
-    throw RecordingError(sFile, {}, "the recording cannot be written: " + oError.message());
+  try {
+    ReplaceFile(sFile, sText);
+  } catch (const std::runtime_error& oError) {
+    throw RecordingError(sFile, {}, std::string("the recording cannot be written: ") + oError.what());
   }
 }
 
@@ -67,7 +52,7 @@ std::vector<std::string> WriteRecording(ZELLib3::Database& oDatabase, const std:
   Writer oWriter(oDatabase, oOptions);
   std::string sText;
   Format(oWriter.Recording(), 0, sText);
-  ReplaceFile(sFile, sText + "\n");
+  Write(sFile, sText + "\n");
   return oWriter.Notes();
 }
 
