@@ -19,6 +19,7 @@
 
 #include <wx/app.h>
 #include <wx/evtloop.h>
+#include <wx/utils.h>
 
 namespace {
 
@@ -200,6 +201,13 @@ class TimedLoop : public wxEventLoop {
     m_oLast = Clock::now();
   }
   double Longest() const { return m_dLongest; }
+
+  /// Waiting for a message is no delay of one, so the wait is taken apart from the
+  /// handling.
+  bool Dispatch() override {
+    while (!Pending()) wxMilliSleep(1);
+    return wxEventLoop::Dispatch();
+  }
 
   bool Pending() const override {
     const bool bPending = wxEventLoop::Pending();

@@ -262,7 +262,10 @@ void DataPage::Poll(const std::function<bool()>& oEnough) {
       [&] {
         Pumping(Needs::Document, [&] { oPump.Poll(); });
         while (!oEnough() && Browser().IsBehind(WebBrowser())) {
-          Pumping(Needs::Document, [&] { oPump.Turn(); });
+          Pumping(Needs::Document, [&] {
+            oPump.Turn();
+            oPump.Poll();  // handles what is put off until the program is idle, too
+          });
         }
       },
       [&] {
