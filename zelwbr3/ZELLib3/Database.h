@@ -18,6 +18,7 @@
 #include "zelwbr3/ZELLib3/SysInfos.h"
 #include "zelwbr3/ZELLib3/Version.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -31,7 +32,7 @@ namespace ZELLib3 {
 /// InstanceError; an operation that fails returns false and sets LastError.
 /// One call at a time: reads come on the user-interface thread. Operations that
 /// change the instance may come on another thread; nothing is read while one
-/// runs.
+/// runs. A read that may take long runs its waiting through the WaitRunner.
 class Database {
  public:
   virtual ~Database() = default;
@@ -79,6 +80,15 @@ class Database {
   /// error. The one member that may be called while another one runs; does
   /// nothing when none does.
   virtual void Interrupt() {}
+  /// Runs a part of a read on another thread and returns when it has ended;
+  /// rethrows what it throws. May end the read by throwing something of its own,
+  /// but not before the part has ended.
+  using Runner = std::function<void(const std::function<void()>& oPart)>;
+  /// Sets how parts that may wait (for a server, a lock, a long statement) are
+  /// run from now on, so that the program stays alive meanwhile. Empty, as at the
+  /// beginning: by the reading thread itself. An instance that answers at once
+  /// does not need it.
+  virtual void WaitRunner(Runner) {}
 
   /// The operations that change the operational state. Shutdown waits for
   /// running transactions, ShutdownQuick aborts them.
