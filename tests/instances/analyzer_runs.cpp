@@ -210,7 +210,7 @@ TEST_F(AnalyzerRuns, WhatCannotBeStartedIsNamedAndNothingIsMade) {
     Strings command = {ZELANALYZER};
     command.insert(command.end(), arguments.begin(), arguments.end());
     try {
-      ZELWbr3::Instances::RunProgram(command, kPatience);
+      ZELWbr3::Instances::RunProgram({command, {}}, kPatience);
       ADD_FAILURE() << "nothing is wrong instead of " << sWrong;
     } catch (const std::exception& oError) {
       EXPECT_EQ(std::string("zelanalyzer: ") + sWrong, oError.what());

@@ -3,7 +3,7 @@
 #include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/base/Text.h"
-#include "zelwbr3/instances/common/analyzer/Process.h"
+#include "zelwbr3/instances/common/Process.h"
 #include "zelwbr3/instances/common/analyzer/TimeStamp.h"
 
 #include <sqlite3.h>
@@ -116,7 +116,7 @@ bool SQLiteAnalyzer::Start(const StartOptions& oOptions) {
     if (!oOptions.Config.empty()) arguments.push_back("--config=" + oOptions.Config);
     if (oOptions.Delete) arguments.emplace_back("--delete");
     if (oOptions.Reconnect) arguments.emplace_back("--reconnect");
-    Instances::RunProgram(arguments, kStartTimeout);
+    Instances::RunProgram({arguments, {}}, kStartTimeout);
   });
 }
 

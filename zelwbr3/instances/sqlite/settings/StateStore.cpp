@@ -9,6 +9,7 @@
 #include <sqlite3.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
@@ -27,6 +28,7 @@ constexpr const char* kMake =
     "CREATE TABLE copies(id INTEGER PRIMARY KEY, file TEXT, made TEXT, path TEXT, label TEXT, bytes INTEGER);"
     "CREATE INDEX copies_file ON copies(file, made);"
     "PRAGMA user_version=1";
+constexpr const char* kRemember = "INSERT OR REPLACE INTO observed VALUES(?1, ?2, ?3)";
 
 class WriteTransaction {
  public:
@@ -128,7 +130,7 @@ void StateStore::Observe(const std::string& sKey, const Settings& oSettings, con
   WriteTransaction oTransaction(oHandle.get());
   // Read once more: what another process has noticed already is no change.
   const Settings oBefore = Observed(oHandle.get(), sKey);
-  Statement oObserve(oHandle.get(), "INSERT OR REPLACE INTO observed VALUES(?1, ?2, ?3)", "writing what was observed");
+  Statement oObserve(oHandle.get(), kRemember, "writing what was observed");
   Statement oChange(oHandle.get(), "INSERT INTO changes(file, seen, name, value, new_value) VALUES(?1, ?2, ?3, ?4, ?5)",
                     "writing a change");
   for (const auto& [sName, sValue] : oSettings) {
@@ -175,6 +177,22 @@ std::vector<StateStore::Copy> StateStore::Copies(const std::string& sKey) const 
                        oStatement.Text(2), oStatement.Number(3)});
   }
   return oCopies;
+}
+
+void StateStore::Remember(const std::string& sKey, const Settings& oFacts) {
+  const Settings oKnown = Facts(sKey);
+  // Known with the same values, all of them.
+  if (std::includes(oKnown.begin(), oKnown.end(), oFacts.begin(), oFacts.end())) return;
+  const Handle oHandle = OpenToWrite();
+  WriteTransaction oTransaction(oHandle.get());
+  Statement oRemember(oHandle.get(), kRemember, "writing what is remembered");
+  for (const auto& [sName, sValue] : oFacts) oRemember.Run(sKey, sName, sValue);
+  oTransaction.Commit();
+}
+
+StateStore::Settings StateStore::Facts(const std::string& sKey) const {
+  const Handle oHandle = OpenToRead();
+  return oHandle ? Observed(oHandle.get(), sKey) : Settings{};
 }
 
 }  // namespace ZELWbr3::SQLite

@@ -8,11 +8,17 @@
 
 namespace ZELWbr3::Instances {
 
-/// Runs a program to its end, with no input and its standard output thrown
-/// away. Raises std::runtime_error with what it wrote to standard error when it
-/// did not exit with 0, and when it has not ended in time; it is killed then.
-/// arguments[0] is the program's path.
-void RunProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds dTimeout);
+/// How a program is started.
+struct ProgramCall {
+  std::vector<std::string> Arguments;    ///< the first is the program's path
+  std::vector<std::string> Environment;  ///< "NAME=VALUE": in addition to this process's, or instead of it
+};
+
+/// Runs a program to its end, with no input, and answers what it wrote to
+/// standard output. Raises std::runtime_error with what it wrote to standard
+/// error when it did not exit with 0, and when it has not ended in time; it is
+/// killed then. A program has ended when nobody holds its outputs any more.
+std::string RunProgram(const ProgramCall& oCall, std::chrono::milliseconds dTimeout);
 
 /// A process that runs at the moment. Its number may become another process's,
 /// this does not. Raises std::system_error when there is none.
