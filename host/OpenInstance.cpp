@@ -60,7 +60,9 @@ std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Re
   const Argument oArgument = Parse(sInstance);
   if (oArgument.Kind == RecordedKind) return Recorded::OpenRecording(oArgument.File, std::move(oObserver));
   SQLite::LimitMemory(kMostMemory);
-  if (oObserver != nullptr) return std::make_shared<WatchedDatabase>(oArgument.File, std::move(oObserver));
+  if (oObserver != nullptr) {
+    return std::make_shared<WatchedDatabase<SQLite::SQLiteDatabase>>(std::move(oObserver), oArgument.File);
+  }
   return SQLite::OpenDatabase(oArgument.File);
 }
 

@@ -1,19 +1,10 @@
 #include "host/WatchedDatabase.h"
 
-#include "zelwbr3/base/Calendar.h"
-#include "zelwbr3/instances/recorded/format/Values.h"
-
 #include <utility>
 
 namespace ZELWbr3::Host {
 
 namespace {
-
-using Arguments = std::vector<Recorded::Call::Argument>;
-
-void Tell(const Recorded::CallObserver& oObserver, const char* sName, Arguments arguments = {}) {
-  oObserver({sName, std::move(arguments), true});
-}
 
 /// Forwards everything to the real analyzer.
 class WatchedAnalyzer : public ZELLib3::Analyzer {
@@ -54,41 +45,13 @@ class WatchedAnalyzer : public ZELLib3::Analyzer {
 
 }  // namespace
 
-WatchedDatabase::WatchedDatabase(const std::string& sPath, Recorded::CallObserver oObserver)
-    : SQLiteDatabase(sPath), m_oObserver(std::move(oObserver)) {}
-
-std::shared_ptr<ZELLib3::Analyzer> WatchedDatabase::Analyzer() {
-  return std::make_shared<WatchedAnalyzer>(SQLiteDatabase::Analyzer(), m_oObserver);
+void Tell(const Recorded::CallObserver& oObserver, const char* sName, std::vector<Recorded::Call::Argument> arguments) {
+  oObserver({sName, std::move(arguments), true});
 }
 
-bool WatchedDatabase::Shutdown() {
-  Tell(m_oObserver, "Shutdown");
-  return SQLiteDatabase::Shutdown();
-}
-
-bool WatchedDatabase::ShutdownQuick() {
-  Tell(m_oObserver, "ShutdownQuick");
-  return SQLiteDatabase::ShutdownQuick();
-}
-
-bool WatchedDatabase::Admin() {
-  Tell(m_oObserver, "Admin");
-  return SQLiteDatabase::Admin();
-}
-
-bool WatchedDatabase::Online() {
-  Tell(m_oObserver, "Online");
-  return SQLiteDatabase::Online();
-}
-
-bool WatchedDatabase::RestartUntil(const ZELLib3::Date& dUntil) {
-  Tell(m_oObserver, "RestartUntil", {Calendar::ISOText(dUntil)});
-  return SQLiteDatabase::RestartUntil(dUntil);
-}
-
-bool WatchedDatabase::AutoLogOff() {
-  Tell(m_oObserver, "AutoLogOff");
-  return SQLiteDatabase::AutoLogOff();
+std::shared_ptr<ZELLib3::Analyzer> Watched(std::shared_ptr<ZELLib3::Analyzer> oAnalyzer,
+                                           const Recorded::CallObserver& oObserver) {
+  return oAnalyzer ? std::make_shared<WatchedAnalyzer>(std::move(oAnalyzer), oObserver) : nullptr;
 }
 
 }  // namespace ZELWbr3::Host

@@ -23,23 +23,27 @@ int Complain(const std::string& sText) {
 
 std::string Absolute(const std::string& sPath) { return std::filesystem::absolute(sPath).lexically_normal().string(); }
 
-/// The database file that the instance's name stands for.
-std::string DatabaseFile(const std::string& sInstance) {
+Instances::EvaluatedInstance DatabaseFile(const std::string& sName) {
+  const std::string sFile = Absolute(sName);
+  return {sFile, Instances::AnalyzerFolder(sFile), [sFile] { return SQLite::OpenDatabase(sFile); },
+          Instances::CommonGroups()};
+}
+
+Instances::EvaluatedInstance InstanceOf(const std::string& sInstance) {
   const std::string sKind = "sqlite:";
   if (!sInstance.starts_with(sKind)) {
     throw std::invalid_argument("The instance \"" + sInstance + "\" is not sqlite:FILE");
   }
   if (sInstance == sKind) throw std::invalid_argument("The instance \"" + sInstance + "\" names no file");
-  return Absolute(sInstance.substr(sKind.size()));
+  return DatabaseFile(sInstance.substr(sKind.size()));
 }
 
 int Run(Instances::AnalyzerOptions oOptions, const std::string& sInstance) {
-  oOptions.Instance = DatabaseFile(sInstance);
-  oOptions.Open = [sFile = oOptions.Instance] { return SQLite::OpenDatabase(sFile); };
+  const Instances::EvaluatedInstance oInstance = InstanceOf(sInstance);
   if (!oOptions.ConfigFile.empty()) oOptions.ConfigFile = Absolute(oOptions.ConfigFile);
-  const auto oConfig = Instances::AnalyzerConfig::Read(oOptions.ConfigFile);
+  const auto oConfig = Instances::AnalyzerConfig::Read(oOptions.ConfigFile, oInstance.GroupNames());
   return Instances::Daemonize([&](const Instances::Started& oStarted) {
-    Instances::AnalyzerRun oRun(oOptions, oConfig);
+    Instances::AnalyzerRun oRun(oInstance, oOptions, oConfig);
     try {
       oStarted();
     } catch (const std::exception& oError) {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "tests/instances/SQLiteFiles.h"
+#include "zelwbr3/instances/common/Process.h"
 #include "zelwbr3/instances/common/analyzer/AnalyzerFolder.h"
 #include "zelwbr3/instances/common/analyzer/LockFile.h"
-#include "zelwbr3/instances/common/Process.h"
 #include "zelwbr3/instances/common/analyzer/ProtocolFolder.h"
 
 #include <signal.h>

@@ -8,7 +8,7 @@ namespace fs = std::filesystem;
 namespace {
 
 void Append(const ProtocolFolder& oFolder, const std::string& sTime, const std::string& sState = "Online") {
-  oFolder.Append(sTime, {{"state", {"State"}, {sState}}, {"data", {"Used"}, {"7"}}});
+  oFolder.Append(sTime, {{"state", {"State"}, {{sState}}}, {"data", {"Used"}, {{"7"}}}});
 }
 
 }  // namespace
@@ -48,6 +48,11 @@ TEST(AnalyzerProtocols, WhatACrashLeftIsRepairedAndStrangersAreNamed) {
   Append(oProtocols, sTime, "say \"a,b\"\r\nand \x01");
   EXPECT_EQ("Number,Time,State\n1," + sTime + ",\"say \"\"a,b\"\"  and  \"\n", ReadFile(sState))
       << "a line stays a line";
+  fs::remove_all(oFolder / "20260302");
+  oProtocols.Append(sTime,
+                    {{"state", {"State"}, {{"Online"}}}, {"nodes", {"Name"}, {{"a"}, {"b"}}}, {"none", {"Name"}, {}}});
+  EXPECT_EQ("Number,Time,Name\n1," + sTime + ",a\n1," + sTime + ",b\n", ReadFile(oFolder / "20260302/nodes.csv"));
+  EXPECT_FALSE(fs::exists(oFolder / "20260302/none.csv")) << "nothing was to be told";
   fs::remove_all(oFolder / "20260302");
   Append(oProtocols, sTime);
   const std::string sWhole = ReadFile(sState);

@@ -1,7 +1,7 @@
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 
+#include "zelwbr3/instances/common/analyzer/BackgroundAnalyzer.h"
 #include "zelwbr3/instances/sqlite/SQLiteActivity.h"
-#include "zelwbr3/instances/sqlite/SQLiteAnalyzer.h"
 #include "zelwbr3/instances/sqlite/SQLiteCaches.h"
 #include "zelwbr3/instances/sqlite/SQLiteDataArea.h"
 #include "zelwbr3/instances/sqlite/SQLiteHistory.h"
@@ -48,7 +48,18 @@ std::shared_ptr<ZELLib3::LogSettings> SQLiteDatabase::LogSettings() {
 }
 
 std::shared_ptr<ZELLib3::Analyzer> SQLiteDatabase::Analyzer() {
-  return std::make_shared<SQLiteAnalyzer>(m_oFile, m_sAnalyzerProgram);
+  const std::string sPath = m_oFile->Path();
+  return std::make_shared<Instances::BackgroundAnalyzer>(
+      Instances::BackgroundAnalyzer::Setup{.Instance = sPath,
+                                           .Argument = "sqlite:" + sPath,
+                                           .Environment = {},
+                                           .Program = m_sAnalyzerProgram,
+                                           .Folder = [sPath] { return Instances::AnalyzerFolder(sPath); },
+                                           .Refuse =
+                                               [oFile = m_oFile](const std::string& sWhy) {
+                                                 oFile->Refuse(sWhy);
+                                                 return oFile->LastError();
+                                               }});
 }
 
 std::shared_ptr<ZELLib3::Parameters> SQLiteDatabase::Parameters() {

@@ -11,8 +11,6 @@ namespace ZELWbr3::Instances {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 /// The part of the folder's name that a person reads; the hash makes it unique.
 std::string Readable(std::string sName) {
   for (char& c : sName) {
@@ -23,11 +21,10 @@ std::string Readable(std::string sName) {
 
 }  // namespace
 
-AnalyzerFolder::AnalyzerFolder(const std::string& sInstance) {
-  const fs::path oName(sInstance);
-  const fs::path oInstance = oName.is_absolute() ? fs::path(ResolveLinks(sInstance)) : oName;
-  m_sPath =
-      UserFolder::State() + "/analyzer/" + Readable(oInstance.filename().string()) + "-" + Hash(oInstance.string());
-}
+AnalyzerFolder::AnalyzerFolder(const std::string& sName, const std::string& sIdentity)
+    : m_sPath(UserFolder::State() + "/analyzer/" + Readable(sName) + "-" + Hash(sIdentity)) {}
+
+AnalyzerFolder::AnalyzerFolder(const std::string& sFile)
+    : AnalyzerFolder(std::filesystem::path(ResolveLinks(sFile)).filename().string(), ResolveLinks(sFile)) {}
 
 }  // namespace ZELWbr3::Instances

@@ -8,10 +8,12 @@ namespace ZELWbr3::Instances {
 /// One instance has one folder; it need not exist.
 class AnalyzerFolder {
  public:
-  /// sInstance is the absolute path of a database file, which has the same folder
-  /// by all its names, or any other text, such as a server's address, which is
-  /// taken literally. Raises std::runtime_error when the user has no home folder.
-  explicit AnalyzerFolder(const std::string& sInstance);
+  /// Of a database file, by its absolute path: the same by all its names. Raises
+  /// std::runtime_error when the user has no home folder.
+  explicit AnalyzerFolder(const std::string& sFile);
+  /// Of another instance. sName is for people, who look into the folder;
+  /// sIdentity tells two of the same name apart. Raises the same.
+  AnalyzerFolder(const std::string& sName, const std::string& sIdentity);
 
   const std::string& Path() const { return m_sPath; }
   std::string LockPath() const { return m_sPath + "/analyzer.lock"; }

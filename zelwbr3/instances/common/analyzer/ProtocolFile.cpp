@@ -70,10 +70,11 @@ std::optional<Beginning> ParseBeginning(std::string_view sLine) {
 
 }  // namespace
 
-ProtocolFile::ProtocolFile(const Descriptor& oFolder, const std::string& sFolder, const ProtocolLine& oLine)
-    : m_sPath(sFolder + "/" + oLine.File + std::string(Ending)),
-      m_sHeader(Line("Number", "Time", oLine.Columns)),
-      m_oFile(openat(oFolder, (oLine.File + std::string(Ending)).c_str(),
+ProtocolFile::ProtocolFile(const Descriptor& oFolder, const std::string& sFolder, const ProtocolLines& oLines)
+    : m_oLines(oLines),
+      m_sPath(sFolder + "/" + oLines.File + std::string(Ending)),
+      m_sHeader(Line("Number", "Time", oLines.Columns)),
+      m_oFile(openat(oFolder, (oLines.File + std::string(Ending)).c_str(),
                      O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666),
               m_sPath) {
   struct stat oStat {};
@@ -106,11 +107,11 @@ int ProtocolFile::LastNumber() const {
   return oBeginning->Number;
 }
 
-void ProtocolFile::Append(int lNumber, const std::string& sTimeStamp, const std::vector<std::string>& fields) {
-  const std::string sLine =
-      (m_lSize == 0 ? m_sHeader : std::string()) + Line(std::to_string(lNumber), sTimeStamp, fields);
-  const ssize_t lWritten = write(m_oFile, sLine.data(), sLine.size());
-  if (lWritten == static_cast<ssize_t>(sLine.size())) return;
+void ProtocolFile::Append(int lNumber, const std::string& sTimeStamp) {
+  std::string sText = m_lSize == 0 ? m_sHeader : std::string();
+  for (const auto& fields : m_oLines.Lines) sText += Line(std::to_string(lNumber), sTimeStamp, fields);
+  const ssize_t lWritten = write(m_oFile, sText.data(), sText.size());
+  if (lWritten == static_cast<ssize_t>(sText.size())) return;
   const int lError = lWritten < 0 ? errno : ENOSPC;  // a part was written: there was no room for more
   Undo();
   errno = lError;

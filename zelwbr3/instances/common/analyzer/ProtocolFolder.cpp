@@ -80,21 +80,23 @@ ZELLib3::Analyzer::ProtocolSet SetOf(const std::string& sDay, const std::string&
 
 }  // namespace
 
-void ProtocolFolder::Append(const std::string& sTimeStamp, const std::vector<ProtocolLine>& lines) const {
+void ProtocolFolder::Append(const std::string& sTimeStamp, const std::vector<ProtocolLines>& parts) const {
   const std::string sSet = m_sPath + "/" + DayOf(sTimeStamp);
   fs::create_directories(m_sPath);
   if (mkdir(sSet.c_str(), 0777) != 0 && errno != EEXIST) RaiseSystemError(sSet);
   const Descriptor oSet(sSet, O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
 
   std::vector<ProtocolFile> files;
-  files.reserve(lines.size());
-  for (const ProtocolLine& oLine : lines) files.emplace_back(oSet, sSet, oLine);
+  files.reserve(parts.size());
+  for (const ProtocolLines& oPart : parts) {
+    if (!oPart.Lines.empty()) files.emplace_back(oSet, sSet, oPart);
+  }
   if (files.empty()) return;
   const int lNumber = files.front().LastNumber() + 1;
   // The state comes last: the evaluation is there when its state is.
   for (std::size_t i = files.size(); i-- > 0;) {
     try {
-      files[i].Append(lNumber, sTimeStamp, lines[i].Fields);
+      files[i].Append(lNumber, sTimeStamp);
     } catch (...) {
       for (std::size_t iDone = i + 1; iDone < files.size(); ++iDone) files[iDone].Undo();
       throw;

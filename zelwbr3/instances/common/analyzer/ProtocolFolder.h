@@ -8,10 +8,10 @@
 namespace ZELWbr3::Instances {
 
 /// What one evaluation adds to one protocol file.
-struct ProtocolLine {
+struct ProtocolLines {
   std::string File;  ///< without ".csv"
   std::vector<std::string> Columns;
-  std::vector<std::string> Fields;
+  std::vector<std::vector<std::string>> Lines;  ///< the fields of each; the file is made for the first one
 };
 
 /// The protocol sets of an analyzer: a folder YYYYMMDD a day, with a CSV file
@@ -19,18 +19,19 @@ struct ProtocolLine {
 ///
 /// The first line of a file names its columns. The first two columns are
 /// "Number", which counts the day's evaluations, and "Time": lines of several
-/// files with the same number belong together. The file "state" has a line for
-/// every evaluation and makes the folder a protocol set.
+/// files with the same number belong together, and an evaluation may have any
+/// number of them in a file. The file "state" has one for every evaluation and
+/// makes the folder a protocol set.
 class ProtocolFolder {
  public:
   /// The folder need not exist; sPath is absolute.
   explicit ProtocolFolder(std::string sPath) : m_sPath(std::move(sPath)) {}
 
-  /// Adds an evaluation to the set of its day. Each line is written as a whole;
-  /// when one cannot be, none of them stays. The first line is that of "state".
+  /// Adds an evaluation to the set of its day. It is written as a whole: when a
+  /// line cannot be, none of them stays. The first ones are those of "state".
   /// Raises std::system_error, or std::runtime_error for a file that was not
   /// written by Append.
-  void Append(const std::string& sTimeStamp, const std::vector<ProtocolLine>& lines) const;
+  void Append(const std::string& sTimeStamp, const std::vector<ProtocolLines>& parts) const;
 
   /// Newest first. The texts tell the number of evaluations, the time of the
   /// last one, and how much there is; the date is that of the first one. Other

@@ -2,7 +2,6 @@
 
 #include "zelwbr3/base/ReadFile.h"
 #include "zelwbr3/base/Text.h"
-#include "zelwbr3/instances/common/daemon/Figures.h"
 
 #include <algorithm>
 #include <sstream>
@@ -26,21 +25,18 @@ std::string ReadText(const std::string& sPath) {
 
 std::string Trimmed(std::string_view sText) { return Text::Trim(sText, kBlanks); }
 
-std::string Known() {
+std::string List(const std::vector<std::string>& names) {
   std::string sNames;
-  for (const std::string_view sGroup : Figures::OptionalGroups()) {
-    sNames.append(sNames.empty() ? "" : ", ").append(sGroup);
-  }
+  for (const std::string& sName : names) sNames.append(sNames.empty() ? "" : ", ").append(sName);
   return sNames;
 }
 
 }  // namespace
 
-AnalyzerConfig AnalyzerConfig::Read(const std::string& sPath) {
+AnalyzerConfig AnalyzerConfig::Read(const std::string& sPath, const std::vector<std::string>& groups) {
   AnalyzerConfig oConfig;
   if (sPath.empty()) return oConfig;
   std::istringstream oText(ReadText(sPath));
-  const auto groups = Figures::OptionalGroups();
   int iLine = 0;
   for (std::string sLine; std::getline(oText, sLine);) {
     ++iLine;
@@ -57,7 +53,7 @@ AnalyzerConfig AnalyzerConfig::Read(const std::string& sPath) {
     if (lEquals == std::string::npos)
       Raise("expected GROUP = yes or GROUP = no, found \"" + sLine.substr(0, 80) + "\"");
     if (std::find(groups.begin(), groups.end(), sGroup) == groups.end()) {
-      Raise("there is no group \"" + sGroup.substr(0, 80) + "\", only " + Known());
+      Raise("there is no group \"" + sGroup.substr(0, 80) + "\", only " + List(groups));
     }
     if (sValue == "yes") {
       oConfig.m_off.erase(sGroup);

@@ -2,6 +2,8 @@
 
 #include <set>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace ZELWbr3::Instances {
 
@@ -10,9 +12,10 @@ namespace ZELWbr3::Instances {
 /// not named is written.
 class AnalyzerConfig {
  public:
-  /// An empty path is the default: everything is written. Raises
-  /// std::runtime_error that names the file, and the line when one is wrong.
-  static AnalyzerConfig Read(const std::string& sPath);
+  /// An empty path is the default: everything is written. groups are those that
+  /// there are. Raises std::runtime_error that names the file, and the line when
+  /// one is wrong.
+  static AnalyzerConfig Read(const std::string& sPath, const std::vector<std::string>& groups);
 
   bool Writes(std::string_view sGroup) const { return m_off.find(sGroup) == m_off.end(); }
 

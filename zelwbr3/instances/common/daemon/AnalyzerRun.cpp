@@ -21,19 +21,19 @@ Clock::time_point NextAfter(Clock::time_point dLast, std::chrono::seconds dInter
 }
 
 /// Raises why the instance cannot be opened, before anything is made for it.
-const std::string& Readable(const AnalyzerOptions& oOptions) {
-  oOptions.Open();
-  return oOptions.Instance;
+const EvaluatedInstance& Readable(const EvaluatedInstance& oInstance) {
+  oInstance.Open();
+  return oInstance;
 }
 
-LockFile MakeLock(const AnalyzerFolder& oFolder, const std::string& sInstance) {
-  std::filesystem::create_directories(oFolder.Path());
-  return {oFolder.LockPath(), sInstance};
+LockFile MakeLock(const EvaluatedInstance& oInstance) {
+  std::filesystem::create_directories(oInstance.Folder.Path());
+  return {oInstance.Folder.LockPath(), oInstance.Name};
 }
 
-AnalyzerRecord Begin(const AnalyzerOptions& oOptions) {
+AnalyzerRecord Begin(const std::string& sInstance, const AnalyzerOptions& oOptions) {
   AnalyzerRecord oRecord;
-  oRecord.Instance = oOptions.Instance;
+  oRecord.Instance = sInstance;
   oRecord.ConfigFile = oOptions.ConfigFile;
   oRecord.Number = oOptions.Number;
   oRecord.Interval = oOptions.Interval > 0 ? oOptions.Interval : AnalyzerOptions::DefaultInterval;
@@ -46,13 +46,13 @@ AnalyzerRecord Begin(const AnalyzerOptions& oOptions) {
 
 }  // namespace
 
-AnalyzerRun::AnalyzerRun(const AnalyzerOptions& oOptions, const AnalyzerConfig& oConfig)
-    : m_oOpen(oOptions.Open),
+AnalyzerRun::AnalyzerRun(const EvaluatedInstance& oInstance, const AnalyzerOptions& oOptions,
+                         const AnalyzerConfig& oConfig)
+    : m_oInstance(Readable(oInstance)),
       m_oConfig(oConfig),
-      m_oFolder(Readable(oOptions)),
-      m_oProtocols(m_oFolder.Path()),
-      m_oLock(MakeLock(m_oFolder, oOptions.Instance)),
-      m_oRecord(Begin(oOptions)) {
+      m_oProtocols(oInstance.Folder.Path()),
+      m_oLock(MakeLock(oInstance)),
+      m_oRecord(Begin(oInstance.Name, oOptions)) {
   m_oLock.Write(m_oRecord);
   try {
     if (oOptions.DeleteToday) m_oProtocols.Delete(DayOf(m_oRecord.Started));
@@ -84,7 +84,7 @@ bool AnalyzerRun::Run() {
 void AnalyzerRun::Evaluate() {
   m_oLock.CheckInPlace();
   const std::string sNow = TimeStamp(std::time(nullptr));
-  const Figures oFigures = Figures::Read(m_oOpen, m_oConfig);
+  const Figures oFigures = Figures::Read(m_oInstance, m_oConfig);
   m_oProtocols.Append(sNow, oFigures.Lines);
   m_oRecord.Evaluated = sNow;
   ++m_oRecord.Evaluations;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "zelwbr3/instances/common/analyzer/AnalyzerFolder.h"
 #include "zelwbr3/instances/common/analyzer/LockFile.h"
 #include "zelwbr3/instances/common/analyzer/ProtocolFolder.h"
 #include "zelwbr3/instances/common/daemon/AnalyzerConfig.h"
@@ -14,8 +13,6 @@ namespace ZELWbr3::Instances {
 struct AnalyzerOptions {
   static constexpr int DefaultInterval = 900;
 
-  std::string Instance;      ///< what identifies it, see AnalyzerFolder
-  OpenInstance Open;         ///< opens it for one evaluation; raises why it cannot
   std::string ConfigFile;    ///< absolute; empty = default
   int Number = 0;            ///< evaluations until it ends; 0 = endless
   int Interval = 0;          ///< seconds between two evaluations; 0 = default
@@ -31,7 +28,7 @@ class AnalyzerRun {
   /// exception that says why it cannot run: another one runs, the instance
   /// cannot be read (also with Reconnect: the name may be wrong), or nothing can be
   /// written.
-  AnalyzerRun(const AnalyzerOptions& oOptions, const AnalyzerConfig& oConfig);
+  AnalyzerRun(const EvaluatedInstance& oInstance, const AnalyzerOptions& oOptions, const AnalyzerConfig& oConfig);
 
   /// Goes on until the number of evaluations is reached, the process is asked
   /// to stop (SIGTERM, SIGINT), or it cannot go on: the lock file then says
@@ -45,9 +42,8 @@ class AnalyzerRun {
   bool IsComplete() const { return m_oRecord.Number > 0 && m_oRecord.Evaluations >= m_oRecord.Number; }
 
   StopSignals m_oSignals;
-  OpenInstance m_oOpen;
+  EvaluatedInstance m_oInstance;
   AnalyzerConfig m_oConfig;
-  AnalyzerFolder m_oFolder;
   ProtocolFolder m_oProtocols;
   LockFile m_oLock;
   AnalyzerRecord m_oRecord;

@@ -8,89 +8,71 @@ namespace {
 
 using ZELLib3::Long;
 
-/// The instance at the moment of the evaluation.
-struct Instance {
-  ZELLib3::Database& Database;
-  const ZELLib3::StateInfo& State;
-};
-
 struct Column {
   const char* Name;
-  std::string (*Value)(const Instance&);
-};
-
-struct Group {
-  const char* Name;
-  std::vector<Column> Columns;
+  std::string (*Value)(const Evaluation&);
 };
 
 std::string Text(Long lValue) { return std::to_string(static_cast<std::int32_t>(lValue)); }
 
 template <auto Member>
-std::string Of(const Instance& o) {
+std::string Of(const Evaluation& o) {
   return Text((o.State.*Member)());
 }
 
-/// Sizes are pages, percentages 0 to 100.
-const std::vector<Group>& Groups() {
-  using S = ZELLib3::StateInfo;
-  static const std::vector<Group> groups = {
-      {"data",
-       {{"Total", Of<&S::DataTotal>},
-        {"Used", Of<&S::DataUsed>},
-        {"Percent", Of<&S::DataPercent>},
-        {"PageSize", [](const Instance& o) { return Text(o.Database.PageSize()); }}}},
-      {"log", {{"Total", Of<&S::LogTotal>}, {"Used", Of<&S::LogUsed>}, {"Percent", Of<&S::LogPercent>}}},
-      {"sessions", {{"Used", Of<&S::SessionsUsed>}, {"Max", Of<&S::SessionsMax>}}},
+/// A group with one line.
+FigureGroup GroupOf(const char* sName, const std::vector<Column>& columns) {
+  FigureGroup oGroup{sName, {}, {}};
+  for (const Column& oColumn : columns) oGroup.Columns.emplace_back(oColumn.Name);
+  oGroup.Read = [columns](const Evaluation& oEvaluation) {
+    std::vector<std::string> fields;
+    for (const Column& oColumn : columns) fields.push_back(oColumn.Value(oEvaluation));
+    return FigureGroup::Lines{fields};
   };
-  return groups;
+  return oGroup;
 }
 
-ProtocolLine StateLine(const std::string& sStatus, const std::string& sText, const std::string& sError = {}) {
-  return {"state", {"Status", "State", "Error"}, {sStatus, sText, sError}};
-}
-
-ProtocolLine LineOf(const Group& oGroup, const Instance& oInstance) {
-  ProtocolLine oLine{oGroup.Name, {}, {}};
-  for (const Column& oColumn : oGroup.Columns) {
-    oLine.Columns.emplace_back(oColumn.Name);
-    oLine.Fields.push_back(oColumn.Value(oInstance));
-  }
-  return oLine;
+ProtocolLines StateLine(const std::string& sStatus, const std::string& sText, const std::string& sError = {}) {
+  return {"state", {"Status", "State", "Error"}, {{sStatus, sText, sError}}};
 }
 
 /// The state first. Answers it without the figures of an instance that has
 /// none at the moment.
-std::vector<ProtocolLine> LinesOf(ZELLib3::Database& oDatabase, const AnalyzerConfig& oConfig) {
+std::vector<ProtocolLines> LinesOf(const EvaluatedInstance& oInstance, ZELLib3::Database& oDatabase,
+                                   const AnalyzerConfig& oConfig) {
   const auto oState = oDatabase.StateInfo();
-  std::vector<ProtocolLine> lines = {StateLine(Text(oState->Status()), oState->StateText())};
+  std::vector<ProtocolLines> lines = {StateLine(Text(oState->Status()), oState->StateText())};
   if (!oState->InfoAvailable()) return lines;
-  const Instance oInstance{oDatabase, *oState};
-  for (const Group& oGroup : Groups()) {
-    if (oConfig.Writes(oGroup.Name)) lines.push_back(LineOf(oGroup, oInstance));
+  for (const FigureGroup& oGroup : oInstance.Groups) {
+    if (oConfig.Writes(oGroup.Name)) lines.push_back({oGroup.Name, oGroup.Columns, oGroup.Read({oDatabase, *oState})});
   }
   return lines;
 }
 
 }  // namespace
 
-std::vector<std::string_view> Figures::OptionalGroups() {
-  std::vector<std::string_view> names;
-  for (const Group& oGroup : Groups()) names.emplace_back(oGroup.Name);
-  return names;
-}
-
-Figures Figures::Read(const OpenInstance& oOpen, const AnalyzerConfig& oConfig) {
+Figures Figures::Read(const EvaluatedInstance& oInstance, const AnalyzerConfig& oConfig) {
   Figures oFigures;
   try {
-    const auto oDatabase = oOpen();
-    oFigures.Lines = LinesOf(*oDatabase, oConfig);
+    const auto oDatabase = oInstance.Open();
+    oFigures.Lines = LinesOf(oInstance, *oDatabase, oConfig);
     if (!oDatabase->Connected()) oFigures.Error = oDatabase->LastError().ErrorText;
   } catch (const std::exception& oError) {
     oFigures.Error = oError.what();
   }
   if (!oFigures.Error.empty()) oFigures.Lines = {StateLine("0", "Not connected", oFigures.Error)};
   return oFigures;
+}
+
+/// Sizes are pages, percentages 0 to 100.
+std::vector<FigureGroup> CommonGroups() {
+  using S = ZELLib3::StateInfo;
+  return {GroupOf("data", {{"Total", Of<&S::DataTotal>},
+                           {"Used", Of<&S::DataUsed>},
+                           {"Percent", Of<&S::DataPercent>},
+                           {"PageSize", [](const Evaluation& o) { return Text(o.Database.PageSize()); }}}),
+          GroupOf("log", {{"Total", Of<&S::LogTotal>}, {"Used", Of<&S::LogUsed>}, {"Percent", Of<&S::LogPercent>}}),
+          GroupOf("sessions", {{"Used", Of<&S::SessionsUsed>}, {"Max", Of<&S::SessionsMax>}})};
 }
 
 }  // namespace ZELWbr3::Instances

@@ -4,26 +4,38 @@
 #include "zelwbr3/instances/common/analyzer/AnalyzerFolder.h"
 #include "zelwbr3/instances/common/analyzer/LockFile.h"
 #include "zelwbr3/instances/common/analyzer/ProtocolFolder.h"
-#include "zelwbr3/instances/sqlite/file/InstanceFile.h"
 
 #include <functional>
-#include <memory>
 #include <string>
+#include <vector>
 
-namespace ZELWbr3::SQLite {
+namespace ZELWbr3::Instances {
 
-/// The analyzer of a database file: the program zelanalyzer, which runs in the
+/// The analyzer of an instance: the program zelanalyzer, which runs in the
 /// background whether or not this one does, and is found by its lock file.
 ///
 /// Each member looks afresh. Those about a run tell about the last one when
 /// none is under way. Members that cannot be read raise ZELLib3::InstanceError.
-class SQLiteAnalyzer : public ZELLib3::Analyzer {
+class BackgroundAnalyzer : public ZELLib3::Analyzer {
  public:
   using Long = ZELLib3::Long;
 
-  /// sProgram is where zelanalyzer is; empty = $ZELWBR3_ANALYZER, otherwise
-  /// beside the running program.
-  SQLiteAnalyzer(std::shared_ptr<InstanceFile> oFile, std::string sProgram);
+  struct Setup {
+    std::string Instance;  ///< as the instance's error texts begin
+    std::string Argument;  ///< what zelanalyzer is to open
+    /// "NAME=VALUE": what it needs and must not stand in its arguments.
+    std::vector<std::string> Environment;
+    /// Where zelanalyzer is; empty = $ZELWBR3_ANALYZER, otherwise beside the
+    /// running program.
+    std::string Program;
+    /// May raise that there is none.
+    std::function<AnalyzerFolder()> Folder;
+    /// Makes why something cannot be done the instance's LastError, and answers
+    /// that.
+    std::function<ZELLib3::Error(const std::string& sWhy)> Refuse;
+  };
+
+  explicit BackgroundAnalyzer(Setup oSetup);
 
   /// 1 while the process lives, 2 otherwise.
   Long State() const override;
@@ -34,7 +46,7 @@ class SQLiteAnalyzer : public ZELLib3::Analyzer {
   Long Interval() const override { return Record().Interval; }
   std::string Reconnect() const override;
   std::string ProcessID() const override;
-  /// The system's session, which is the process's own: SQLite has none.
+  /// The system's session, which is the process's own: there need not be another.
   std::string SessionID() const override;
   std::string StartTime() const override;
   bool HasError() const override { return !ErrorText().empty(); }
@@ -52,15 +64,16 @@ class SQLiteAnalyzer : public ZELLib3::Analyzer {
   bool DeleteProtocols(const std::string& sUntilDate) override;
 
  private:
-  Instances::AnalyzerRecord Record() const;
+  template <typename Function>
+  auto Ask(Function oRead) const;
+  AnalyzerRecord Record() const;
   /// No value when none runs.
   std::optional<int> Process() const;
   /// What oOperation raises becomes LastError.
   bool Do(const std::function<void()>& oOperation);
 
-  std::shared_ptr<InstanceFile> m_oFile;
-  std::string m_sProgram;
-  Instances::AnalyzerFolder m_oFolder;
+  Setup m_oSetup;
+  AnalyzerFolder m_oFolder;
 };
 
-}  // namespace ZELWbr3::SQLite
+}  // namespace ZELWbr3::Instances

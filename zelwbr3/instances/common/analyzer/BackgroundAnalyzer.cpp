@@ -1,4 +1,4 @@
-#include "zelwbr3/instances/sqlite/SQLiteAnalyzer.h"
+#include "zelwbr3/instances/common/analyzer/BackgroundAnalyzer.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Calendar.h"
@@ -6,13 +6,11 @@
 #include "zelwbr3/instances/common/Process.h"
 #include "zelwbr3/instances/common/analyzer/TimeStamp.h"
 
-#include <sqlite3.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 
-namespace ZELWbr3::SQLite {
+namespace ZELWbr3::Instances {
 
 namespace {
 
@@ -21,16 +19,6 @@ using namespace std::chrono_literals;
 constexpr auto kStartTimeout = 30s;
 constexpr auto kStopTimeout = 15s;
 constexpr char kName[] = "zelanalyzer";
-
-/// Reads what a member needs.
-template <typename Function>
-auto Ask(const std::string& sFile, Function oRead) {
-  try {
-    return oRead();
-  } catch (const std::exception& oError) {
-    RaiseError(SQLITE_ERROR, sFile, std::string("the analyzer is not known: ") + oError.what());
-  }
-}
 
 std::string Without(std::string_view sBeginning, const std::string& sText) {
   return sText.starts_with(sBeginning) ? sText.substr(sBeginning.size()) : sText;
@@ -51,81 +39,88 @@ void CheckNotNegative(const char* sName, ZELLib3::Long lValue) {
 
 }  // namespace
 
-SQLiteAnalyzer::SQLiteAnalyzer(std::shared_ptr<InstanceFile> oFile, std::string sProgram)
-    : m_oFile(std::move(oFile)),
-      m_sProgram(std::move(sProgram)),
-      m_oFolder(Ask(m_oFile->Path(), [&] { return Instances::AnalyzerFolder(m_oFile->Path()); })) {}
-
-Instances::AnalyzerRecord SQLiteAnalyzer::Record() const {
-  return Ask(m_oFile->Path(),
-             [&] { return Instances::LockFile::Read(m_oFolder.LockPath()).value_or(Instances::AnalyzerRecord{}); });
+/// Reads what a member needs.
+template <typename Function>
+auto BackgroundAnalyzer::Ask(Function oRead) const {
+  try {
+    return oRead();
+  } catch (const std::exception& oError) {
+    throw ZELLib3::InstanceError(m_oSetup.Refuse(std::string("the analyzer is not known: ") + oError.what()));
+  }
 }
 
-std::optional<int> SQLiteAnalyzer::Process() const {
-  return Ask(m_oFile->Path(), [&] { return Instances::LockFile::Holder(m_oFolder.LockPath()); });
+BackgroundAnalyzer::BackgroundAnalyzer(Setup oSetup)
+    : m_oSetup(std::move(oSetup)), m_oFolder(Ask([&] { return m_oSetup.Folder(); })) {}
+
+AnalyzerRecord BackgroundAnalyzer::Record() const {
+  return Ask([&] { return LockFile::Read(m_oFolder.LockPath()).value_or(AnalyzerRecord{}); });
 }
 
-ZELLib3::Long SQLiteAnalyzer::State() const {
+std::optional<int> BackgroundAnalyzer::Process() const {
+  return Ask([&] { return LockFile::Holder(m_oFolder.LockPath()); });
+}
+
+ZELLib3::Long BackgroundAnalyzer::State() const {
   return Process() ? ZELLib3::AnalyzerState::Started : ZELLib3::AnalyzerState::Stopped;
 }
 
-std::string SQLiteAnalyzer::Info() const {
-  const Instances::AnalyzerRecord oRecord = Record();
+std::string BackgroundAnalyzer::Info() const {
+  const AnalyzerRecord oRecord = Record();
   std::string sInfo = std::to_string(oRecord.Evaluations);
   if (oRecord.Number > 0) sInfo += " of " + std::to_string(oRecord.Number);
   sInfo += oRecord.Evaluations == 1 && oRecord.Number == 0 ? " evaluation" : " evaluations";
-  const std::string sTime = Instances::ReadableTime(oRecord.Evaluated);
+  const std::string sTime = ReadableTime(oRecord.Evaluated);
   return sTime.empty() ? sInfo : sInfo + ", the last one at " + sTime;
 }
 
-std::string SQLiteAnalyzer::Reconnect() const { return Record().Reconnect != 0 ? "Yes" : "No"; }
+std::string BackgroundAnalyzer::Reconnect() const { return Record().Reconnect != 0 ? "Yes" : "No"; }
 
-std::string SQLiteAnalyzer::ProcessID() const {
+std::string BackgroundAnalyzer::ProcessID() const {
   const auto lProcess = Process();
   return std::to_string(lProcess && *lProcess > 0 ? *lProcess : Record().ProcessID);
 }
 
-std::string SQLiteAnalyzer::SessionID() const { return std::to_string(Record().SessionID); }
+std::string BackgroundAnalyzer::SessionID() const { return std::to_string(Record().SessionID); }
 
-std::string SQLiteAnalyzer::StartTime() const { return Instances::ReadableTime(Record().Started); }
+std::string BackgroundAnalyzer::StartTime() const { return ReadableTime(Record().Started); }
 
-std::string SQLiteAnalyzer::ErrorText() const {
+std::string BackgroundAnalyzer::ErrorText() const {
   // First the process, then what it wrote: what it writes at its end is there
   // when it is gone.
   const bool bRuns = Process().has_value();
-  const Instances::AnalyzerRecord oRecord = Record();
+  const AnalyzerRecord oRecord = Record();
   if (!oRecord.Error.empty() || bRuns || oRecord.Started.empty() || !oRecord.Ended.empty()) return oRecord.Error;
   std::string sText = "The analyzer, process " + std::to_string(oRecord.ProcessID) + ", ended unexpectedly";
-  if (const std::string sTime = Instances::ReadableTime(oRecord.Evaluated); !sTime.empty()) sText += " after " + sTime;
+  if (const std::string sTime = ReadableTime(oRecord.Evaluated); !sTime.empty()) sText += " after " + sTime;
   return sText + ": it was killed, or the system went down";
 }
 
-std::optional<std::vector<ZELLib3::Analyzer::ProtocolSet>> SQLiteAnalyzer::ProtocolSets() {
+std::optional<std::vector<ZELLib3::Analyzer::ProtocolSet>> BackgroundAnalyzer::ProtocolSets() {
   std::optional<std::vector<ProtocolSet>> oSets;
-  Do([&] { oSets = Instances::ProtocolFolder(m_oFolder.Path()).Sets(); });
+  Do([&] { oSets = ProtocolFolder(m_oFolder.Path()).Sets(); });
   return oSets;
 }
 
-bool SQLiteAnalyzer::Start(const StartOptions& oOptions) {
+bool BackgroundAnalyzer::Start(const StartOptions& oOptions) {
   return Do([&] {
     CheckNotNegative("number", oOptions.Number);
     CheckNotNegative("interval", oOptions.Interval);
-    std::vector<std::string> arguments = {FindProgram(m_sProgram), "sqlite:" + m_oFile->Path(),
+    std::vector<std::string> arguments = {FindProgram(m_oSetup.Program), m_oSetup.Argument,
                                           "--number=" + std::to_string(oOptions.Number),
                                           "--interval=" + std::to_string(oOptions.Interval)};
     if (!oOptions.Config.empty()) arguments.push_back("--config=" + oOptions.Config);
     if (oOptions.Delete) arguments.emplace_back("--delete");
     if (oOptions.Reconnect) arguments.emplace_back("--reconnect");
-    Instances::RunProgram({arguments, {}}, kStartTimeout);
+    RunProgram({arguments, m_oSetup.Environment}, kStartTimeout);
   });
 }
 
-bool SQLiteAnalyzer::Stop() {
+bool BackgroundAnalyzer::Stop() {
   return Do([&] {
     const auto lProcess = Process();
     if (!lProcess) throw std::runtime_error("the analyzer is not running");
     if (*lProcess <= 0) throw std::runtime_error("the analyzer runs on another machine or in another container");
-    const Instances::RunningProcess oProcess(*lProcess);
+    const RunningProcess oProcess(*lProcess);
     // Asked again, now that the number cannot become another process's.
     if (Process() != lProcess) throw std::runtime_error("the analyzer has ended just now");
     oProcess.AskToEnd();
@@ -134,23 +129,24 @@ bool SQLiteAnalyzer::Stop() {
   });
 }
 
-bool SQLiteAnalyzer::DeleteProtocols(const std::string& sUntilDate) {
+bool BackgroundAnalyzer::DeleteProtocols(const std::string& sUntilDate) {
   return Do([&] {
     if (!Calendar::ParseCompactDay(sUntilDate))
       throw std::runtime_error("\"" + sUntilDate + "\" is not a date YYYYMMDD");
-    Instances::ProtocolFolder(m_oFolder.Path()).DeleteUntil(sUntilDate);
+    ProtocolFolder(m_oFolder.Path()).DeleteUntil(sUntilDate);
   });
 }
 
-bool SQLiteAnalyzer::Do(const std::function<void()>& oOperation) {
+bool BackgroundAnalyzer::Do(const std::function<void()>& oOperation) {
   try {
     oOperation();
     return true;
   } catch (const std::exception& oError) {
-    // The text that LastError gets begins with the file.
+    // The text that LastError gets begins with the instance.
     const std::string sText = Without(std::string(kName) + ": ", oError.what());
-    return m_oFile->Refuse(Text::OneLine(Without(m_oFile->Path() + ": ", sText)));
+    m_oSetup.Refuse(Text::OneLine(Without(m_oSetup.Instance + ": ", sText)));
+    return false;
   }
 }
 
-}  // namespace ZELWbr3::SQLite
+}  // namespace ZELWbr3::Instances
