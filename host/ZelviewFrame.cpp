@@ -4,6 +4,7 @@
 #include "host/OutputFiles.h"
 #include "host/ProgramFiles.h"
 #include "host/ZelviewPictures.h"
+#include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/desktop/Picture.h"
@@ -43,8 +44,7 @@ wxBitmapBundle PictureOf(Long lNumber) {
 
 }  // namespace
 
-ZelviewFrame::ZelviewFrame(const std::string& sInstance, std::shared_ptr<ZELLib3::Database> oDatabase)
-    : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPosition, wxSize(1180, 860)) {
+ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPosition, wxSize(1180, 860)) {
   SetMinSize(wxSize(720, 480));
   // What the control reports, and what the instance is.
   CreateStatusBar(2);
@@ -69,7 +69,6 @@ ZelviewFrame::ZelviewFrame(const std::string& sInstance, std::shared_ptr<ZELLib3
   m_oPanel->Browser().CHMPath(HelpFile());
   MakeMenus();
   Connect();
-  Open(sInstance, std::move(oDatabase));
 }
 
 wxWindow* ZelviewFrame::MakePageList() {
@@ -161,12 +160,20 @@ void ZelviewFrame::Connect() {
   }));
 }
 
-void ZelviewFrame::Open(const std::string& sInstance, std::shared_ptr<ZELLib3::Database> oDatabase) {
+void ZelviewFrame::Open(const std::string& sInstance) {
+  std::shared_ptr<ZELLib3::Database> oDatabase;
+  DoInBackground("Opening " + sInstance + "…", [&] { oDatabase = OpenInstance(sInstance); });
   m_sInstance = sInstance;
   m_oDatabase = std::move(oDatabase);
   m_oPages = std::make_unique<HostPages>(m_oPanel->Browser(), m_oDatabase, m_oCommandlist);
   SetTitle(Text(m_oDatabase->InstanceName() + " - zelview"));
   SetStatusText(Text(m_oDatabase->Version()->Text()), 1);
+}
+
+std::vector<std::string> ZelviewFrame::Record(const std::string& sFile) {
+  std::vector<std::string> notes;
+  DoInBackground("Recording…", [&] { notes = Recorded::WriteRecording(*m_oDatabase, sFile); });
+  return notes;
 }
 
 void ZelviewFrame::ShowFirst(const std::string& sPage) {
@@ -187,7 +194,7 @@ void ZelviewFrame::OpenFile(const wxString& sTitle, const wxString& sPattern, co
   if (oDialog.ShowModal() != wxID_OK) return;
   const std::string sInstance = sKind + UTF8(oDialog.GetPath());
   Later([this, sInstance] {
-    Open(sInstance, OpenInstance(sInstance));
+    Open(sInstance);
     ShowFirst("Main");
   });
 }
@@ -197,7 +204,7 @@ void ZelviewFrame::SaveRecording() {
   if (oDialog.ShowModal() != wxID_OK) return;
   const std::string sFile = UTF8(oDialog.GetPath());
   CheckOutputFiles(m_sInstance, {{"Save Recording", sFile}});
-  const auto notes = Recorded::WriteRecording(*m_oDatabase, sFile);
+  const auto notes = Record(sFile);
   Say(notes.empty() ? "The recording is written." : ZELWbr3::Text::OneLine(notes.front()));
 }
 
@@ -223,7 +230,7 @@ void ZelviewFrame::Later(std::function<void()> oWork) {
     try {
       // Some of it reads the instance, which may be at work.
       m_oPanel->Platform().MessagePump().AwaitBackground();
-      oWork();
+      if (m_oPages != nullptr) oWork();
     } catch (const ClosingError&) {
       // What the user wants now is that it ends.
     } catch (const std::exception& oError) {
@@ -256,5 +263,17 @@ void ZelviewFrame::SaveScreenshot(const std::string& sFile) {
 }
 
 void ZelviewFrame::Say(const std::string& sText) { SetStatusText(Text(sText)); }
+
+void ZelviewFrame::DoInBackground(const std::string& sText, const std::function<void()>& oWork) {
+  Desktop::DesktopPump& oPump = m_oPanel->Platform().Pump();
+  Say(sText);
+  Finally(
+      [&] {
+        oPump.RunInBackground(oWork, [&] {
+          if (oPump.Ending()) Hide();
+        });
+      },
+      [&] { Say(""); });
+}
 
 }  // namespace ZELWbr3::Host

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <wx/frame.h>
 #include <wx/listbox.h>
@@ -18,9 +19,14 @@ namespace ZELWbr3::Host {
 /// control in the middle, and a line for what the control reports.
 class ZelviewFrame : public wxFrame {
  public:
-  /// sInstance is the argument that names the instance.
-  ZelviewFrame(const std::string& sInstance, std::shared_ptr<ZELLib3::Database> oDatabase);
+  ZelviewFrame();
 
+  /// Opens an instance, named as on the command line, in place of the one before.
+  /// The window stays alive meanwhile. Throws as OpenInstance, and WaitError.
+  void Open(const std::string& sInstance);
+  /// Writes a recording of the instance and returns the notes; throws as
+  /// WriteRecording, and WaitError.
+  std::vector<std::string> Record(const std::string& sFile);
   /// Shows the main page and then another one; throws as HostPages::Show.
   void ShowFirst(const std::string& sPage);
   void PreferredUnit(Long lUnit);
@@ -35,7 +41,6 @@ class ZelviewFrame : public wxFrame {
   /// The window to be placed at the left.
   wxWindow* MakePageList();
   void Connect();
-  void Open(const std::string& sInstance, std::shared_ptr<ZELLib3::Database> oDatabase);
   void OpenFile(const wxString& sTitle, const wxString& sPattern, const std::string& sKind);
   void SaveRecording();
   void ShowMessage();
@@ -45,6 +50,9 @@ class ZelviewFrame : public wxFrame {
   /// event, and shows what it throws.
   void Later(std::function<void()> oWork);
   void Say(const std::string& sText);
+  /// Says what is being done and does it in the background. It cannot be ended:
+  /// a window that is closed meanwhile goes away at once and ends afterwards.
+  void DoInBackground(const std::string& sText, const std::function<void()>& oWork);
 
   std::string m_sInstance;
   std::shared_ptr<ZELLib3::Database> m_oDatabase;

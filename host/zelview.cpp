@@ -5,7 +5,6 @@
 #include "host/OutputFiles.h"
 #include "host/ZelviewFrame.h"
 #include "zelwbr3/base/Text.h"
-#include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <CLI/CLI.hpp>
 
@@ -52,15 +51,9 @@ class Zelview : public wxApp {
     wxLog::SetActiveTarget(new wxLogStderr);
     wxImage::AddHandler(new wxPNGHandler);
     try {
-      const std::string sInstance = m_oArguments.Instance.empty() ? SampleInstance() : m_oArguments.Instance;
-      CheckOutputFiles(sInstance, {{"--screenshot", m_oArguments.Screenshot}, {"--record", m_oArguments.Record}});
-      const auto oDatabase = OpenInstance(sInstance);
-      if (!m_oArguments.Record.empty()) {
-        for (const std::string& sNote : ZELWbr3::Recorded::WriteRecording(*oDatabase, m_oArguments.Record)) {
-          Complain(sNote);
-        }
-      }
-      m_oFrame = new ZelviewFrame(sInstance, oDatabase);
+      m_sInstance = m_oArguments.Instance.empty() ? SampleInstance() : m_oArguments.Instance;
+      CheckOutputFiles(m_sInstance, {{"--screenshot", m_oArguments.Screenshot}, {"--record", m_oArguments.Record}});
+      m_oFrame = new ZelviewFrame;
       m_oFrame->PreferredUnit(m_oArguments.Unit);
       m_oFrame->Show();
     } catch (const std::exception& oError) {
@@ -81,6 +74,10 @@ class Zelview : public wxApp {
   void Start() {
     const wxWeakRef<ZelviewFrame> oFrame(m_oFrame);
     try {
+      m_oFrame->Open(m_sInstance);
+      if (!m_oArguments.Record.empty()) {
+        for (const std::string& sNote : m_oFrame->Record(m_oArguments.Record)) Complain(sNote);
+      }
       m_oFrame->ShowFirst(m_oArguments.Page);
       if (!m_oArguments.Screenshot.empty()) m_oFrame->AfterPaint([this] { m_oPicture.StartOnce(Settling); });
     } catch (const ZELWbr3::ClosingError&) {
@@ -120,6 +117,7 @@ class Zelview : public wxApp {
   static constexpr int GivingUp = 30000;
 
   Arguments m_oArguments;
+  std::string m_sInstance;
   ZelviewFrame* m_oFrame = nullptr;
   wxTimer m_oPicture;
   wxTimer m_oDeadline;

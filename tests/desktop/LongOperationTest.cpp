@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <future>
+#include <semaphore>
 
 #include <wx/app.h>
 #include <wx/control.h>
@@ -40,6 +41,104 @@ class SlowDatabase : public ZELLib3::Database {
  private:
   std::atomic<bool> AtWork = false;
 };
+
+/// An instance whose state, if asked to, waits until LetGo or an interruption, 20
+/// seconds at most.
+class WaitingDatabase : public ZELLib3::Database {
+ public:
+  /// Called in the window while it waits; empty = it does not wait.
+  std::function<void()> OnWait;
+  std::counting_semaphore<> LetGo{0};
+  int Readings = 0;
+
+  std::shared_ptr<ZELLib3::StateInfo> StateInfo() override {
+    ++Readings;
+    if (OnWait) {
+      m_fnRun([&] {
+        wxTheApp->CallAfter(std::exchange(OnWait, {}));
+        EXPECT_TRUE(LetGo.try_acquire_for(std::chrono::seconds(20)));
+        if (m_bInterrupted) throw ZELLib3::InstanceError({9, "The state was not to be had"});
+      });
+    }
+    return Database::StateInfo();
+  }
+  void Interrupt() override {
+    m_bInterrupted = true;
+    LetGo.release();
+  }
+  void WaitRunner(Runner fnRun) override { m_fnRun = std::move(fnRun); }
+
+ private:
+  Runner m_fnRun;
+  std::atomic<bool> m_bInterrupted = false;
+};
+
+class LongReadingTest : public TestPanel {
+ protected:
+  LongReadingTest() {
+    Control().PageMain()->Show(Database);
+    Front().View()->Focus();
+    ActivateFrame();
+    Frame->Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { bClosed = true; });
+  }
+
+  void Refill() { Control().PageMain()->Show(); }
+
+  std::shared_ptr<WaitingDatabase> Database = std::make_shared<WaitingDatabase>();
+  bool bClosed = false;
+};
+
+TEST_F(LongReadingTest, TheWindowIsPaintedAndEscapeEndsIt) {
+  bool bPainted = false;
+  Database->OnWait = [&] {
+    EXPECT_TRUE(wxIsBusy());
+    Front().View()->AfterPaint([&] {
+      bPainted = true;
+      Begin("xdotool key F5 key Escape");
+    });
+  };
+  std::string sError;
+  InDialog([&](wxDialog& oError) {
+    for (const wxWindow* o : oError.GetChildren()) sError += o->GetLabel().utf8_string();
+    Begin("xdotool key Return");
+  });
+  Refill();
+  EXPECT_TRUE(bPainted);
+  EXPECT_NE(sError.find("not to be had"), std::string::npos) << sError;
+  EXPECT_FALSE(wxIsBusy());
+  const int iReadings = Database->Readings;
+  Press("F5");
+  WaitFor("the page as it is now", [&] { return Database->Readings > iReadings && Text("txtFormTitle") != ""; });
+}
+
+TEST_F(LongReadingTest, WhatIsPressedMeanwhileComesAfterwards) {
+  int iActions = 0;
+  const auto oCount = Control().ActionBegin.Connect([&] { ++iActions; });
+  Database->OnWait = [&] {
+    Do("xdotool key F5");
+    EXPECT_EQ(iActions, 0);
+    Database->LetGo.release();
+  };
+  Refill();
+  WaitFor("the refresh", [&] { return iActions == 1; });
+}
+
+TEST_F(LongReadingTest, ItsTaskEndsWithItWhenThePageWasLeft) {
+  Database->Readings = 0;
+  Database->OnWait = [&] {
+    Control().PageMain()->Hide();
+    Database->LetGo.release();
+  };
+  Refill();
+  EXPECT_EQ(Database->Readings, 1);
+}
+
+TEST_F(LongReadingTest, ClosingTheWindowEndsIt) {
+  Database->OnWait = [&] { Frame->Close(); };
+  EXPECT_THROW(Refill(), ClosingError);
+  WaitFor("the close", [&] { return bClosed; });
+  EXPECT_EQ(OpenDialog(), nullptr);
+}
 
 class LongOperationTest : public TestPanel {
  protected:

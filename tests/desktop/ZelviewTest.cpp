@@ -1,4 +1,3 @@
-#include "host/OpenInstance.h"
 #include "host/ZelviewFrame.h"
 #include "tests/desktop/TestWindow.h"
 
@@ -22,9 +21,10 @@ class ZelviewTest : public TestWindow {
  protected:
   ZelviewTest() {
     Frame->Destroy();
-    Zelview = new Host::ZelviewFrame(Demo, Host::OpenInstance(Demo));
+    Zelview = new Host::ZelviewFrame;
     Frame = Zelview;
     Zelview->Show();
+    Zelview->Open(Demo);
     Zelview->ShowFirst("DataArea");
     ActivateFrame();
   }

@@ -1,9 +1,8 @@
 #include "tests/instances/Rows.h"
 #include "tests/instances/SQLiteFiles.h"
+#include "zelwbr3/base/Worker.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
-
-#include <future>
 
 using namespace SQLiteFiles;
 using namespace std::chrono_literals;
@@ -213,14 +212,40 @@ TEST_F(SQLiteRows, PreparingEndsInTimeToo) {
   OpenTable("t");
 }
 
-TEST_F(SQLiteRows, ReadingIsInterruptedFromAnotherThread) {
+TEST_F(SQLiteRows, ReadingRunsOnAnotherThreadAndIsInterruptedFromThisOne) {
   Run("CREATE VIEW endless AS WITH n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) SELECT max(i) FROM n");
   Open({.ReadingTimeout = 1h});
-  auto oReading = std::async(std::launch::async, [&] { return Table(*m_oDatabase, "main", "endless")->Open(); });
-  while (oReading.wait_for(1ms) != std::future_status::ready) m_oDatabase->Interrupt();
-  EXPECT_FALSE(oReading.get());
+  ZELWbr3::Worker oWorker;
+  bool bStop = true;
+  m_oDatabase->WaitRunner([&](const std::function<void()>& oPart) {
+    oWorker.Begin(oPart);
+    while (!oWorker.Wait(1ms)) {
+      if (bStop) m_oDatabase->Interrupt();
+    }
+    if (oWorker.Failure() != nullptr) std::rethrow_exception(oWorker.Failure());
+  });
+  EXPECT_FALSE(Table(*m_oDatabase, "main", "endless")->Open());
   ExpectError("interrupted");
+  bStop = false;
   EXPECT_TRUE(Table(*m_oDatabase, "main", "sqlite_schema")->Open()) << "the next one is read";
+  EXPECT_EQ(1, State()->DataTotal());
+  m_oDatabase->WaitRunner([](const auto&) { throw 1; });
+  EXPECT_THROW(Table(*m_oDatabase, "main", "sqlite_schema")->Open(), int);
+  EXPECT_THROW(State()->DataTotal(), int);
+}
+
+TEST_F(SQLiteRows, TheRowsBeforeAFailureAreDelivered) {
+  Run("CREATE VIEW v AS " + Numbers(400) + "SELECT i, abs(iif(i = 250, -9223372036854775807 - 1, i)) FROM n");
+  Open();
+  const auto oTable = OpenTable("v");
+  ASSERT_TRUE(oTable->ReadMore()) << Error();
+  EXPECT_EQ(249, oTable->RowCount());
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_TRUE(oTable->HasMore());
+    EXPECT_FALSE(oTable->ReadMore());
+    ExpectError("integer overflow");
+  }
+  EXPECT_EQ(249, oTable->RowCount());
 }
 
 // What the library's virtual machine does for a row stays the same, however

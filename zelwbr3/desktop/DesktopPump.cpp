@@ -1,22 +1,35 @@
 #include "zelwbr3/desktop/DesktopPump.h"
 
+#include "zelwbr3/base/Worker.h"
 #include "zelwbr3/desktop/InputGrab.h"
 
 #include <wx/app.h>
 #include <wx/evtloop.h>
+#include <wx/timer.h>
 
+#include <chrono>
 #include <exception>
 #include <optional>
-#include <thread>
 #include <utility>
 #include <vector>
 
 namespace ZELWbr3::Desktop {
 
+namespace {
+
+/// Work that ends within this time is simply waited for: most readings do, and
+/// nobody notices.
+constexpr std::chrono::milliseconds Patience(25);
+/// Milliseconds between two interruptions of the same work. One that comes just
+/// before a part of the work begins is lost.
+constexpr int BetweenInterrupts = 50;
+
+}  // namespace
+
 struct DesktopPump::State {
   Trace oTrace;
   int iDepth = 0;
-  bool bWorking = false;
+  Worker oWorker;
   /// Why the waits that are going on end; null while they may go on.
   std::exception_ptr oEnd;
   std::exception_ptr oError;
@@ -97,31 +110,36 @@ void DesktopPump::Poll() {
   oState->Check();
 }
 
-void DesktopPump::RunInBackground(const std::function<void()>& oWork) {
+void DesktopPump::RunInBackground(const std::function<void()>& oWork, const std::function<void()>& oInterrupt) {
   AwaitBackground();
   const std::shared_ptr<State> oState = m_oState;
+  oState->Check();
   Wait oWait(oState);
-  std::exception_ptr oFailure;
-  oState->bWorking = true;
-  {
-    const InputGrab oGrab;
-    const std::jthread oThread([&] {
-      try {
-        oWork();
-      } catch (...) {
-        oFailure = std::current_exception();
-      }
-      wxTheApp->CallAfter([oState] { oState->bWorking = false; });
-    });
-    while (oState->bWorking) oWait.Dispatch();
+  Worker& oWorker = oState->oWorker;
+  oWorker.Begin(oWork, [] { g_main_context_wakeup(nullptr); });
+  if (!oWorker.Wait(Patience)) {
+    wxTimer oAgain;
+    oAgain.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { oInterrupt(); });
+    const auto Interrupt = [&] {
+      if (oInterrupt == nullptr || oAgain.IsRunning()) return;
+      oInterrupt();
+      oAgain.Start(BetweenInterrupts);
+    };
+    const InputGrab oGrab(oInterrupt == nullptr ? std::function<void()>() : Interrupt);
+    while (oWorker.AtWork()) {
+      if (oState->oEnd != nullptr) Interrupt();
+      oWait.Dispatch();
+    }
   }
-  if (oFailure != nullptr) std::rethrow_exception(oFailure);
+  // Who closes the window is not told about the work that failed because of it.
+  const std::exception_ptr oFailure = oWorker.Failure();
+  if (oFailure != nullptr && oState->oEnd == nullptr) std::rethrow_exception(oFailure);
   oState->Check();
 }
 
 void DesktopPump::AwaitBackground() {
   const std::shared_ptr<State> oState = m_oState;
-  while (oState->bWorking) Turn();
+  while (oState->oWorker.AtWork()) Turn();
 }
 
 void DesktopPump::Deliver(const std::function<void()>& oHandler) {
@@ -150,5 +168,7 @@ bool DesktopPump::Waiting() const { return m_oState->iDepth > 0; }
 void DesktopPump::EndWaits(std::exception_ptr oReason) {
   if (m_oState->iDepth > 0) m_oState->oEnd = std::move(oReason);
 }
+
+bool DesktopPump::Ending() const { return m_oState->oEnd != nullptr; }
 
 }  // namespace ZELWbr3::Desktop

@@ -23,9 +23,9 @@ class DesktopPump : public MessagePump {
 
   void Turn() override;
   void Poll() override;
-  /// Work cannot be broken off: a wait for it that has to end throws WaitError
+  /// Work is never left alone: a wait for it that has to end throws WaitError
   /// only when the work is done.
-  void RunInBackground(const std::function<void()>& oWork) override;
+  void RunInBackground(const std::function<void()>& oWork, const std::function<void()>& oInterrupt = {}) override;
   void AwaitBackground() override;
 
   /// Runs a handler of something that has arrived. What it throws is thrown by
@@ -41,6 +41,8 @@ class DesktopPump : public MessagePump {
   /// Ends all waits that are going on now: each Turn throws this reason. A wait
   /// that begins when the last of them has ended is not one of them.
   void EndWaits(std::exception_ptr oReason);
+  /// True from EndWaits until the last of those waits has ended.
+  bool Ending() const;
 
  private:
   struct State;

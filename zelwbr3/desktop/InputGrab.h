@@ -2,6 +2,9 @@
 
 #include <gtk/gtk.h>
 
+#include <functional>
+#include <vector>
+
 namespace ZELWbr3::Desktop {
 
 /// Keeps clicks, keys and the windows' close buttons from the program while it
@@ -11,19 +14,20 @@ namespace ZELWbr3::Desktop {
 /// that is nowhere on the screen.
 class InputGrab {
  public:
-  InputGrab() : m_oNowhere(gtk_invisible_new()) {
-    gtk_widget_show(m_oNowhere);
-    gtk_grab_add(m_oNowhere);
-  }
-  ~InputGrab() {
-    gtk_grab_remove(m_oNowhere);
-    gtk_widget_destroy(m_oNowhere);
-  }
+  /// Without oEscape the input is lost. With it, Escape calls it, and other input
+  /// is given to the program afterwards, unless Escape was pressed.
+  explicit InputGrab(std::function<void()> oEscape = {});
+  ~InputGrab();
   InputGrab(const InputGrab&) = delete;
   InputGrab& operator=(const InputGrab&) = delete;
 
  private:
+  static gboolean OnEvent(GtkWidget*, GdkEvent* oEvent, gpointer pThis);
+
   GtkWidget* m_oNowhere;
+  std::function<void()> m_oEscape;
+  bool m_bEscaped = false;
+  std::vector<GdkEvent*> m_oKept;
 };
 
 }  // namespace ZELWbr3::Desktop

@@ -3,6 +3,8 @@
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/framework/KeyCode.h"
 #include "zelwbr3/framework/PageLeft.h"
+#include "zelwbr3/framework/ReadingStopped.h"
+#include "zelwbr3/framework/WaitRunnerScope.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modCmdEnum.h"
 #include "zelwbr3/framework/modPicture.h"
@@ -90,7 +92,7 @@ bool DataPage::HandleOnClick(const std::string& sID) {
     if (sID == "btnFormClose") {
       CarryOut(CommandClose);
     } else if (const auto lCommand = modCmdEnum::LinkedCommand(sID)) {
-      Browser().RaiseCommand(*lCommand);
+      Pumping(Needs::Page, [&] { Browser().RaiseCommand(*lCommand); });
     } else {
       bHandled = OnClick(sID);
     }
@@ -164,7 +166,14 @@ void DataPage::Enter(const std::function<void()>& oTask) {
         try {
           // Nothing is read from the instance while one of its operations runs.
           Pumping(Needs::Document, [&] { oPump.AwaitBackground(); });
-          Attempt(oTask);
+          const WaitRunnerScope oScope(m_oDatabase, [this, pDatabase = m_oDatabase.get()](const auto& oPart) {
+            ReadInBackground(*pDatabase, oPart);
+          });
+          try {
+            Attempt(oTask);
+          } catch (const ReadingStopped& oStopped) {
+            if (oStopped.Failure != nullptr) Attempt([&] { std::rethrow_exception(oStopped.Failure); });
+          }
         } catch (const PageLeft&) {
           // The caller that hid the page knows about it. No document will arrive
           // any more to end the action.
@@ -191,7 +200,10 @@ bool DataPage::Attempt(const std::function<void()>& oPart) {
 void DataPage::Pumping(Needs eNeeds, const std::function<void()>& oWork) {
   const auto oDocument = Document();
   const auto oDatabase = m_oDatabase;
-  oWork();
+  {
+    const WaitRunnerScope::Pause oPause;
+    oWork();
+  }
   const bool bHidden = oDocument != nullptr && Document() == nullptr;
   const bool bReloaded = eNeeds == Needs::Document && Document() != oDocument;
   if (!HasBrowser() || bHidden || bReloaded || m_oDatabase != oDatabase) throw PageLeft{};
@@ -252,6 +264,38 @@ bool DataPage::Operate(const std::function<bool()>& oOperation) {
   });
   if (bRan && !bDone) ReportLastError();
   return bDone;
+}
+
+void DataPage::ReadInBackground(ZELLib3::Database& oDatabase, const std::function<void()>& oPart) {
+  if (!HasBrowser()) return oPart();  // cleaned up: there is no loop that could go on meanwhile
+  MessagePump& oPump = Browser().Platform().MessagePump();
+  bool bStopped = false;
+  std::exception_ptr oFailure;
+  {
+    const Busy oBusy(*this);
+    Pumping(Needs::Document, [&] {
+      try {
+        oPump.RunInBackground(oPart, [&] {
+          bStopped = true;
+          oDatabase.Interrupt();
+        });
+      } catch (const WaitError&) {
+        throw;
+      } catch (...) {
+        oFailure = std::current_exception();
+      }
+    });
+  }
+  if (bStopped) {
+    OnStopped(oFailure);
+  } else if (oFailure != nullptr) {
+    std::rethrow_exception(oFailure);
+  }
+}
+
+void DataPage::OnStopped(const std::exception_ptr& oFailure) {
+  if (oFailure != nullptr) throw ReadingStopped{oFailure};
+  throw ReadingStopped{std::make_exception_ptr(std::runtime_error("The reading was stopped"))};
 }
 
 void DataPage::Poll(const std::function<bool()>& oEnough) {

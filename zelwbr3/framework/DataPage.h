@@ -8,6 +8,7 @@
 #include "zelwbr3/framework/clsHourglass.h"
 #include "zelwbr3/framework/clsSize.h"
 
+#include <exception>
 #include <functional>
 #include <optional>
 
@@ -23,6 +24,10 @@ namespace ZELWbr3 {
 /// messages (Boxes, Operate, Report..., Poll, Announce, Act) end the task with
 /// PageLeft if the page was left in the meantime, so there is nothing to check
 /// after them.
+///
+/// The same holds for reading the instance: while a task goes on, what the
+/// instance has to wait for runs in the background, and messages are pumped if
+/// that takes long. The page is busy then; Escape ends the reading and the task.
 class DataPage : public Page {
  public:
   /// Common commands; a page's own commands start at 2.
@@ -146,6 +151,11 @@ class DataPage : public Page {
   /// only nested where messages are pumped.
   void Enter(const std::function<void()>& oTask);
 
+  /// Escape has ended a part of a reading; oFailure is what that part threw, or
+  /// null if it could still be read. Ends the task and tells the user, unless
+  /// overridden.
+  virtual void OnStopped(const std::exception_ptr& oFailure);
+
  private:
   /// What must be unchanged after pumping messages.
   enum class Needs {
@@ -157,6 +167,8 @@ class DataPage : public Page {
   /// Runs something that may pump messages; throws PageLeft if the task then no
   /// longer has what it needs.
   void Pumping(Needs eNeeds, const std::function<void()>& oWork);
+  /// Runs a part of a reading that may take long.
+  void ReadInBackground(ZELLib3::Database& oDatabase, const std::function<void()>& oPart);
   FrontBoxes Boxes(Needs eNeeds);
   void ShowFailure(const std::function<void(FrontBoxes&)>& oShow);
   void Report(const std::exception& oFailure);

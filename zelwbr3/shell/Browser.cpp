@@ -1,5 +1,6 @@
 #include "zelwbr3/shell/Browser.h"
 
+#include "zelwbr3/framework/WaitRunnerScope.h"
 #include "zelwbr3/framework/modLocal.h"
 #include "zelwbr3/shell/Pages.h"
 #include "zelwbr3/shell/frmMessage.h"
@@ -171,6 +172,7 @@ void Browser::ShowCommandsOf(const std::shared_ptr<Page>& oPage) {
 void Browser::NotifyPageComplete(const std::shared_ptr<Page>& oPage) {
   m_lActPage = oPage->PageType();
   m_bPageComplete = true;
+  const WaitRunnerScope::Pause oPause;
   PageComplete.Raise(oPage);
 }
 
@@ -214,6 +216,7 @@ void Browser::ProcessTerminated(const std::string& sReason) {
 void Browser::WaitUntil(const std::function<bool()>& oDone) {
   const std::weak_ptr<const bool> oAlive = m_oAlive;
   MessagePump& oPump = m_oPlatform.MessagePump();
+  const WaitRunnerScope::Pause oPause;
   const int iTerminations = m_iTerminations;
   while (!oDone()) {
     FlushDocuments();

@@ -43,8 +43,7 @@ SQLiteDatabase::SQLiteDatabase(const std::string& sPath, const Options& oOptions
 std::shared_ptr<ZELLib3::StateInfo> SQLiteDatabase::StateInfo() { return std::make_shared<SQLiteStateInfo>(m_oFile); }
 
 std::shared_ptr<ZELLib3::LogSettings> SQLiteDatabase::LogSettings() {
-  Connection* pConnection = m_oFile->Read()->Figures() ? m_oFile->Current() : nullptr;
-  return std::make_shared<SQLiteLogSettings>(pConnection ? pConnection->JournalMode() : std::string());
+  return std::make_shared<SQLiteLogSettings>(m_oFile->JournalMode());
 }
 
 std::shared_ptr<ZELLib3::Analyzer> SQLiteDatabase::Analyzer() {
@@ -111,6 +110,8 @@ bool SQLiteDatabase::Shutdown() { return m_oFile->Change(InstanceFile::State::Of
 bool SQLiteDatabase::ShutdownQuick() { return Shutdown(); }
 
 void SQLiteDatabase::Interrupt() { m_oFile->Interrupt(); }
+
+void SQLiteDatabase::WaitRunner(Runner fnRun) { m_oFile->WaitRunner(std::move(fnRun)); }
 
 bool SQLiteDatabase::Admin() { return m_oFile->Change(InstanceFile::State::Admin); }
 

@@ -54,6 +54,7 @@ class SQLiteDatabase : public ZELLib3::Database {
   std::string RunDirectory() override;
 
   void Interrupt() override;
+  void WaitRunner(Runner fnRun) override;
   bool Shutdown() override;
   /// The same: there is no transaction to wait for.
   bool ShutdownQuick() override;

@@ -41,8 +41,7 @@ std::shared_ptr<ZELLib3::Volumes> SQLiteLogArea::Volumes() const {
 }
 
 std::shared_ptr<ZELLib3::LogAreaSettings> SQLiteLogArea::Settings() const {
-  Connection* pConnection = m_oFile->Read()->Figures() ? m_oFile->Current() : nullptr;
-  return std::make_shared<SQLiteLogAreaSettings>(pConnection ? pConnection->JournalMode() : std::string());
+  return std::make_shared<SQLiteLogAreaSettings>(m_oFile->JournalMode());
 }
 
 ZELLib3::Long SQLiteLogArea::Size(ZELLib3::Long iIndex) const {

@@ -103,8 +103,11 @@ ZELLib3::StateInfo::Thresholds SQLiteStateInfo::BarThresholds() const {
 Long SQLiteStateInfo::AutoUpdateStatistics() const {
   Connection* pConnection = Figures() ? m_oFile->Current() : nullptr;
   if (!pConnection) return 0;
-  const auto lTables =
-      pConnection->Number("SELECT count(*) FROM sqlite_schema WHERE name = 'sqlite_stat1'", "looking for statistics");
+  std::int64_t lTables = 0;
+  m_oFile->Run([&] {
+    lTables =
+        pConnection->Number("SELECT count(*) FROM sqlite_schema WHERE name = 'sqlite_stat1'", "looking for statistics");
+  });
   return lTables > 0 ? 0 : 1;
 }
 

@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/framework/KeyCode.h"
+#include "zelwbr3/framework/ReadingStopped.h"
 #include "zelwbr3/framework/modPicture.h"
 
 #include <array>
@@ -85,8 +86,7 @@ bool BlockPage::OnClick(const std::string& sID) {
 bool BlockPage::HandleOnKeyDown(Long& lKeyCode, Element* oElement) {
   if (lKeyCode == KeyCode::Escape && !IgnoresEvents()) {
     if (m_oReading != nullptr) {
-      m_oReading->bStopped = true;
-      m_oStopped = Clock::now();
+      Stop();
       return true;
     }
     if (m_oStopped && Clock::now() - *m_oStopped < EscapeGrace) return true;
@@ -108,6 +108,18 @@ void BlockPage::OnCommand(Long lCommand) {
   if (lCommand != CommandReadMore && lCommand != CommandReadAll) return;
   if (m_oReading != nullptr || !m_bOpen) return;
   Act([&] { Read(lCommand == CommandReadAll); });
+}
+
+void BlockPage::Stop() {
+  if (m_oReading != nullptr) m_oReading->bStopped = true;
+  m_oStopped = Clock::now();
+}
+
+void BlockPage::OnStopped(const std::exception_ptr& oFailure) {
+  Stop();
+  if (oFailure == nullptr) return;  // there are rows to show, fewer than usual
+  if (m_oReading != nullptr) throw ReadingStopped{};
+  DataPage::OnStopped(oFailure);
 }
 
 void BlockPage::Read(bool bAll) {

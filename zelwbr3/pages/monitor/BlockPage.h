@@ -60,6 +60,7 @@ class BlockPage : public DataPage {
   void Close() override;
   bool OnClick(const std::string& sID) override;
   void OnCommand(Long lCommand) override;
+  void OnStopped(const std::exception_ptr& oFailure) override;
 
  private:
   /// One reading from start to end. The page forgets it when its document is
@@ -72,6 +73,8 @@ class BlockPage : public DataPage {
 
   void FillContent() final;
   void Read(bool bAll);
+  /// Escape ends the reading.
+  void Stop();
   void ReadAll(const Reading& oReading);
   /// Reads and shows one block; if that fails, reports it and returns false.
   bool ReadBlock(ZELLib3::BlockSource& oSource);

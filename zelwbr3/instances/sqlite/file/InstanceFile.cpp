@@ -58,8 +58,10 @@ Connection* InstanceFile::Current() {
       m_oConnection->BeginReading();
       return m_oConnection.get();
     }
-    Close();
-    Open(m_eState);
+    Run([this] {
+      Close();
+      Open(m_eState);
+    });
   } catch (const ZELLib3::InstanceError& oError) {
     Close();
     m_oLastError = oError.ErrorObject();
@@ -71,6 +73,13 @@ bool InstanceFile::Connected() {
   return m_eState == State::Offline ? access(m_sPath.c_str(), R_OK) == 0 : Current() != nullptr;
 }
 
+std::string InstanceFile::JournalMode() {
+  Connection* pConnection = Read()->Figures() ? Current() : nullptr;
+  std::string sMode;
+  if (pConnection) Run([&] { sMode = pConnection->JournalMode(); });
+  return sMode;
+}
+
 int InstanceFile::PageSize() {
   if (const Connection* pConnection = Current()) m_iPageSize = pConnection->PageSize();
   return m_iPageSize;
@@ -80,7 +89,7 @@ std::shared_ptr<const Reading> InstanceFile::Read() {
   // First of all, since a connection that has to be renewed drops the reading.
   const bool bConnected = Connected();
   if (!bConnected || !m_oReading || std::chrono::steady_clock::now() >= m_dReadingEnds) {
-    m_oReading = std::make_shared<Reading>(bConnected ? Look() : Reading(Condition::NotConnected));
+    Run([&] { m_oReading = std::make_shared<Reading>(bConnected ? Look() : Reading(Condition::NotConnected)); });
     m_dReadingEnds = std::chrono::steady_clock::now() + m_oOptions.ReadingLifetime;
   }
   return m_oReading;
@@ -152,11 +161,16 @@ bool InstanceFile::Refuse(const std::string& sWhy, int lCode) {
   return false;
 }
 
+void InstanceFile::Run(const std::function<void()>& oPart) const {
+  const auto fnRun = m_fnRun;  // may be replaced meanwhile
+  fnRun ? fnRun(oPart) : oPart();
+}
+
 bool InstanceFile::Attempt(const std::function<void(Connection&)>& oOperation) {
   Connection* pConnection = Current();
   if (!pConnection) return m_eState == State::Offline ? Refuse("the database is offline") : false;
   try {
-    oOperation(*pConnection);
+    Run([&] { oOperation(*pConnection); });
     return true;
   } catch (const ZELLib3::InstanceError& oError) {
     m_oLastError = oError.ErrorObject();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/ZELLib3/Database.h"
 #include "zelwbr3/instances/sqlite/file/Connection.h"
 #include "zelwbr3/instances/sqlite/file/Reading.h"
 
@@ -43,6 +44,12 @@ class InstanceFile {
   bool Refuse(const std::string& sWhy, int lCode = 0);
   /// What another thread reads at the moment ends, with an error.
   void Interrupt() { m_bInterrupted = true; }
+  /// Runs the parts of a reading that may take long from now on; empty = they run
+  /// where they are asked for.
+  void WaitRunner(ZELLib3::Database::Runner fnRun) { m_fnRun = std::move(fnRun); }
+  /// Runs such a part. A connection obtained before is not to be used after it:
+  /// meanwhile the program goes on, and may have renewed it.
+  void Run(const std::function<void()>& oPart) const;
   /// Calls an operation with the present connection. False, and LastError says
   /// why, without a connection or when the operation raises InstanceError.
   bool Attempt(const std::function<void(Connection&)>& oOperation);
@@ -57,6 +64,8 @@ class InstanceFile {
   const SQLite::Options& Options() const { return m_oOptions; }
   /// When the present connection was opened.
   ZELLib3::Date OpenedOn() const { return m_dOpenedOn; }
+  /// Empty unless figures can be read.
+  std::string JournalMode();
   /// Bytes; the last known while the file is closed.
   int PageSize();
   /// The same of the pages in which figures are counted, see Usage.
@@ -72,6 +81,7 @@ class InstanceFile {
   std::string m_sPath;
   SQLite::Options m_oOptions;
   State m_eState = State::Online;
+  ZELLib3::Database::Runner m_fnRun;
   std::atomic<bool> m_bInterrupted = false;  ///< outlives the connection
   std::unique_ptr<Connection> m_oConnection;
   std::shared_ptr<const Reading> m_oReading;

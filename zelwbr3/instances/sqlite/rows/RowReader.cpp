@@ -18,10 +18,6 @@ bool IsTooLong(const ZELLib3::InstanceError& oError) {
 }  // namespace
 
 bool RowReader::Read(Connection& oConnection, Instances::RowBlock& oBlock) {
-  // What is in the block can be shown; the next one says what is wrong.
-  const auto IsGoodFor = [&](const ZELLib3::InstanceError& oError) {
-    return oBlock.IsFull() || (!oBlock.Rows().empty() && (oConnection.Watchdog().IsUp() || IsTooLong(oError)));
-  };
   bool bMore = true;
   bool bTooLong = true;
   while (bTooLong) {
@@ -30,13 +26,14 @@ bool RowReader::Read(Connection& oConnection, Instances::RowBlock& oBlock) {
       bMore = Continue(oConnection, oBlock);
     } catch (const ZELLib3::InstanceError& oError) {
       bTooLong = IsTooLong(oError) && !oBlock.IsFull();
-      if (!bTooLong && !IsGoodFor(oError)) throw;
+      // What is in the block is shown first; the next one says what is wrong.
+      if (!bTooLong && oBlock.Rows().empty()) throw;
     }
     if (!bTooLong) continue;
     try {
       oBlock.Add(LongRow(oConnection, oBlock.Rows().size()));
-    } catch (const ZELLib3::InstanceError& oError) {
-      if (!IsGoodFor(oError)) throw;
+    } catch (const ZELLib3::InstanceError&) {
+      if (oBlock.Rows().empty()) throw;
       bTooLong = false;
     }
   }

@@ -24,10 +24,10 @@ class RowReader {
 
   const std::vector<Instances::RowColumn>& Columns() const { return m_oColumns; }
   /// Fills the empty block with the next rows. Answers whether there are more
-  /// after it. When the time for reading is up, the rows so far are delivered. A
-  /// value that is too long for the connection is told by its size. Raises
-  /// ZELLib3::InstanceError when there is no row to deliver; the next call then
-  /// starts at the same row again.
+  /// after it. When the time for reading is up, or a row cannot be read, the rows
+  /// before it are delivered, and the next call starts there again. A value that
+  /// is too long for the connection is told by its size. Raises
+  /// ZELLib3::InstanceError when there is no row to deliver.
   bool Read(Connection& oConnection, Instances::RowBlock& oBlock);
   /// The next block will not be asked for at once: lets go of what is kept open
   /// for it.
