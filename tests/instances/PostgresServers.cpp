@@ -279,10 +279,15 @@ void Server::Configure(const std::string& sLine) const {
 
 void Server::Reload() const { kill(Process(), SIGHUP); }
 
-void Server::Start(bool bWait) {
+void Server::Launch(const std::vector<std::string>& options) {
   Reap();
-  m_iChild = Spawn({Program("postgres"), "-D", m_sData}, m_sFolder + "/log");
-  if (!bWait) return;
+  std::vector<std::string> arguments = {Program("postgres"), "-D", m_sData};
+  arguments.insert(arguments.end(), options.begin(), options.end());
+  m_iChild = Spawn(arguments, m_sFolder + "/log");
+}
+
+void Server::Start(const std::vector<std::string>& options) {
+  Launch(options);
   const auto IsReady = [&] { return PQping(Address().c_str()) == PQPING_OK; };
   if (!WaitUntil([&] { return IsReady() || waitpid(m_iChild, nullptr, WNOHANG) != 0; }) || !IsReady()) {
     throw std::runtime_error("The server does not start: " + Log());

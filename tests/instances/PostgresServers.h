@@ -94,8 +94,10 @@ class Server {
   /// Adds a line to postgresql.conf; takes effect at the next start or Reload.
   void Configure(const std::string& sLine) const;
   void Reload() const;
-  /// Returns when it answers; with bWait false as soon as it has been started.
-  void Start(bool bWait = true);
+  /// Returns when it answers. Options are those of the program postgres.
+  void Start(const std::vector<std::string>& options = {});
+  /// Does not wait until it answers.
+  void Launch(const std::vector<std::string>& options = {});
   /// Fast; returns when it has ended, whoever started it.
   void Stop();
   /// As a crash: the process is killed and nobody tidies up.

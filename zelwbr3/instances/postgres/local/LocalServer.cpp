@@ -6,7 +6,6 @@
 #include <pwd.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -47,7 +46,8 @@ double Seconds(clockid_t eClock) {
 
 struct ProcessState {
   std::string Name;
-  char State = 'Z';      ///< Z has ended, and its parent has not taken note
+  char State = 'Z';  ///< Z has ended, and its parent has not taken note
+  int Parent = 0;
   double StartedOn = 0;  ///< seconds since 1970
 };
 
@@ -61,9 +61,9 @@ std::optional<ProcessState> LookAtProcess(int lProcess) {
   ProcessState oState;
   oState.Name = sStat.substr(iName + 1, iEnd - iName - 1);
   std::istringstream oFields(sStat.substr(iEnd + 1));
-  oFields >> oState.State;
+  oFields >> oState.State >> oState.Parent;
   std::string sSkipped;
-  for (int iField = 0; iField < 18; ++iField) oFields >> sSkipped;
+  for (int iField = 0; iField < 17; ++iField) oFields >> sSkipped;
   double dTicks = 0;
   if (!(oFields >> dTicks)) return std::nullopt;
   const double dSinceStart = Seconds(CLOCK_BOOTTIME) - dTicks / static_cast<double>(sysconf(_SC_CLK_TCK));
@@ -221,6 +221,39 @@ std::optional<int> LocalServer::Process() const {
   const fs::path oFolder = fs::read_symlink("/proc/" + std::to_string(oPostmaster->Process) + "/cwd", oError);
   if (!oError && !fs::equivalent(oFolder, m_sDataDirectory, oError)) return std::nullopt;
   return oPostmaster->Process;
+}
+
+std::string LocalServer::OutputFile() const {
+  const auto oProcess = Process();
+  if (!oProcess) return {};
+  std::error_code oError;
+  const fs::path oFile = fs::read_symlink("/proc/" + std::to_string(*oProcess) + "/fd/2", oError);
+  return !oError && fs::is_regular_file(oFile, oError) ? oFile.string() : std::string();
+}
+
+std::string LocalServer::Activity() const {
+  const auto oProcess = Process();
+  if (!oProcess) return {};
+  const std::string sProcess = std::to_string(*oProcess);
+  std::istringstream oChildren(ReadText("/proc/" + sProcess + "/task/" + sProcess + "/children"));
+  std::string sTitles;
+  for (int lChild = 0; oChildren >> lChild;) sTitles += ReadText("/proc/" + std::to_string(lChild) + "/cmdline");
+  return sTitles;
+}
+
+bool LocalServer::IsUnderPatroni() const {
+  const std::string_view kName = "patroni";
+  const auto oServer = Process();
+  for (auto oState = LookAtProcess(oServer.value_or(0)); oState; oState = LookAtProcess(oState->Parent)) {
+    if (oState->Name == kName) return true;
+  }
+  std::error_code oError;
+  if (!fs::exists(m_sDataDirectory + "/patroni.dynamic.json", oError)) return false;
+  for (const auto& oEntry : fs::directory_iterator("/proc", oError)) {
+    const auto oState = LookAtProcess(std::atoi(oEntry.path().filename().c_str()));
+    if (oState && oState->Name == kName) return true;
+  }
+  return false;
 }
 
 std::vector<std::string> LocalServer::LastCommand() const {

@@ -64,6 +64,16 @@ class LocalServer {
   /// got its number.
   std::optional<int> Process() const;
 
+  /// The file that its output goes to, while it runs; empty when it is none, or
+  /// another user's.
+  std::string OutputFile() const;
+  /// What its processes say they do, while it runs: changes when a recovery gets
+  /// on.
+  std::string Activity() const;
+  /// Patroni looks after it: one is among the processes above the server, or it
+  /// keeps a file here and runs.
+  bool IsUnderPatroni() const;
+
   /// The server's program and the options of its last start, without -D, which
   /// may be relative, and without those of a recovery. The program is the first.
   /// Empty when postmaster.opts cannot be read.
