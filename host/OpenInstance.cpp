@@ -1,5 +1,6 @@
 #include "host/OpenInstance.h"
 
+#include "host/OpenServer.h"
 #include "host/WatchedDatabase.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/common/ResolveLinks.h"
@@ -21,6 +22,12 @@ constexpr std::int64_t kMostMemory = std::int64_t{512} << 20;
 /// What stands in front of the file.
 constexpr char RecordedKind[] = "recorded";
 constexpr char SQLiteKind[] = "sqlite";
+constexpr char ServerKind[] = "postgresql";
+
+/// The argument is a server's address, in libpq's form.
+bool IsServer(const std::string& sInstance) {
+  return sInstance.starts_with("postgresql://") || sInstance.starts_with("postgres://");
+}
 
 struct Argument {
   std::string Kind;
@@ -44,11 +51,12 @@ Argument Parse(const std::string& sInstance) {
   const auto iColon = sInstance.find(':');
   Argument oArgument;
   if (iColon != std::string::npos) oArgument = {sInstance.substr(0, iColon), sInstance.substr(iColon + 1)};
+  if (IsServer(sInstance)) return {ServerKind, sInstance};
   if (oArgument.Kind != RecordedKind && oArgument.Kind != SQLiteKind) {
     std::error_code eIgnored;
     if (std::filesystem::is_regular_file(sInstance, eIgnored)) return {KindOf(sInstance), sInstance};
     throw std::invalid_argument("The instance \"" + sInstance +
-                                "\" is neither recorded:FILE nor sqlite:FILE nor an existing file");
+                                "\" is neither recorded:FILE nor sqlite:FILE nor postgresql://… nor an existing file");
   }
   if (oArgument.File.empty()) throw std::invalid_argument("The instance \"" + sInstance + "\" names no file");
   return oArgument;
@@ -59,6 +67,7 @@ Argument Parse(const std::string& sInstance) {
 std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Recorded::CallObserver oObserver) {
   const Argument oArgument = Parse(sInstance);
   if (oArgument.Kind == RecordedKind) return Recorded::OpenRecording(oArgument.File, std::move(oObserver));
+  if (oArgument.Kind == ServerKind) return OpenServer(sInstance, std::move(oObserver));
   SQLite::LimitMemory(kMostMemory);
   if (oObserver != nullptr) {
     return std::make_shared<WatchedDatabase<SQLite::SQLiteDatabase>>(std::move(oObserver), oArgument.File);
@@ -69,6 +78,7 @@ std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Re
 std::vector<std::string> FilesOf(const std::string& sInstance) {
   const auto [sKind, sFile] = Parse(sInstance);
   if (sKind == RecordedKind) return {sFile};
+  if (sKind == ServerKind) return {};
   // The library keeps its files beside the database itself, not beside a link.
   const std::string sDatabase = Instances::ResolveLinks(sFile);
   return {sDatabase, sDatabase + "-wal", sDatabase + "-shm", sDatabase + "-journal"};

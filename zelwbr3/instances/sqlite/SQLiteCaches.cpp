@@ -1,7 +1,5 @@
 #include "zelwbr3/instances/sqlite/SQLiteCaches.h"
 
-#include "zelwbr3/instances/sqlite/SQLiteParameters.h"
-
 namespace ZELWbr3::SQLite {
 
 namespace {
@@ -40,8 +38,6 @@ double SQLiteCaches::DataCacheAccesses(ZELLib3::Long iIndex) const {
   return static_cast<double>(lAccesses[iIndex]);
 }
 
-std::shared_ptr<ZELLib3::Parameter> SQLiteCaches::DataCacheParam() const {
-  return SQLiteParameters(m_oParameters).Item("cache_size");
-}
+std::shared_ptr<ZELLib3::Parameter> SQLiteCaches::DataCacheParam() const { return m_oParameters->Item("cache_size"); }
 
 }  // namespace ZELWbr3::SQLite

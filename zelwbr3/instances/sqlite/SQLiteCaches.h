@@ -2,7 +2,7 @@
 
 #include "zelwbr3/ZELLib3/Caches.h"
 #include "zelwbr3/instances/sqlite/file/InstanceFile.h"
-#include "zelwbr3/instances/sqlite/settings/ParameterList.h"
+#include "zelwbr3/instances/sqlite/settings/PragmaList.h"
 
 namespace ZELWbr3::SQLite {
 
@@ -11,7 +11,7 @@ namespace ZELWbr3::SQLite {
 /// cache. There is no other, and no memory for a converter.
 class SQLiteCaches : public ZELLib3::Caches {
  public:
-  SQLiteCaches(std::shared_ptr<InstanceFile> oFile, std::shared_ptr<ParameterList> oParameters)
+  SQLiteCaches(std::shared_ptr<InstanceFile> oFile, std::shared_ptr<PragmaList> oParameters)
       : m_oFile(std::move(oFile)), m_oParameters(std::move(oParameters)) {}
 
   double IOBufferCacheSize() const override { return DataCacheSize(); }
@@ -31,7 +31,7 @@ class SQLiteCaches : public ZELLib3::Caches {
   const Usage* Figures() const;
 
   std::shared_ptr<InstanceFile> m_oFile;
-  std::shared_ptr<ParameterList> m_oParameters;
+  std::shared_ptr<PragmaList> m_oParameters;
   mutable std::shared_ptr<const Reading> m_oReading;
 };
 

@@ -1,11 +1,11 @@
 #include "zelwbr3/instances/sqlite/SQLiteDataArea.h"
 
-#include "zelwbr3/instances/sqlite/SQLiteVolumes.h"
+#include "zelwbr3/instances/common/VolumeList.h"
 
 namespace ZELWbr3::SQLite {
 
 std::shared_ptr<ZELLib3::Volumes> SQLiteDataArea::Volumes() const {
-  VolumeFigures oVolume{m_oFile->Path(), 3, "main", "closed"};
+  Instances::VolumeFigures oVolume{m_oFile->Path(), 3, "main", "closed"};
   const auto oReading = m_oFile->Read();
   if (const Connection* pConnection = m_oFile->Current()) {
     oVolume.Info2 = std::to_string(pConnection->PageSize()) + " bytes a page, " +
@@ -19,7 +19,7 @@ std::shared_ptr<ZELLib3::Volumes> SQLiteDataArea::Volumes() const {
   } else if (const auto oFile = FileId::Of(m_oFile->Path()); oFile) {
     oVolume.Size = (oFile->Bytes + m_oFile->Unit() - 1) / m_oFile->Unit();
   }
-  return std::make_shared<SQLiteVolumes>(std::vector{oVolume}, 1);
+  return std::make_shared<Instances::VolumeList>(std::vector{oVolume}, 1);
 }
 
 ZELLib3::Long SQLiteDataArea::Size(ZELLib3::Long iIndex) const {

@@ -1,21 +1,21 @@
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 
 #include "zelwbr3/instances/common/analyzer/BackgroundAnalyzer.h"
+#include "zelwbr3/instances/common/settings/ListedParameterHistory.h"
+#include "zelwbr3/instances/common/settings/ListedParameters.h"
 #include "zelwbr3/instances/sqlite/SQLiteActivity.h"
 #include "zelwbr3/instances/sqlite/SQLiteCaches.h"
 #include "zelwbr3/instances/sqlite/SQLiteDataArea.h"
 #include "zelwbr3/instances/sqlite/SQLiteHistory.h"
 #include "zelwbr3/instances/sqlite/SQLiteLogArea.h"
 #include "zelwbr3/instances/sqlite/SQLiteLogSettings.h"
-#include "zelwbr3/instances/sqlite/SQLiteParameterHistory.h"
-#include "zelwbr3/instances/sqlite/SQLiteParameters.h"
 #include "zelwbr3/instances/sqlite/SQLiteSQLTables.h"
 #include "zelwbr3/instances/sqlite/SQLiteSessions.h"
 #include "zelwbr3/instances/sqlite/SQLiteStateInfo.h"
 #include "zelwbr3/instances/sqlite/SQLiteSysInfos.h"
 #include "zelwbr3/instances/sqlite/SQLiteVersion.h"
 #include "zelwbr3/instances/sqlite/file/InstanceFile.h"
-#include "zelwbr3/instances/sqlite/settings/ParameterList.h"
+#include "zelwbr3/instances/sqlite/settings/PragmaList.h"
 
 #include <sqlite3.h>
 #include <sys/utsname.h>
@@ -37,7 +37,7 @@ utsname System() {
 SQLiteDatabase::SQLiteDatabase(const std::string& sPath, const Options& oOptions)
     : m_oFile(std::make_shared<InstanceFile>(sPath, oOptions)),
       m_oStateStore(std::make_shared<StateStore>(oOptions.StateFolder)),
-      m_oParameters(std::make_shared<ParameterList>(m_oFile, m_oStateStore)),
+      m_oParameters(std::make_shared<PragmaList>(m_oFile, m_oStateStore)),
       m_sAnalyzerProgram(oOptions.AnalyzerProgram) {}
 
 std::shared_ptr<ZELLib3::StateInfo> SQLiteDatabase::StateInfo() { return std::make_shared<SQLiteStateInfo>(m_oFile); }
@@ -62,13 +62,13 @@ std::shared_ptr<ZELLib3::Analyzer> SQLiteDatabase::Analyzer() {
 }
 
 std::shared_ptr<ZELLib3::Parameters> SQLiteDatabase::Parameters() {
-  return std::make_shared<SQLiteParameters>(m_oParameters);
+  return std::make_shared<Instances::ListedParameters>(m_oParameters);
 }
 
 std::shared_ptr<ZELLib3::SysInfos> SQLiteDatabase::SysInfos() { return std::make_shared<SQLiteSysInfos>(m_oFile); }
 
 std::shared_ptr<ZELLib3::ParameterHistory> SQLiteDatabase::ParameterHistory() {
-  return std::make_shared<SQLiteParameterHistory>(m_oParameters);
+  return std::make_shared<Instances::ListedParameterHistory>(m_oParameters);
 }
 
 std::shared_ptr<ZELLib3::Caches> SQLiteDatabase::Caches() {

@@ -10,7 +10,7 @@
 namespace ZELWbr3::SQLite {
 
 class InstanceFile;
-class ParameterList;
+class PragmaList;
 class StateStore;
 
 /// A SQLite database file as an instance.
@@ -75,7 +75,7 @@ class SQLiteDatabase : public ZELLib3::Database {
  private:
   std::shared_ptr<InstanceFile> m_oFile;
   std::shared_ptr<StateStore> m_oStateStore;
-  std::shared_ptr<ParameterList> m_oParameters;
+  std::shared_ptr<PragmaList> m_oParameters;
   std::string m_sAnalyzerProgram;
 };
 

@@ -1,7 +1,7 @@
 #include "zelwbr3/instances/sqlite/SQLiteLogArea.h"
 
+#include "zelwbr3/instances/common/VolumeList.h"
 #include "zelwbr3/instances/sqlite/SQLiteLogAreaSettings.h"
-#include "zelwbr3/instances/sqlite/SQLiteVolumes.h"
 
 namespace ZELWbr3::SQLite {
 
@@ -18,8 +18,8 @@ std::string CheckpointState(const WalFile& oWal) {
 }  // namespace
 
 std::shared_ptr<ZELLib3::Volumes> SQLiteLogArea::Volumes() const {
-  VolumeFigures oVolume{m_oFile->PathBeside("-wal"), 2, "", ""};
-  std::vector<VolumeFigures> oVolumes;
+  Instances::VolumeFigures oVolume{m_oFile->PathBeside("-wal"), 2, "", ""};
+  std::vector<Instances::VolumeFigures> oVolumes;
   const auto oReading = m_oFile->Read();
   if (const Usage* pUsage = oReading->Figures()) {
     if (pUsage->UsesWal) {
@@ -37,7 +37,7 @@ std::shared_ptr<ZELLib3::Volumes> SQLiteLogArea::Volumes() const {
     oVolume.Info2 = "as far as the file's size tells";
     oVolumes.push_back(oVolume);
   }
-  return std::make_shared<SQLiteVolumes>(std::move(oVolumes), 1);
+  return std::make_shared<Instances::VolumeList>(std::move(oVolumes), 1);
 }
 
 std::shared_ptr<ZELLib3::LogAreaSettings> SQLiteLogArea::Settings() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/instances/common/settings/ParameterList.h"
 
 #include <optional>
 #include <span>
@@ -12,7 +13,7 @@ class Connection;
 
 /// A pragma that is a setting: it has a value that stays until it is changed.
 struct Pragma {
-  enum class Group { General, Extended, Support };
+  using Group = Instances::ParameterList::Group;
   /// Who keeps the value.
   enum class Keeper {
     File,        ///< the database file, for all connections

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/instances/common/ObservationStore.h"
+#include "zelwbr3/instances/common/settings/ObservationStore.h"
 #include "zelwbr3/instances/sqlite/file/FileId.h"
 #include "zelwbr3/instances/sqlite/file/Handle.h"
 

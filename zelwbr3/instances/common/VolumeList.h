@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-namespace ZELWbr3::SQLite {
+namespace ZELWbr3::Instances {
 
-/// One file of an area. Sizes are pages.
+/// One volume of an area, as it is found. Sizes are pages.
 struct VolumeFigures {
   std::string Name;
   ZELLib3::Long Kind;  ///< 2 log, 3 data
@@ -20,9 +20,9 @@ struct VolumeFigures {
   std::int64_t PagesWritten = -1;
 };
 
-class SQLiteVolume : public ZELLib3::Volume {
+class ListedVolume : public ZELLib3::Volume {
  public:
-  explicit SQLiteVolume(VolumeFigures oFigures) : m_oFigures(std::move(oFigures)) {}
+  explicit ListedVolume(VolumeFigures oFigures) : m_oFigures(std::move(oFigures)) {}
 
   std::string Name() const override { return m_oFigures.Name; }
   ZELLib3::Long Kind() const override { return m_oFigures.Kind; }
@@ -40,20 +40,22 @@ class SQLiteVolume : public ZELLib3::Volume {
   VolumeFigures m_oFigures;
 };
 
-/// The files of one area; all sums are those of the list.
-class SQLiteVolumes : public ZELLib3::Volumes {
+/// The volumes of one area as a list; all sums are those of the list.
+class VolumeList : public ZELLib3::Volumes {
  public:
-  SQLiteVolumes(std::vector<VolumeFigures> oVolumes, ZELLib3::Long iMaxCount)
-      : m_oVolumes(std::move(oVolumes)), m_iMaxCount(iMaxCount) {}
+  /// lSize is the size of all together where they share what is left on a disk;
+  /// -1 = the sum of theirs.
+  VolumeList(std::vector<VolumeFigures> oVolumes, ZELLib3::Long iMaxCount, std::int64_t lSize = -1)
+      : m_oVolumes(std::move(oVolumes)), m_iMaxCount(iMaxCount), m_lSize(lSize) {}
 
   ZELLib3::Long Count() const override { return m_oVolumes.size(); }
   std::shared_ptr<ZELLib3::Volume> Item(ZELLib3::Long iIndex) const override {
     if (iIndex < 1 || iIndex > Count()) throw std::out_of_range("There is no such volume");
-    return std::make_shared<SQLiteVolume>(m_oVolumes[static_cast<std::size_t>(iIndex - 1)]);
+    return std::make_shared<ListedVolume>(m_oVolumes[static_cast<std::size_t>(iIndex - 1)]);
   }
   ZELLib3::Long MaxCount() const override { return m_iMaxCount; }
   ZELLib3::Long CurrentCount() const override { return Count(); }
-  ZELLib3::Long CurrentSize() const override { return Sum(&VolumeFigures::Size); }
+  ZELLib3::Long CurrentSize() const override { return m_lSize < 0 ? Sum(&VolumeFigures::Size) : m_lSize; }
   ZELLib3::Long UsedSize() const override { return Sum(&VolumeFigures::Used); }
   ZELLib3::Long TotalSize() const override { return CurrentSize(); }
   ZELLib3::Long MaxLogCount() const override { return m_iMaxCount; }
@@ -69,6 +71,7 @@ class SQLiteVolumes : public ZELLib3::Volumes {
 
   std::vector<VolumeFigures> m_oVolumes;
   ZELLib3::Long m_iMaxCount;
+  std::int64_t m_lSize;
 };
 
-}  // namespace ZELWbr3::SQLite
+}  // namespace ZELWbr3::Instances

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/ParameterHistory.h"
-#include "zelwbr3/instances/sqlite/settings/ParameterList.h"
+#include "zelwbr3/instances/common/settings/ParameterList.h"
 
-namespace ZELWbr3::SQLite {
+namespace ZELWbr3::Instances {
 
-/// The changes of all settings that were observed, newest first, as of Open.
-class SQLiteParameterHistory : public ZELLib3::ParameterHistory {
+/// The changes of all parameters that were observed, newest first, as of Open.
+class ListedParameterHistory : public ZELLib3::ParameterHistory {
  public:
-  explicit SQLiteParameterHistory(std::shared_ptr<ParameterList> oList) : m_oList(std::move(oList)) {}
+  explicit ListedParameterHistory(std::shared_ptr<ParameterList> oList) : m_oList(std::move(oList)) {}
 
   /// False once when what is remembered cannot be read; then as without any.
   bool Open() override {
@@ -25,15 +25,15 @@ class SQLiteParameterHistory : public ZELLib3::ParameterHistory {
   std::string Parameter() const override { return Current().Name; }
   std::string Value() const override { return Current().Value; }
   std::string NewValue() const override { return Current().NewValue; }
-  /// Nobody says why a setting was changed.
-  std::string Text() const override { return {}; }
+  /// Where the present value comes from; who changed it, and why, nobody says.
+  std::string Text() const override { return HasEntry() ? m_oList->SourceOf(Current().Name) : std::string(); }
 
  private:
-  StateStore::Change Current() const { return HasEntry() ? m_oChanges[m_iCurrent] : StateStore::Change{}; }
+  ObservationStore::Change Current() const { return HasEntry() ? m_oChanges[m_iCurrent] : ObservationStore::Change{}; }
 
   std::shared_ptr<ParameterList> m_oList;
-  std::vector<StateStore::Change> m_oChanges;
+  std::vector<ObservationStore::Change> m_oChanges;
   std::size_t m_iCurrent = 0;
 };
 
-}  // namespace ZELWbr3::SQLite
+}  // namespace ZELWbr3::Instances

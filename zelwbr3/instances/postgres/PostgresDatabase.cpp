@@ -1,0 +1,116 @@
+#include "zelwbr3/instances/postgres/PostgresDatabase.h"
+
+#include "zelwbr3/instances/common/settings/ListedParameterHistory.h"
+#include "zelwbr3/instances/common/settings/ListedParameters.h"
+#include "zelwbr3/instances/postgres/PostgresActivity.h"
+#include "zelwbr3/instances/postgres/PostgresCaches.h"
+#include "zelwbr3/instances/postgres/PostgresDataArea.h"
+#include "zelwbr3/instances/postgres/PostgresHotStandby.h"
+#include "zelwbr3/instances/postgres/PostgresLogArea.h"
+#include "zelwbr3/instances/postgres/PostgresSessions.h"
+#include "zelwbr3/instances/postgres/PostgresStateInfo.h"
+#include "zelwbr3/instances/postgres/PostgresVersion.h"
+#include "zelwbr3/instances/postgres/server/Server.h"
+
+#include <sys/utsname.h>
+
+namespace ZELWbr3::Postgres {
+
+namespace {
+
+utsname System() {
+  utsname oSystem{};
+  uname(&oSystem);
+  return oSystem;
+}
+
+}  // namespace
+
+PostgresDatabase::PostgresDatabase(std::string_view sAddress, const Options& oOptions)
+    : m_oServer(std::make_shared<Server>(sAddress, oOptions)),
+      m_oParameters(std::make_shared<ServerParameters>(m_oServer)) {}
+
+std::shared_ptr<ZELLib3::StateInfo> PostgresDatabase::StateInfo() {
+  return std::make_shared<PostgresStateInfo>(m_oServer);
+}
+
+std::shared_ptr<ZELLib3::Parameters> PostgresDatabase::Parameters() {
+  return std::make_shared<Instances::ListedParameters>(m_oParameters);
+}
+
+std::shared_ptr<ZELLib3::LogSettings> PostgresDatabase::LogSettings() {
+  return std::make_shared<PostgresLogSettings>(m_oServer);
+}
+
+std::shared_ptr<ZELLib3::ParameterHistory> PostgresDatabase::ParameterHistory() {
+  return std::make_shared<Instances::ListedParameterHistory>(m_oParameters);
+}
+
+std::shared_ptr<ZELLib3::Caches> PostgresDatabase::Caches() {
+  return std::make_shared<PostgresCaches>(m_oServer, m_oParameters);
+}
+
+std::shared_ptr<ZELLib3::Activity> PostgresDatabase::Activity() {
+  return std::make_shared<PostgresActivity>(m_oServer);
+}
+
+std::shared_ptr<ZELLib3::DataArea> PostgresDatabase::DataArea() {
+  return std::make_shared<PostgresDataArea>(m_oServer);
+}
+
+std::shared_ptr<ZELLib3::LogArea> PostgresDatabase::LogArea() { return std::make_shared<PostgresLogArea>(m_oServer); }
+
+std::shared_ptr<ZELLib3::Sessions> PostgresDatabase::Sessions() {
+  return std::make_shared<PostgresSessions>(m_oServer);
+}
+
+std::shared_ptr<ZELLib3::HotStandby> PostgresDatabase::HotStandby() {
+  return std::make_shared<PostgresHotStandby>(m_oServer);
+}
+
+ZELLib3::Error PostgresDatabase::LastError() { return m_oServer->LastError(); }
+
+std::string PostgresDatabase::InstanceName() { return m_oServer->InstanceName(); }
+
+ZELLib3::Long PostgresDatabase::InstanceNumber() { return m_oServer->Rights().Port; }
+
+std::shared_ptr<ZELLib3::Version> PostgresDatabase::Version() {
+  return std::make_shared<PostgresVersion>(m_oServer->Rights().VersionText);
+}
+
+/// The page shows both in brackets, so neither is ever empty.
+std::string PostgresDatabase::OSVersion() {
+  if (m_oServer->Local() != nullptr) return System().release;
+  const std::string& sPlatform = m_oServer->Rights().Platform;
+  return sPlatform.empty() ? "unknown" : sPlatform.substr(0, sPlatform.find('-'));
+}
+
+std::string PostgresDatabase::OSName() {
+  if (m_oServer->Local() != nullptr) return System().sysname;
+  const std::string& sPlatform = m_oServer->Rights().Platform;
+  if (sPlatform.empty()) return "unknown";
+  return sPlatform.find("linux") != std::string::npos ? "Linux" : sPlatform;
+}
+
+bool PostgresDatabase::Connected() { return m_oServer->Refresh(); }
+
+ZELLib3::Long PostgresDatabase::PageSize() { return m_oServer->PageSize(); }
+
+std::string PostgresDatabase::RunDirectory() { return m_oServer->DataDirectory(); }
+
+ZELLib3::Long PostgresDatabase::HotStandbyRole() { return PostgresHotStandby::Role(*m_oServer); }
+
+bool PostgresDatabase::HotStandbyWarning() {
+  const auto oFigures = m_oServer->ReadFigures();
+  return oFigures && oFigures->StandbyWarns();
+}
+
+void PostgresDatabase::Interrupt() { m_oServer->Interrupt(); }
+
+void PostgresDatabase::WaitRunner(Runner oRunner) { m_oServer->Waiter().Runner(std::move(oRunner)); }
+
+std::shared_ptr<ZELLib3::Database> OpenDatabase(std::string_view sAddress, const Options& oOptions) {
+  return std::make_shared<PostgresDatabase>(sAddress, oOptions);
+}
+
+}  // namespace ZELWbr3::Postgres

@@ -1,0 +1,310 @@
+#include "zelwbr3/instances/postgres/connection/Connection.h"
+
+#include "zelwbr3/base/Text.h"
+#include "zelwbr3/instances/postgres/connection/Queries.h"
+
+#include <sys/poll.h>
+
+#include <algorithm>
+#include <charconv>
+#include <thread>
+
+namespace ZELWbr3::Postgres {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = Waiter::Clock;
+
+/// An answer that comes within this time is worth no other thread.
+constexpr auto kSoon = 20ms;
+
+constexpr char kConnecting[] = "connecting";
+
+/// A host's own settings come first.
+constexpr std::pair<const char*, const char*> kDefaults[] = {{"fallback_application_name", "zelwbr3"},
+                                                             {"client_encoding", "UTF8"},
+                                                             {"keepalives_idle", "30"},
+                                                             {"tcp_user_timeout", "10000"}};
+
+std::chrono::milliseconds ConnectTimeoutOf(const Address& oAddress) {
+  const std::string sValue = oAddress.Value("connect_timeout");
+  int lSeconds = 0;
+  std::from_chars(sValue.data(), sValue.data() + sValue.size(), lSeconds);
+  // As libpq reads it: none or less waits for ever, which no page may, and 1 is 2.
+  if (lSeconds <= 0) return Connection::ConnectTimeout;
+  return std::chrono::seconds(std::clamp(lSeconds, 2, 60));
+}
+
+/// Settings as libpq takes them. The settings outlive it.
+class Arguments {
+ public:
+  explicit Arguments(const Address::Settings& oSettings) {
+    for (const auto& [sKeyword, sValue] : oSettings) {
+      m_keywords.push_back(sKeyword.c_str());
+      m_values.push_back(sValue.c_str());
+    }
+    m_keywords.push_back(nullptr);
+    m_values.push_back(nullptr);
+  }
+  const char* const* Keywords() const { return m_keywords.data(); }
+  const char* const* Values() const { return m_values.data(); }
+
+ private:
+  std::vector<const char*> m_keywords;
+  std::vector<const char*> m_values;
+};
+
+/// One part of a message of libpq: "severity:  SQLSTATE: text", with its details
+/// in the lines after it, as its verbose form has them.
+struct Message {
+  std::string SQLState;
+  std::string Text;
+};
+
+Message ParseVerbose(const std::string& sMessage) {
+  const auto IsCode = [](std::string_view s) {
+    return std::ranges::all_of(s, [](char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z'); });
+  };
+  for (std::size_t i = 0; (i = sMessage.find(":  ", i)) != std::string::npos; ++i) {
+    const auto iCode = i + 3;
+    if (sMessage.compare(iCode + 5, 2, ": ") != 0 || !IsCode(std::string_view(sMessage).substr(iCode, 5))) continue;
+    const auto iEnd = std::min(sMessage.find('\n', iCode), sMessage.size());
+    return {sMessage.substr(iCode, 5), sMessage.substr(iCode + 7, iEnd - iCode - 7)};
+  }
+  return {{}, sMessage};
+}
+
+std::string Field(const PGresult* pResult, int iField) {
+  const char* pText = pResult == nullptr ? nullptr : PQresultErrorField(pResult, iField);
+  return pText == nullptr ? std::string() : pText;
+}
+
+std::string Line(const std::string& sText) { return Text::Trim(Text::OneLine(Text::Trim(sText, " \n"))); }
+
+std::string SecondsText(std::chrono::milliseconds dTime) {
+  return std::to_string(std::chrono::ceil<std::chrono::seconds>(dTime).count()) + " s";
+}
+
+}  // namespace
+
+Connection::Connection(const Address& oAddress, Waiter& oWaiter)
+    : m_oAddress(oAddress), m_oWaiter(oWaiter), m_oHandle(nullptr, PQfinish) {
+  const auto hosts = oAddress.EachHost();
+  for (std::size_t i = 0; i < hosts.size(); ++i) {
+    try {
+      m_oWaiter.Run([&] { Connect(hosts[i]); });
+      break;
+    } catch (const PasswordNeeded&) {
+      throw;
+    } catch (const ServerError& oError) {
+      // As libpq: another host is tried only when this one did not answer.
+      const bool bAnswered = !oError.SQLState().empty() && oError.SQLState() != "57P03";
+      if (bAnswered || i + 1 == hosts.size()) throw;
+    }
+  }
+  PQsetErrorVerbosity(m_oHandle.get(), PQERRORS_DEFAULT);
+  // What the server tells by the way belongs on nobody's screen.
+  PQsetNoticeReceiver(
+      m_oHandle.get(), [](void*, const PGresult*) {}, nullptr);
+  PQsetnonblocking(m_oHandle.get(), 1);
+  m_oCancel.reset(PQgetCancel(m_oHandle.get()), PQfreeCancel);
+  CheckDirect();
+  SetUpSession();
+}
+
+Connection::~Connection() = default;
+
+bool Connection::Answers(const Address& oAddress, Waiter& oWaiter) {
+  Address::Settings oSettings = oAddress.Given();
+  oSettings["connect_timeout"] = "2";
+  const Arguments oArguments(oSettings);
+  PGPing ePing = PQPING_NO_RESPONSE;
+  oWaiter.Run([&] { ePing = PQpingParams(oArguments.Keywords(), oArguments.Values(), 0); });
+  return ePing == PQPING_OK || ePing == PQPING_REJECT;
+}
+
+void Connection::Connect(const Address::Settings& oSettings) {
+  Address::Settings oAll = oSettings;
+  oAll.insert(std::begin(kDefaults), std::end(kDefaults));
+  if (!m_oAddress.Password().empty()) oAll["password"] = m_oAddress.Password();
+  const Arguments oArguments(oAll);
+  m_oHandle.reset(PQconnectStartParams(oArguments.Keywords(), oArguments.Values(), 0));
+  if (m_oHandle == nullptr) throw std::bad_alloc();
+  // The only way to the SQLSTATE of a refusal.
+  PQsetErrorVerbosity(m_oHandle.get(), PQERRORS_VERBOSE);
+  const auto dTimeout = ConnectTimeoutOf(m_oAddress);
+  const auto dUntil = Clock::now() + dTimeout;
+  PostgresPollingStatusType eStep = PGRES_POLLING_WRITING;
+  while (PQstatus(m_oHandle.get()) != CONNECTION_BAD) {
+    const auto eEnd =
+        m_oWaiter.Await(PQsocket(m_oHandle.get()), eStep == PGRES_POLLING_READING ? POLLIN : POLLOUT, dUntil);
+    if (eEnd == Waiter::End::TimeIsUp) {
+      throw NoAnswer({}, m_oAddress.Shown(), kConnecting, "no answer within " + SecondsText(dTimeout));
+    }
+    if (eEnd == Waiter::End::Interrupted) RaiseInterrupted(kConnecting);
+    eStep = PQconnectPoll(m_oHandle.get());
+    if (eStep == PGRES_POLLING_OK) return;
+    if (eStep == PGRES_POLLING_FAILED) break;
+  }
+  RaiseNotConnected();
+}
+
+/// A pooler tells a process number of its own.
+void Connection::CheckDirect() {
+  const std::string sAsked = "asking for the server process";
+  const Result oAnswer = Execute("SELECT pg_catalog.pg_backend_pid()", sAsked);
+  m_lProcess = static_cast<int>(std::stol(oAnswer.Text(0, 0)));
+  if (m_lProcess == PQbackendPID(m_oHandle.get())) return;
+  throw ServerError(
+      {}, m_oAddress.Shown(), sAsked,
+      "a pooler stands in between, whose server connections others use, too; connect to the server itself");
+}
+
+/// Until the search path is ours, every name is qualified: somebody else may have
+/// put a schema in front, with functions of the same names.
+void Connection::SetUpSession() {
+  const std::string sAsked = "setting up the session";
+  m_sSearchPath = Execute("SELECT pg_catalog.current_schemas(true)", sAsked).Text(0, 0);
+  Execute("SELECT pg_catalog.set_config('search_path', 'pg_catalog', false)", sAsked);
+  Execute(Queries::SQL("session"), sAsked);
+}
+
+Result Connection::Execute(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters) {
+  std::vector<const char*> values;
+  values.reserve(parameters.size());
+  for (const auto& oValue : parameters) values.push_back(oValue ? oValue->c_str() : nullptr);
+  if (PQsendQueryParams(m_oHandle.get(), sSQL.c_str(), static_cast<int>(values.size()), nullptr, values.data(), nullptr,
+                        nullptr, 0) == 0) {
+    RaiseLost(sAsked, PQerrorMessage(m_oHandle.get()));
+  }
+  return Finish(sAsked);
+}
+
+void Connection::ExecuteAll(const std::string& sSQL, const std::string& sAsked) {
+  if (PQsendQuery(m_oHandle.get(), sSQL.c_str()) == 0) RaiseLost(sAsked, PQerrorMessage(m_oHandle.get()));
+  Finish(sAsked);
+}
+
+Result Connection::Finish(const std::string& sAsked) {
+  // Most answers are there at once.
+  const auto dSoon = Clock::now() + kSoon;
+  while (!HasAnswer() && m_oWaiter.Await(PQsocket(m_oHandle.get()), POLLIN, dSoon) == Waiter::End::Ready) {
+  }
+  if (HasAnswer()) return Await(sAsked);
+  std::optional<Result> oResult;
+  m_oWaiter.Run([&] { oResult.emplace(Await(sAsked)); });
+  return *oResult;
+}
+
+/// What has arrived is taken in; true when the next part of the answer is whole,
+/// or will not come.
+bool Connection::HasAnswer() {
+  return PQflush(m_oHandle.get()) < 0 || PQconsumeInput(m_oHandle.get()) == 0 || PQisBusy(m_oHandle.get()) == 0;
+}
+
+Result Connection::Await(const std::string& sAsked) {
+  Result oLast(nullptr);
+  std::shared_ptr<PGresult> oFailed;
+  for (;;) {
+    AwaitAnswer(sAsked);
+    std::shared_ptr<PGresult> oPart(PQgetResult(m_oHandle.get()), PQclear);
+    if (oPart == nullptr) break;
+    const auto eStatus = PQresultStatus(oPart.get());
+    if (eStatus == PGRES_FATAL_ERROR && oFailed == nullptr) {
+      oFailed = oPart;
+    } else {
+      oLast = Result(oPart);
+    }
+  }
+  if (oFailed != nullptr) Raise(oFailed.get(), sAsked);
+  return oLast;
+}
+
+void Connection::AwaitAnswer(const std::string& sAsked) {
+  while (!HasAnswer()) {
+    const short lEvents = PQflush(m_oHandle.get()) > 0 ? POLLIN | POLLOUT : POLLIN;
+    const auto eEnd = m_oWaiter.Await(PQsocket(m_oHandle.get()), lEvents, m_oWaiter.Deadline());
+    if (eEnd == Waiter::End::Ready) continue;
+    GiveUp();
+    if (eEnd == Waiter::End::Interrupted) RaiseInterrupted(sAsked);
+    throw NoAnswer({}, m_oAddress.Shown(), sAsked, "the server has not answered in time");
+  }
+}
+
+/// Asks the server to cancel the statement, and gives the connection up: the
+/// request goes its own way, nobody knows how fast, and must not hit the next
+/// statement.
+void Connection::GiveUp() {
+  std::thread([oCancel = m_oCancel] {
+    char sIgnored[256];
+    PQcancel(oCancel.get(), sIgnored, sizeof sIgnored);
+  }).detach();
+  m_bGivenUp = true;
+}
+
+bool Connection::IsLost() const { return m_bGivenUp || PQstatus(m_oHandle.get()) == CONNECTION_BAD; }
+
+void Connection::Raise(const PGresult* pResult, const std::string& sAsked) const {
+  const std::string sState = Field(pResult, PG_DIAG_SQLSTATE);
+  std::string sText = Line(Field(pResult, PG_DIAG_MESSAGE_PRIMARY));
+  if (const std::string sDetail = Line(Field(pResult, PG_DIAG_MESSAGE_DETAIL)); !sDetail.empty()) {
+    sText += " (" + sDetail + ")";
+  }
+  if (IsLost()) {
+    const std::string sWhy = sText.empty() ? Line(PQerrorMessage(m_oHandle.get())) : sText;
+    throw ConnectionLost(sState, m_oAddress.Shown(), sAsked, m_oAddress.Hide(sWhy));
+  }
+  throw ServerError(sState, m_oAddress.Shown(), sAsked, m_oAddress.Hide(sText));
+}
+
+void Connection::RaiseLost(const std::string& sAsked, const std::string& sWhy) const {
+  throw ConnectionLost({}, m_oAddress.Shown(), sAsked, m_oAddress.Hide(Line(sWhy)));
+}
+
+void Connection::RaiseInterrupted(const std::string& sAsked) const {
+  throw ServerError("57014", m_oAddress.Shown(), sAsked, "interrupted");
+}
+
+void Connection::RaiseNotConnected() const {
+  const Message oMessage = ParseVerbose(m_oAddress.Hide(PQerrorMessage(m_oHandle.get())));
+  const std::string sText = Line(oMessage.Text);
+  if (PQconnectionNeedsPassword(m_oHandle.get()) != 0) {
+    throw PasswordNeeded(oMessage.SQLState, m_oAddress.Shown(), kConnecting, sText);
+  }
+  throw ServerError(oMessage.SQLState, m_oAddress.Shown(), kConnecting, sText);
+}
+
+Connection::Snapshot::Snapshot(Connection& oConnection, const std::string& sAsked) : m_oConnection(oConnection) {
+  oConnection.Execute("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", sAsked);
+}
+
+Connection::Snapshot::~Snapshot() {
+  if (m_oConnection.IsLost()) return;
+  try {
+    m_oConnection.Execute("ROLLBACK", "ending a reading");
+  } catch (const std::exception&) {
+    m_oConnection.m_bGivenUp = true;
+  }
+}
+
+Connection::Change::Change(Connection& oConnection, const std::string& sAsked)
+    : m_oConnection(oConnection), m_sAsked(sAsked) {
+  oConnection.Execute("BEGIN READ WRITE", sAsked);
+}
+
+Connection::Change::~Change() {
+  if (!m_bOpen || m_oConnection.IsLost()) return;
+  try {
+    m_oConnection.Execute("ROLLBACK", m_sAsked);
+  } catch (const std::exception&) {
+    m_oConnection.m_bGivenUp = true;
+  }
+}
+
+void Connection::Change::Commit() {
+  m_oConnection.Execute("COMMIT", m_sAsked);
+  m_bOpen = false;
+}
+
+}  // namespace ZELWbr3::Postgres

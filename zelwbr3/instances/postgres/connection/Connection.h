@@ -1,0 +1,116 @@
+#pragma once
+
+#include "zelwbr3/instances/postgres/connection/Address.h"
+#include "zelwbr3/instances/postgres/connection/Result.h"
+#include "zelwbr3/instances/postgres/connection/ServerError.h"
+#include "zelwbr3/instances/postgres/connection/Waiter.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ZELWbr3::Postgres {
+
+/// One connection to a server, from which figures are read.
+///
+/// Its session is read-only, waits neither long for a lock nor for a statement,
+/// and is ended by the server itself when nothing has been asked for ten minutes
+/// (14 and later). Nothing stays open between two statements unless Transaction
+/// says so. Failures raise ServerError; no text contains the password.
+class Connection {
+ public:
+  using Parameters = std::vector<std::optional<std::string>>;
+
+  /// How long connecting may take, to each of the hosts of an address, unless the
+  /// address says so itself.
+  static constexpr std::chrono::seconds ConnectTimeout{5};
+
+  /// Connects; gives up a host that does not answer and goes on to the next one.
+  /// Refuses a pooler in between, which would give what is set here to others.
+  Connection(const Address& oAddress, Waiter& oWaiter);
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  /// Whether a server answers at the address, even if it lets nobody in. Waits up to
+  /// 2 seconds for each of its hosts.
+  static bool Answers(const Address& oAddress, Waiter& oWaiter);
+
+  /// Runs one statement with parameters $1, $2, ... and returns its last row set.
+  /// sAsked says in an error what it was for. Raises ConnectionLost when the
+  /// connection has ended, NoAnswer when the task's time is up.
+  Result Execute(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters = {});
+  /// Statements without parameters in one go, separated by semicolons.
+  void ExecuteAll(const std::string& sSQL, const std::string& sAsked);
+
+  /// The connection has ended, or an answer was given up. It is to be replaced.
+  bool IsLost() const;
+  /// Number of the server process.
+  int Process() const { return m_lProcess; }
+  /// The server's version as a number: 15 is 150000, 15.3 150003.
+  int Version() const { return PQserverVersion(m_oHandle.get()); }
+  /// The host that answered, a folder for a socket; and its port.
+  std::string Host() const { return PQhost(m_oHandle.get()); }
+  std::string Port() const { return PQport(m_oHandle.get()); }
+  /// The schemas in which a name without one is looked up, as a text of type
+  /// name[]: those of the user, from before the session was set up.
+  const std::string& SearchPath() const { return m_sSearchPath; }
+  /// Through a socket of this machine.
+  bool IsSocket() const { return Host().starts_with('/') || Host().starts_with('@'); }
+
+  /// A read-only transaction that shows one moment, as long as the object lives.
+  class Snapshot {
+   public:
+    Snapshot(Connection& oConnection, const std::string& sAsked);
+    ~Snapshot();
+    Snapshot(const Snapshot&) = delete;
+    Snapshot& operator=(const Snapshot&) = delete;
+
+   private:
+    Connection& m_oConnection;
+  };
+
+  /// A transaction that changes what Connection's session must not: committed by
+  /// Commit, taken back by the end of the object.
+  class Change {
+   public:
+    Change(Connection& oConnection, const std::string& sAsked);
+    ~Change();
+    Change(const Change&) = delete;
+    Change& operator=(const Change&) = delete;
+    void Commit();
+
+   private:
+    Connection& m_oConnection;
+    std::string m_sAsked;
+    bool m_bOpen = true;
+  };
+
+ private:
+  using Handle = std::unique_ptr<PGconn, void (*)(PGconn*)>;
+
+  void Connect(const Address::Settings& oSettings);
+  void CheckDirect();
+  void SetUpSession();
+  Result Finish(const std::string& sAsked);
+  Result Await(const std::string& sAsked);
+  void AwaitAnswer(const std::string& sAsked);
+  bool HasAnswer();
+  void GiveUp();
+  [[noreturn]] void Raise(const PGresult* pResult, const std::string& sAsked) const;
+  [[noreturn]] void RaiseLost(const std::string& sAsked, const std::string& sWhy) const;
+  [[noreturn]] void RaiseInterrupted(const std::string& sAsked) const;
+  [[noreturn]] void RaiseNotConnected() const;
+
+  Address m_oAddress;
+  Waiter& m_oWaiter;
+  Handle m_oHandle;
+  std::shared_ptr<PGcancel> m_oCancel;
+  int m_lProcess = 0;
+  std::string m_sSearchPath;
+  bool m_bGivenUp = false;
+};
+
+}  // namespace ZELWbr3::Postgres

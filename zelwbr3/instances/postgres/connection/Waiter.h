@@ -1,0 +1,54 @@
+#pragma once
+
+#include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/instances/common/Descriptor.h"
+
+#include <chrono>
+#include <functional>
+
+namespace ZELWbr3::Postgres {
+
+/// How everything waits that waits for a server: until a deadline, until another
+/// thread asks it to end, and, when it takes long, on another thread, so that the
+/// program that asks stays alive.
+class Waiter {
+ public:
+  using Clock = std::chrono::steady_clock;
+  enum class End { Ready, TimeIsUp, Interrupted };
+
+  Waiter();
+
+  void Runner(ZELLib3::Database::Runner oRunner) { m_oRunner = std::move(oRunner); }
+  /// Ends the wait that is going on, and those until Allow. From any thread.
+  void Interrupt();
+
+  /// Begins a task, which may take this long in all. Within a task it does
+  /// nothing.
+  class Task {
+   public:
+    Task(Waiter& oWaiter, std::chrono::milliseconds dAllowed);
+    ~Task();
+    Task(const Task&) = delete;
+    Task& operator=(const Task&) = delete;
+
+   private:
+    Waiter& m_oWaiter;
+    bool m_bOutermost;
+  };
+  Clock::time_point Deadline() const { return m_dDeadline; }
+
+  /// Runs work that may wait; oWork may call it again.
+  void Run(const std::function<void()>& oWork);
+  /// Waits until a descriptor is ready; lEvents is poll's POLLIN or POLLOUT, or
+  /// both. lDescriptor -1 = only for the time, or an interrupt.
+  End Await(int lDescriptor, short lEvents, Clock::time_point dUntil);
+
+ private:
+  ZELLib3::Database::Runner m_oRunner;
+  Instances::Descriptor m_oInterrupt;  ///< readable while interrupted
+  Clock::time_point m_dDeadline;
+  bool m_bInTask = false;
+  bool m_bRunning = false;
+};
+
+}  // namespace ZELWbr3::Postgres
