@@ -8,7 +8,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace ZELWbr3::Postgres;
+using ZELWbr3::Postgres::OpenDatabase;
+using ZELWbr3::Postgres::Options;
 using PostgresServers::Await;
 using PostgresServers::Client;
 using PostgresServers::Server;
@@ -90,6 +91,7 @@ TEST(PostgresFigures, ParametersTellValuesSourcesWaitingOnesAndObservedChanges) 
   Await([&] { return oParameters->Load() && oParameters->Item("work_mem")->Value() == "7MB"; }, "the new value");
   const auto oMemory = oParameters->Item("work_mem");
   EXPECT_NE(std::string::npos, oMemory->Explanation().find("postgresql.auto.conf, line ")) << oMemory->Explanation();
+  EXPECT_TRUE(oDatabase->ParameterHistory()->Open()) << oDatabase->LastError().ErrorText;
   ASSERT_EQ(1, oMemory->HistoryCount());
   EXPECT_EQ("7MB", oMemory->HistoryNewValue(1));
   const auto oConnections = oParameters->Item("max_connections");
@@ -105,7 +107,8 @@ TEST(PostgresFigures, SessionsTellWhoWaitsForWhom) {
   Client oBlocker(oServer.Address());
   Client oWaiting(oServer.Address("ordinary"));
   Client oWitness(oServer.Address());
-  oBlocker.Run("CREATE TABLE t(i int); GRANT ALL ON t TO ordinary; BEGIN; LOCK t");
+  oBlocker.Run("CREATE TABLE t(i int); GRANT ALL ON t TO ordinary");
+  oBlocker.Run("BEGIN; LOCK t");
   oWaiting.Send("SELECT * FROM t");
   Await([&] { return oWitness.Number("SELECT count(*) FROM pg_locks WHERE NOT granted") == 1; }, "the lock");
   const auto oSessions = Open(oServer.Address("monitor"))->Sessions();
@@ -155,7 +158,8 @@ TEST(PostgresFigures, AStandbyAndItsPrimaryTellOfEachOther) {
   Await([&] { return !oMaster->HotStandbyWarning() && !oFollower->HotStandbyWarning(); }, "streaming");
   EXPECT_EQ(1, oMaster->HotStandbyRole());
   ASSERT_EQ(2u, oMaster->HotStandby()->Nodes().size());
-  EXPECT_TRUE(oMaster->HotStandby()->Nodes()[1].StateText.starts_with("streaming, async, "));
+  const std::string sText = oMaster->HotStandby()->Nodes()[1].StateText;
+  EXPECT_TRUE(sText.starts_with("streaming, async")) << sText;
   EXPECT_EQ(2, oFollower->HotStandbyRole());
   EXPECT_EQ(ZELLib3::Status::Online, oFollower->StateInfo()->Status());
   EXPECT_EQ("Online (standby, streaming)", oFollower->StateInfo()->StateText());

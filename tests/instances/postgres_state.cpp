@@ -14,7 +14,11 @@
 #include <chrono>
 #include <future>
 
-using namespace ZELWbr3::Postgres;
+using ZELWbr3::Postgres::CodeOf;
+using ZELWbr3::Postgres::OpenDatabase;
+using ZELWbr3::Postgres::Options;
+using ZELWbr3::Postgres::PasswordNeeded;
+using ZELWbr3::Postgres::ServerError;
 using PostgresServers::Await;
 using PostgresServers::Client;
 using PostgresServers::Server;
