@@ -24,11 +24,6 @@ constexpr char RecordedKind[] = "recorded";
 constexpr char SQLiteKind[] = "sqlite";
 constexpr char ServerKind[] = "postgresql";
 
-/// The argument is a server's address, in libpq's form.
-bool IsServer(const std::string& sInstance) {
-  return sInstance.starts_with("postgresql://") || sInstance.starts_with("postgres://");
-}
-
 struct Argument {
   std::string Kind;
   std::string File;

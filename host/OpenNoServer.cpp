@@ -4,8 +4,16 @@
 
 namespace ZELWbr3::Host {
 
+namespace {
+
+constexpr char kNone[] = "This program was built without support for PostgreSQL servers";
+
+}  // namespace
+
 std::shared_ptr<ZELLib3::Database> OpenServer(const std::string&, Recorded::CallObserver) {
-  throw std::runtime_error("This program was built without support for PostgreSQL servers");
+  throw std::runtime_error(kNone);
 }
+
+Instances::EvaluatedInstance EvaluatedServer(const std::string&) { throw std::runtime_error(kNone); }
 
 }  // namespace ZELWbr3::Host

@@ -1,5 +1,6 @@
 // zelanalyzer: evaluates an instance at an interval, in the background.
 
+#include "host/OpenServer.h"
 #include "host/StandardStreams.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/common/daemon/AnalyzerRun.h"
@@ -30,9 +31,10 @@ Instances::EvaluatedInstance DatabaseFile(const std::string& sName) {
 }
 
 Instances::EvaluatedInstance InstanceOf(const std::string& sInstance) {
+  if (Host::IsServer(sInstance)) return Host::EvaluatedServer(sInstance);
   const std::string sKind = "sqlite:";
   if (!sInstance.starts_with(sKind)) {
-    throw std::invalid_argument("The instance \"" + sInstance + "\" is not sqlite:FILE");
+    throw std::invalid_argument("The instance \"" + sInstance + "\" is neither sqlite:FILE nor postgresql://…");
   }
   if (sInstance == sKind) throw std::invalid_argument("The instance \"" + sInstance + "\" names no file");
   return DatabaseFile(sInstance.substr(sKind.size()));
@@ -65,7 +67,7 @@ int main(int argc, char** argv) {
       "Starts the analyzer of an instance in the background: it evaluates the instance at an interval and writes "
       "protocol sets.",
       "zelanalyzer");
-  oApp.add_option("INSTANCE", sInstance, "sqlite:FILE");
+  oApp.add_option("INSTANCE", sInstance, "sqlite:FILE or postgresql://…");
   oApp.add_option("--config", oOptions.ConfigFile, "Configuration file: which groups of figures are written");
   oApp.add_option("--number", oOptions.Number, "Evaluations until it ends, 0 (endless) unless given")->check(oCount);
   oApp.add_option("--interval", oOptions.Interval,

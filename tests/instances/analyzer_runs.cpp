@@ -202,7 +202,7 @@ TEST_F(AnalyzerRuns, WhatCannotBeStartedIsNamedAndNothingIsMade) {
   const std::string sInstance = "sqlite:" + Path();
   for (const auto& [arguments, sWrong] :
        {std::pair<Strings, const char*>({}, "INSTANCE is required"),
-        {{"a.db"}, "The instance \"a.db\" is not sqlite:FILE"},
+        {{"a.db"}, "The instance \"a.db\" is neither sqlite:FILE nor postgresql://…"},
         {{"sqlite:"}, "The instance \"sqlite:\" names no file"},
         {{"sqlite:/no such\nfile"}, "/no such file: no such file"},
         {{sInstance, "--number=3000000000"}, "--number: Value 3000000000 not in range 0 to 2147483647"},

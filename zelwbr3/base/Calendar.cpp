@@ -51,6 +51,18 @@ Date LocalTime(std::time_t tTime) {
           oTime.tm_hour,        oTime.tm_min,     std::min(oTime.tm_sec, 59)};
 }
 
+std::time_t TimeOf(const Date& dLocal) {
+  std::tm oTime{};
+  oTime.tm_year = dLocal.Year - 1900;
+  oTime.tm_mon = dLocal.Month - 1;
+  oTime.tm_mday = dLocal.Day;
+  oTime.tm_hour = dLocal.Hour;
+  oTime.tm_min = dLocal.Minute;
+  oTime.tm_sec = dLocal.Second;
+  oTime.tm_isdst = -1;  // the system knows
+  return std::mktime(&oTime);
+}
+
 Date Now() { return LocalTime(std::time(nullptr)); }
 
 std::string ISOText(const Date& dDate, char cBetween) {

@@ -17,6 +17,8 @@ bool Exists(const Date& dDate);
 /// A moment in the computer's local time.
 Date LocalTime(std::time_t tTime);
 Date Now();
+/// The other way round. Where clocks were set back, one of the two moments.
+std::time_t TimeOf(const Date& dLocal);
 
 /// "2026-01-31T23:59:59"; cBetween is the character between day and time.
 std::string ISOText(const Date& dDate, char cBetween = 'T');

@@ -5,14 +5,19 @@
 #include "zelwbr3/instances/postgres/PostgresActivity.h"
 #include "zelwbr3/instances/postgres/PostgresCaches.h"
 #include "zelwbr3/instances/postgres/PostgresDataArea.h"
+#include "zelwbr3/instances/postgres/PostgresHistory.h"
 #include "zelwbr3/instances/postgres/PostgresHotStandby.h"
 #include "zelwbr3/instances/postgres/PostgresLogArea.h"
 #include "zelwbr3/instances/postgres/PostgresSessions.h"
 #include "zelwbr3/instances/postgres/PostgresStateInfo.h"
 #include "zelwbr3/instances/postgres/PostgresVersion.h"
+#include "zelwbr3/instances/postgres/analyzer/AnalyzerSetup.h"
+#include "zelwbr3/instances/postgres/operations/Operations.h"
 #include "zelwbr3/instances/postgres/server/Server.h"
 
 #include <sys/utsname.h>
+
+#include <filesystem>
 
 namespace ZELWbr3::Postgres {
 
@@ -28,7 +33,8 @@ utsname System() {
 
 PostgresDatabase::PostgresDatabase(std::string_view sAddress, const Options& oOptions)
     : m_oServer(std::make_shared<Server>(sAddress, oOptions)),
-      m_oParameters(std::make_shared<ServerParameters>(m_oServer)) {}
+      m_oParameters(std::make_shared<ServerParameters>(m_oServer)),
+      m_oOperations(std::make_shared<Operations>(m_oServer)) {}
 
 std::shared_ptr<ZELLib3::StateInfo> PostgresDatabase::StateInfo() {
   return std::make_shared<PostgresStateInfo>(m_oServer);
@@ -108,6 +114,42 @@ bool PostgresDatabase::HotStandbyWarning() {
 void PostgresDatabase::Interrupt() { m_oServer->Interrupt(); }
 
 void PostgresDatabase::WaitRunner(Runner oRunner) { m_oServer->Waiter().Runner(std::move(oRunner)); }
+
+std::shared_ptr<ZELLib3::History> PostgresDatabase::History() { return std::make_shared<PostgresHistory>(m_oServer); }
+
+std::shared_ptr<ZELLib3::Analyzer> PostgresDatabase::Analyzer() {
+  return std::make_shared<Instances::BackgroundAnalyzer>(AnalyzerSetupOf(m_oServer));
+}
+
+bool PostgresDatabase::Shutdown() { return m_oOperations->Shutdown(); }
+
+bool PostgresDatabase::ShutdownQuick() { return m_oOperations->ShutdownQuick(); }
+
+bool PostgresDatabase::Admin() { return m_oOperations->Admin(); }
+
+bool PostgresDatabase::Online() { return m_oOperations->Online(); }
+
+bool PostgresDatabase::RestartUntil(const ZELLib3::Date& dUntil) { return m_oOperations->RestartUntil(dUntil); }
+
+bool PostgresDatabase::AutoLogOff() { return m_oOperations->AutoLogOff(); }
+
+bool PostgresDatabase::RegisterBackup(const std::string& sPath, const ZELLib3::Date& dCompleted,
+                                      const std::string& sLabel, const std::string& sRestoreCommand) {
+  if (sPath.empty()) return m_oServer->Refuse("a backup without a name cannot be registered");
+  if (dCompleted == ZELLib3::Date{}) {
+    return m_oServer->Refuse("the backup " + sPath + " cannot be registered without a date");
+  }
+  if (!m_oServer->Options().Observations) {
+    return m_oServer->Refuse("the backup " + sPath + " cannot be registered: nothing is remembered about servers here");
+  }
+  try {
+    Register(*m_oServer, {std::filesystem::absolute(sPath).lexically_normal(), dCompleted, sLabel, sRestoreCommand});
+    return true;
+  } catch (const ZELLib3::InstanceError& oError) {
+    m_oServer->LastError(oError.ErrorObject());
+    return false;
+  }
+}
 
 std::shared_ptr<ZELLib3::Database> OpenDatabase(std::string_view sAddress, const Options& oOptions) {
   return std::make_shared<PostgresDatabase>(sAddress, oOptions);

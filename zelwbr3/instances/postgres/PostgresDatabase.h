@@ -9,6 +9,7 @@
 
 namespace ZELWbr3::Postgres {
 
+class Operations;
 class Server;
 class ServerParameters;
 
@@ -36,6 +37,11 @@ class PostgresDatabase : public ZELLib3::Database {
   std::shared_ptr<ZELLib3::LogArea> LogArea() override;
   std::shared_ptr<ZELLib3::Sessions> Sessions() override;
   std::shared_ptr<ZELLib3::HotStandby> HotStandby() override;
+  /// Backups of pgBackRest, base backups, those that the host has registered, and
+  /// how the archiver is getting on.
+  std::shared_ptr<ZELLib3::History> History() override;
+  /// Runs in the background, whether or not this program does.
+  std::shared_ptr<ZELLib3::Analyzer> Analyzer() override;
   /// The code is the SQLSTATE as a base-36 number, 0 without one.
   ZELLib3::Error LastError() override;
   /// cluster_name, otherwise the host.
@@ -56,9 +62,43 @@ class PostgresDatabase : public ZELLib3::Database {
   void Interrupt() override;
   void WaitRunner(Runner oRunner) override;
 
+  /// The operations need a superuser and a server that is no standby; all but Admin
+  /// also the owner of the data directory, on the server's machine. LastError says
+  /// what is missing.
+  ///
+  /// Waits until no transaction is open, at most twice Options::Patience; who is
+  /// no superuser cannot log in meanwhile.
+  bool Shutdown() override;
+  /// Rolls open transactions back.
+  bool ShutdownQuick() override;
+  /// Lets only superusers in, on the standbys, too. Ends idle sessions; fails when
+  /// others have not ended after Options::Patience.
+  bool Admin() override;
+  /// Gives every database the connection limit back that it had before Admin. A
+  /// server that is stopped is started as it was started last, which is outside of
+  /// what a service manager looks after.
+  bool Online() override;
+  /// Restores the newest backup that ended before dUntil, beside the present data
+  /// directory, and replays the log up to then. The present one stays, and the
+  /// history names it. Standbys have to be built anew.
+  bool RestartUntil(const ZELLib3::Date& dUntil) override;
+  /// Nothing is switched off: the archiver ends and starts with the server. True
+  /// when Shutdown can be done.
+  bool AutoLogOff() override;
+
+  /// Adds a backup that the host has made to the history: a directory as
+  /// pg_basebackup makes it, which RestartUntil can begin with if sRestoreCommand
+  /// fetches the log (see PostgreSQL's setting restore_command), or any other file,
+  /// also where this program cannot look. dCompleted is local time. False, and
+  /// LastError says why, without a name or a date, or when it cannot be written
+  /// down.
+  bool RegisterBackup(const std::string& sPath, const ZELLib3::Date& dCompleted, const std::string& sLabel,
+                      const std::string& sRestoreCommand = {});
+
  private:
   std::shared_ptr<Server> m_oServer;
   std::shared_ptr<ServerParameters> m_oParameters;
+  std::shared_ptr<Operations> m_oOperations;
 };
 
 /// Opens a server; the errors are those of PostgresDatabase.

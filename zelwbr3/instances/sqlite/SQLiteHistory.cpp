@@ -2,13 +2,10 @@
 
 #include "zelwbr3/instances/sqlite/file/FileId.h"
 
-#include <algorithm>
-
 namespace ZELWbr3::SQLite {
 
 namespace {
 
-constexpr std::size_t kBlock = 100;
 constexpr int kCompleteData = 1;
 
 std::string Bytes(std::int64_t lBytes) { return std::to_string(lBytes) + (lBytes == 1 ? " byte" : " bytes"); }
@@ -22,38 +19,27 @@ std::string FileState(const StateStore::Copy& oCopy) {
 
 }  // namespace
 
-bool SQLiteHistory::Open() {
+bool SQLiteHistory::Load() {
   m_oCopies.clear();
-  m_iDelivered = m_iPassed = 0;
   try {
     m_oCopies = m_oStateStore->Copies(StateStore::KeyOf(m_oFile->Path()));
+    return true;
   } catch (const ZELLib3::InstanceError& oError) {
     m_oFile->LastError(oError.ErrorObject());
     return false;
   }
-  Deliver();
-  return true;
 }
 
-bool SQLiteHistory::ReadMore() {
-  if (!HasMore()) return m_oFile->Refuse("there are no more copies to read");
-  Deliver();
-  return true;
-}
-
-void SQLiteHistory::Deliver() { m_iDelivered = std::min(m_oCopies.size(), m_iDelivered + kBlock); }
-
-std::shared_ptr<const ZELLib3::HistoryItem> SQLiteHistory::NextItem() {
-  if (EndOfBlock()) return nullptr;
-  const StateStore::Copy& oCopy = m_oCopies[m_iPassed++];
-  auto oItem = std::make_shared<ZELLib3::HistoryItem>();
-  oItem->Label = oCopy.Label;
-  oItem->Action = "COPY";
-  oItem->Kind = kCompleteData;
-  oItem->Date = oCopy.Made;
-  oItem->Fields = {{"File", oCopy.File},
-                   {"Size", oCopy.Bytes >= 0 ? Bytes(oCopy.Bytes) : "not known"},
-                   {"File now", FileState(oCopy)}};
+ZELLib3::HistoryItem SQLiteHistory::Item(std::size_t i) const {
+  const StateStore::Copy& oCopy = m_oCopies[i];
+  ZELLib3::HistoryItem oItem;
+  oItem.Label = oCopy.Label;
+  oItem.Action = "COPY";
+  oItem.Kind = kCompleteData;
+  oItem.Date = oCopy.Made;
+  oItem.Fields = {{"File", oCopy.File},
+                  {"Size", oCopy.Bytes >= 0 ? Bytes(oCopy.Bytes) : "not known"},
+                  {"File now", FileState(oCopy)}};
   return oItem;
 }
 

@@ -24,7 +24,8 @@ struct Options {
   /// How long one reading may take: what a page asks at a time, with all its
   /// statements. The server itself ends a statement after 10 s.
   std::chrono::milliseconds ReadingTimeout{12000};
-  /// How long Admin waits for the transactions of others to end.
+  /// How long Admin waits for the sessions of others to end; Shutdown waits twice
+  /// as long for their transactions.
   std::chrono::milliseconds Patience{30000};
   /// What is remembered about servers: changes of parameters, backups that the
   /// host has registered, and where a server of this machine keeps its files.
