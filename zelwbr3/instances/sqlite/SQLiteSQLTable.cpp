@@ -11,7 +11,7 @@ namespace ZELWbr3::SQLite {
 std::unique_ptr<RowReader> SQLiteSQLTable::MakeReader(Connection& oConnection) {
   if (Owner() == SystemTable::Owner) {
     if (const auto fnMakeReader = SystemTable::Find(Name())) return fnMakeReader(oConnection);
-    RaiseError(SQLITE_ERROR, File().Path(), Owner() + "." + Name() + ": a SQLite database has no such system table");
+    RaiseError(SQLITE_ERROR, Source().Path(), Owner() + "." + Name() + ": a SQLite database has no such system table");
   }
   const std::string sFrom = (Owner().empty() ? "" : QuoteIdentifier(Owner()) + ".") + QuoteIdentifier(Name());
   TableKey oKey = TableKey::Of(oConnection, Owner(), Name());

@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/sqlite/file/Statement.h"
 
-#include "zelwbr3/instances/sqlite/file/CellTexts.h"
+#include "zelwbr3/instances/common/rows/CellTexts.h"
 #include "zelwbr3/instances/sqlite/file/Handle.h"
 
 #include <sqlite3.h>
@@ -8,8 +8,6 @@
 #include <utility>
 
 namespace ZELWbr3::SQLite {
-
-namespace {}  // namespace
 
 void FreeValue::operator()(sqlite3_value* pValue) const { sqlite3_value_free(pValue); }
 
@@ -54,10 +52,10 @@ std::string Statement::CellText(int iColumn) const {
       // In this order: the pointer is what the size belongs to.
       const auto* pBytes = static_cast<const char*>(sqlite3_column_blob(m_pStatement, iColumn));
       const int iBytes = sqlite3_column_bytes(m_pStatement, iColumn);
-      return CellTexts::OfBlob({pBytes, static_cast<std::size_t>(iBytes)}, iBytes);
+      return Instances::CellTexts::OfBlob({pBytes, static_cast<std::size_t>(iBytes)}, iBytes);
     }
     default:
-      return CellTexts::OfText(Text(iColumn));
+      return Instances::CellTexts::OfText(Text(iColumn));
   }
 }
 

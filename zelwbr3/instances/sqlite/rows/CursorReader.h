@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zelwbr3/instances/sqlite/file/Connection.h"
-#include "zelwbr3/instances/sqlite/rows/RowReader.h"
+#include "zelwbr3/instances/sqlite/rows/StatementReader.h"
 
 #include <cstdint>
 #include <string>
@@ -15,7 +15,7 @@ namespace ZELWbr3::SQLite {
 /// after a pause. While blocks are read one after the other the statement stays
 /// open, so that each costs its own rows only. A pause ends it, and so do the
 /// end of the rows, any other use of the connection, and a waiting writer.
-class CursorReader : public RowReader {
+class CursorReader : public StatementReader {
  public:
   /// sSQL is one SELECT without a limit, of which the first lFirst rows are left
   /// out; sAsked stands in errors. Raises ZELLib3::InstanceError when it cannot be

@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/sqlite/rows/KeysetReader.h"
 
-#include "zelwbr3/instances/sqlite/file/CellTexts.h"
+#include "zelwbr3/instances/common/rows/CellTexts.h"
 #include "zelwbr3/instances/sqlite/file/Connection.h"
 
 #include <sqlite3.h>
@@ -109,16 +109,16 @@ std::optional<std::string> KeysetReader::PartOf(Connection& oConnection, const s
   const std::unique_ptr<sqlite3_blob, CloseBlob> oBlob(pBlob);
   if (rc != SQLITE_OK) return std::nullopt;  // another type, or computed
   const auto lBytes = static_cast<std::size_t>(sqlite3_blob_bytes(pBlob));
-  if (lBytes <= CellTexts::LongestText) return std::nullopt;
-  std::string sBegin(bIsBlob ? CellTexts::BlobBytesShown : CellTexts::LongestText + 4, '\0');
+  if (lBytes <= Instances::CellTexts::LongestText) return std::nullopt;
+  std::string sBegin(bIsBlob ? Instances::CellTexts::BlobBytesShown : Instances::CellTexts::LongestText + 4, '\0');
   sBegin.resize(std::min(sBegin.size(), lBytes));
   if (sqlite3_blob_read(pBlob, sBegin.data(), static_cast<int>(sBegin.size()), 0) != SQLITE_OK) {
     RaiseLastError(oConnection.Handle(), m_sAsked);
   }
-  if (bIsBlob) return CellTexts::OfBlob(sBegin, static_cast<std::int64_t>(lBytes));
+  if (bIsBlob) return Instances::CellTexts::OfBlob(sBegin, static_cast<std::int64_t>(lBytes));
   // A text of another encoding is told by its size only.
   if (oConnection.Text("PRAGMA encoding", m_sAsked) != "UTF-8") sBegin.clear();
-  return CellTexts::OfText(std::move(sBegin), static_cast<std::int64_t>(lBytes));
+  return Instances::CellTexts::OfText(std::move(sBegin), static_cast<std::int64_t>(lBytes));
 }
 
 }  // namespace ZELWbr3::SQLite

@@ -17,7 +17,7 @@ namespace ZELWbr3::SQLite {
 ///
 /// A table without rowid in which a row is too long is read on as any query is:
 /// looking for a key, the library would read such a row into memory.
-class KeysetReader : public RowReader {
+class KeysetReader : public StatementReader {
  public:
   /// oKey has columns. Raises ZELLib3::InstanceError when the table cannot be
   /// read.

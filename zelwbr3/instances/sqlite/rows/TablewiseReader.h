@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/instances/sqlite/rows/RowReader.h"
+#include "zelwbr3/instances/sqlite/rows/StatementReader.h"
 
 #include <string>
 #include <vector>
@@ -21,7 +21,7 @@ struct SchemaTable {
 
 /// Rows that are asked for table by table: one that cannot be read, or takes too
 /// long, has a row that says so, and does not keep the others from being shown.
-class TablewiseReader : public RowReader {
+class TablewiseReader : public StatementReader {
  public:
   /// What a statement that asks for a table is to raise: the error without the
   /// file's name stands in the table's row.

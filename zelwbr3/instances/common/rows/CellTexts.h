@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace ZELWbr3::SQLite {
+namespace ZELWbr3::Instances {
 
 /// How pages show values that they do not show whole.
 struct CellTexts {
@@ -22,4 +22,4 @@ struct CellTexts {
   static std::string OfBlob(std::string_view sBegin, std::int64_t lBytes);
 };
 
-}  // namespace ZELWbr3::SQLite
+}  // namespace ZELWbr3::Instances

@@ -1,6 +1,6 @@
-#include "zelwbr3/instances/sqlite/rows/RowReader.h"
+#include "zelwbr3/instances/sqlite/rows/StatementReader.h"
 
-#include "zelwbr3/instances/sqlite/file/CellTexts.h"
+#include "zelwbr3/instances/common/rows/CellTexts.h"
 #include "zelwbr3/instances/sqlite/file/Connection.h"
 
 #include <sqlite3.h>
@@ -17,7 +17,7 @@ bool IsTooLong(const ZELLib3::InstanceError& oError) {
 
 }  // namespace
 
-bool RowReader::Read(Connection& oConnection, Instances::RowBlock& oBlock) {
+bool StatementReader::Read(Connection& oConnection, Instances::RowBlock& oBlock) {
   bool bMore = true;
   bool bTooLong = true;
   while (bTooLong) {
@@ -41,11 +41,11 @@ bool RowReader::Read(Connection& oConnection, Instances::RowBlock& oBlock) {
   return bMore;
 }
 
-Instances::RowTexts RowReader::LongRow(Connection&, std::size_t) {
+Instances::RowTexts StatementReader::LongRow(Connection&, std::size_t) {
   RaiseError(SQLITE_TOOBIG, "a row", "is too long to be read");
 }
 
-std::vector<Instances::RowColumn> RowReader::ColumnsOf(const Statement& oStatement, int iFirst) {
+std::vector<Instances::RowColumn> StatementReader::ColumnsOf(const Statement& oStatement, int iFirst) {
   std::vector<Instances::RowColumn> oColumns;
   for (int i = iFirst; i < oStatement.ColumnCount(); ++i) {
     oColumns.push_back({oStatement.ColumnName(i), oStatement.ColumnType(i)});
@@ -53,7 +53,7 @@ std::vector<Instances::RowColumn> RowReader::ColumnsOf(const Statement& oStateme
   return oColumns;
 }
 
-Instances::RowTexts RowReader::RowOf(const Statement& oStatement, int iFirst, const std::string& sAsked) const {
+Instances::RowTexts StatementReader::RowOf(const Statement& oStatement, int iFirst, const std::string& sAsked) const {
   const int iColumns = oStatement.ColumnCount();
   if (iColumns != iFirst + static_cast<int>(m_oColumns.size())) {
     RaiseError(SQLITE_SCHEMA, sAsked, "the columns have changed; refresh the page");
@@ -64,7 +64,7 @@ Instances::RowTexts RowReader::RowOf(const Statement& oStatement, int iFirst, co
   return oRow;
 }
 
-std::string RowReader::LongCell(const std::string& sColumn, const Ask& fnAsk) {
+std::string StatementReader::LongCell(const std::string& sColumn, const Ask& fnAsk) {
   try {
     return fnAsk(sColumn).CellText(0);
   } catch (const ZELLib3::InstanceError& oError) {
@@ -72,17 +72,9 @@ std::string RowReader::LongCell(const std::string& sColumn, const Ask& fnAsk) {
   }
   // Of a column that is stored, neither these read the value.
   if (fnAsk("typeof(" + sColumn + ")").Text(0) == "blob") {
-    return CellTexts::OfBlob({}, fnAsk("length(" + sColumn + ")").Number(0));
+    return Instances::CellTexts::OfBlob({}, fnAsk("length(" + sColumn + ")").Number(0));
   }
   return "… (more than " + std::to_string(Connection::LongestValue) + " bytes)";
-}
-
-bool ListReader::Continue(Connection&, Instances::RowBlock& oBlock) {
-  for (std::size_t i = m_lDelivered + oBlock.Rows().size(); i < m_oRows.size(); ++i) {
-    if (oBlock.IsFull()) return true;
-    oBlock.Add(m_oRows[i]);
-  }
-  return false;
 }
 
 }  // namespace ZELWbr3::SQLite

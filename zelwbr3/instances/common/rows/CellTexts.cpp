@@ -1,8 +1,8 @@
-#include "zelwbr3/instances/sqlite/file/CellTexts.h"
+#include "zelwbr3/instances/common/rows/CellTexts.h"
 
 #include <algorithm>
 
-namespace ZELWbr3::SQLite {
+namespace ZELWbr3::Instances {
 
 namespace {
 
@@ -32,4 +32,4 @@ std::string CellTexts::OfBlob(std::string_view sBegin, std::int64_t lBytes) {
   return lBytes > static_cast<std::int64_t>(BlobBytesShown) ? sText + " …" : sText;
 }
 
-}  // namespace ZELWbr3::SQLite
+}  // namespace ZELWbr3::Instances
