@@ -1,4 +1,5 @@
 #include "tests/instances/PostgresServers.h"
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/instances/postgres/PostgresDatabase.h"
 #include "zelwbr3/instances/postgres/local/ServerControl.h"
 #include "zelwbr3/instances/sqlite/settings/StateStore.h"
@@ -8,6 +9,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 
 using namespace PostgresServers;
 using ZELWbr3::Postgres::LocalServer;
@@ -227,4 +229,189 @@ TEST(PostgresOperations, OfflineWaitsForTransactionsAndOnlineStartsIt) {
     EXPECT_EQ("ok", oAgain.Done(oAgain->Online()));
     EXPECT_EQ("1", Client(oServer.Address()).Text("SELECT count(*) FROM t"));
   });
+}
+
+namespace {
+
+/// A server that archives, with a base backup, and rows of a table from before and
+/// after a moment.
+class Restorable {
+ public:
+  explicit Restorable(const std::string& sArchiveCommand, const std::function<void(const Server&)>& oMakeBackup)
+      : m_oServer("archive_mode = on\narchive_command = '" + sArchiveCommand + "'\n") {
+    Client oClient(m_oServer.Address());
+    oClient.Run("CREATE TABLE t(v text); INSERT INTO t VALUES('before the backup')");
+    BeforeBackup = Now(oClient);
+    AwaitNextSecond(oClient);
+    oMakeBackup(m_oServer);
+    Completed = Now(oClient);
+    AwaitNextSecond(oClient);
+    oClient.Run("INSERT INTO t VALUES('kept')");
+    AwaitNextSecond(oClient);
+    Until = Now(oClient);
+    AwaitNextSecond(oClient);
+    oClient.Run("INSERT INTO t VALUES('lost')");
+  }
+
+  Server& Instance() { return m_oServer; }
+  std::string Rows() const {
+    return Client(m_oServer.Address()).Text("SELECT string_agg(v, ', ' ORDER BY ctid) FROM t");
+  }
+
+  ZELLib3::Date BeforeBackup;  ///< local time, as all
+  ZELLib3::Date Completed;
+  ZELLib3::Date Until;
+
+ private:
+  static ZELLib3::Date Now(Client& oClient) {
+    return ZELWbr3::Calendar::LocalTime(oClient.Number("SELECT floor(extract(epoch FROM clock_timestamp()))::bigint"));
+  }
+  /// Dates are whole seconds.
+  static void AwaitNextSecond(Client& oClient) {
+    oClient.Run("SELECT pg_sleep(1.01 - extract(epoch FROM clock_timestamp()) % 1)");
+  }
+
+  Server m_oServer;
+};
+
+constexpr char kCopy[] = "cp %p %ARCHIVE/%f";
+
+void MakeBaseBackup(const Server& oServer, const std::string& sFolder) {
+  RunAsOwner({Program("pg_basebackup"), "-D", sFolder, "-c", "fast", "-d", oServer.Address()});
+}
+
+}  // namespace
+
+TEST(PostgresOperations, RestartUntilLosesExactlyWhatCameAfter) {
+  const std::string sBackup = MakeFolder() + "/backup";
+  Restorable oRestorable(kCopy, [&](const Server& oServer) { MakeBaseBackup(oServer, sBackup); });
+  Server& oServer = oRestorable.Instance();
+  const std::string sRestore = "cp " + oServer.Archive() + "/%f \"%p\"";
+  AsOwner([&] {
+    const Operated oOperated(oServer);
+    ExpectPart("no backup is known", oOperated.Done(oOperated->RestartUntil(oRestorable.Until)));
+    ASSERT_TRUE(oOperated->RegisterBackup(sBackup, oRestorable.Completed, "base", "false " + sRestore));
+    auto dFuture = oRestorable.Until;
+    dFuture.Year += 1;
+    ExpectPart("has not passed yet", oOperated.Done(oOperated->RestartUntil(dFuture)));
+    for (const auto& dEarly : {oRestorable.BeforeBackup, oRestorable.Completed}) {
+      ExpectPart("no backup had ended at", oOperated.Done(oOperated->RestartUntil(dEarly)));
+    }
+    EXPECT_EQ("before the backup, kept, lost", oRestorable.Rows());
+
+    // The log cannot be fetched: all is as it was, and it runs.
+    const std::string sFailed = oOperated.Done(oOperated->RestartUntil(oRestorable.Until));
+    ExpectPart("the server does not start: ", sFailed);
+    EXPECT_EQ("before the backup, kept, lost", oRestorable.Rows());
+    EXPECT_EQ(5, oOperated.Status());
+
+    ASSERT_TRUE(oOperated->RegisterBackup(sBackup, oRestorable.Completed, "base", sRestore));
+    EXPECT_EQ("ok", oOperated.Done(oOperated->RestartUntil(oRestorable.Until)));
+    EXPECT_EQ("before the backup, kept", oRestorable.Rows());
+    EXPECT_EQ(5, oOperated.Status());
+    Client oClient(oServer.Address());
+    oClient.Run("INSERT INTO t VALUES('new')");
+    EXPECT_EQ("", oClient.Text("SHOW recovery_target_time")) << "it runs without the settings of the recovery";
+    ExpectPart("Before the restart until", oOperated.History());
+    int iOld = 0;
+    for (const auto& oEntry : fs::directory_iterator(oServer.Folder())) {
+      iOld += oEntry.path().filename().string().starts_with("data.before-") ? 1 : 0;
+    }
+    EXPECT_EQ(1, iOld);
+  });
+}
+
+TEST(PostgresOperations, HistoryNamesEachBackupOnce) {
+  Server oServer(std::string("archive_mode = on\narchive_command = '") + kCopy + "'\n");
+  const std::string sBackup = MakeFolder() + "/backup";
+  MakeBaseBackup(oServer, sBackup);
+  Client oClient(oServer.Address());
+  Await([&] { return oClient.Number("SELECT archived_count FROM pg_stat_archiver") > 0; }, "a segment is archived");
+  AsOwner([&] {
+    const Operated oOperated(oServer);
+    const auto dNow = ZELWbr3::Calendar::Now();
+    EXPECT_FALSE(oOperated->RegisterBackup("", dNow, "x"));
+    EXPECT_FALSE(oOperated->RegisterBackup("/nowhere/b.tar", {}, "x"));
+    ASSERT_TRUE(oOperated->RegisterBackup("/nowhere/b.tar", {2020, 1, 2, 3, 4, 5}, "old tape"));
+    const std::string sHistory = oOperated.History();
+    ExpectPart("1 BASE BACKUP pg_basebackup base backup\n", sHistory);
+    ExpectPart("3 ARCHIVE LOG 0", sHistory);
+    EXPECT_TRUE(sHistory.ends_with("1 BACKUP old tape\n")) << sHistory;
+    ASSERT_TRUE(oOperated->RegisterBackup(sBackup, dNow, "base"));
+    EXPECT_EQ(std::string::npos, oOperated.History().find("BASE BACKUP")) << "it is the one that was registered";
+    std::map<std::string, std::string> files;
+    const auto oHistory = oOperated->History();
+    ASSERT_TRUE(oHistory->Open());
+    while (const auto oItem = oHistory->NextItem()) files[oItem->Label] = oItem->Fields[2].Value;
+    EXPECT_EQ("there", files["base"]);
+    EXPECT_EQ("not there", files["old tape"]);
+  });
+}
+
+TEST(PostgresOperations, RestartUntilTakesABackupOfPgBackRest) {
+  if (!fs::exists("/usr/bin/pgbackrest")) GTEST_SKIP() << "there is no pgbackrest";
+  const std::string sFolder = MakeFolder();
+  setenv("PGBACKREST_CONFIG", (sFolder + "/pgbackrest.conf").c_str(), 1);
+  const auto PgBackRest = [](const std::string& sCommand) {
+    return RunAsOwner({"/usr/bin/pgbackrest", "--stanza=main", sCommand});
+  };
+  Restorable oRestorable("pgbackrest --stanza=main archive-push %p", [&](const Server& oServer) {
+    std::ofstream(sFolder + "/pgbackrest.conf")
+        << "[global]\nrepo1-path=" << sFolder << "/repo\nlog-path=" << sFolder << "\nlock-path=" << sFolder
+        << "\nspool-path=" << sFolder
+        << "\nlog-level-console=warn\nstart-fast=y\ncompress-type=none\n[main]\npg1-path=" << oServer.DataDirectory()
+        << "\npg1-port=" << oServer.Port() << "\npg1-socket-path=" << oServer.Folder() << "\npg1-user=postgres\n";
+    PgBackRest("stanza-create");
+    PgBackRest("backup");
+  });
+  AsOwner([&] {
+    const Operated oOperated(oRestorable.Instance());
+    ExpectPart("1 BACKUP 20", oOperated.History());
+    EXPECT_EQ(std::string::npos, oOperated.History().find("BASE BACKUP")) << "its label file is of the same";
+    ExpectPart("no backup had ended at", oOperated.Done(oOperated->RestartUntil(oRestorable.BeforeBackup)));
+    EXPECT_EQ("ok", oOperated.Done(oOperated->RestartUntil(oRestorable.Until)));
+    EXPECT_EQ("before the backup, kept", oRestorable.Rows());
+  });
+  unsetenv("PGBACKREST_CONFIG");
+}
+
+TEST(PostgresOperations, TheAnalyzerGetsNoPasswordByItsArgumentsAndKeepsOneConnection) {
+  Server oServer;
+  setenv("XDG_STATE_HOME", oServer.Folder().c_str(), 1);
+  PostgresDatabase oDatabase("host=" + oServer.Folder() + " port=" + std::to_string(oServer.Port()) +
+                                 " user=monitor dbname=postgres password='se cret'",
+                             {.AnalyzerProgram = ZELANALYZER});
+  const auto oAnalyzer = oDatabase.Analyzer();
+  EXPECT_EQ(2, oAnalyzer->State());
+  ZELLib3::Analyzer::StartOptions oOptions;
+  oOptions.Interval = 1;
+  oOptions.Reconnect = true;
+  ASSERT_TRUE(oAnalyzer->Start(oOptions)) << oDatabase.LastError().ErrorText;
+  const std::string sProcess = "/proc/" + oAnalyzer->ProcessID();
+  const auto Text = [&](const char* sFile) {
+    std::ifstream oFile(sProcess + sFile, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(oFile), {});
+  };
+  ExpectPart("postgresql://?dbname=postgres&", Text("/cmdline"));
+  EXPECT_EQ(std::string::npos, Text("/cmdline").find("cret")) << "every user may read the arguments";
+  ExpectPart("PGPASSWORD=se cret", Text("/environ"));
+
+  const auto Evaluations = [&] { return std::stoi(oAnalyzer->Info()); };
+  const auto Await2More = [&] { Await([&, n = Evaluations()] { return Evaluations() >= n + 2; }, "it evaluates"); };
+  Client oClient(oServer.Address());
+  const std::string sOwn =
+      "SELECT string_agg(pid::text, ' ') FROM pg_stat_activity WHERE usename = 'monitor' AND pid <> " +
+      oClient.Text("SELECT pid FROM pg_stat_activity WHERE usename = 'monitor' ORDER BY backend_start");
+  const std::string sConnection = oClient.Text(sOwn);
+  EXPECT_EQ(std::string::npos, sConnection.find(' '));
+  Await2More();
+  EXPECT_EQ(sConnection, oClient.Text(sOwn));
+  EXPECT_EQ("", oAnalyzer->ErrorText());
+  oServer.Stop();
+  Await([&] { return !oAnalyzer->ErrorText().empty(); }, "it notices that the server has gone");
+  EXPECT_EQ(1, oAnalyzer->State());
+  oServer.Start();
+  Await([&] { return oAnalyzer->ErrorText().empty(); }, "it goes on");
+  EXPECT_TRUE(oAnalyzer->Stop());
+  EXPECT_EQ(2, oAnalyzer->State());
 }
