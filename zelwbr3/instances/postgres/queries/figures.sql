@@ -7,7 +7,7 @@
 -- @name parameters from=100000 needs=any  (what this connection has set for itself is shown as the server has it)
 SELECT name, CASE WHEN source = 'session' THEN reset_val ELSE setting END AS setting, unit, category, short_desc, extra_desc, context, vartype,
   CASE WHEN source = 'session' THEN 'default' ELSE source END AS source, min_val, max_val, enumvals::text, boot_val, reset_val, sourcefile, sourceline, pending_restart,
-  CASE WHEN source = 'session' THEN reset_val || coalesce(' ' || unit, '') WHEN unit IS NOT NULL THEN current_setting(name) ELSE setting END AS shown
+  CASE WHEN source = 'session' THEN reset_val || CASE WHEN reset_val IN ('0', '-1') THEN '' ELSE coalesce(unit, '') END WHEN unit IS NOT NULL THEN current_setting(name) ELSE setting END AS shown
 FROM pg_settings WHERE name NOT IN ('transaction_deferrable', 'transaction_isolation', 'transaction_read_only', 'in_hot_standby') ORDER BY lower(name);
 
 -- @name parameters.pending from=100000 needs=super  (what a restart would bring; the last one of a name wins)
@@ -82,14 +82,14 @@ FROM @S.pg_stat_statements GROUP BY 1 ORDER BY 2 DESC;
 -- @name activity.functions from=100000 needs=any  (of this database; nothing is counted unless track_functions is set)
 SELECT CASE WHEN current_setting('track_functions') <> 'none' THEN coalesce(sum(calls), 0) END::float8 AS calls FROM pg_stat_user_functions;
 
--- @name sessions from=100000 needs=any
+-- @name sessions from=100000 needs=any  (the kind of others' processes is hidden without stats: those of users and databases)
 SELECT a.pid, a.datname, a.usename, a.application_name, coalesce(host(a.client_addr), CASE WHEN a.client_port = -1 THEN 'local' END) AS client,
   to_hex(trunc(extract(epoch FROM a.backend_start))::bigint) || '.' || to_hex(a.pid) AS log_session,
   extract(epoch FROM a.backend_start)::bigint AS since, a.state, a.wait_event_type, a.wait_event,
   extract(epoch FROM clock_timestamp() - a.xact_start)::bigint AS in_transaction,
   extract(epoch FROM clock_timestamp() - a.state_change)::bigint AS in_state,
   CASE WHEN a.wait_event_type = 'Lock' THEN array_to_string(pg_blocking_pids(a.pid), ', ') END AS blocked_by
-FROM pg_stat_activity AS a WHERE a.backend_type IN ('client backend', 'walsender') ORDER BY a.backend_start, a.pid;
+FROM pg_stat_activity AS a WHERE a.backend_type IN ('client backend', 'walsender') OR (a.backend_type IS NULL AND a.usesysid IS NOT NULL AND a.datid IS NOT NULL) ORDER BY a.backend_start, a.pid;
 
 -- @name slot.oldest from=100000 needs=any  (the one that keeps the most of the log)
 SELECT slot_name FROM pg_replication_slots WHERE restart_lsn IS NOT NULL ORDER BY restart_lsn LIMIT 1;
