@@ -3,11 +3,13 @@
 #include "host/OpenServer.h"
 #include "host/WatchedDatabase.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/instances/common/Passwords.h"
 #include "zelwbr3/instances/common/ResolveLinks.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 #include "zelwbr3/instances/sqlite/sample/SampleDatabase.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -50,7 +52,7 @@ Argument Parse(const std::string& sInstance) {
   if (oArgument.Kind != RecordedKind && oArgument.Kind != SQLiteKind) {
     std::error_code eIgnored;
     if (std::filesystem::is_regular_file(sInstance, eIgnored)) return {KindOf(sInstance), sInstance};
-    throw std::invalid_argument("The instance \"" + sInstance +
+    throw std::invalid_argument("The instance \"" + ShownInstance(sInstance) +
                                 "\" is neither recorded:FILE nor sqlite:FILE nor postgresql://… nor an existing file");
   }
   if (oArgument.File.empty()) throw std::invalid_argument("The instance \"" + sInstance + "\" names no file");
@@ -59,15 +61,24 @@ Argument Parse(const std::string& sInstance) {
 
 }  // namespace
 
-std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Recorded::CallObserver oObserver) {
+std::shared_ptr<ZELLib3::Database> OpenInstance(const std::string& sInstance, Recorded::CallObserver oObserver,
+                                                const std::string& sPassword) {
   const Argument oArgument = Parse(sInstance);
   if (oArgument.Kind == RecordedKind) return Recorded::OpenRecording(oArgument.File, std::move(oObserver));
-  if (oArgument.Kind == ServerKind) return OpenServer(sInstance, std::move(oObserver));
+  if (oArgument.Kind == ServerKind) return OpenServer(sInstance, std::move(oObserver), sPassword);
   SQLite::LimitMemory(kMostMemory);
   if (oObserver != nullptr) {
     return std::make_shared<WatchedDatabase<SQLite::SQLiteDatabase>>(std::move(oObserver), oArgument.File);
   }
   return SQLite::OpenDatabase(oArgument.File);
+}
+
+std::string ShownInstance(const std::string& sInstance) { return Instances::WithoutPasswords(sInstance); }
+
+void HidePasswords(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    for (const auto& [iBegin, iEnd] : Instances::PasswordsIn(argv[i])) std::fill(argv[i] + iBegin, argv[i] + iEnd, '*');
+  }
 }
 
 std::vector<std::string> FilesOf(const std::string& sInstance) {

@@ -10,7 +10,7 @@ constexpr char kNone[] = "This program was built without support for PostgreSQL 
 
 }  // namespace
 
-std::shared_ptr<ZELLib3::Database> OpenServer(const std::string&, Recorded::CallObserver) {
+std::shared_ptr<ZELLib3::Database> OpenServer(const std::string&, Recorded::CallObserver, const std::string&) {
   throw std::runtime_error(kNone);
 }
 

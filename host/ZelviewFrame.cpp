@@ -100,6 +100,7 @@ void ZelviewFrame::MakeMenus() {
 
   auto* oFile = new wxMenu;
   Add(oFile, "&Open Database File…\tCtrl+O", [this] { OpenFile("Open a SQLite database file", "*", "sqlite:"); });
+  Add(oFile, "Open S&erver…\tCtrl+Shift+O", [this] { Later([this] { OpenServer(); }); });
   Add(oFile, "Open &Recording…", [this] { OpenFile("Open a recording", "*.json", "recorded:"); });
   Add(oFile, "&Save Recording…\tCtrl+S", [this] { Later([this] { SaveRecording(); }); });
   oFile->AppendSeparator();
@@ -162,7 +163,17 @@ void ZelviewFrame::Connect() {
 
 void ZelviewFrame::Open(const std::string& sInstance) {
   std::shared_ptr<ZELLib3::Database> oDatabase;
-  DoInBackground("Opening " + sInstance + "…", [&] { oDatabase = OpenInstance(sInstance); });
+  std::string sPassword;
+  while (oDatabase == nullptr) {
+    try {
+      DoInBackground("Opening " + ShownInstance(sInstance) + "…",
+                     [&] { oDatabase = OpenInstance(sInstance, {}, sPassword); });
+    } catch (const PasswordNeeded& oError) {
+      const auto oEntered = AskPassword(sPassword.empty() ? std::string() : oError.what(), sInstance);
+      if (!oEntered) throw;
+      sPassword = *oEntered;
+    }
+  }
   m_sInstance = sInstance;
   m_oDatabase = std::move(oDatabase);
   m_oPages = std::make_unique<HostPages>(m_oPanel->Browser(), m_oDatabase, m_oCommandlist);
@@ -206,6 +217,34 @@ void ZelviewFrame::SaveRecording() {
   CheckOutputFiles(m_sInstance, {{"Save Recording", sFile}});
   const auto notes = Record(sFile);
   Say(notes.empty() ? "The recording is written." : ZELWbr3::Text::OneLine(notes.front()));
+}
+
+std::optional<std::string> ZelviewFrame::AskPassword(const std::string& sRefused, const std::string& sInstance) {
+  Dialog oDialog{.Name = "frmPassword",
+                 .Caption = "Password",
+                 .Picture = MessageBox::Icon::Question,
+                 .Text = sRefused.empty() ? "The server asks for a password:\n" + ShownInstance(sInstance) : sRefused,
+                 .Fields = {{.What = Dialog::Field::Kind::Password, .Name = "txtPassword", .Caption = "&Password:"}},
+                 .Buttons = {{Dialog::Answer::OK, "cmdOK", "OK"}, {Dialog::Answer::Cancel, "cmdCancel", "&Cancel"}}};
+  if (m_oPanel->Platform().DialogBox().Show(oDialog) != Dialog::Answer::OK) return std::nullopt;
+  return oDialog.Fields.front().Text;
+}
+
+void ZelviewFrame::OpenServer() {
+  Dialog oDialog{.Name = "frmServer",
+                 .Caption = "Open Server",
+                 .Picture = MessageBox::Icon::Question,
+                 .Text =
+                     "Show a PostgreSQL server. What the address leaves out comes from the environment, the "
+                     "service file and the password file, as with psql.",
+                 .Fields = {{.What = Dialog::Field::Kind::TextBox,
+                             .Name = "txtAddress",
+                             .Caption = "&Address:",
+                             .Text = "postgresql://"}},
+                 .Buttons = {{Dialog::Answer::OK, "cmdOK", "OK"}, {Dialog::Answer::Cancel, "cmdCancel", "&Cancel"}}};
+  if (m_oPanel->Platform().DialogBox().Show(oDialog) != Dialog::Answer::OK) return;
+  Open(ZELWbr3::Text::Trim(oDialog.Fields.front().Text));
+  ShowFirst("Main");
 }
 
 void ZelviewFrame::ShowMessage() {

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,9 @@ class ZelviewFrame : public wxFrame {
   wxWindow* MakePageList();
   void Connect();
   void OpenFile(const wxString& sTitle, const wxString& sPattern, const std::string& sKind);
+  void OpenServer();
+  /// No value when the user cancels. sRefused says why another one is needed.
+  std::optional<std::string> AskPassword(const std::string& sRefused, const std::string& sInstance);
   void SaveRecording();
   void ShowMessage();
   /// Shows a page out of a menu or list; errors go to a message box.

@@ -78,7 +78,8 @@ int main(int argc, char** argv) {
   ReserveStandardStreams();
   Arguments oArguments;
   CLI::App oApp("Shows a page of a database instance without a screen and writes it as HTML.", "zelreport");
-  oApp.add_option("INSTANCE", oArguments.Instance, "recorded:FILE, sqlite:FILE or a file of either kind");
+  oApp.add_option("INSTANCE", oArguments.Instance,
+                  "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…");
   oApp.add_option("--page", oArguments.Page, "The page to show (default: Main)");
   oApp.add_option("--do", oArguments.Steps,
                   "A step to take, repeatable: click ID, key CODE, focus ID, item KEY, show NAME, answer WORD, "
@@ -92,8 +93,9 @@ int main(int argc, char** argv) {
   } catch (const CLI::Success& oSuccess) {
     return oApp.exit(oSuccess);  // --help
   } catch (const CLI::ParseError& oError) {
-    return Complain(oError.what());
+    return Complain(ShownInstance(oError.what()));
   }
+  HidePasswords(argc, argv);
   // Checked here, because the parser would report it before an unknown option.
   if (oArguments.Instance.empty()) return Complain("INSTANCE is required");
   try {

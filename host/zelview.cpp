@@ -129,8 +129,10 @@ class Zelview : public wxApp {
 int main(int argc, char** argv) {
   Arguments oArguments;
   CLI::App oCommandLine("Shows the pages of a database instance in a window.", "zelview");
-  oCommandLine.add_option("INSTANCE", oArguments.Instance,
-                          "recorded:FILE, sqlite:FILE or a file of either kind; the sample database by default");
+  oCommandLine.add_option(
+      "INSTANCE", oArguments.Instance,
+      "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; the sample database by "
+      "default");
   oCommandLine.add_option("--page", oArguments.Page, "The page to show, Main by default");
   oCommandLine.add_option("--unit", oArguments.Unit, "Sizes in: 0 KB, 1 MB, 2 GB, 3 pages, 4 automatic, -1 bytes")
       ->check(CLI::Range(-1, 4));
@@ -142,8 +144,9 @@ int main(int argc, char** argv) {
   } catch (const CLI::Success& oSuccess) {
     return oCommandLine.exit(oSuccess);  // help was asked for
   } catch (const std::exception& oError) {
-    return Complain(oError.what());
+    return Complain(ShownInstance(oError.what()));
   }
+  HidePasswords(argc, argv);
 
   // An assertion of the toolkit is a line for a developer, not a box that waits
   // for the user.

@@ -170,7 +170,8 @@ wxSizer* DialogWindow::MakeFields() {
       if (auto* oCheck = dynamic_cast<wxCheckBox*>(oInput)) oCheck->SetValue(!oCheck->GetValue());
     });
     auto* oLine = new wxBoxSizer(wxHORIZONTAL);
-    const bool bText = oField.What == Dialog::Field::Kind::TextBox;
+    const bool bText =
+        oField.What == Dialog::Field::Kind::TextBox || oField.What == Dialog::Field::Kind::Password;
     oLine->Add(oInput, wxSizerFlags(bText && oField.Note.empty() ? 1 : 0).CenterVertical());
     if (bText && !oField.Note.empty()) {
       oLine->Add(PlainText(oOwner, oField.Note), wxSizerFlags().CenterVertical().Border(wxLEFT, Gap));
@@ -222,7 +223,8 @@ wxWindow* DialogWindow::MakeInput(wxWindow& oOwner, Dialog::Field& oField) {
 
 wxWindow* DialogWindow::MakeTextBox(wxWindow& oOwner, Dialog::Field& oField) {
   auto* oBox = new wxTextCtrl(&oOwner, wxID_ANY, Shown(oField.Text), wxDefaultPosition,
-                              FromDIP(wxSize(oField.Note.empty() ? 240 : 96, -1)));
+                              FromDIP(wxSize(oField.Note.empty() ? 240 : 96, -1)),
+                              oField.What == Dialog::Field::Kind::Password ? wxTE_PASSWORD : 0);
   oBox->Bind(wxEVT_CHAR, [&oField](wxKeyEvent& oEvent) {
     const int iCharacter = Character(oEvent);
     if (iCharacter == 0 || !oField.TakesKey || oField.TakesKey(iCharacter)) oEvent.Skip();

@@ -86,6 +86,7 @@ void Check(const Entry& oEntry) {
       Expect(oEntry.Value == "yes" || oEntry.Value == "no", "yes or no");
       break;
     case Field::Kind::TextBox:
+    case Field::Kind::Password:
       break;
   }
 }
@@ -163,6 +164,7 @@ std::string ScriptedAnswer::Enter(Dialog& oDialog) const {
         oField->Checked = oEntry.Value == "yes";
         break;
       case Field::Kind::TextBox:
+      case Field::Kind::Password:
         Type(*oField, oEntry.Value);
         break;
     }

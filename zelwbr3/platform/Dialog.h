@@ -31,6 +31,7 @@ struct Dialog {
   struct Field {
     enum class Kind {
       TextBox,   ///< one line; value in Text
+      Password,  ///< the same, and nobody can read it on the screen
       CheckBox,  ///< value in Checked
       Date,      ///< value in When; its time is left unchanged
       Time,      ///< value in When; its date is left unchanged

@@ -1,6 +1,7 @@
 #include "zelwbr3/instances/postgres/connection/Address.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/instances/common/Passwords.h"
 #include "zelwbr3/instances/postgres/connection/ServerError.h"
 
 #include <libpq-fe.h>
@@ -12,57 +13,11 @@ namespace ZELWbr3::Postgres {
 
 namespace {
 
-constexpr char kHidden[] = "***";
-
 void ReplaceAll(std::string& sText, const std::string& sOld, const std::string& sNew) {
   if (sOld.empty()) return;
   for (std::size_t i = 0; (i = sText.find(sOld, i)) != std::string::npos; i += sNew.size()) {
     sText.replace(i, sOld.size(), sNew);
   }
-}
-
-struct Range {
-  std::size_t Begin;
-  std::size_t End;
-};
-
-/// Where passwords stand in an address, whether libpq understands it or not.
-std::vector<Range> Passwords(std::string_view sText) {
-  std::vector<Range> ranges;
-  if (const auto iScheme = sText.find("://"); iScheme != std::string_view::npos) {
-    // Up to the last "@" before the path: a password that was not escaped may
-    // contain one itself.
-    const auto iUser = iScheme + 3;
-    const auto iPath = std::min(sText.find_first_of("/?", iUser), sText.size());
-    const auto iHost = sText.substr(0, iPath).rfind('@');
-    const auto iColon = sText.find(':', iUser);
-    if (iHost != std::string_view::npos && iHost > iUser && iColon < iHost) ranges.push_back({iColon + 1, iHost});
-  }
-  const std::string_view sKeyword = "password";
-  for (std::size_t i = 0; (i = sText.find(sKeyword, i)) != std::string_view::npos; i += sKeyword.size()) {
-    auto iValue = sText.find_first_not_of(' ', i + sKeyword.size());
-    if (iValue == std::string_view::npos || sText[iValue] != '=') continue;
-    iValue = std::min(sText.find_first_not_of(' ', iValue + 1), sText.size());
-    const bool bQuoted = iValue < sText.size() && sText[iValue] == '\'';
-    auto iEnd = iValue;
-    for (iEnd += bQuoted ? 1 : 0; iEnd < sText.size(); ++iEnd) {
-      if (sText[iEnd] == '\\') {
-        ++iEnd;
-      } else if (bQuoted ? sText[iEnd] == '\'' : (sText[iEnd] == ' ' || sText[iEnd] == '&')) {
-        break;
-      }
-    }
-    ranges.push_back({iValue, std::min(bQuoted ? iEnd + 1 : iEnd, sText.size())});
-  }
-  return ranges;
-}
-
-std::string WithoutPasswords(std::string_view sText) {
-  std::string sShown(sText);
-  auto ranges = Passwords(sText);
-  std::ranges::sort(ranges, std::ranges::greater(), &Range::Begin);
-  for (const auto& [iBegin, iEnd] : ranges) sShown.replace(iBegin, iEnd - iBegin, kHidden);
-  return Text::OneLine(sShown);
 }
 
 std::vector<std::string> Parts(const std::string& sList) {
@@ -77,7 +32,7 @@ std::vector<std::string> Parts(const std::string& sList) {
 
 }  // namespace
 
-Address::Address(std::string_view sText) : m_sShown(WithoutPasswords(sText)) {
+Address::Address(std::string_view sText) : m_sShown(Text::OneLine(Instances::WithoutPasswords(sText))) {
   char* pMessage = nullptr;
   const std::string sInfo(sText);
   const std::unique_ptr<PQconninfoOption, void (*)(PQconninfoOption*)> oOptions(
@@ -85,8 +40,8 @@ Address::Address(std::string_view sText) : m_sShown(WithoutPasswords(sText)) {
   const std::unique_ptr<char, void (*)(void*)> oMessage(pMessage, PQfreemem);
   if (oOptions == nullptr) {
     std::string sMessage = oMessage == nullptr ? "out of memory" : oMessage.get();
-    for (const auto& [iBegin, iEnd] : Passwords(sText)) {
-      ReplaceAll(sMessage, sInfo.substr(iBegin, iEnd - iBegin), kHidden);
+    for (const auto& [iBegin, iEnd] : Instances::PasswordsIn(sText)) {
+      ReplaceAll(sMessage, sInfo.substr(iBegin, iEnd - iBegin), Instances::HiddenPassword);
     }
     throw ServerError({}, m_sShown, "reading the address", Text::Trim(sMessage, " \n"));
   }
@@ -109,7 +64,7 @@ std::string Address::Value(const std::string& sKeyword) const {
 }
 
 std::string Address::Hide(std::string sMessage) const {
-  ReplaceAll(sMessage, m_sPassword, kHidden);
+  ReplaceAll(sMessage, m_sPassword, Instances::HiddenPassword);
   return sMessage;
 }
 

@@ -270,7 +270,8 @@ void Connection::RaiseNotConnected() const {
   const Message oMessage = ParseVerbose(m_oAddress.Hide(PQerrorMessage(m_oHandle.get())));
   const std::string sText = Line(oMessage.Text);
   if (PQconnectionNeedsPassword(m_oHandle.get()) != 0) {
-    throw PasswordNeeded(oMessage.SQLState, m_oAddress.Shown(), kConnecting, sText);
+    throw PasswordNeeded(oMessage.SQLState, m_oAddress.Shown(), kConnecting,
+                         "the server asks for a password, and none is given, nor found in the password file");
   }
   throw ServerError(oMessage.SQLState, m_oAddress.Shown(), kConnecting, sText);
 }
