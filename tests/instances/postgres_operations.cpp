@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <thread>
 
 using namespace PostgresServers;
 using ZELWbr3::Postgres::LocalServer;
@@ -165,6 +166,15 @@ TEST(PostgresOperations, AdminLetsOnlySuperusersInAndOnlineRestoresEachLimit) {
     EXPECT_EQ(sLimits, Limits(oServer)) << "all is put back";
     EXPECT_EQ("", Refusal(oServer.Address("ordinary")));
     EXPECT_EQ("1", oBusy->Text("SELECT 1"));
+    {
+      const Operated oPatient(oServer);
+      std::jthread oUser([&] {
+        Await([&] { return oOwner.Text("SELECT max(datconnlimit) FROM pg_database") == "0"; }, "it has begun");
+        oPatient->Interrupt();
+      });
+      EXPECT_EQ("it was interrupted", oPatient.Done(oPatient->Admin()));
+      EXPECT_EQ(sLimits, Limits(oServer));
+    }
     oBusy.reset();
     EXPECT_EQ("ok", oOperated.Done(oOperated->Admin()));
     EXPECT_EQ(3, oOperated.Status());
