@@ -8,11 +8,11 @@
 
 #include <gtest/gtest.h>
 
-using ZELWbr3::Postgres::OpenDatabase;
-using ZELWbr3::Postgres::Options;
 using PostgresServers::Await;
 using PostgresServers::Client;
 using PostgresServers::Server;
+using ZELWbr3::Postgres::OpenDatabase;
+using ZELWbr3::Postgres::Options;
 using namespace std::chrono_literals;
 
 namespace {
