@@ -114,8 +114,9 @@ TEST(PostgresState, AServerThatSaysNothingIsGivenUpAndTheNextHostIsTried) {
   const SilentServer oSilent(oFolder.Path(""));
   const std::string sHost = oFolder.Path("");
   const auto dBegin = steady_clock::now();
-  EXPECT_NE(std::string::npos,
-            ErrorOf("host=" + sHost + " user=u connect_timeout=2").find("connecting: no answer within 2 s"));
+  const auto oSilence = OpenDatabase("host=" + sHost + " user=u connect_timeout=2", Fresh());
+  EXPECT_FALSE(oSilence->Connected());
+  EXPECT_NE(std::string::npos, oSilence->LastError().ErrorText.find("connecting: no answer within 2 s to the login"));
   EXPECT_LT(steady_clock::now() - dBegin, 10s);
 
   Server& oServer = PostgresServers::Primary();

@@ -115,15 +115,6 @@ Connection::Connection(const Address& oAddress, Waiter& oWaiter)
 
 Connection::~Connection() = default;
 
-bool Connection::Answers(const Address& oAddress, Waiter& oWaiter) {
-  Address::Settings oSettings = oAddress.Given();
-  oSettings["connect_timeout"] = "2";
-  const Arguments oArguments(oSettings);
-  PGPing ePing = PQPING_NO_RESPONSE;
-  oWaiter.Run([&] { ePing = PQpingParams(oArguments.Keywords(), oArguments.Values(), 0); });
-  return ePing == PQPING_OK || ePing == PQPING_REJECT;
-}
-
 void Connection::Connect(const Address::Settings& oSettings) {
   Address::Settings oAll = oSettings;
   oAll.insert(std::begin(kDefaults), std::end(kDefaults));
@@ -139,9 +130,7 @@ void Connection::Connect(const Address::Settings& oSettings) {
   while (PQstatus(m_oHandle.get()) != CONNECTION_BAD) {
     const auto eEnd =
         m_oWaiter.Await(PQsocket(m_oHandle.get()), eStep == PGRES_POLLING_READING ? POLLIN : POLLOUT, dUntil);
-    if (eEnd == Waiter::End::TimeIsUp) {
-      throw NoAnswer({}, m_oAddress.Shown(), kConnecting, "no answer within " + SecondsText(dTimeout));
-    }
+    if (eEnd == Waiter::End::TimeIsUp) RaiseNoAnswer(dTimeout);
     if (eEnd == Waiter::End::Interrupted) RaiseInterrupted(kConnecting);
     eStep = PQconnectPoll(m_oHandle.get());
     if (eStep == PGRES_POLLING_OK) return;
@@ -260,6 +249,13 @@ void Connection::Raise(const PGresult* pResult, const std::string& sAsked) const
 
 void Connection::RaiseLost(const std::string& sAsked, const std::string& sWhy) const {
   throw ConnectionLost({}, m_oAddress.Shown(), sAsked, m_oAddress.Hide(Line(sWhy)));
+}
+
+void Connection::RaiseNoAnswer(std::chrono::milliseconds dWaited) const {
+  const std::string sWaited = "no answer within " + SecondsText(dWaited);
+  if (PQstatus(m_oHandle.get()) == CONNECTION_STARTED) throw NoAnswer({}, m_oAddress.Shown(), kConnecting, sWaited);
+  throw LoginWaits({}, m_oAddress.Shown(), kConnecting,
+                   sWaited + " to the login, although the server runs: a system table may be locked");
 }
 
 void Connection::RaiseInterrupted(const std::string& sAsked) const {

@@ -34,10 +34,6 @@ class Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  /// Whether a server answers at the address, even if it lets nobody in. Waits up to
-  /// 2 seconds for each of its hosts.
-  static bool Answers(const Address& oAddress, Waiter& oWaiter);
-
   /// Runs one statement with parameters $1, $2, ... and returns its last row set.
   /// sAsked says in an error what it was for. Raises ConnectionLost when the
   /// connection has ended, NoAnswer when the task's time is up.
@@ -101,6 +97,7 @@ class Connection {
   void GiveUp();
   [[noreturn]] void Raise(const PGresult* pResult, const std::string& sAsked) const;
   [[noreturn]] void RaiseLost(const std::string& sAsked, const std::string& sWhy) const;
+  [[noreturn]] void RaiseNoAnswer(std::chrono::milliseconds dWaited) const;
   [[noreturn]] void RaiseInterrupted(const std::string& sAsked) const;
   [[noreturn]] void RaiseNotConnected() const;
 

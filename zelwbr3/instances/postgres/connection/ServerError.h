@@ -36,6 +36,12 @@ class NoAnswer : public ServerError {
   using ServerError::ServerError;
 };
 
+/// The server has taken the connection, but its login does not end.
+class LoginWaits : public NoAnswer {
+ public:
+  using NoAnswer::NoAnswer;
+};
+
 /// The connection has ended meanwhile.
 class ConnectionLost : public ServerError {
  public:

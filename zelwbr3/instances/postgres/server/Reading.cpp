@@ -39,7 +39,7 @@ Reading Reading::WithoutFigures(const ServerError& oWhy) {
           oWhy.ErrorObject()};
 }
 
-Reading Reading::NotConnected(const ServerError& oWhy, const LocalServer* pLocal, bool bAnswers) {
+Reading Reading::NotConnected(const ServerError& oWhy, const LocalServer* pLocal) {
   Reading oReading;
   oReading.Why = oWhy.ErrorObject();
   const std::optional<PostmasterFile> oPostmaster = pLocal != nullptr ? pLocal->Postmaster() : std::nullopt;
@@ -48,7 +48,9 @@ Reading Reading::NotConnected(const ServerError& oWhy, const LocalServer* pLocal
   if (oWhy.SQLState() == kCannotConnectNow || sPhase == "starting" || sPhase == "stopping") {
     oReading.Status = kBetween;
     oReading.StateText = sPhase == "starting" ? "Starting" : sPhase == "stopping" ? "Stopping" : oWhy.Said();
-  } else if (!oWhy.SQLState().empty() || bAnswers) {
+  } else if (dynamic_cast<const LoginWaits*>(&oWhy) != nullptr) {
+    oReading.StateText = "Not connected (figures cannot be read: " + oWhy.Said() + ")";
+  } else if (!oWhy.SQLState().empty()) {
     oReading.StateText = "Not connected (the server runs)";
   } else if (pLocal != nullptr && pLocal->IsReadable() && !bProcess) {
     const bool bCrashed = pLocal->ControlData("Database cluster state") == "in production";

@@ -24,7 +24,7 @@ struct Reading {
   static Reading WithoutFigures(const ServerError& oWhy);
   /// pLocal is null for a server of another machine, or when nobody knows where
   /// its files are.
-  static Reading NotConnected(const ServerError& oWhy, const LocalServer* pLocal, bool bAnswers);
+  static Reading NotConnected(const ServerError& oWhy, const LocalServer* pLocal);
 };
 
 }  // namespace ZELWbr3::Postgres

@@ -41,7 +41,15 @@ Address Resolved(std::string_view sAddress, const Options& oOptions) {
 Server::Server(std::string_view sAddress, const Postgres::Options& oOptions)
     : m_oAddress(Resolved(sAddress, oOptions)), m_oOptions(oOptions) {
   if (const std::string sDirectory = RememberedDirectory(); !sDirectory.empty()) m_oLocal.emplace(sDirectory);
-  if (Read()->Status == 0 && m_oFailure) std::rethrow_exception(m_oFailure);
+  if (Read()->Status != 0 || !m_oFailure) return;
+  try {
+    std::rethrow_exception(m_oFailure);
+  } catch (const ServerError& oError) {
+    // What the server refuses, it may refuse for good; silence may be over soon.
+    const bool bRefused = !oError.SQLState().empty() || dynamic_cast<const PasswordNeeded*>(&oError) != nullptr;
+    const bool bKnown = m_oLocal || dynamic_cast<const LoginWaits*>(&oError) != nullptr;
+    if (bRefused || !bKnown) throw;
+  }
 }
 
 std::shared_ptr<const Reading> Server::Read() {
@@ -62,11 +70,11 @@ Reading Server::Look() {
     return Reading::Of(std::move(*oFigures));
   } catch (const NoAnswer& oError) {
     if (!m_oFailure) return Reading::WithoutFigures(oError);
-    return Reading::NotConnected(oError, Local(), Connection::Answers(m_oAddress, m_oWaiter));
+    return Reading::NotConnected(oError, Local());
   } catch (const ConnectionLost& oError) {
-    return Reading::NotConnected(oError, Local(), false);
+    return Reading::NotConnected(oError, Local());
   } catch (const ServerError& oError) {
-    return m_oFailure ? Reading::NotConnected(oError, Local(), false) : Reading::WithoutFigures(oError);
+    return m_oFailure ? Reading::NotConnected(oError, Local()) : Reading::WithoutFigures(oError);
   }
 }
 
