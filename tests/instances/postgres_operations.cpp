@@ -5,6 +5,8 @@
 #include "zelwbr3/instances/sqlite/settings/StateStore.h"
 
 #include <poll.h>
+#include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -53,6 +55,19 @@ TEST(PostgresOperations, AServerOfThisMachineIsSeenFromOutside) {
   if (geteuid() == 0) {
     EXPECT_EQ("only nobody can stop and start it, who owns " + oServer.DataDirectory(), ControlOf(oServer).WhyNot());
   }
+  AsOwner([&] {
+    std::ofstream(oServer.DataDirectory() + "/patroni.dynamic.json") << "{}";
+    EXPECT_EQ("", ControlOf(oServer).WhyNot()) << "it was here, but does not run";
+    fs::copy_file("/bin/sleep", oServer.Folder() + "/patroni");
+    const pid_t iPatroni = fork();
+    if (iPatroni == 0) {
+      execl((oServer.Folder() + "/patroni").c_str(), "patroni", "30", nullptr);
+      _exit(127);
+    }
+    Await([&] { return ControlOf(oServer).WhyNot().starts_with("Patroni would start it again"); }, "it is seen");
+    kill(iPatroni, SIGKILL);
+    waitpid(iPatroni, nullptr, 0);
+  });
   oServer.Kill();
   AsOwner([&] {
     EXPECT_TRUE(oLocal.Postmaster());
@@ -172,7 +187,7 @@ TEST(PostgresOperations, AdminLetsOnlySuperusersInAndOnlineRestoresEachLimit) {
         Await([&] { return oOwner.Text("SELECT max(datconnlimit) FROM pg_database") == "0"; }, "it has begun");
         oPatient->Interrupt();
       });
-      EXPECT_EQ("it was interrupted", oPatient.Done(oPatient->Admin()));
+      ExpectPart("interrupted", oPatient.Done(oPatient->Admin()));
       EXPECT_EQ(sLimits, Limits(oServer));
     }
     oBusy.reset();
@@ -239,6 +254,15 @@ TEST(PostgresOperations, OfflineWaitsForTransactionsAndOnlineStartsIt) {
     EXPECT_EQ("ok", oAgain.Done(oAgain->Online()));
     EXPECT_EQ("1", Client(oServer.Address()).Text("SELECT count(*) FROM t"));
   });
+  oServer.Stop();
+  oServer.Start();
+  oServer.Kill();
+  AsOwner([&] {
+    const Operated oOperated(oServer);
+    EXPECT_EQ("Offline (crashed, recovers at start)", oOperated->StateInfo()->StateText());
+    EXPECT_EQ("ok", oOperated.Done(oOperated->Online()));
+    EXPECT_EQ(5, oOperated.Status());
+  });
 }
 
 namespace {
@@ -257,6 +281,12 @@ class Restorable {
     Completed = Now(oClient);
     AwaitNextSecond(oClient);
     oClient.Run("INSERT INTO t VALUES('kept')");
+    const std::string sSegment = oClient.Text("SELECT pg_walfile_name(pg_current_wal_lsn())");
+    oClient.Run("SELECT pg_switch_wal()");
+    Await([&] { return oClient.Text("SELECT last_archived_wal FROM pg_stat_archiver") >= sSegment; }, "it is archived");
+    // From here on, the log is only in the server's own folder.
+    oClient.Run("ALTER SYSTEM SET archive_command = ''");
+    m_oServer.Reload();
     AwaitNextSecond(oClient);
     Until = Now(oClient);
     AwaitNextSecond(oClient);
@@ -316,6 +346,7 @@ TEST(PostgresOperations, RestartUntilLosesExactlyWhatCameAfter) {
     EXPECT_EQ(5, oOperated.Status());
 
     ASSERT_TRUE(oOperated->RegisterBackup(sBackup, oRestorable.Completed, "base", sRestore));
+    EXPECT_EQ("ok", oOperated.Done(oOperated->Admin()));
     EXPECT_EQ("ok", oOperated.Done(oOperated->RestartUntil(oRestorable.Until)));
     EXPECT_EQ("before the backup, kept", oRestorable.Rows());
     EXPECT_EQ(5, oOperated.Status());
@@ -378,7 +409,9 @@ TEST(PostgresOperations, RestartUntilTakesABackupOfPgBackRest) {
     const Operated oOperated(oRestorable.Instance());
     ExpectPart("1 BACKUP 20", oOperated.History());
     EXPECT_EQ(std::string::npos, oOperated.History().find("BASE BACKUP")) << "its label file is of the same";
+    EXPECT_EQ("ok", oOperated.Done(oOperated->Shutdown()));
     ExpectPart("no backup had ended at", oOperated.Done(oOperated->RestartUntil(oRestorable.BeforeBackup)));
+    EXPECT_EQ(2, oOperated.Status()) << "it was offline before";
     EXPECT_EQ("ok", oOperated.Done(oOperated->RestartUntil(oRestorable.Until)));
     EXPECT_EQ("before the backup, kept", oRestorable.Rows());
   });

@@ -16,7 +16,9 @@ struct PostmasterFile {
   int Port = 0;
   std::string SocketFolder;   ///< the first one; empty without sockets
   std::string ListenAddress;  ///< the first one; empty without TCP
-  std::string Status;         ///< "starting", "stopping", "ready" or "standby"; empty at the very beginning
+  /// "starting", "stopping", "ready", also for reading only, or "standby" when it
+  /// takes no connections; empty at the very beginning.
+  std::string Status;
 };
 
 /// Room on a file system.

@@ -88,13 +88,8 @@ std::string ServerControl::LogPath() const {
   return oFolder / ("postgres-" + fs::path(m_oServer.DataDirectory()).filename().string() + ".log");
 }
 
-void ServerControl::Start(const std::vector<std::string>& settings, const std::set<std::string>& until) {
+void ServerControl::Start(const std::vector<std::string>& settings, const std::string& sClusterState) {
   const auto oLeft = m_oServer.Postmaster();
-  if (oLeft && !m_oServer.Process() && fs::exists("/proc/" + std::to_string(oLeft->Process))) {
-    throw std::runtime_error("postmaster.pid in " + m_oServer.DataDirectory() + " names process " +
-                             std::to_string(oLeft->Process) +
-                             ", which is no server any more but still listed; remove that file");
-  }
   std::vector<std::string> command = m_oServer.LastCommand();
   if (command.empty()) throw std::runtime_error(WhyNot());
   for (const std::string& sSetting : settings) command.insert(command.end(), {"-c", sSetting});
@@ -111,21 +106,30 @@ void ServerControl::Start(const std::vector<std::string>& settings, const std::s
     } catch (const std::runtime_error&) {
       if (!m_oServer.Process()) throw;  // otherwise it is still recovering
     }
-    Await(until);
+    AwaitReady(sClusterState);
   } catch (const std::runtime_error& oError) {
-    const std::string sReason = ReasonIn(sLog, iBefore);
+    std::string sReason = ReasonIn(sLog, iBefore);
+    // One that was killed is listed until its parent takes note, and its number may
+    // have become another program's.
+    if (oLeft && !m_oServer.Process() && sReason.find("postmaster.pid") != std::string::npos) {
+      sReason += ": process " + std::to_string(oLeft->Process) + ", which it names, is no server any more; remove it";
+    }
     throw std::runtime_error("the server does not start: " + (sReason.empty() ? oError.what() : sReason) + " (see " +
                              sLog + ")");
   }
 }
 
-void ServerControl::Await(const std::set<std::string>& until) const {
+/// The server says "ready", too, when it only takes reading connections for the
+/// time of a recovery; then pg_controldata tells when that has ended. An empty
+/// state is any.
+void ServerControl::AwaitReady(const std::string& sClusterState) const {
   std::string sSeen;
   auto dEnd = Clock::now() + kNoProgress;
   for (;;) {
     const auto oPostmaster = m_oServer.Postmaster();
     if (!oPostmaster || !m_oServer.Process()) throw std::runtime_error("it has ended again");
-    if (until.contains(oPostmaster->Status)) return;
+    const bool bReady = oPostmaster->Status == "ready" || oPostmaster->Status == "standby";
+    if (bReady && (sClusterState.empty() || m_oServer.ControlData("Database cluster state") == sClusterState)) return;
     if (const std::string sNow = oPostmaster->Status + m_oServer.Activity(); sNow != sSeen) {
       sSeen = sNow;
       dEnd = Clock::now() + kNoProgress;

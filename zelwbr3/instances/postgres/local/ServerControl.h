@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <functional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -36,16 +35,16 @@ class ServerControl {
   /// left out. Returns when it takes connections. That may take any time while it
   /// recovers from a crash, but 10 minutes without progress are a failure; it is
   /// stopped then.
-  void Start() { Start({}, {"ready", "standby"}); }
+  void Start() { Start({}, {}); }
   /// The same with settings of a recovery, each "NAME=VALUE". Returns when that has
   /// ended and the server takes changes.
-  void Recover(const std::vector<std::string>& settings) { Start(settings, {"ready"}); }
+  void Recover(const std::vector<std::string>& settings) { Start(settings, "in production"); }
 
  private:
   void Control(const std::vector<std::string>& arguments, std::chrono::seconds dTimeout) const;
   std::string LogPath() const;
-  void Start(const std::vector<std::string>& settings, const std::set<std::string>& until);
-  void Await(const std::set<std::string>& until) const;
+  void Start(const std::vector<std::string>& settings, const std::string& sClusterState);
+  void AwaitReady(const std::string& sClusterState) const;
 
   LocalServer m_oServer;
   Pause m_oPause;

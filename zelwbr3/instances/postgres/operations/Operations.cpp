@@ -3,6 +3,7 @@
 #include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/base/Finally.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/common/settings/ObservationStore.h"
 #include "zelwbr3/instances/postgres/operations/PointInTimeRestart.h"
 
@@ -32,7 +33,7 @@ bool Operations::Attempt(const std::function<void()>& oOperation) {
     m_oServer->LastError(oError.ErrorObject());
     return false;
   } catch (const std::exception& oError) {
-    return m_oServer->Refuse(oError.what());
+    return m_oServer->Refuse(Text::OneLine(oError.what()));
   }
 }
 

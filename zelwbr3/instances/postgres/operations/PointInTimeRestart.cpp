@@ -70,6 +70,10 @@ void PointInTimeRestart::Check() const {
   if (fs::is_symlink(m_sData) || DeviceOf(m_sData) != DeviceOf(sParent)) {
     throw std::runtime_error(m_sData + " is a link or a file system of its own, which cannot be renamed");
   }
+  if (fs::is_symlink(m_sData + "/pg_wal")) {
+    throw std::runtime_error("its log lies elsewhere, behind the link " + m_sData +
+                             "/pg_wal, which a backup does not bring back");
+  }
   const std::int64_t lNeeded = m_oBackup.Directory.empty() ? m_oBackup.Bytes : BytesIn(m_oBackup.Directory);
   for (const FileSystem& oDisk : FileSystemsOf({sParent})) {
     if (oDisk.BytesLeft >= lNeeded + kReserve) continue;
