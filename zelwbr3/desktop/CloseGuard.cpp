@@ -58,6 +58,8 @@ CloseGuard::~CloseGuard() {
   std::erase(Guards(), this);
 }
 
+void CloseGuard::Watch() { gdk_event_handler_set(HandleNative, nullptr, nullptr); }
+
 void CloseGuard::HandleNative(GdkEvent* oEvent, void*) {
   const auto it = std::ranges::find_if(Guards(), [&](const auto* o) { return o->IsIgnoredClose(*oEvent); });
   if (it == Guards().end()) return gtk_main_do_event(oEvent);
@@ -66,8 +68,7 @@ void CloseGuard::HandleNative(GdkEvent* oEvent, void*) {
 }
 
 int CloseGuard::FilterEvent(wxEvent& oEvent) {
-  // Again and again, for the toolkit puts its own handler back when it yields.
-  gdk_event_handler_set(HandleNative, nullptr, nullptr);
+  Watch();
   if (oEvent.GetEventType() != wxEVT_CLOSE_WINDOW || Window() == nullptr || oEvent.GetEventObject() != Window() ||
       (!m_oPump.Waiting() && InnermostDialog() == nullptr)) {
     return Event_Skip;

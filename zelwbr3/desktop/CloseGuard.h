@@ -35,6 +35,10 @@ class CloseGuard : public wxEventFilter, private wxModalDialogHook {
 
   int FilterEvent(wxEvent& oEvent) override;
 
+  /// Sees native events before the toolkit, which puts its own handler back
+  /// whenever it yields: to be called again and again.
+  static void Watch();
+
  private:
   static void HandleNative(GdkEvent* oEvent, void*);
 

@@ -1,6 +1,7 @@
 #include "zelwbr3/desktop/DesktopPump.h"
 
 #include "zelwbr3/base/Worker.h"
+#include "zelwbr3/desktop/CloseGuard.h"
 #include "zelwbr3/desktop/InputGrab.h"
 
 #include <wx/app.h>
@@ -73,6 +74,7 @@ class DesktopPump::Wait {
       oLoop = oOwn.get();
       oActivator.emplace(oLoop);
     }
+    CloseGuard::Watch();
     // The result says nothing: after a modal dialog it is false at every call.
     oLoop->Dispatch();
   }
