@@ -7,10 +7,12 @@
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
+#include "zelwbr3/desktop/ListRow.h"
 #include "zelwbr3/desktop/Picture.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <optional>
 #include <stdexcept>
@@ -51,19 +53,22 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
   const int oWidths[] = {-2, -1};
   SetStatusWidths(2, oWidths);
   Browser::Resource(std::make_shared<ZelviewPictures>());
-  wxWindow* oLeft = MakePageList();
-  m_oPanel = new Desktop::BrowserPanel(this);
-  m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*this, m_oPanel->Platform().Pump(), PictureOf);
+  // The Tab key goes round what is in one panel.
+  auto* oAll = new wxPanel(this);
+  wxWindow* oLeft = MakePageList(oAll);
+  m_oPanel = new Desktop::BrowserPanel(oAll);
+  m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*oAll, m_oPanel->Platform().Pump(), PictureOf);
   m_oPanel->MoveAfterInTabOrder(m_oCommandlist->Window());
 
   auto* oRight = new wxBoxSizer(wxVERTICAL);
   oRight->Add(m_oCommandlist->Window(), 0, wxEXPAND);
   oRight->Add(m_oPanel, 1, wxEXPAND);
-  auto* oAll = new wxBoxSizer(wxHORIZONTAL);
-  oAll->Add(oLeft, 0, wxEXPAND);
-  oAll->Add(new wxStaticLine(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLI_VERTICAL), 0, wxEXPAND);
-  oAll->Add(oRight, 1, wxEXPAND);
-  SetSizer(oAll);
+  auto* oColumns = new wxBoxSizer(wxHORIZONTAL);
+  oColumns->Add(oLeft, 0, wxEXPAND);
+  oColumns->Add(new wxStaticLine(oAll, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLI_VERTICAL), 0, wxEXPAND);
+  oColumns->Add(oRight, 1, wxEXPAND);
+  oAll->SetSizer(oColumns);
+  Bind(wxEVT_CHAR_HOOK, &ZelviewFrame::OnKey, this);
 
   m_oPanel->Browser().HTMLPath(HTMLFolder());
   m_oPanel->Browser().CHMPath(HelpFile());
@@ -71,8 +76,8 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
   Connect();
 }
 
-wxWindow* ZelviewFrame::MakePageList() {
-  auto* oLeft = new wxPanel(this);
+wxWindow* ZelviewFrame::MakePageList(wxWindow* oParent) {
+  auto* oLeft = new wxPanel(oParent);
   oLeft->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
   oLeft->Bind(wxEVT_SYS_COLOUR_CHANGED, [oLeft](wxSysColourChangedEvent& oEvent) {
     oLeft->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
@@ -84,10 +89,46 @@ wxWindow* ZelviewFrame::MakePageList() {
   oSizer->Add(m_oPageList, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));
   oLeft->SetSizer(oSizer);
   for (const HostPages::Entry& oEntry : HostPages::All()) m_oPageList->Append(oEntry.Title);
-  m_oPageList->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& oEvent) {
-    if (oEvent.GetSelection() >= 0) ShowPage(HostPages::All()[static_cast<std::size_t>(oEvent.GetSelection())].Name);
+  m_oPageList->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& oEvent) {
+    m_bBrowsing = false;
+    oEvent.Skip();
   });
+  m_oPageList->Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& oEvent) {
+    m_bBrowsing = true;
+    oEvent.Skip();
+  });
+  m_oPageList->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { ShowChosen(); });
+  // Enter, or a double click.
+  m_oPageList->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { m_oPanel->SetFocus(); });
   return oLeft;
+}
+
+void ZelviewFrame::OnKey(wxKeyEvent& oEvent) {
+  const int iKey = oEvent.GetKeyCode();
+  const bool bPages = (iKey == WXK_F5 || iKey == WXK_ESCAPE) && !oEvent.HasAnyModifiers();
+  if (iKey == WXK_F6 && !oEvent.HasModifiers()) {
+    GoRound(!oEvent.ShiftDown());
+  } else if (iKey == WXK_TAB && !oEvent.HasAnyModifiers() && m_oPageList->HasFocus()) {
+    m_oPanel->SetFocusFromKbd();  // not by way of the commands: what was chosen is the page
+  } else if (!bPages || m_oPanel->PageHasFocus() || !m_oPanel->KeyToPage(oEvent)) {
+    oEvent.Skip();
+  }
+}
+
+void ZelviewFrame::GoRound(bool bForward) {
+  wxWindow* oCommands = m_oCommandlist->Window();
+  std::vector<wxWindow*> oStops = {m_oPageList, m_oPanel};
+  const auto& oButtons = oCommands->GetChildren();
+  if (std::ranges::any_of(oButtons, [](const wxWindow* o) { return o->CanAcceptFocus(); })) {
+    oStops.insert(oStops.begin() + 1, oCommands);
+  }
+  // The toolkit does not know what is in the control.
+  const auto Has = [this](const wxWindow* o) { return o == m_oPanel ? m_oPanel->PageHasFocus() : o->HasFocus(); };
+  const auto it = std::ranges::find_if(oStops, [&](const wxWindow* o) {
+    return Has(o) || std::ranges::any_of(o->GetChildren(), [](const wxWindow* oChild) { return oChild->HasFocus(); });
+  });
+  const std::size_t iFrom = it == oStops.end() ? 0 : static_cast<std::size_t>(it - oStops.begin());
+  oStops[(iFrom + (bForward ? 1 : oStops.size() - 1)) % oStops.size()]->SetFocus();
 }
 
 void ZelviewFrame::MakeMenus() {
@@ -150,7 +191,7 @@ void ZelviewFrame::Connect() {
   m_connections.push_back(oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
     const auto oEntries = HostPages::All();
     for (std::size_t i = 0; i < oEntries.size(); ++i) {
-      if (oPage->Name().starts_with(oEntries[i].Name)) m_oPageList->SetSelection(static_cast<int>(i));
+      if (oPage->Name().starts_with(oEntries[i].Name)) Desktop::SelectRow(*m_oPageList, static_cast<int>(i));
     }
     Say("");
   }));
@@ -259,8 +300,13 @@ void ZelviewFrame::ShowMessage() {
   if (!sTopic.empty()) m_oPanel->Browser().ShowMessageHelpID(sTopic);
 }
 
-void ZelviewFrame::ShowPage(const std::string& sName) {
-  Later([this, sName] { m_oPages->Show(sName); });
+void ZelviewFrame::ShowChosen() {
+  const int iChosen = m_oPageList->GetSelection();
+  if (iChosen < 0) return;
+  Later([this, iChosen, bBrowsing = m_bBrowsing] {
+    m_oPages->Show(HostPages::All()[static_cast<std::size_t>(iChosen)].Name);
+    if (!bBrowsing) m_oPanel->SetFocus();
+  });
 }
 
 void ZelviewFrame::Later(std::function<void()> oWork) {

@@ -40,7 +40,11 @@ class ZelviewFrame : public wxFrame {
  private:
   void MakeMenus();
   /// The window to be placed at the left.
-  wxWindow* MakePageList();
+  wxWindow* MakePageList(wxWindow* oParent);
+  /// A key pressed anywhere in the window.
+  void OnKey(wxKeyEvent& oEvent);
+  /// Gives the keyboard to the next of page list, commands and page.
+  void GoRound(bool bForward);
   void Connect();
   void OpenFile(const wxString& sTitle, const wxString& sPattern, const std::string& sKind);
   void OpenServer();
@@ -48,8 +52,8 @@ class ZelviewFrame : public wxFrame {
   std::optional<std::string> AskPassword(const std::string& sRefused, const std::string& sInstance);
   void SaveRecording();
   void ShowMessage();
-  /// Shows a page out of a menu or list; errors go to a message box.
-  void ShowPage(const std::string& sName);
+  /// Shows the page that is chosen in the list; errors go to a message box.
+  void ShowChosen();
   /// Runs something that the user asked for, once the toolkit is done with the
   /// event, and shows what it throws.
   void Later(std::function<void()> oWork);
@@ -62,6 +66,8 @@ class ZelviewFrame : public wxFrame {
   std::shared_ptr<ZELLib3::Database> m_oDatabase;
   Desktop::BrowserPanel* m_oPanel;
   wxListBox* m_oPageList;
+  /// The arrow keys choose pages in the list, which keeps the keyboard.
+  bool m_bBrowsing = false;
   std::shared_ptr<Desktop::DesktopCommandlist> m_oCommandlist;
   std::unique_ptr<HostPages> m_oPages;
   /// Into the file that ZELWBR3_TRACE names, if it does.

@@ -7,6 +7,7 @@
 
 #include <sys/wait.h>
 #include <wx/app.h>
+#include <wx/button.h>
 #include <wx/filedlg.h>
 #include <wx/image.h>
 #include <wx/statusbr.h>
@@ -30,10 +31,16 @@ class ZelviewTest : public TestWindow {
   }
 
   BrowserPanel& Panel() {
-    for (wxWindow* oChild : Zelview->GetChildren()) {
-      if (auto* oPanel = dynamic_cast<BrowserPanel*>(oChild)) return *oPanel;
-    }
-    throw std::runtime_error("zelview has no control");
+    const auto Find = [](const auto& oSelf, wxWindow* oWindow) -> BrowserPanel* {
+      if (auto* oPanel = dynamic_cast<BrowserPanel*>(oWindow)) return oPanel;
+      for (wxWindow* oChild : oWindow->GetChildren()) {
+        if (BrowserPanel* oFound = oSelf(oSelf, oChild)) return oFound;
+      }
+      return nullptr;
+    };
+    BrowserPanel* oPanel = Find(Find, Zelview);
+    if (oPanel == nullptr) throw std::runtime_error("zelview has no control");
+    return *oPanel;
   }
   std::string Text(const std::string& sID) {
     const Element* oElement = Panel().Browser().VisibleDocument()->all().item(sID);
@@ -78,6 +85,58 @@ TEST_F(ZelviewTest, UnitsAndThemesChangeThePageShown) {
       return Panel().Browser().VisibleDocument()->documentElement()->getAttribute("data-theme") == sTheme;
     });
   }
+}
+
+TEST_F(ZelviewTest, TheKeyboardReachesListCommandsAndPage) {
+  const auto WaitForFocus = [&](const std::string& sWanted) {
+    std::string sFocus;
+    WaitFor("the focus on " + sWanted, [&] {
+      const wxWindow* oFocus = wxWindow::FindFocus();
+      const bool bList = dynamic_cast<const wxListBox*>(oFocus) != nullptr;
+      const auto* oButton = dynamic_cast<const wxButton*>(oFocus);
+      const auto oDocument = Panel().Browser().VisibleDocument();
+      sFocus = Panel().PageHasFocus() ? "page " + (oDocument ? oDocument->activeElement()->id() : "")
+               : bList                ? "list"
+               : oButton != nullptr   ? "command " + oButton->GetLabelText().utf8_string()
+                                      : "";
+      return sFocus.starts_with(sWanted);
+    });
+  };
+  const auto Go = [&](const std::string& sKey, const std::string& sWanted) {
+    SCOPED_TRACE(sKey);
+    Press(sKey);
+    WaitForFocus(sWanted);
+  };
+  Zelview->ShowFirst("History");  // has commands
+  WaitForFocus("page");
+  for (const char* sStop : {"list", "command", "page"}) Go("F6", sStop);
+  for (const char* sStop : {"command", "list", "page"}) Go("shift+F6", sStop);
+  Go("F6", "list");
+  Go("Tab", "page btnFormClose");
+  Go("shift+Tab", "command");
+  Go("Tab", "command Read All");
+  Go("Tab", "page btnFormClose");
+  Go("F6", "list");
+  for (const auto& [sAround, sNext] : {std::pair("Tab", "list"), {"shift+Tab", "command"}}) {
+    Go(sAround, "page");
+    for (int i = 0; i < 30 && Panel().PageHasFocus(); ++i) Press(sAround);
+    WaitForFocus(sNext);
+  }
+  // F5 and Escape are the page's, wherever they are pressed.
+  int iActions = 0;
+  const auto oCount = Panel().Browser().ActionComplete.Connect([&](bool) { ++iActions; });
+  Go("shift+F6", "list");
+  Press("F5");
+  WaitFor("the refresh", [&] { return iActions == 1; });
+  Press("Escape");
+  WaitForText("txtFormTitle", "Instance Overview");
+  // The arrow keys look at pages; a click goes there.
+  Go("Down", "list");
+  WaitForText("txtFormTitle", "Data Area");
+  Go("Return", "page");
+  Go("shift+F6", "list");
+  Do(ClickAt(wxWindow::FindFocus()->ClientToScreen(wxPoint(40, 100))) + " 1");
+  WaitForFocus("page");
 }
 
 TEST_F(ZelviewTest, ARecordingIsSavedAndOpenedAndADatabaseFileIsOpened) {

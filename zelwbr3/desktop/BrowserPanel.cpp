@@ -1,5 +1,6 @@
 #include "zelwbr3/desktop/BrowserPanel.h"
 
+#include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/desktop/KeyTranslation.h"
 
 namespace ZELWbr3::Desktop {
@@ -31,11 +32,25 @@ BrowserPanel::~BrowserPanel() {
 
 void BrowserPanel::SetFocus() {
   if (Browser().VisibleDocument() != nullptr) {
-    Platform().Focus();
+    Platform().Front()->Focus();
   } else {
     SetCanFocus(true);  // wx takes it away from every panel that has children
     SetFocusIgnoringChildren();
   }
+}
+
+void BrowserPanel::SetFocusFromKbd() {
+  if (DesktopWebBrowser* oFront = Platform().Front()) oFront->Enter(true);
+}
+
+bool BrowserPanel::PageHasFocus() const {
+  const DesktopWebBrowser* oFront = m_oControl->oPlatform.Front();
+  return oFront != nullptr && oFront->HasFocus();
+}
+
+bool BrowserPanel::KeyToPage(const wxKeyEvent& oEvent) {
+  DesktopWebBrowser* oFront = Platform().Front();
+  return oFront != nullptr && oFront->KeyPress(Translate(oEvent));
 }
 
 void BrowserPanel::OnSize(wxSizeEvent& oEvent) {

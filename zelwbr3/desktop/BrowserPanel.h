@@ -10,7 +10,8 @@
 namespace ZELWbr3::Desktop {
 
 /// The control for a program with wxWidgets: a panel like any other, to be
-/// placed in a sizer. Given the keyboard, it hands it to the page in front.
+/// placed in a sizer. Given the keyboard, it hands it to the page in front. The
+/// Tab key enters the page at its first element and leaves it after the last.
 ///
 ///     auto* oPanel = new BrowserPanel(oFrame);
 ///     oPanel->Browser().HTMLPath("/usr/share/zelwbr3/html");
@@ -28,6 +29,15 @@ class BrowserPanel : public wxPanel {
   DesktopPlatform& Platform() { return m_oControl->oPlatform; }
 
   void SetFocus() override;
+  void SetFocusFromKbd() override;
+  /// The toolkit asks when there is no page yet.
+  bool AcceptsFocusFromKeyboard() const override { return true; }
+
+  /// The page in front has the keyboard.
+  bool PageHasFocus() const;
+  /// Gives a key to the page in front that another window of the program has
+  /// received, such as Escape. True if the page has handled it.
+  bool KeyToPage(const wxKeyEvent& oEvent);
 
  private:
   struct Control {

@@ -41,6 +41,7 @@ void DesktopCommandlist::ItemsChanged() {
 void DesktopCommandlist::Draw() {
   m_bDrawing = false;
   const auto oItems = Items();
+  const bool bFocus = HasFocus();
   if (!std::ranges::equal(oItems, m_oShown, LooksLike)) {
     m_oBar->Freeze();
     m_oBar->DestroyChildren();
@@ -55,6 +56,14 @@ void DesktopCommandlist::Draw() {
   }
   for (std::size_t i = 0; i < oItems.size(); ++i) m_oButtons[i]->Enable(oItems[i].Enabled);
   m_oShown = oItems;
+  // The button with the keyboard is gone or disabled: it must not be lost.
+  if (bFocus && !HasFocus()) m_oBar->SetFocus();
+  if (bFocus && !HasFocus()) m_oBar->Navigate();
+}
+
+bool DesktopCommandlist::HasFocus() const {
+  const auto it = std::ranges::find(m_oButtons, wxWindow::FindFocus());
+  return it != m_oButtons.end() && (*it)->IsThisEnabled();
 }
 
 wxWindow* DesktopCommandlist::MakeButton(const CommandItem& oItem) {

@@ -33,6 +33,8 @@ class DesktopCommandlist : public CommandLists {
   /// Pages change their list item by item: it is drawn once, later.
   void ItemsChanged() override;
   void Draw();
+  /// An item has the keyboard.
+  bool HasFocus() const;
   wxWindow* MakeButton(const ZELCmd3::CommandItem& oItem);
 
   wxWeakRef<wxPanel> m_oBar;

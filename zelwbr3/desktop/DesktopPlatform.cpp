@@ -4,6 +4,8 @@
 #include "zelwbr3/desktop/DesktopMessageWindow.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 
+#include <algorithm>
+
 #include <wx/settings.h>
 #include <wx/window.h>
 
@@ -50,10 +52,9 @@ void DesktopPlatform::Theme(std::optional<Desktop::Theme> eTheme) {
   for (DesktopWebBrowser* oBrowser : m_oBrowsers) oBrowser->ThemeChanged();
 }
 
-void DesktopPlatform::Focus() {
-  for (DesktopWebBrowser* oBrowser : m_oBrowsers) {
-    if (oBrowser->IsVisible()) oBrowser->Focus();
-  }
+DesktopWebBrowser* DesktopPlatform::Front() const {
+  const auto it = std::ranges::find_if(m_oBrowsers, [](const auto* o) { return o->IsVisible(); });
+  return it == m_oBrowsers.end() ? nullptr : *it;
 }
 
 }  // namespace ZELWbr3::Desktop

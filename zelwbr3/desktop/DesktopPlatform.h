@@ -56,8 +56,8 @@ class DesktopPlatform : public Platform {
   /// Chooses a theme, for the pages shown now, too; none = the program's own.
   void Theme(std::optional<Desktop::Theme> eTheme);
 
-  /// Gives the keyboard to the page in front.
-  void Focus();
+  /// The browser in front; null when there is none.
+  DesktopWebBrowser* Front() const;
 
   /// Null when the window is gone.
   wxWindow* Parent() const { return m_oParent; }

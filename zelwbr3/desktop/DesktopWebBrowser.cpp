@@ -19,12 +19,12 @@ const char* ThemeName(Theme eTheme) { return eTheme == Theme::Dark ? "dark" : "l
 
 /// The picture box. The toolkit must not look for the keyboard's target in it,
 /// for it does not know the web view: the control's own window is that target
-/// and passes the keyboard on.
+/// and passes the keyboard on. The Tab key goes through it to the web view.
 class PictureBox : public wxPanel {
  public:
   using wxPanel::wxPanel;
   bool AcceptsFocus() const override { return false; }
-  bool AcceptsFocusFromKeyboard() const override { return false; }
+  bool AcceptsFocusFromKeyboard() const override { return true; }
   bool AcceptsFocusRecursively() const override { return false; }
 };
 
@@ -103,6 +103,12 @@ void DesktopWebBrowser::Copy() {
 
 void DesktopWebBrowser::Focus() {
   if (m_oView != nullptr) m_oView->Focus();
+}
+
+void DesktopWebBrowser::Enter(bool bForward) {
+  Focus();
+  if (m_oSender == nullptr) return;  // no document to ask
+  m_oView->Run(std::string("zelwbr3.Enter(") + (bForward ? "true" : "false") + ")", [](const WebView::Outcome&) {});
 }
 
 void DesktopWebBrowser::ThemeChanged() {

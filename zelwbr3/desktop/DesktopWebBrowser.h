@@ -49,6 +49,11 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
   void Copy();
   /// Gives the keyboard to the page.
   void Focus();
+  /// Gives it to the first element that the Tab key comes by, or to the last.
+  void Enter(bool bForward) override;
+  bool HasFocus() const { return m_oView != nullptr && m_oView->HasFocus(); }
+  /// A key for the page, wherever it was pressed. True if it was handled.
+  bool KeyPress(const Key& oKey) override;
   /// Calls oDone once what has been sent so far has been painted; at once when
   /// there is nothing to paint.
   void AfterPaint(std::function<void()> oDone);
@@ -61,7 +66,6 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
 
  private:
   void Message(std::string_view sMessage) override;
-  bool KeyPress(const Key& oKey) override;
   void ProcessTerminated(const std::string& sReason) override;
   void Trace(const std::string& sText) override;
 

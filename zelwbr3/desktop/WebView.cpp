@@ -116,6 +116,13 @@ struct WebView::Native_ {
     return Self(pData).OnKeyPress(*oEvent) ? TRUE : FALSE;
   }
 
+  static gboolean Focus(GtkWidget* oWidget, GtkDirectionType eDirection, gpointer pData) {
+    const bool bTab = eDirection == GTK_DIR_TAB_FORWARD || eDirection == GTK_DIR_TAB_BACKWARD;
+    if (!bTab || gtk_widget_has_focus(oWidget)) return FALSE;
+    Self(pData).Guarded("The Tab key", [&] { Self(pData).m_oEvents.Enter(eDirection == GTK_DIR_TAB_FORWARD); });
+    return TRUE;
+  }
+
   static gboolean DecidePolicy(WebKitWebView*, WebKitPolicyDecision* oDecision, WebKitPolicyDecisionType eType,
                                gpointer pData) {
     const std::uint32_t iSerial = Self(pData).m_iSerial;
@@ -206,6 +213,7 @@ WebView::WebView(wxWindow& oParent, const WebContext& oContext, WebViewEvents& o
   };
   Connect(m_oManager, (std::string("script-message-received::") + Handler).c_str(), Native_::Message);
   Connect(m_oView, "key-press-event", Native_::KeyPress);
+  Connect(m_oView, "focus", Native_::Focus);
   Connect(m_oView, "decide-policy", Native_::DecidePolicy);
   Connect(m_oView, "load-failed", Native_::LoadFailed);
   Connect(m_oView, "web-process-terminated", Native_::ProcessTerminated);

@@ -30,6 +30,8 @@ class WebViewEvents {
   /// A key goes down while the view has the focus, before its page sees it.
   /// True swallows it.
   virtual bool KeyPress(const Key& oKey) = 0;
+  /// The Tab key has come to the view from outside, backwards unless bForward.
+  virtual void Enter(bool bForward) = 0;
   virtual void ProcessTerminated(const std::string& sReason) = 0;
   virtual void Trace(const std::string& sText) = 0;
 };

@@ -140,6 +140,13 @@
       return sError;
     },
 
+    /** Gives the keyboard to the first element that the Tab key comes by, or to the last. */
+    Enter(bForward) {
+      const oAll = [...document.querySelectorAll("a[href], button, input, select, textarea, [tabindex]")];
+      const IsStop = (o) => o.tabIndex >= 0 && !o.disabled && o.getClientRects().length > 0;
+      (bForward ? oAll.find(IsStop) : oAll.findLast(IsStop))?.focus({ focusVisible: true });
+    },
+
     /** The document as it stands, in the snapshot's form, without what is not numbered. */
     Live() {
       const oList = [];
