@@ -6,6 +6,7 @@
 #include "host/ZelviewPictures.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/desktop/Accessible.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/desktop/ListRow.h"
 #include "zelwbr3/desktop/Picture.h"
@@ -88,6 +89,7 @@ wxWindow* ZelviewFrame::MakePageList(wxWindow* oParent) {
   auto* oSizer = new wxBoxSizer(wxVERTICAL);
   oSizer->Add(m_oPageList, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));
   oLeft->SetSizer(oSizer);
+  Desktop::AccessibleName(*m_oPageList, "Pages");
   for (const HostPages::Entry& oEntry : HostPages::All()) m_oPageList->Append(oEntry.Title);
   m_oPageList->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& oEvent) {
     m_bBrowsing = false;
@@ -179,6 +181,7 @@ void ZelviewFrame::MakeMenus() {
   oBar->Append(oView, "&View");
   oBar->Append(oHelp, "&Help");
   SetMenuBar(oBar);
+  Desktop::AccessibleName(*oBar, "Menu");
 }
 
 void ZelviewFrame::Connect() {
@@ -207,7 +210,7 @@ void ZelviewFrame::Open(const std::string& sInstance) {
   std::string sPassword;
   while (oDatabase == nullptr) {
     try {
-      DoInBackground("Opening " + ShownInstance(sInstance) + "…",
+      DoInBackground("Opening " + ZELWbr3::Text::Isolated(ShownInstance(sInstance)) + "…",
                      [&] { oDatabase = OpenInstance(sInstance, {}, sPassword); });
     } catch (const PasswordNeeded& oError) {
       const auto oEntered = AskPassword(sPassword.empty() ? std::string() : oError.what(), sInstance);
@@ -218,8 +221,8 @@ void ZelviewFrame::Open(const std::string& sInstance) {
   m_sInstance = sInstance;
   m_oDatabase = std::move(oDatabase);
   m_oPages = std::make_unique<HostPages>(m_oPanel->Browser(), m_oDatabase, m_oCommandlist);
-  SetTitle(Text(m_oDatabase->InstanceName() + " - zelview"));
-  SetStatusText(Text(m_oDatabase->Version()->Text()), 1);
+  SetTitle(Text(ZELWbr3::Text::Isolated(m_oDatabase->InstanceName()) + " - zelview"));
+  SetStatusText(Text(ZELWbr3::Text::Isolated(m_oDatabase->Version()->Text())), 1);
 }
 
 std::vector<std::string> ZelviewFrame::Record(const std::string& sFile) {
@@ -347,7 +350,10 @@ void ZelviewFrame::SaveScreenshot(const std::string& sFile) {
   WriteFile(sFile, sBytes);
 }
 
-void ZelviewFrame::Say(const std::string& sText) { SetStatusText(Text(sText)); }
+void ZelviewFrame::Say(const std::string& sText) {
+  SetStatusText(Text(sText));
+  Desktop::AccessibleStatus(*GetStatusBar(), UTF8(Text(sText)));
+}
 
 void ZelviewFrame::DoInBackground(const std::string& sText, const std::function<void()>& oWork) {
   Desktop::DesktopPump& oPump = m_oPanel->Platform().Pump();

@@ -1,5 +1,6 @@
 #include "host/ZelviewFrame.h"
 #include "tests/desktop/TestWindow.h"
+#include "zelwbr3/desktop/Accessible.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -137,6 +138,28 @@ TEST_F(ZelviewTest, TheKeyboardReachesListCommandsAndPage) {
   Go("shift+F6", "list");
   Do(ClickAt(wxWindow::FindFocus()->ClientToScreen(wxPoint(40, 100))) + " 1");
   WaitForFocus("page");
+}
+
+TEST_F(ZelviewTest, ScreenReadersAreToldWhatIsWhat) {
+  std::string sTree;
+  const auto Has = [&](const std::string& sLine) {
+    return (sTree = AccessibleTree(*Zelview)).find(sLine) != sTree.npos;
+  };
+  Zelview->ShowFirst("History");
+  const auto oBegin =
+      Panel().Browser().ActionBegin.Connect([&] { EXPECT_TRUE(Has("statusbar: Working…\n")) << sTree; });
+  Press("F5");
+  for (const char* sLine : {"frame: DEMO - zelview\n", "menu bar: Menu\n", ": Pages\n", ": Commands\n",
+                            "button: Close\n", "statusbar: \n"}) {
+    WaitFor(sLine, [&] { return Has(sLine); });
+  }
+  bool bNamed = false;
+  InDialog([&](wxDialog& oDialog) {
+    bNamed = AccessibleTree(oDialog).find(": Question\n") != std::string::npos;
+    Begin("xdotool key Escape");
+  });
+  Press("alt+h m");
+  WaitFor("the dialog's end", [&] { return bNamed && OpenDialog() == nullptr; });
 }
 
 TEST_F(ZelviewTest, ARecordingIsSavedAndOpenedAndADatabaseFileIsOpened) {

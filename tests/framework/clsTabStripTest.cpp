@@ -77,6 +77,11 @@ TEST(clsTabStrip, SelectsFromAnyTabToAnyOther) {
       EXPECT_EQ(oStrip.Look(), sLooks[iFrom]);
       EXPECT_EQ(oStrip.Click("tbsTab" + std::to_string(iTo) + "X"), iFrom != iTo);
       EXPECT_EQ(oStrip.Look(), sLooks[iTo]) << "from " << iFrom << " to " << iTo;
+      if (iFrom == iTo) continue;
+      const auto Selected = [&](int i) {
+        return oStrip.At("tbsTab" + std::to_string(i) + "X").getAttribute("aria-selected");
+      };
+      EXPECT_EQ(Selected(iFrom) + " " + Selected(iTo), "false true");
     }
   }
 }

@@ -1,6 +1,7 @@
 #include "zelwbr3/desktop/DesktopCommandlist.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/desktop/Accessible.h"
 #include "zelwbr3/desktop/DesktopPump.h"
 
 #include <wx/button.h>
@@ -25,7 +26,7 @@ bool LooksLike(const CommandItem& a, const CommandItem& b) {
 DesktopCommandlist::DesktopCommandlist(wxWindow& oParent, DesktopPump& oPump, Pictures oPictures)
     : m_oBar(new wxPanel(&oParent)), m_oPump(oPump), m_oPictures(std::move(oPictures)) {
   m_oBar->SetSizer(new wxWrapSizer(wxHORIZONTAL, wxREMOVE_LEADING_SPACES));
-  m_oBar->SetLabel("Commands");
+  AccessibleName(*m_oBar, "Commands");
 }
 
 DesktopCommandlist::~DesktopCommandlist() {

@@ -1,6 +1,7 @@
 #include "zelwbr3/desktop/DialogWindow.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/desktop/Accessible.h"
 #include "zelwbr3/desktop/DateInput.h"
 
 #include <gtk/gtk.h>
@@ -126,6 +127,7 @@ wxSizer* DialogWindow::MakeText() {
   const bool bQuestion = m_oDialog.Picture == MessageBox::Icon::Question;
   auto* oPicture = new wxStaticBitmap(
       this, wxID_ANY, wxArtProvider::GetBitmapBundle(bQuestion ? wxART_QUESTION : wxART_WARNING, wxART_MESSAGE_BOX));
+  AccessibleName(*oPicture, bQuestion ? "Question" : "Warning");
   auto* oRow = new wxBoxSizer(wxHORIZONTAL);
   oRow->Add(oPicture, wxSizerFlags().Top().Border(wxRIGHT, 2 * Gap));
 
@@ -170,8 +172,7 @@ wxSizer* DialogWindow::MakeFields() {
       if (auto* oCheck = dynamic_cast<wxCheckBox*>(oInput)) oCheck->SetValue(!oCheck->GetValue());
     });
     auto* oLine = new wxBoxSizer(wxHORIZONTAL);
-    const bool bText =
-        oField.What == Dialog::Field::Kind::TextBox || oField.What == Dialog::Field::Kind::Password;
+    const bool bText = oField.What == Dialog::Field::Kind::TextBox || oField.What == Dialog::Field::Kind::Password;
     oLine->Add(oInput, wxSizerFlags(bText && oField.Note.empty() ? 1 : 0).CenterVertical());
     if (bText && !oField.Note.empty()) {
       oLine->Add(PlainText(oOwner, oField.Note), wxSizerFlags().CenterVertical().Border(wxLEFT, Gap));

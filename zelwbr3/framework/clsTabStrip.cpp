@@ -57,11 +57,11 @@ void clsTabStrip::Select(Long lTab) {
   const Long lLast = m_lTabCount - 1;
 
   // The first tab has an angle after it even if it is also the last one.
-  SetClass(Link(lOld), LinkOff);
+  Mark(lOld, LinkOff, "false");
   if (lOld != 0) SetAngle(lOld, AngleOffOff);
   if (lOld == 0 || lOld != lLast) SetAngle(lOld + 1, AngleOffOff);
 
-  SetClass(Link(lTab), LinkOn);
+  Mark(lTab, LinkOn, "true");
   if (lTab != 0) SetAngle(lTab, AngleOffOn);
   if (lTab == 0 || lTab != lLast) SetAngle(lTab + 1, AngleOnOff);
   SetEdges(lTab == 0 ? FirstOn : FirstOff, lTab != 0 && lTab == lLast ? LastOn : LastOff);
@@ -81,6 +81,12 @@ Element* clsTabStrip::Link(Long lTab) const { return Find("tbsTab" + std::to_str
 
 void clsTabStrip::SetClass(Element* oElement, std::string_view sClass) const {
   if (oElement != nullptr && oElement->className() != sClass) oElement->className(sClass);
+}
+
+void clsTabStrip::Mark(Long lTab, std::string_view sClass, const char* sSelected) const {
+  Element* oLink = Link(lTab);
+  SetClass(oLink, sClass);
+  if (oLink != nullptr) oLink->setAttribute("aria-selected", sSelected);
 }
 
 void clsTabStrip::SetAngle(Long lTab, std::string_view sClass) const {

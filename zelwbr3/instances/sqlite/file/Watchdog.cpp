@@ -20,8 +20,10 @@ constexpr std::int64_t kMostMemory = std::int64_t{256} << 20;
 void Watchdog::Watch(sqlite3* pHandle) {
   const auto OnProgress = [](void* p) -> int { return static_cast<Watchdog*>(p)->IsUp(); };
   sqlite3_progress_handler(pHandle, kStepsBetweenLooks, OnProgress, this);
-  const auto OnPrepare = [](void* p, int, const char*, const char*, const char*, const char*) -> int {
-    return static_cast<Watchdog*>(p)->IsUp() ? SQLITE_DENY : SQLITE_OK;
+  // A function that is denied looks like an error in the statement; what it is
+  // called in is denied just as well.
+  const auto OnPrepare = [](void* p, int iAction, const char*, const char*, const char*, const char*) -> int {
+    return iAction != SQLITE_FUNCTION && static_cast<Watchdog*>(p)->IsUp() ? SQLITE_DENY : SQLITE_OK;
   };
   sqlite3_set_authorizer(pHandle, OnPrepare, this);
 }
