@@ -239,12 +239,13 @@ TEST(PostgresOperations, OfflineWaitsForTransactionsAndOnlineStartsIt) {
   AsOwner([&] {
     const Operated oOperated(oServer);
     EXPECT_EQ("ok", oOperated.Done(oOperated->AutoLogOff()));
+    EXPECT_EQ("ok", oOperated.Done(oOperated->Admin()));
     EXPECT_EQ("ok", oOperated.Done(oOperated->Shutdown()));
     EXPECT_EQ(2, oOperated.Status());
     EXPECT_EQ("Offline", oOperated->StateInfo()->StateText());
     EXPECT_EQ("the server does not run", oOperated.Done(oOperated->ShutdownQuick()));
     EXPECT_EQ("ok", oOperated.Done(oOperated->Online()));
-    EXPECT_EQ(5, oOperated.Status());
+    EXPECT_EQ(5, oOperated.Status()) << "and everybody is let in";
     Client oClient(oServer.Address());
     EXPECT_EQ("1", oClient.Text("SELECT count(*) FROM t"));
     oClient.Run("BEGIN; INSERT INTO t VALUES(2)");

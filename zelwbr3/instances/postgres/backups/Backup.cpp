@@ -79,7 +79,9 @@ void AddPgBackRest(std::vector<Backup>& backups, Server& oServer) {
   if (sProgram.empty()) return;
   std::string sJSON;
   try {
-    sJSON = Instances::RunProgram({{sProgram, "info", "--output=json"}, {}}, kPgBackRestTimeout);
+    oServer.Waiter().Run([&] {
+      sJSON = Instances::RunProgram({{sProgram, "info", "--output=json"}, {}}, kPgBackRestTimeout);
+    });
   } catch (const std::runtime_error&) {
     return;  // it is not set up, or not for this user
   }

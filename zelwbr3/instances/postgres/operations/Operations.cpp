@@ -1,6 +1,5 @@
 #include "zelwbr3/instances/postgres/operations/Operations.h"
 
-#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/Text.h"
@@ -91,7 +90,7 @@ void Operations::Reopen() {
 
 void Operations::CloseAndAwait(Sessions pSessions, std::chrono::milliseconds dPatience) {
   const auto dEnd = Clock::now() + dPatience;
-  const bool bWasAdmin = m_oServer->Read()->Status == ZELLib3::Status::Admin;
+  const bool bWasAdmin = IsAdmin();
   try {
     Run([](Connection& oConnection) { Admission(oConnection).Close(); });
     for (;;) {
@@ -130,7 +129,7 @@ bool Operations::Online() {
       if (Control().Server().Process()) throw ZELLib3::InstanceError(m_oServer->Read()->Why);
       Start();
       // It runs; who may not look at it from here is none of its business.
-      if (m_oServer->Read()->Status != ZELLib3::Status::Admin) return;
+      if (!IsAdmin()) return;
     }
     CheckUser();
     Reopen();
@@ -141,8 +140,9 @@ bool Operations::Shutdown() {
   return Attempt([&] {
     CheckUser();
     Control();
+    const bool bWasAdmin = IsAdmin();
     CloseAndAwait(&Admission::OpenTransactions, 2 * m_oServer->Options().Patience);
-    Reopen();
+    if (!bWasAdmin) Reopen();
     Stop();
   });
 }
@@ -196,7 +196,7 @@ void Operations::RestartUntil(std::time_t tUntil, const std::string& sUntil) {
   Stop();
   Finally([&] { oRestart.Run(); }, [&] { m_oServer->Disconnect(); });
   // It may have been in admin state then.
-  if (m_oServer->Read()->Status == ZELLib3::Status::Admin) Reopen();
+  if (IsAdmin()) Reopen();
   if (const auto& oStore = m_oServer->Options().Observations) {
     oStore->Add(m_oServer->Key(), {oRestart.OldDirectory(), Calendar::Now(), "Before the restart until " + sUntil, -1});
   }

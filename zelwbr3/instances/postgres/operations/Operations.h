@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/instances/postgres/backups/Backup.h"
 #include "zelwbr3/instances/postgres/local/ServerControl.h"
 #include "zelwbr3/instances/postgres/operations/Admission.h"
@@ -47,6 +48,7 @@ class Operations {
   /// As Server::Operate; raises instead of answering false.
   void Run(const std::function<void(Connection&)>& oStep);
   void CheckUser();
+  bool IsAdmin() { return m_oServer->Read()->Status == ZELLib3::Status::Admin; }
   ServerControl& Control();
   void Stop();
   void Start();
