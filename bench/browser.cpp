@@ -3,19 +3,18 @@
 // both sides run on the same machine at the same time.
 
 #include "bench/BenchWindow.h"
+#include "bench/Figures.h"
 #include "bench/MemoryDatabase.h"
 #include "bench/Rows.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/shell/Pages.h"
 
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
 #include <malloc.h>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 
 #include <wx/app.h>
 #include <wx/evtloop.h>
@@ -26,36 +25,10 @@ namespace {
 using namespace ZELWbr3;
 using namespace ZELWbr3::Bench;
 
-double Milliseconds(const std::function<void()>& oWork) {
-  const auto oStart = std::chrono::steady_clock::now();
-  oWork();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - oStart).count();
-}
-
-double Median(std::vector<double> values) {
-  std::ranges::sort(values);
-  const std::size_t iMiddle = values.size() / 2;
-  return values.size() % 2 == 1 ? values[iMiddle] : (values[iMiddle - 1] + values[iMiddle]) / 2;
-}
-
 double HeapBytes() {
   const auto oInfo = mallinfo2();
   return static_cast<double>(oInfo.uordblks + oInfo.hblkhd);
 }
-
-/// The figures by name, in order.
-class Figures {
- public:
-  void Add(const std::string& sName, double dValue, const std::string& sMeaning) {
-    m_oJSON[sName] = dValue;
-    std::printf("%-24s %12.2f  %s\n", sName.c_str(), dValue, sMeaning.c_str());
-    std::fflush(stdout);
-  }
-  const nlohmann::ordered_json& JSON() const { return m_oJSON; }
-
- private:
-  nlohmann::ordered_json m_oJSON;
-};
 
 void MeasureShow(BenchWindow& oWindow, Figures& oFigures) {
   const auto oDatabase = Recorded::OpenRecording(ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json");
@@ -277,12 +250,7 @@ class BenchApp : public wxApp {
       MeasureRows(oWindow, oFigures);
       MeasureParameters(oWindow, oFigures);
       MeasureReadAll(oWindow, oLoop, oFigures);
-      if (!JSONFile.empty()) {
-        std::ofstream oFile(JSONFile);
-        oFile << oFigures.JSON().dump(2) << '\n';
-        oFile.close();
-        if (!oFile) throw std::runtime_error("The file \"" + JSONFile + "\" cannot be written");
-      }
+      if (!JSONFile.empty()) oFigures.AddTo(JSONFile);
     } catch (const std::exception& oError) {
       std::fprintf(stderr, "bench: %s\n", oError.what());
       return 1;

@@ -1,6 +1,7 @@
 #include "zelwbr3/instances/postgres/PostgresActivity.h"
 
 #include <algorithm>
+#include <span>
 
 namespace ZELWbr3::Postgres {
 
@@ -29,8 +30,7 @@ constexpr ByColumn kScans[] = {{21, "table_scans"}, {23, "index_scans"}};
 constexpr ByColumn kLocks[] = {{0, "entries"}, {4, "tables"}, {5, "owners"}, {6, "requestors"}};
 constexpr ByColumn kLog[] = {{0, "pages"}, {3, "overflows"}};
 
-template <std::size_t N, std::size_t M>
-void Take(std::array<double, N>& oCounters, const std::optional<Result>& o, const ByColumn (&columns)[M]) {
+void Take(std::span<double> oCounters, const std::optional<Result>& o, std::span<const ByColumn> columns) {
   if (!o || o->Rows() == 0) return;
   for (const ByColumn& oBy : columns) {
     if (!o->IsNull(0, oBy.Column)) oCounters[oBy.Index] = o->Real(0, oBy.Column);

@@ -88,8 +88,8 @@ std::string SecondsText(std::chrono::milliseconds dTime) {
 
 }  // namespace
 
-Connection::Connection(const Address& oAddress, Waiter& oWaiter)
-    : m_oAddress(oAddress), m_oWaiter(oWaiter), m_oHandle(nullptr, PQfinish) {
+Connection::Connection(const Address& oAddress, Waiter& oWaiter, StatementObserver oSending)
+    : m_oAddress(oAddress), m_oWaiter(oWaiter), m_oSending(std::move(oSending)), m_oHandle(nullptr, PQfinish) {
   const auto hosts = oAddress.EachHost();
   for (std::size_t i = 0; i < hosts.size(); ++i) {
     try {
@@ -160,6 +160,7 @@ void Connection::SetUpSession() {
 }
 
 Result Connection::Execute(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters) {
+  if (m_oSending) m_oSending({sSQL, parameters});
   std::vector<const char*> values;
   values.reserve(parameters.size());
   for (const auto& oValue : parameters) values.push_back(oValue ? oValue->c_str() : nullptr);
@@ -171,6 +172,7 @@ Result Connection::Execute(const std::string& sSQL, const std::string& sAsked, c
 }
 
 void Connection::ExecuteAll(const std::string& sSQL, const std::string& sAsked) {
+  if (m_oSending) m_oSending({sSQL, {}});
   if (PQsendQuery(m_oHandle.get(), sSQL.c_str()) == 0) RaiseLost(sAsked, PQerrorMessage(m_oHandle.get()));
   Finish(sAsked);
 }

@@ -3,6 +3,7 @@
 #include "zelwbr3/instances/postgres/connection/Address.h"
 #include "zelwbr3/instances/postgres/connection/Result.h"
 #include "zelwbr3/instances/postgres/connection/ServerError.h"
+#include "zelwbr3/instances/postgres/connection/Statement.h"
 #include "zelwbr3/instances/postgres/connection/Waiter.h"
 
 #include <chrono>
@@ -29,7 +30,7 @@ class Connection {
 
   /// Connects; gives up a host that does not answer and goes on to the next one.
   /// Refuses a pooler in between, which would give what is set here to others.
-  Connection(const Address& oAddress, Waiter& oWaiter);
+  Connection(const Address& oAddress, Waiter& oWaiter, StatementObserver oSending = {});
   ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -103,6 +104,7 @@ class Connection {
 
   Address m_oAddress;
   Waiter& m_oWaiter;
+  StatementObserver m_oSending;
   Handle m_oHandle;
   std::shared_ptr<PGcancel> m_oCancel;
   int m_lProcess = 0;

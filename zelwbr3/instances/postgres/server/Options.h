@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/instances/common/settings/ObservationStore.h"
+#include "zelwbr3/instances/postgres/connection/Statement.h"
 
 #include <chrono>
 #include <memory>
@@ -34,6 +35,7 @@ struct Options {
   /// Where the program zelanalyzer is, which the analyzer is started with.
   /// Empty = what $ZELWBR3_ANALYZER says, otherwise beside the running program.
   std::string AnalyzerProgram = {};
+  StatementObserver Sending = {};
 };
 
 }  // namespace ZELWbr3::Postgres

@@ -114,7 +114,7 @@ void Server::Connect() {
   if (m_oFailure && dBegin < m_dFailureEnds) std::rethrow_exception(m_oFailure);
   m_oFailure = nullptr;
   try {
-    auto oConnection = std::make_unique<Connection>(m_oAddress, m_oWaiter);
+    auto oConnection = std::make_unique<Connection>(m_oAddress, m_oWaiter, m_oOptions.Sending);
     m_oRights = Rights::Of(*oConnection, Name());
     FindFiles(*oConnection);
     m_oConnection = std::move(oConnection);
