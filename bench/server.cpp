@@ -5,6 +5,7 @@
 #include "zelwbr3/instances/postgres/PostgresDatabase.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
+#include "zelwbr3/shell/Browser.h"
 #include "zelwbr3/shell/Pages.h"
 
 #include <CLI/CLI.hpp>
@@ -29,7 +30,7 @@ class ByHand {
  public:
   explicit ByHand(const std::string& sAddress) : m_oHandle(PQconnectdb(sAddress.c_str()), PQfinish) {
     if (PQstatus(m_oHandle.get()) != CONNECTION_OK) throw std::runtime_error(PQerrorMessage(m_oHandle.get()));
-    Run({"SET search_path = pg_catalog; SET jit = off", {}});
+    Run(Statement{"SET search_path = pg_catalog; SET jit = off", {}});
   }
   void Run(const Statement& oStatement) {
     std::vector<const char*> values;
@@ -108,11 +109,11 @@ void Measure(const std::string& sAddress, Figures& oFigures) {
   oFigures.Add("pg_record_ms", dRecord, "ms to record a server");
   oFigures.Add("pg_record_ms_per_query_ratio", dRecord / dRecordByHand, "of that and its statements sent by hand");
 
-  ByHand(sAddress).Run(
-      {"CREATE TABLE public.bench AS SELECT i AS id, 'value ' || i AS a, 'value ' || i AS b, 'value ' || i AS c,"
-       " 'value ' || i AS d, 'value ' || i AS e FROM generate_series(1, " +
-           std::to_string(Rows) + ") AS i; ALTER TABLE public.bench ADD PRIMARY KEY(id)",
-       {}});
+  oByHand.Run(Statement{
+      "CREATE TABLE public.bench AS SELECT i AS id, 'value ' || i AS a, 'value ' || i AS b, 'value ' || i AS c,"
+      " 'value ' || i AS d, 'value ' || i AS e FROM generate_series(1, " +
+          std::to_string(Rows) + ") AS i; ALTER TABLE public.bench ADD PRIMARY KEY(id)",
+      {}});
   Recorded::RecordOptions oOptions;
   oOptions.Tables = {{"public", "bench"}};
   oOptions.MaxRows = Rows;
