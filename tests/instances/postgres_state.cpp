@@ -14,15 +14,15 @@
 #include <chrono>
 #include <future>
 
+using PostgresServers::Await;
+using PostgresServers::Client;
+using PostgresServers::Server;
+using std::chrono::steady_clock;
 using ZELWbr3::Postgres::CodeOf;
 using ZELWbr3::Postgres::OpenDatabase;
 using ZELWbr3::Postgres::Options;
 using ZELWbr3::Postgres::PasswordNeeded;
 using ZELWbr3::Postgres::ServerError;
-using PostgresServers::Await;
-using PostgresServers::Client;
-using PostgresServers::Server;
-using std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
 namespace {
