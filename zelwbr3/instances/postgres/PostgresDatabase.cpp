@@ -8,8 +8,10 @@
 #include "zelwbr3/instances/postgres/PostgresHistory.h"
 #include "zelwbr3/instances/postgres/PostgresHotStandby.h"
 #include "zelwbr3/instances/postgres/PostgresLogArea.h"
+#include "zelwbr3/instances/postgres/PostgresSQLTables.h"
 #include "zelwbr3/instances/postgres/PostgresSessions.h"
 #include "zelwbr3/instances/postgres/PostgresStateInfo.h"
+#include "zelwbr3/instances/postgres/PostgresSysInfos.h"
 #include "zelwbr3/instances/postgres/PostgresVersion.h"
 #include "zelwbr3/instances/postgres/analyzer/AnalyzerSetup.h"
 #include "zelwbr3/instances/postgres/operations/Operations.h"
@@ -48,6 +50,10 @@ std::shared_ptr<ZELLib3::LogSettings> PostgresDatabase::LogSettings() {
   return std::make_shared<PostgresLogSettings>(m_oServer);
 }
 
+std::shared_ptr<ZELLib3::SysInfos> PostgresDatabase::SysInfos() {
+  return std::make_shared<PostgresSysInfos>(m_oServer);
+}
+
 std::shared_ptr<ZELLib3::ParameterHistory> PostgresDatabase::ParameterHistory() {
   return std::make_shared<Instances::ListedParameterHistory>(m_oParameters);
 }
@@ -58,6 +64,10 @@ std::shared_ptr<ZELLib3::Caches> PostgresDatabase::Caches() {
 
 std::shared_ptr<ZELLib3::Activity> PostgresDatabase::Activity() {
   return std::make_shared<PostgresActivity>(m_oServer);
+}
+
+std::shared_ptr<ZELLib3::SQLTables> PostgresDatabase::SQLTables() {
+  return std::make_shared<PostgresSQLTables>(m_oServer);
 }
 
 std::shared_ptr<ZELLib3::DataArea> PostgresDatabase::DataArea() {

@@ -30,9 +30,11 @@ class PostgresDatabase : public ZELLib3::Database {
   std::shared_ptr<ZELLib3::StateInfo> StateInfo() override;
   std::shared_ptr<ZELLib3::Parameters> Parameters() override;
   std::shared_ptr<ZELLib3::LogSettings> LogSettings() override;
+  std::shared_ptr<ZELLib3::SysInfos> SysInfos() override;
   std::shared_ptr<ZELLib3::ParameterHistory> ParameterHistory() override;
   std::shared_ptr<ZELLib3::Caches> Caches() override;
   std::shared_ptr<ZELLib3::Activity> Activity() override;
+  std::shared_ptr<ZELLib3::SQLTables> SQLTables() override;
   std::shared_ptr<ZELLib3::DataArea> DataArea() override;
   std::shared_ptr<ZELLib3::LogArea> LogArea() override;
   std::shared_ptr<ZELLib3::Sessions> Sessions() override;

@@ -19,6 +19,8 @@ using Clock = Waiter::Clock;
 /// An answer that comes within this time is worth no other thread.
 constexpr auto kSoon = 20ms;
 
+constexpr auto kEnding = 5s;
+
 constexpr char kConnecting[] = "connecting";
 
 /// A host's own settings come first.
@@ -113,7 +115,9 @@ Connection::Connection(const Address& oAddress, Waiter& oWaiter, StatementObserv
   SetUpSession();
 }
 
-Connection::~Connection() = default;
+Connection::~Connection() {
+  if (m_pCursor != nullptr) m_pCursor->m_pConnection = nullptr;
+}
 
 void Connection::Connect(const Address::Settings& oSettings) {
   Address::Settings oAll = oSettings;
@@ -160,6 +164,28 @@ void Connection::SetUpSession() {
 }
 
 Result Connection::Execute(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters) {
+  EndCursor();
+  Send(sSQL, sAsked, parameters);
+  Result oLast(nullptr);
+  Finish(sAsked, [&](const Result& oPart) { oLast = oPart; });
+  return oLast;
+}
+
+void Connection::ExecuteAll(const std::string& sSQL, const std::string& sAsked) {
+  EndCursor();
+  if (m_oSending) m_oSending({sSQL, {}});
+  if (PQsendQuery(m_oHandle.get(), sSQL.c_str()) == 0) RaiseLost(sAsked, PQerrorMessage(m_oHandle.get()));
+  Finish(sAsked, [](const Result&) {});
+}
+
+void Connection::Stream(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters,
+                        const RowTaker& oTake) {
+  EndCursor();
+  SendRows(sSQL, sAsked, parameters);
+  Finish(sAsked, oTake);
+}
+
+void Connection::Send(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters) {
   if (m_oSending) m_oSending({sSQL, parameters});
   std::vector<const char*> values;
   values.reserve(parameters.size());
@@ -168,48 +194,51 @@ Result Connection::Execute(const std::string& sSQL, const std::string& sAsked, c
                         nullptr, 0) == 0) {
     RaiseLost(sAsked, PQerrorMessage(m_oHandle.get()));
   }
-  return Finish(sAsked);
 }
 
-void Connection::ExecuteAll(const std::string& sSQL, const std::string& sAsked) {
-  if (m_oSending) m_oSending({sSQL, {}});
-  if (PQsendQuery(m_oHandle.get(), sSQL.c_str()) == 0) RaiseLost(sAsked, PQerrorMessage(m_oHandle.get()));
-  Finish(sAsked);
+void Connection::SendRows(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters) {
+  Send(sSQL, sAsked, parameters);
+  PQsetSingleRowMode(m_oHandle.get());
 }
 
-Result Connection::Finish(const std::string& sAsked) {
+/// Takes the parts of an answer. What does not come soon is waited for in the
+/// background, and taken there.
+void Connection::Finish(const std::string& sAsked, const RowTaker& oTake) {
+  std::shared_ptr<PGresult> oFailed;
+  const auto TakeNext = [&] {
+    AwaitAnswer(sAsked);
+    std::shared_ptr<PGresult> oPart(PQgetResult(m_oHandle.get()), PQclear);
+    if (oPart == nullptr) return false;
+    if (PQresultStatus(oPart.get()) != PGRES_FATAL_ERROR) {
+      oTake(Result(oPart));
+    } else if (oFailed == nullptr) {
+      oFailed = oPart;
+    }
+    return true;
+  };
   // Most answers are there at once.
   const auto dSoon = Clock::now() + kSoon;
-  while (!HasAnswer() && m_oWaiter.Await(PQsocket(m_oHandle.get()), POLLIN, dSoon) == Waiter::End::Ready) {
+  const auto IsThereSoon = [&] {
+    while (!HasAnswer()) {
+      if (m_oWaiter.Await(PQsocket(m_oHandle.get()), POLLIN, dSoon) != Waiter::End::Ready) return HasAnswer();
+    }
+    return true;
+  };
+  bool bMore = true;
+  while (bMore && IsThereSoon()) bMore = TakeNext();
+  if (bMore) {
+    m_oWaiter.Run([&] {
+      while (TakeNext()) {
+      }
+    });
   }
-  if (HasAnswer()) return Await(sAsked);
-  std::optional<Result> oResult;
-  m_oWaiter.Run([&] { oResult.emplace(Await(sAsked)); });
-  return *oResult;
+  if (oFailed != nullptr) Raise(oFailed.get(), sAsked);
 }
 
 /// What has arrived is taken in; true when the next part of the answer is whole,
 /// or will not come.
 bool Connection::HasAnswer() {
   return PQflush(m_oHandle.get()) < 0 || PQconsumeInput(m_oHandle.get()) == 0 || PQisBusy(m_oHandle.get()) == 0;
-}
-
-Result Connection::Await(const std::string& sAsked) {
-  Result oLast(nullptr);
-  std::shared_ptr<PGresult> oFailed;
-  for (;;) {
-    AwaitAnswer(sAsked);
-    std::shared_ptr<PGresult> oPart(PQgetResult(m_oHandle.get()), PQclear);
-    if (oPart == nullptr) break;
-    const auto eStatus = PQresultStatus(oPart.get());
-    if (eStatus == PGRES_FATAL_ERROR && oFailed == nullptr) {
-      oFailed = oPart;
-    } else {
-      oLast = Result(oPart);
-    }
-  }
-  if (oFailed != nullptr) Raise(oFailed.get(), sAsked);
-  return oLast;
 }
 
 void Connection::AwaitAnswer(const std::string& sAsked) {
@@ -278,12 +307,43 @@ Connection::Snapshot::Snapshot(Connection& oConnection, const std::string& sAske
   oConnection.Execute("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", sAsked);
 }
 
-Connection::Snapshot::~Snapshot() {
-  if (m_oConnection.IsLost()) return;
+Connection::Snapshot::~Snapshot() { m_oConnection.EndTransaction(); }
+
+Connection::Cursor::Cursor(Connection& oConnection, const std::string& sSQL, std::string sAsked)
+    : m_pConnection(&oConnection), m_sAsked(std::move(sAsked)) {
   try {
-    m_oConnection.Execute("ROLLBACK", "ending a reading");
-  } catch (const std::exception&) {
-    m_oConnection.m_bGivenUp = true;
+    oConnection.ExecuteAll("BEGIN READ ONLY; DECLARE list NO SCROLL CURSOR FOR " + sSQL, m_sAsked);
+  } catch (const ServerError&) {
+    oConnection.EndTransaction();
+    throw;
+  }
+  oConnection.m_pCursor = this;
+}
+
+Connection::Cursor::~Cursor() {
+  if (m_pConnection != nullptr) m_pConnection->EndCursor();
+}
+
+void Connection::Cursor::Fetch(std::size_t lRows, const RowTaker& oTake) {
+  m_pConnection->SendRows("FETCH " + std::to_string(lRows) + " FROM list", m_sAsked);
+  m_pConnection->Finish(m_sAsked, oTake);
+}
+
+void Connection::EndCursor() {
+  if (m_pCursor == nullptr) return;
+  std::exchange(m_pCursor, nullptr)->m_pConnection = nullptr;
+  EndTransaction();
+}
+
+/// Also from outside a task, when nobody wants to wait: a connection that does not
+/// answer soon is given up, which ends its transaction too.
+void Connection::EndTransaction() {
+  if (IsLost()) return;
+  const Waiter::Task oTask(m_oWaiter, kEnding);
+  try {
+    Execute("ROLLBACK", "ending a transaction");
+  } catch (...) {  // also what ends the waiting
+    m_bGivenUp = true;
   }
 }
 
@@ -293,12 +353,7 @@ Connection::Change::Change(Connection& oConnection, const std::string& sAsked)
 }
 
 Connection::Change::~Change() {
-  if (!m_bOpen || m_oConnection.IsLost()) return;
-  try {
-    m_oConnection.Execute("ROLLBACK", m_sAsked);
-  } catch (const std::exception&) {
-    m_oConnection.m_bGivenUp = true;
-  }
+  if (m_bOpen) m_oConnection.EndTransaction();
 }
 
 void Connection::Change::Commit() {

@@ -7,6 +7,8 @@
 #include "zelwbr3/instances/postgres/connection/Waiter.h"
 
 #include <chrono>
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,6 +43,10 @@ class Connection {
   Result Execute(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters = {});
   /// Statements without parameters in one go, separated by semicolons.
   void ExecuteAll(const std::string& sSQL, const std::string& sAsked);
+  /// As Execute, but hands the rows over as they arrive: those before a failure
+  /// have been seen when it raises. Each part has one row; the last one has none.
+  using RowTaker = std::function<void(const Result& oPart)>;
+  void Stream(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters, const RowTaker& oTake);
 
   /// The connection has ended, or an answer was given up. It is to be replaced.
   bool IsLost() const;
@@ -69,6 +75,26 @@ class Connection {
     Connection& m_oConnection;
   };
 
+  /// A statement that stays open, in a read-only transaction, to be read in parts:
+  /// until the object's end, or anything else is asked of the connection.
+  class Cursor {
+   public:
+    Cursor(Connection& oConnection, const std::string& sSQL, std::string sAsked);
+    ~Cursor();
+    Cursor(const Cursor&) = delete;
+    Cursor& operator=(const Cursor&) = delete;
+
+    bool IsOpen() const { return m_pConnection != nullptr; }
+    /// The next rows, as Stream. Fewer than asked for are the last ones.
+    void Fetch(std::size_t lRows, const RowTaker& oTake);
+
+   private:
+    friend Connection;
+
+    Connection* m_pConnection;
+    std::string m_sAsked;
+  };
+
   /// A transaction that changes what Connection's session must not: committed by
   /// Commit, taken back by the end of the object.
   class Change {
@@ -91,8 +117,11 @@ class Connection {
   void Connect(const Address::Settings& oSettings);
   void CheckDirect();
   void SetUpSession();
-  Result Finish(const std::string& sAsked);
-  Result Await(const std::string& sAsked);
+  void Send(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters = {});
+  void SendRows(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters = {});
+  void Finish(const std::string& sAsked, const RowTaker& oTake);
+  void EndCursor();
+  void EndTransaction();
   void AwaitAnswer(const std::string& sAsked);
   bool HasAnswer();
   void GiveUp();
@@ -109,6 +138,7 @@ class Connection {
   std::shared_ptr<PGcancel> m_oCancel;
   int m_lProcess = 0;
   std::string m_sSearchPath;
+  Cursor* m_pCursor = nullptr;
   bool m_bGivenUp = false;
 };
 

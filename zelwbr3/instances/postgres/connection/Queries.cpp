@@ -51,6 +51,7 @@ Query Parse(std::string_view sPart) {
   oQuery.SQL = Text::Trim(sPart.substr(iLine), " \n");
   // One that the next file begins after.
   if (const auto iComment = oQuery.SQL.find("\n\n--"); iComment != std::string::npos) oQuery.SQL.erase(iComment);
+  oQuery.SQL = Text::Trim(oQuery.SQL, ";");
   return oQuery;
 }
 

@@ -1,6 +1,7 @@
 #include "zelwbr3/instances/postgres/connection/Result.h"
 
 #include <charconv>
+#include <new>
 #include <stdexcept>
 #include <system_error>
 
@@ -9,6 +10,15 @@ namespace ZELWbr3::Postgres {
 std::string Result::Text(int iRow, int iColumn) const {
   return {PQgetvalue(m_oResult.get(), iRow, iColumn),
           static_cast<std::size_t>(PQgetlength(m_oResult.get(), iRow, iColumn))};
+}
+
+std::string Result::Bytes(int iRow, int iColumn) const {
+  std::size_t lBytes = 0;
+  const std::unique_ptr<unsigned char, void (*)(void*)> oBytes(
+      PQunescapeBytea(reinterpret_cast<unsigned char*>(PQgetvalue(m_oResult.get(), iRow, iColumn)), &lBytes),
+      PQfreemem);
+  if (oBytes == nullptr) throw std::bad_alloc();
+  return {reinterpret_cast<char*>(oBytes.get()), lBytes};
 }
 
 namespace {
@@ -25,7 +35,7 @@ Value Parse(const std::string& sText) {
 
 }  // namespace
 
-std::int64_t Result::Number(int iRow, const char* sColumn) const { return Parse<std::int64_t>(Text(iRow, sColumn)); }
+std::int64_t Result::Number(int iRow, int iColumn) const { return Parse<std::int64_t>(Text(iRow, iColumn)); }
 
 double Result::Real(int iRow, const char* sColumn) const { return Parse<double>(Text(iRow, sColumn)); }
 

@@ -23,12 +23,15 @@ class Result {
   std::uint32_t Type(int iColumn) const { return PQftype(m_oResult.get(), iColumn); }
   bool IsNull(int iRow, int iColumn) const { return PQgetisnull(m_oResult.get(), iRow, iColumn) != 0; }
   std::string Text(int iRow, int iColumn) const;
+  /// Of a bytea.
+  std::string Bytes(int iRow, int iColumn) const;
+  /// Rounded down; raises std::out_of_range beyond 64 bits.
+  std::int64_t Number(int iRow, int iColumn) const;
 
   /// The same by the column's name; a null reads as empty, 0 or false.
   bool IsNull(int iRow, const char* sColumn) const { return IsNull(iRow, Column(sColumn)); }
   std::string Text(int iRow, const char* sColumn) const { return Text(iRow, Column(sColumn)); }
-  /// Rounded down; raises std::out_of_range beyond 64 bits.
-  std::int64_t Number(int iRow, const char* sColumn) const;
+  std::int64_t Number(int iRow, const char* sColumn) const { return Number(iRow, Column(sColumn)); }
   double Real(int iRow, const char* sColumn) const;
   bool Flag(int iRow, const char* sColumn) const { return Text(iRow, sColumn) == "t"; }
   /// No value for a null.

@@ -11,7 +11,7 @@ SELECT set_config(s.name, v.value, false) FROM (VALUES
   ('idle_in_transaction_session_timeout', '60000'), ('idle_session_timeout', '600000'),
   ('datestyle', 'ISO'), ('intervalstyle', 'postgres'), ('timezone', 'UTC'),
   ('bytea_output', 'hex'), ('extra_float_digits', '1'), ('jit', 'off'), ('max_parallel_workers_per_gather', '0'),
-  ('row_security', 'off')) AS v(name, value) JOIN pg_settings AS s ON lower(s.name) = v.name;
+  ('row_security', 'off'), ('synchronize_seqscans', 'off')) AS v(name, value) JOIN pg_settings AS s ON lower(s.name) = v.name;
 
 -- @name identity from=100000 needs=any  (once for a connection)
 SELECT current_setting('server_version_num')::int AS version_num, split_part(version(), ' on ', 1) AS version_text,

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "zelwbr3/instances/postgres/rows/CellColumns.h"
+#include "zelwbr3/instances/postgres/rows/RowReader.h"
+
+#include <string>
+
+namespace ZELWbr3::Postgres {
+
+/// The rows that statements give, block by block.
+///
+/// While a page is only looked at, nothing is open on the server: a snapshot would
+/// keep VACUUM from removing rows, and a lock would stand in the way of changes. So
+/// the rows of different blocks can be of different moments.
+class StatementReader : public RowReader {
+ public:
+  bool Read(Connection& oConnection, Instances::RowBlock& oBlock) override;
+
+ protected:
+  /// sFrom is "FROM … AS r"; sAsked stands in errors.
+  StatementReader(CellColumns oCells, std::string sFrom, std::string sAsked);
+
+  /// Adds the rows after those that were delivered. As Read, but raises as soon as
+  /// a row cannot be read.
+  virtual bool Continue(Connection& oConnection, Instances::RowBlock& oBlock) = 0;
+  /// The rows of the block are delivered.
+  virtual void Deliver(const Instances::RowBlock& oBlock) = 0;
+
+  /// The rows of a block, and one more, of a clause that says where it begins.
+  /// Answers whether there are more than fit. oTaken is told each row added.
+  bool ReadBlock(Connection& oConnection, Instances::RowBlock& oBlock, const std::vector<std::string>& keys,
+                 const std::string& sClause, const Connection::Parameters& parameters,
+                 const Connection::RowTaker& oTaken);
+
+  const CellColumns& Cells() const { return m_oCells; }
+  const std::string& From() const { return m_sFrom; }
+  const std::string& Asked() const { return m_sAsked; }
+
+ private:
+  CellColumns m_oCells;
+  std::string m_sFrom;
+  std::string m_sAsked;
+};
+
+}  // namespace ZELWbr3::Postgres
