@@ -22,7 +22,7 @@ void ExpectBounded(const Collection& oCollection, const std::string& sWhat) {
 }
 
 /// The block protocol of one view or table; how many rows it has.
-std::size_t ExpectReadable(RowSource& oSource, const std::string& sWhat) {
+std::size_t ExpectReadable(RowSource& oSource, const std::string& sWhat, bool bIsLive = false) {
   SCOPED_TRACE(sWhat);
   EXPECT_TRUE(oSource.Open());
   Rows oRows = ReadBlock(oSource);
@@ -41,7 +41,8 @@ std::size_t ExpectReadable(RowSource& oSource, const std::string& sWhat) {
     for (const int lColumn : {-1, lColumns}) EXPECT_THROW((oSource.*fnMember)(lColumn), std::out_of_range) << lColumn;
   }
   EXPECT_TRUE(oSource.Open());
-  EXPECT_EQ(oRows, ReadAll(oSource)) << "opened again, it starts again";
+  const Rows oAgain = ReadAll(oSource);
+  EXPECT_TRUE(bIsLive || oRows == oAgain) << "opened again, it starts again";
   return oRows.size();
 }
 
@@ -60,7 +61,7 @@ TEST_P(Contract, CollectionsCountFromOneAndOutliveTheInstance) {
   ExpectBounded(*oSessions, "Sessions");
   ExpectBounded(*oViews, "SysInfos");
   for (int lItem = 1; lItem <= oViews->Count(); ++lItem) {
-    ExpectReadable(*oViews->Item(lItem), oViews->Item(lItem)->Name());
+    ExpectReadable(*oViews->Item(lItem), oViews->Item(lItem)->Name(), GetParam().IsLive);
   }
 }
 

@@ -19,6 +19,8 @@ struct ContractCase {
   /// A table with at least one row.
   std::string TableOwner;
   std::string TableName;
+  /// Others are at work meanwhile: two looks at a view can differ.
+  bool IsLive = false;
 
   static std::string Named(const testing::TestParamInfo<ContractCase>& oInfo) { return oInfo.param.Name; }
 };

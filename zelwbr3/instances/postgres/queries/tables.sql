@@ -9,13 +9,13 @@ SELECT n.nspname AS schema, c.relname AS "table", pg_get_userbyid(c.relowner) AS
   CASE c.relpersistence WHEN 'p' THEN 'permanent' WHEN 'u' THEN 'unlogged' ELSE 'temporary' END AS kind, CASE WHEN c.reltuples >= 0 THEN c.reltuples::bigint END AS rows, c.relpages AS pages, obj_description(c.oid, 'pg_class') AS comment
 FROM pg_class AS c JOIN pg_namespace AS n ON n.oid = c.relnamespace WHERE c.relkind IN ('r', 'p', 'v', 'm', 'f') ORDER BY n.nspname ~ '^(pg_|information_schema$)', 1, 2;
 
--- @name table.COLUMNS from=100000 needs=any
-SELECT n.nspname AS schema, c.relname AS "table", a.attnum AS number, a.attname AS "column", format_type(a.atttypid, a.atttypmod) AS type, a.attnotnull AS "not null", pg_get_expr(d.adbin, d.adrelid) AS "default", col_description(c.oid, a.attnum) AS comment
+-- @name table.COLUMNS from=100000 needs=any  (pg_get_expr waits for locks on the table that it is told; only what is computed from other columns needs one)
+SELECT n.nspname AS schema, c.relname AS "table", a.attnum AS number, a.attname AS "column", format_type(a.atttypid, a.atttypmod) AS type, a.attnotnull AS "not null", CASE WHEN d.adbin::text LIKE '%{VAR %' THEN '(computed)' ELSE pg_get_expr(d.adbin, 0) END AS "default", col_description(c.oid, a.attnum) AS comment
 FROM pg_attribute AS a JOIN pg_class AS c ON c.oid = a.attrelid JOIN pg_namespace AS n ON n.oid = c.relnamespace LEFT JOIN pg_attrdef AS d ON d.adrelid = a.attrelid AND d.adnum = a.attnum
 WHERE a.attnum > 0 AND NOT a.attisdropped AND c.relkind IN ('r', 'p', 'v', 'm', 'f') ORDER BY n.nspname ~ '^(pg_|information_schema$)', 1, 2, 3;
 
 -- @name table.INDEXES from=100000 needs=any
-SELECT n.nspname AS schema, t.relname AS "table", c.relname AS index, m.amname AS method, i.indisprimary AS "primary", i.indisunique AS "unique", i.indisvalid AS valid, i.indisready AS ready, c.relpages AS pages, pg_get_expr(i.indpred, i.indrelid) AS "where"
+SELECT n.nspname AS schema, t.relname AS "table", c.relname AS index, m.amname AS method, i.indisprimary AS "primary", i.indisunique AS "unique", i.indisvalid AS valid, i.indisready AS ready, c.relpages AS pages, i.indpred IS NOT NULL AS partial, i.indexprs IS NOT NULL AS "with expressions"
 FROM pg_index AS i JOIN pg_class AS c ON c.oid = i.indexrelid JOIN pg_class AS t ON t.oid = i.indrelid JOIN pg_namespace AS n ON n.oid = c.relnamespace JOIN pg_am AS m ON m.oid = c.relam ORDER BY n.nspname ~ '^(pg_|information_schema$)', 1, 2, 3;
 
 -- @name table.INDEXCOLUMNS from=100000 needs=any
@@ -124,8 +124,8 @@ FROM pg_class AS c JOIN pg_namespace AS n ON n.oid = c.relnamespace LEFT JOIN un
         WHERE w.ev_class = r.oid AND (SELECT relkind = 'v' FROM pg_class WHERE oid = r.oid)) AS x)
     SELECT min(quote_ident(m.nspname) || '.' || quote_ident(o.relname)) AS name FROM r JOIN pg_class AS o ON o.oid = r.oid JOIN pg_namespace AS m ON m.oid = o.relnamespace
     WHERE o.relkind IN ('v', 'f') AND NOT EXISTS (SELECT FROM pg_roles AS u WHERE u.oid = o.relowner AND u.rolsuper)) AS f
-WHERE c.relkind IN ('r', 'p', 'v', 'm', 'f', 'S') AND c.relname IN ($2, lower($2)) AND CASE WHEN $1 = '' THEN p.number IS NOT NULL ELSE n.nspname IN ($1, lower($1)) END
-ORDER BY c.relname = $2 DESC, n.nspname = $1 DESC, p.number LIMIT 1;
+WHERE c.relkind IN ('r', 'p', 'v', 'm', 'f', 'S') AND c.relname IN ($2::text, lower($2::text)) AND CASE WHEN $1::text = '' THEN p.number IS NOT NULL ELSE n.nspname IN ($1::text, lower($1::text)) END
+ORDER BY c.relname = $2::text DESC, n.nspname = $1::text DESC, p.number LIMIT 1;
 
 -- @name relation.columns from=100000 needs=any  ($1 = oid; whether values can be long, and are to be cut)
 SELECT quote_ident(a.attname) AS name, a.attname AS heading, format_type(a.atttypid, a.atttypmod) AS type,
@@ -138,10 +138,10 @@ FROM pg_attribute AS a WHERE a.attrelid = $1::oid AND a.attnum > 0 AND NOT a.att
 -- @name key from=100000 needs=any  ($1 = oid; the key that blocks are continued by: its order is that of the server's own operators, and its values are read without anybody's code)
 WITH k AS (
   SELECT i.indexrelid, i.indisprimary, quote_ident(a.attname) AS name, format_type(a.atttypid, a.atttypmod) AS type, k.n,
-    count(*) OVER w AS columns, bool_and(a.attnotnull AND k.collation = a.attcollation AND k.option = 0 AND o.opcdefault
+    count(*) OVER w AS columns, bool_and(a.attnotnull AND k.coll = a.attcollation AND k.opt = 0 AND o.opcdefault
       AND o.opcnamespace = 'pg_catalog'::regnamespace AND t.typtype IN ('b', 'e') AND t.typcategory <> 'A') OVER w AS is_usable
   FROM pg_index AS i JOIN pg_class AS x ON x.oid = i.indexrelid JOIN pg_am AS m ON m.oid = x.relam,
-    unnest(i.indkey::int2[], i.indcollation::oid[], i.indoption::int2[], i.indclass::oid[]) WITH ORDINALITY AS k(att, collation, option, class, n)
+    unnest(i.indkey::int2[], i.indcollation::oid[], i.indoption::int2[], i.indclass::oid[]) WITH ORDINALITY AS k(att, coll, opt, class, n)
     JOIN pg_opclass AS o ON o.oid = k.class, pg_attribute AS a JOIN pg_type AS t ON t.oid = a.atttypid
   WHERE i.indrelid = $1::oid AND i.indisunique AND i.indisvalid AND i.indpred IS NULL AND i.indexprs IS NULL AND m.amname = 'btree'
     AND a.attrelid = i.indrelid AND a.attnum = k.att
