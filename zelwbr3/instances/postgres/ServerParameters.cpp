@@ -1,6 +1,7 @@
 #include "zelwbr3/instances/postgres/ServerParameters.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/instances/common/Passwords.h"
 
 #include <algorithm>
 #include <array>
@@ -100,11 +101,14 @@ std::optional<std::vector<Entry>> ServerParameters::ReadEntries() {
     for (int i = 0; i < o.Rows(); ++i) {
       Entry oEntry{o.Text(i, "name"), o.Text(i, "shown"), o.Text(i, "short_desc"), Explanation(o, i),
                    GroupOf(o.Text(i, "category"))};
+      // A standby's primary_conninfo may hold the password of its user.
+      if (IsSecret(oEntry.Name)) oEntry.Value = Instances::WithoutPasswords(oEntry.Value);
       oEntry.NewValue = oEntry.Value;
       if (o.Flag(i, "pending_restart")) {
         if (!oPending) oPending = Pending(*m_oServer);
         const auto it = oPending->find(oEntry.Name);
-        oEntry.NewValue = it == oPending->end() ? "(changed; takes effect at the next restart)" : it->second;
+        oEntry.NewValue =
+            it == oPending->end() || IsSecret(oEntry.Name) ? "(changed; takes effect at the next restart)" : it->second;
       }
       oEntry.NewValueOnline = oEntry.NewValue;
       oEntry.IsObserved = o.Text(i, "context") != "internal" && !IsSecret(oEntry.Name);

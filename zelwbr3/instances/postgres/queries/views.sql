@@ -1,4 +1,4 @@
--- The system information views, in the order of their list.
+-- The system information views, in the order of their list. Passwords in statements and settings are made unreadable.
 --
 -- Each query begins with a line "-- @name NAME from=VERSION [below=VERSION] needs=RIGHT [record] [title=TEXT]".
 -- Versions are as in server_version_num. Rights: any, stats (pg_read_all_stats, which pg_monitor has), super,
@@ -18,7 +18,7 @@ SELECT repeat('. ', t.level) || t.pid AS process, a.datname AS database, a.usena
   date_trunc('second', clock_timestamp() - a.xact_start)::text AS "in transaction",
   (SELECT string_agg(DISTINCT l.mode || ' ' || l.locktype || coalesce(' ' || l.relation::regclass::text, ''), ', ')
      FROM pg_locks AS l WHERE l.pid = t.pid AND NOT l.granted AND (l.database = (SELECT oid FROM pg_database WHERE datname = current_database()) OR l.relation IS NULL)) AS "waits for",
-  left(a.query, 200) AS statement
+  left(regexp_replace(a.query, '(password\s+)(''[^'']*''|\S+)', '\1***', 'gi'), 200) AS statement
 FROM t LEFT JOIN pg_stat_activity AS a ON a.pid = t.pid ORDER BY t.path;
 
 -- @name view.LOCKS from=100000 needs=any title=Locks that are held or waited for
@@ -29,7 +29,7 @@ WHERE d.datname = current_database() AND l.pid IS DISTINCT FROM pg_backend_pid()
 
 -- @name view.LONG_TRANSACTIONS from=100000 needs=any title=Open transactions, oldest first; they keep VACUUM from removing rows
 SELECT pid AS process, datname AS database, usename AS "user", application_name AS application, state,
-  date_trunc('second', clock_timestamp() - xact_start)::text AS duration, age(backend_xmin) AS "xmin age", backend_xid::text AS xid, left(query, 200) AS statement
+  date_trunc('second', clock_timestamp() - xact_start)::text AS duration, age(backend_xmin) AS "xmin age", backend_xid::text AS xid, left(regexp_replace(query, '(password\s+)(''[^'']*''|\S+)', '\1***', 'gi'), 200) AS statement
 FROM pg_stat_activity WHERE xact_start IS NOT NULL AND pid <> pg_backend_pid() ORDER BY xact_start;
 
 -- @name view.PREPARED_TRANSACTIONS from=100000 needs=any title=Prepared transactions that nobody has ended
@@ -42,13 +42,13 @@ FROM pg_stat_activity WHERE pid <> pg_backend_pid() GROUP BY 1, 2 ORDER BY 3 DES
 -- @name view.TOP_STATEMENTS from=130000 needs=ext:pg_stat_statements title=Statements by total time
 SELECT d.datname AS database, pg_get_userbyid(s.userid) AS "user", s.calls, round(s.total_exec_time::numeric, 1) AS "total ms",
   round(s.mean_exec_time::numeric, 3) AS "mean ms", round(s.max_exec_time::numeric, 1) AS "max ms", s.rows, s.shared_blks_hit AS "blocks hit", s.shared_blks_read AS "blocks read",
-  s.temp_blks_written AS "temp blocks written", round(s.wal_bytes / 1024) AS "log KB", left(regexp_replace(s.query, '\s+', ' ', 'g'), 400) AS statement
+  s.temp_blks_written AS "temp blocks written", round(s.wal_bytes / 1024) AS "log KB", left(regexp_replace(regexp_replace(s.query, '(password\s+)(''[^'']*''|\S+)', '\1***', 'gi'), '\s+', ' ', 'g'), 400) AS statement
 FROM @S.pg_stat_statements AS s LEFT JOIN pg_database AS d ON d.oid = s.dbid ORDER BY s.total_exec_time DESC LIMIT 500;
 
 -- @name view.TOP_STATEMENTS from=100000 below=130000 needs=ext:pg_stat_statements title=Statements by total time
 SELECT d.datname AS database, pg_get_userbyid(s.userid) AS "user", s.calls, round(s.total_time::numeric, 1) AS "total ms",
   round(s.mean_time::numeric, 3) AS "mean ms", round(s.max_time::numeric, 1) AS "max ms", s.rows, s.shared_blks_hit AS "blocks hit", s.shared_blks_read AS "blocks read",
-  s.temp_blks_written AS "temp blocks written", left(regexp_replace(s.query, '\s+', ' ', 'g'), 400) AS statement
+  s.temp_blks_written AS "temp blocks written", left(regexp_replace(regexp_replace(s.query, '(password\s+)(''[^'']*''|\S+)', '\1***', 'gi'), '\s+', ' ', 'g'), 400) AS statement
 FROM @S.pg_stat_statements AS s LEFT JOIN pg_database AS d ON d.oid = s.dbid ORDER BY s.total_time DESC LIMIT 500;
 
 -- @name view.LARGEST_TABLES from=100000 needs=any title=Tables of this database by pages as of their last VACUUM or ANALYZE
@@ -161,7 +161,7 @@ SELECT datname AS database, temp_files AS files, pg_size_pretty(temp_bytes) AS s
 SELECT coalesce(datname, '(shared)') AS database, current_setting('data_checksums') AS checksums, checksum_failures AS failures, checksum_last_failure::timestamp(0)::text AS "last failure" FROM pg_stat_database ORDER BY checksum_failures DESC NULLS LAST, 1;
 
 -- @name view.FILE_SETTINGS from=100000 needs=super title=What the configuration files say, line by line, with errors
-SELECT sourcefile AS file, sourceline AS line, name, setting, applied, error FROM pg_file_settings ORDER BY seqno;
+SELECT sourcefile AS file, sourceline AS line, name, regexp_replace(setting, '(password\s*=\s*)(''[^'']*''|\S+)', '\1***', 'gi') AS setting, applied, error FROM pg_file_settings ORDER BY seqno;
 
 -- @name view.HBA_RULES from=100000 needs=super title=Rules of pg_hba.conf, with errors
 SELECT line_number AS line, type, array_to_string(database, ', ') AS databases, array_to_string(user_name, ', ') AS users, address, netmask AS mask, auth_method AS method, array_to_string(options, ', ') AS options, error FROM pg_hba_file_rules ORDER BY line_number;

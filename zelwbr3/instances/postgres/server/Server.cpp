@@ -116,6 +116,7 @@ void Server::Connect() {
   try {
     auto oConnection = std::make_unique<Connection>(m_oAddress, m_oWaiter, m_oOptions.Sending);
     m_oRights = Rights::Of(*oConnection, Name());
+    m_oSizes = {};
     FindFiles(*oConnection);
     m_oConnection = std::move(oConnection);
   } catch (const ServerError&) {
