@@ -40,18 +40,13 @@ void Take(std::span<double> oCounters, const std::optional<Result>& o, std::span
 }  // namespace
 
 bool PostgresActivity::Refresh() {
-  m_oValues.reset();
+  Forget();
   if (!m_oServer->RefreshFigures()) return false;
-  return m_oServer->Attempt([this](Connection&) { Read(); });
+  return m_oServer->Attempt([this](Connection&) { Counters(); });
 }
 
-const PostgresActivity::Values& PostgresActivity::Read() const {
-  if (m_oValues) return *m_oValues;
+PostgresActivity::Values PostgresActivity::Read() const {
   Values oValues;
-  oValues.SQL.fill(-1);
-  oValues.IO.fill(-1);
-  oValues.Lock.fill(-1);
-  oValues.Log.fill(-1);
   if (m_oServer->ReadFigures()) {
     const auto oDatabases = m_oServer->Ask("activity.databases", kAsked);
     Take(oValues.SQL, oDatabases, kSQLOfDatabases);
@@ -66,7 +61,7 @@ const PostgresActivity::Values& PostgresActivity::Read() const {
     Take(oValues.Log, m_oServer->Ask("activity.wal", kAsked), kLog);
     ReadStatements(oValues);
   }
-  return m_oValues.emplace(oValues);
+  return oValues;
 }
 
 void PostgresActivity::ReadStatements(Values& oValues) const {

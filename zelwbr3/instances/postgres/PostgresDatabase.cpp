@@ -1,5 +1,6 @@
 #include "zelwbr3/instances/postgres/PostgresDatabase.h"
 
+#include "zelwbr3/instances/common/ThisSystem.h"
 #include "zelwbr3/instances/common/settings/ListedParameterHistory.h"
 #include "zelwbr3/instances/common/settings/ListedParameters.h"
 #include "zelwbr3/instances/postgres/PostgresActivity.h"
@@ -17,21 +18,9 @@
 #include "zelwbr3/instances/postgres/operations/Operations.h"
 #include "zelwbr3/instances/postgres/server/Server.h"
 
-#include <sys/utsname.h>
-
 #include <filesystem>
 
 namespace ZELWbr3::Postgres {
-
-namespace {
-
-utsname System() {
-  utsname oSystem{};
-  uname(&oSystem);
-  return oSystem;
-}
-
-}  // namespace
 
 PostgresDatabase::PostgresDatabase(std::string_view sAddress, const Options& oOptions)
     : m_oServer(std::make_shared<Server>(sAddress, oOptions)),
@@ -96,13 +85,13 @@ std::shared_ptr<ZELLib3::Version> PostgresDatabase::Version() {
 
 /// The page shows both in brackets, so neither is ever empty.
 std::string PostgresDatabase::OSVersion() {
-  if (m_oServer->Local() != nullptr) return System().release;
+  if (m_oServer->Local() != nullptr) return Instances::ThisSystem().release;
   const std::string& sPlatform = m_oServer->Rights().Platform;
   return sPlatform.empty() ? "unknown" : sPlatform.substr(0, sPlatform.find('-'));
 }
 
 std::string PostgresDatabase::OSName() {
-  if (m_oServer->Local() != nullptr) return System().sysname;
+  if (m_oServer->Local() != nullptr) return Instances::ThisSystem().sysname;
   const std::string& sPlatform = m_oServer->Rights().Platform;
   if (sPlatform.empty()) return "unknown";
   return sPlatform.find("linux") != std::string::npos ? "Linux" : sPlatform;

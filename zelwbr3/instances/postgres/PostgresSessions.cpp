@@ -3,8 +3,6 @@
 #include "zelwbr3/base/Calendar.h"
 
 #include <algorithm>
-#include <limits>
-#include <stdexcept>
 
 namespace ZELWbr3::Postgres {
 
@@ -31,7 +29,7 @@ std::string StateText(const Result& o, int i) {
   return sState + " " + std::to_string(std::max<std::int64_t>(0, lSeconds)) + " s";
 }
 
-PostgresSession::Texts TextsOf(const Result& o, int i) {
+Instances::ListedSession::Texts TextsOf(const Result& o, int i) {
   const std::string sSince =
       o.IsNull(i, "since") ? std::string() : Calendar::ISOText(Calendar::LocalTime(o.Number(i, "since")), ' ');
   return {o.Text(i, "log_session"),
@@ -44,28 +42,18 @@ PostgresSession::Texts TextsOf(const Result& o, int i) {
 
 }  // namespace
 
-const std::vector<PostgresSession::Texts>& PostgresSessions::Texts() const {
-  if (!m_oTexts) {
-    std::vector<PostgresSession::Texts> texts;
-    if (m_oServer->Connected()) {
-      const Result o = *m_oServer->Ask("sessions", kAsked);
-      const int iCount = std::min<int>(o.Rows(), std::numeric_limits<std::int16_t>::max());
-      for (int i = 0; i < iCount; ++i) texts.push_back(TextsOf(o, i));
-    }
-    m_oTexts = std::move(texts);
-  }
-  return *m_oTexts;
-}
-
-std::shared_ptr<ZELLib3::Session> PostgresSessions::Item(ZELLib3::Integer iIndex) const {
-  if (iIndex < 1 || iIndex > Count()) throw std::out_of_range("There is no such session");
-  return std::make_shared<PostgresSession>(iIndex, Texts()[static_cast<std::size_t>(iIndex - 1)]);
+std::vector<Instances::ListedSession::Texts> PostgresSessions::Read() const {
+  std::vector<Instances::ListedSession::Texts> texts;
+  if (!m_oServer->Connected()) return texts;
+  const Result o = *m_oServer->Ask("sessions", kAsked);
+  for (int i = 0; i < o.Rows(); ++i) texts.push_back(TextsOf(o, i));
+  return texts;
 }
 
 bool PostgresSessions::Refresh() {
-  m_oTexts.reset();
+  Forget();
   if (!m_oServer->Refresh()) return false;
-  return m_oServer->Attempt([this](Connection&) { Texts(); });
+  return m_oServer->Attempt([this](Connection&) { List(); });
 }
 
 }  // namespace ZELWbr3::Postgres

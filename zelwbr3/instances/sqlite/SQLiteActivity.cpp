@@ -27,22 +27,14 @@ constexpr ByFigure kByFigure[] = {
 }  // namespace
 
 bool SQLiteActivity::Refresh() {
+  Forget();
   if (!m_oFile->RefreshFigures()) return false;
-  m_oValues = Read();
+  Counters();
   return true;
-}
-
-const SQLiteActivity::Values& SQLiteActivity::Counters() const {
-  if (!m_oValues) m_oValues = Read();
-  return *m_oValues;
 }
 
 SQLiteActivity::Values SQLiteActivity::Read() const {
   Values oValues;
-  oValues.SQL.fill(-1);
-  oValues.IO.fill(-1);
-  oValues.Lock.fill(-1);
-  oValues.Log.fill(-1);
   const auto oReading = m_oFile->Read();
   const Usage* pUsage = oReading->Figures();
   const Connection* pConnection = pUsage ? m_oFile->Current() : nullptr;

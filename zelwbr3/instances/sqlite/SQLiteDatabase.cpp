@@ -1,5 +1,6 @@
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"
 
+#include "zelwbr3/instances/common/ThisSystem.h"
 #include "zelwbr3/instances/common/analyzer/BackgroundAnalyzer.h"
 #include "zelwbr3/instances/common/settings/ListedParameterHistory.h"
 #include "zelwbr3/instances/common/settings/ListedParameters.h"
@@ -18,21 +19,10 @@
 #include "zelwbr3/instances/sqlite/settings/PragmaList.h"
 
 #include <sqlite3.h>
-#include <sys/utsname.h>
 
 #include <filesystem>
 
 namespace ZELWbr3::SQLite {
-
-namespace {
-
-utsname System() {
-  utsname oSystem{};
-  uname(&oSystem);
-  return oSystem;
-}
-
-}  // namespace
 
 SQLiteDatabase::SQLiteDatabase(const std::string& sPath, const Options& oOptions)
     : m_oFile(std::make_shared<InstanceFile>(sPath, oOptions)),
@@ -95,9 +85,9 @@ std::string SQLiteDatabase::InstanceName() { return std::filesystem::path(m_oFil
 
 std::shared_ptr<ZELLib3::Version> SQLiteDatabase::Version() { return std::make_shared<SQLiteVersion>(); }
 
-std::string SQLiteDatabase::OSVersion() { return System().release; }
+std::string SQLiteDatabase::OSVersion() { return Instances::ThisSystem().release; }
 
-std::string SQLiteDatabase::OSName() { return System().sysname; }
+std::string SQLiteDatabase::OSName() { return Instances::ThisSystem().sysname; }
 
 bool SQLiteDatabase::Connected() { return m_oFile->Connected(); }
 

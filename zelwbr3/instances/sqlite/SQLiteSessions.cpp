@@ -57,8 +57,8 @@ std::string LockText(const std::vector<OpenFiles::Lock>& oLocks, int iProcess, i
   return sText.empty() ? "none" : sText;
 }
 
-std::vector<SQLiteSession::Texts> List(const InstanceFile& oFile) {
-  std::vector<SQLiteSession::Texts> oTexts;
+std::vector<Instances::ListedSession::Texts> Holders(const InstanceFile& oFile) {
+  std::vector<Instances::ListedSession::Texts> oTexts;
   const auto oDatabase = FileId::Of(oFile.Path());
   if (!oDatabase) return oTexts;
   const auto oLogIndex = FileId::Of(oFile.PathBeside("-shm"));
@@ -67,7 +67,7 @@ std::vector<SQLiteSession::Texts> List(const InstanceFile& oFile) {
     const std::string sLock =
         oLocks ? LockText(*oLocks, oProcess.ID, oDatabase->Inode, oLogIndex ? oLogIndex->Inode : 0) : std::string();
     const bool bDated = oProcess.Since != ZELLib3::Date{};
-    oTexts.push_back({std::to_string(oProcess.ID), oProcess.Program, oProcess.User,
+    oTexts.push_back({std::to_string(oTexts.size() + 1), std::to_string(oProcess.ID), oProcess.Program, oProcess.User,
                       bDated ? Calendar::ISOText(oProcess.Since, ' ') : std::string(), sLock});
   }
   return oTexts;
@@ -75,18 +75,10 @@ std::vector<SQLiteSession::Texts> List(const InstanceFile& oFile) {
 
 }  // namespace
 
-const std::vector<SQLiteSession::Texts>& SQLiteSessions::Texts() const {
-  if (!m_oTexts) m_oTexts = std::make_shared<const std::vector<SQLiteSession::Texts>>(List(*m_oFile));
-  return *m_oTexts;
-}
-
-std::shared_ptr<ZELLib3::Session> SQLiteSessions::Item(ZELLib3::Integer iIndex) const {
-  if (iIndex < 1 || iIndex > Count()) throw std::out_of_range("There is no such session");
-  return std::make_shared<SQLiteSession>(iIndex, Texts()[static_cast<std::size_t>(iIndex - 1)]);
-}
+std::vector<Instances::ListedSession::Texts> SQLiteSessions::Read() const { return Holders(*m_oFile); }
 
 bool SQLiteSessions::Refresh() {
-  m_oTexts.reset();
+  Forget();
   if (FileId::Of(m_oFile->Path())) return true;
   return m_oFile->Refuse("no such file");
 }

@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/postgres/server/Server.h"
 
-#include <sys/utsname.h>
+#include "zelwbr3/instances/common/ThisSystem.h"
 
 #include <algorithm>
 #include <charconv>
@@ -186,9 +186,7 @@ std::string Server::InstanceName() const {
   if (!m_oRights.ClusterName.empty()) return m_oRights.ClusterName;
   const std::string sHost = m_oConnection ? m_oConnection->Host() : m_oAddress.Value("host");
   if (!sHost.empty() && !sHost.starts_with('/') && !sHost.starts_with('@')) return sHost;
-  utsname oSystem{};
-  uname(&oSystem);
-  return oSystem.nodename;
+  return Instances::ThisSystem().nodename;
 }
 
 std::string Server::Key() const {
