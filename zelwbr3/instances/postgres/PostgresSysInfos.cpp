@@ -24,12 +24,11 @@ std::unique_ptr<RowReader> PostgresSysInfo::MakeReader(Connection& oConnection) 
   }
   std::optional<CellColumns> oCells;
   std::vector<Instances::RowTexts> rows;
-  oConnection.Stream(
-      "SELECT * FROM (" + pQuery->For(Source().Rights()) + ") AS r LIMIT " + std::to_string(MostRows), sAsked, {},
-      [&](const Result& oPart) {
-        if (!oCells) oCells.emplace(oPart);
-        if (oPart.Rows() > 0) rows.push_back(oCells->RowOf(oPart, 0));
-      });
+  oConnection.Stream("SELECT * FROM (" + pQuery->For(Source().Rights()) + ") AS r LIMIT " + std::to_string(MostRows),
+                     sAsked, {}, [&](const Result& oPart) {
+                       if (!oCells) oCells.emplace(oPart);
+                       if (oPart.Rows() > 0) rows.push_back(oCells->RowOf(oPart, 0));
+                     });
   return std::make_unique<ListReader>(oCells->Headings(), std::move(rows));
 }
 

@@ -21,6 +21,9 @@ constexpr auto kSoon = 20ms;
 
 constexpr auto kEnding = 5s;
 
+/// What a server may take to end a statement that nobody waits for any more.
+constexpr auto kLastWords = 250ms;
+
 constexpr char kConnecting[] = "connecting";
 
 /// A host's own settings come first.
@@ -232,6 +235,7 @@ void Connection::Finish(const std::string& sAsked, const RowTaker& oTake) {
       }
     });
   }
+  if (oFailed != nullptr && m_bGivenUp) RaiseInterrupted(sAsked);
   if (oFailed != nullptr) Raise(oFailed.get(), sAsked);
 }
 
@@ -243,13 +247,24 @@ bool Connection::HasAnswer() {
 
 void Connection::AwaitAnswer(const std::string& sAsked) {
   while (!HasAnswer()) {
+    if (m_bGivenUp) {
+      if (!HearsLastWords()) RaiseInterrupted(sAsked);
+      continue;
+    }
     const short lEvents = PQflush(m_oHandle.get()) > 0 ? POLLIN | POLLOUT : POLLIN;
     const auto eEnd = m_oWaiter.Await(PQsocket(m_oHandle.get()), lEvents, m_oWaiter.Deadline());
     if (eEnd == Waiter::End::Ready) continue;
     GiveUp();
-    if (eEnd == Waiter::End::Interrupted) RaiseInterrupted(sAsked);
+    if (eEnd == Waiter::End::Interrupted) continue;
     throw NoAnswer({}, m_oAddress.Shown(), sAsked, "the server has not answered in time");
   }
+}
+
+/// A server that is asked to end a statement first sends the rows that it has.
+bool Connection::HearsLastWords() const {
+  const auto dLeft = std::chrono::ceil<std::chrono::milliseconds>(m_dGivenUp + kLastWords - Clock::now());
+  pollfd oPoll = {PQsocket(m_oHandle.get()), POLLIN, 0};
+  return dLeft > 0ms && poll(&oPoll, 1, static_cast<int>(dLeft.count())) > 0;
 }
 
 /// Asks the server to cancel the statement, and gives the connection up: the
@@ -261,6 +276,7 @@ void Connection::GiveUp() {
     PQcancel(oCancel.get(), sIgnored, sizeof sIgnored);
   }).detach();
   m_bGivenUp = true;
+  m_dGivenUp = Clock::now();
 }
 
 bool Connection::IsLost() const { return m_bGivenUp || PQstatus(m_oHandle.get()) == CONNECTION_BAD; }

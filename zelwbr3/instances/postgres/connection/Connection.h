@@ -123,6 +123,7 @@ class Connection {
   void EndCursor();
   void EndTransaction();
   void AwaitAnswer(const std::string& sAsked);
+  bool HearsLastWords() const;
   bool HasAnswer();
   void GiveUp();
   [[noreturn]] void Raise(const PGresult* pResult, const std::string& sAsked) const;
@@ -140,6 +141,7 @@ class Connection {
   std::string m_sSearchPath;
   Cursor* m_pCursor = nullptr;
   bool m_bGivenUp = false;
+  Waiter::Clock::time_point m_dGivenUp;
 };
 
 }  // namespace ZELWbr3::Postgres
