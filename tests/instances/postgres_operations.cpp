@@ -176,7 +176,7 @@ TEST(PostgresOperations, AdminLetsOnlySuperusersInAndOnlineRestoresEachLimit) {
     const Operated oOperated(oServer, kImpatient);
     const std::string sBusy =
         "process " + std::to_string(oBusy->Process()) + " (monitor@postgres, idle in transaction)";
-    EXPECT_EQ("these do not end their work: " + sBusy, oOperated.Done(oOperated->Admin()));
+    EXPECT_EQ("still busy after 1 s: " + sBusy, oOperated.Done(oOperated->Admin()));
     EXPECT_EQ(5, oOperated.Status());
     EXPECT_EQ(sLimits, Limits(oServer)) << "all is put back";
     EXPECT_EQ("", Refusal(oServer.Address("ordinary")));
@@ -230,7 +230,7 @@ TEST(PostgresOperations, OfflineWaitsForTransactionsAndOnlineStartsIt) {
   oBusy.Run("CREATE TABLE t(v int); BEGIN; INSERT INTO t VALUES(1)");
   AsOwner([&] {
     const Operated oOperated(oServer, kImpatient);
-    ExpectPart("these do not end their work: process " + std::to_string(oBusy.Process()),
+    ExpectPart("still busy after 1 s: process " + std::to_string(oBusy.Process()),
                oOperated.Done(oOperated->Shutdown()));
     EXPECT_EQ(5, oOperated.Status());
     EXPECT_EQ("postgres -1, template0 -1, template1 -1", Limits(oServer));
@@ -244,6 +244,9 @@ TEST(PostgresOperations, OfflineWaitsForTransactionsAndOnlineStartsIt) {
     EXPECT_EQ(2, oOperated.Status());
     EXPECT_EQ("Offline", oOperated->StateInfo()->StateText());
     EXPECT_EQ("the server does not run", oOperated.Done(oOperated->ShutdownQuick()));
+    EXPECT_EQ("ok", oOperated.Done(oOperated->Admin()));
+    EXPECT_EQ(3, oOperated.Status());
+    EXPECT_EQ("ok", oOperated.Done(oOperated->ShutdownQuick()));
     EXPECT_EQ("ok", oOperated.Done(oOperated->Online()));
     EXPECT_EQ(5, oOperated.Status()) << "and everybody is let in";
     Client oClient(oServer.Address());

@@ -73,7 +73,8 @@ class PostgresDatabase : public ZELLib3::Database {
   bool Shutdown() override;
   /// Rolls open transactions back.
   bool ShutdownQuick() override;
-  /// Lets only superusers in, on the standbys, too. Ends idle sessions; fails when
+  /// Lets only superusers in, on the standbys, too; a server that is stopped is
+  /// started for that. Ends idle sessions; fails when
   /// others have not ended after Options::Patience.
   bool Admin() override;
   /// Gives every database the connection limit back that it had before Admin. A

@@ -46,11 +46,17 @@ void Admission::EndIdleSessions() {
 }
 
 std::string Admission::Sessions(const std::string& sWhich) {
+  const std::string sSessions =
+      "SELECT a.pid, format('process %s (%s%s@%s, %s)', a.pid, coalesce(nullif(a.application_name, '') || ', ', ''), "
+      "a.usename, a.datname, a.state) AS session, row_number() OVER (ORDER BY a.pid) AS number, count(*) OVER () AS "
+      "count" +
+      kOthers + sWhich;
   return m_oConnection
       .Execute(
-          "SELECT string_agg(format('process %s (%s@%s, %s)', a.pid, a.usename, a.datname, a.state), ', ' "
-          "ORDER BY a.pid)" +
-              kOthers + sWhich,
+          "SELECT string_agg(session, ', ' ORDER BY pid) || "
+          "CASE WHEN max(count) > 5 THEN format(' and %s more', max(count) - 5) ELSE '' END "
+          "FROM (" +
+              sSessions + ") AS s WHERE number <= 5",
           kSessions)
       .Text(0, 0);
 }

@@ -24,9 +24,9 @@ class Admission {
   /// Ends the sessions of users who are no superusers and who are in no
   /// transaction.
   void EndIdleSessions();
-  /// Sessions of others that are still there, as a text: of users who are no
-  /// superusers, or, with a transaction of theirs open, of all. Empty when there
-  /// are none.
+  /// Sessions of others that are still there, the first five of them as a text: of
+  /// users who are no superusers, or, with a transaction of theirs open, of all.
+  /// Empty when there are none.
   std::string OrdinarySessions();
   std::string OpenTransactions();
 

@@ -84,6 +84,22 @@ void Operations::Start() {
   Finally([&] { Control().Start(); }, [&] { m_oServer->Disconnect(); });
 }
 
+bool Operations::StartIfStopped() {
+  if (m_oServer->Connected()) return false;
+  if (Control().Server().Process()) throw ZELLib3::InstanceError(m_oServer->Read()->Why);
+  Start();
+  return true;
+}
+
+void Operations::OrStop(bool bStarted, const std::function<void()>& oOperation) {
+  try {
+    oOperation();
+  } catch (...) {
+    if (bStarted) Stop();
+    throw;
+  }
+}
+
 void Operations::Reopen() {
   Run([](Connection& oConnection) { Admission(oConnection).Reopen(); });
 }
@@ -101,7 +117,11 @@ void Operations::CloseAndAwait(Sessions pSessions, std::chrono::milliseconds dPa
         sRemaining = (oAdmission.*pSessions)();
       });
       if (sRemaining.empty()) return;
-      if (Clock::now() >= dEnd) throw std::runtime_error("these do not end their work: " + sRemaining);
+      if (Clock::now() >= dEnd) {
+        throw std::runtime_error("still busy after " +
+                                 std::to_string(std::chrono::ceil<std::chrono::seconds>(dPatience).count()) +
+                                 " s: " + sRemaining);
+      }
       Pause(kLook);
     }
   } catch (const std::exception& oError) {
@@ -118,19 +138,17 @@ void Operations::CloseAndAwait(Sessions pSessions, std::chrono::milliseconds dPa
 
 bool Operations::Admin() {
   return Attempt([&] {
-    CheckUser();
-    CloseAndAwait(&Admission::OrdinarySessions, m_oServer->Options().Patience);
+    OrStop(StartIfStopped(), [&] {
+      CheckUser();
+      CloseAndAwait(&Admission::OrdinarySessions, m_oServer->Options().Patience);
+    });
   });
 }
 
 bool Operations::Online() {
   return Attempt([&] {
-    if (!m_oServer->Connected()) {
-      if (Control().Server().Process()) throw ZELLib3::InstanceError(m_oServer->Read()->Why);
-      Start();
-      // It runs; who may not look at it from here is none of its business.
-      if (!IsAdmin()) return;
-    }
+    // Once it runs, it is online for those whom it lets in.
+    if (StartIfStopped() && !IsAdmin()) return;
     CheckUser();
     Reopen();
   });
@@ -167,18 +185,8 @@ bool Operations::RestartUntil(const ZELLib3::Date& dUntil) {
     const std::time_t tUntil = Calendar::TimeOf(dUntil);
     const std::string sUntil = Calendar::ISOText(dUntil, ' ');
     if (tUntil >= std::time(nullptr)) throw std::runtime_error(sUntil + " has not passed yet");
-    const bool bRan = m_oServer->Connected() || Control().Server().Process();
     // What its backups are, the server tells.
-    if (!bRan) Start();
-    try {
-      RestartUntil(tUntil, sUntil);
-    } catch (...) {
-      // As it was before.
-      const bool bRuns = Control().Server().Process().has_value();
-      if (bRan && !bRuns) Start();
-      if (!bRan && bRuns) Stop();
-      throw;
-    }
+    OrStop(StartIfStopped(), [&] { RestartUntil(tUntil, sUntil); });
   });
 }
 
@@ -194,7 +202,16 @@ void Operations::RestartUntil(std::time_t tUntil, const std::string& sUntil) {
     oMark.Commit();
   });
   Stop();
-  Finally([&] { oRestart.Run(); }, [&] { m_oServer->Disconnect(); });
+  try {
+    Finally([&] { oRestart.Run(); }, [&] { m_oServer->Disconnect(); });
+  } catch (const std::exception& oError) {
+    try {
+      Start();  // with the old data directory
+    } catch (const std::exception& oFailure) {
+      throw std::runtime_error(std::string(oError.what()) + "; and afterwards " + oFailure.what());
+    }
+    throw;
+  }
   // It may have been in admin state then.
   if (IsAdmin()) Reopen();
   if (const auto& oStore = m_oServer->Options().Observations) {

@@ -25,8 +25,8 @@ class Operations {
  public:
   explicit Operations(std::shared_ptr<Server> oServer) : m_oServer(std::move(oServer)) {}
 
-  /// Lets only superusers in. Ends idle sessions and waits for the others, at most
-  /// Options::Patience.
+  /// Lets only superusers in; starts the server first when it is stopped. Ends idle
+  /// sessions and waits for the others, at most Options::Patience.
   bool Admin();
   /// Lets everybody in again; starts the server first when it is stopped.
   bool Online();
@@ -51,6 +51,11 @@ class Operations {
   bool IsAdmin() { return m_oServer->Read()->Status == ZELLib3::Status::Admin; }
   ServerControl& Control();
   void Stop();
+  /// False when the server runs already.
+  bool StartIfStopped();
+  /// Runs an operation on a server that was stopped before it, if bStarted: stops
+  /// it again when the operation raises.
+  void OrStop(bool bStarted, const std::function<void()>& oOperation);
   void Start();
 
   using Sessions = std::string (Admission::*)();
