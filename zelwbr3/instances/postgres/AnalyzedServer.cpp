@@ -1,19 +1,21 @@
 #include "zelwbr3/instances/postgres/AnalyzedServer.h"
 
-#include "zelwbr3/instances/common/daemon/Figures.h"
 #include "zelwbr3/instances/postgres/PostgresDatabase.h"
 #include "zelwbr3/instances/postgres/analyzer/AnalyzerSetup.h"
+#include "zelwbr3/instances/postgres/analyzer/ServerEvaluations.h"
 #include "zelwbr3/instances/postgres/connection/Address.h"
 
 namespace ZELWbr3::Postgres {
 
 Instances::EvaluatedInstance AnalyzedServer(const std::string& sAddress, const Options& oOptions) {
   const Address oAddress(sAddress);
-  const auto Open = [sAddress, oOptions, oKept = std::shared_ptr<ZELLib3::Database>()]() mutable {
-    if (!oKept) oKept = OpenDatabase(sAddress, oOptions);
-    return oKept;
+  const auto oEvaluations = std::make_shared<ServerEvaluations>();
+  const auto Open = [=, oServer = std::shared_ptr<Server>()]() mutable {
+    if (!oServer) oServer = std::make_shared<Server>(sAddress, oOptions);
+    oEvaluations->Begin(oServer);
+    return std::make_shared<PostgresDatabase>(oServer);
   };
-  return {oAddress.Shown(), AnalyzerFolderOf(oAddress), Open, Instances::CommonGroups()};
+  return {oAddress.Shown(), AnalyzerFolderOf(oAddress), Open, ServerEvaluations::Groups(oEvaluations)};
 }
 
 }  // namespace ZELWbr3::Postgres

@@ -23,7 +23,10 @@
 namespace ZELWbr3::Postgres {
 
 PostgresDatabase::PostgresDatabase(std::string_view sAddress, const Options& oOptions)
-    : m_oServer(std::make_shared<Server>(sAddress, oOptions)),
+    : PostgresDatabase(std::make_shared<Server>(sAddress, oOptions)) {}
+
+PostgresDatabase::PostgresDatabase(std::shared_ptr<Server> oServer)
+    : m_oServer(std::move(oServer)),
       m_oParameters(std::make_shared<ServerParameters>(m_oServer)),
       m_oOperations(std::make_shared<Operations>(m_oServer)) {}
 

@@ -26,6 +26,8 @@ class PostgresDatabase : public ZELLib3::Database {
   /// known about it; PasswordNeeded when only a password is missing. A server that
   /// is stopped, starts or stops opens and says so in its state.
   explicit PostgresDatabase(std::string_view sAddress, const Options& oOptions = {});
+  /// Of a server that is open already.
+  explicit PostgresDatabase(std::shared_ptr<Server> oServer);
 
   std::shared_ptr<ZELLib3::StateInfo> StateInfo() override;
   std::shared_ptr<ZELLib3::Parameters> Parameters() override;
