@@ -56,6 +56,7 @@ TEST_F(PostgresAnalyzer, RatesAreThoseBetweenTwoEvaluations) {
   EXPECT_EQ(oNothing, Evaluate("load")) << "nothing to compare with";
   Insert();
   EXPECT_GT(std::stod(Evaluate("load").at(0)[2]), 100);
+  EXPECT_EQ("0", m_lines["load"].at(0)[1]) << "looking at a server rolls nothing back";
   EXPECT_GT(std::stod(m_lines["io"].at(0)[6]), 100000) << "bytes of the log";
   EXPECT_NE("", m_lines["io"].at(0)[0]);
   m_oClient.Run("SELECT pg_stat_reset()");

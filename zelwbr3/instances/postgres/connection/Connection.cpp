@@ -21,6 +21,9 @@ constexpr auto kSoon = 20ms;
 
 constexpr auto kEnding = 5s;
 
+/// A rollback would be counted as one, among those of applications.
+constexpr char kEndReading[] = "COMMIT";
+
 /// What a server may take to end a statement that nobody waits for any more.
 constexpr auto kLastWords = 250ms;
 
@@ -323,14 +326,14 @@ Connection::Snapshot::Snapshot(Connection& oConnection, const std::string& sAske
   oConnection.Execute("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", sAsked);
 }
 
-Connection::Snapshot::~Snapshot() { m_oConnection.EndTransaction(); }
+Connection::Snapshot::~Snapshot() { m_oConnection.EndTransaction(kEndReading); }
 
 Connection::Cursor::Cursor(Connection& oConnection, const std::string& sSQL, std::string sAsked)
     : m_pConnection(&oConnection), m_sAsked(std::move(sAsked)) {
   try {
     oConnection.ExecuteAll("BEGIN READ ONLY; DECLARE list NO SCROLL CURSOR FOR " + sSQL, m_sAsked);
   } catch (const ServerError&) {
-    oConnection.EndTransaction();
+    oConnection.EndTransaction(kEndReading);
     throw;
   }
   oConnection.m_pCursor = this;
@@ -348,16 +351,16 @@ void Connection::Cursor::Fetch(std::size_t lRows, const RowTaker& oTake) {
 void Connection::EndCursor() {
   if (m_pCursor == nullptr) return;
   std::exchange(m_pCursor, nullptr)->m_pConnection = nullptr;
-  EndTransaction();
+  EndTransaction(kEndReading);
 }
 
 /// Also from outside a task, when nobody wants to wait: a connection that does not
 /// answer soon is given up, which ends its transaction too.
-void Connection::EndTransaction() {
+void Connection::EndTransaction(const char* sCommand) {
   if (IsLost()) return;
   const Waiter::Task oTask(m_oWaiter, kEnding);
   try {
-    Execute("ROLLBACK", "ending a transaction");
+    Execute(sCommand, "ending a transaction");
   } catch (...) {  // also what ends the waiting
     m_bGivenUp = true;
   }
@@ -369,7 +372,7 @@ Connection::Change::Change(Connection& oConnection, const std::string& sAsked)
 }
 
 Connection::Change::~Change() {
-  if (m_bOpen) m_oConnection.EndTransaction();
+  if (m_bOpen) m_oConnection.EndTransaction("ROLLBACK");
 }
 
 void Connection::Change::Commit() {

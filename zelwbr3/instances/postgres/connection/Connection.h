@@ -121,7 +121,7 @@ class Connection {
   void SendRows(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters = {});
   void Finish(const std::string& sAsked, const RowTaker& oTake);
   void EndCursor();
-  void EndTransaction();
+  void EndTransaction(const char* sCommand);
   void AwaitAnswer(const std::string& sAsked);
   bool HearsLastWords() const;
   bool HasAnswer();
