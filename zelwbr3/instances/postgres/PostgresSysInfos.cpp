@@ -28,6 +28,7 @@ std::unique_ptr<RowReader> PostgresSysInfo::MakeReader(Connection& oConnection) 
                      sAsked, {}, [&](const Result& oPart) {
                        if (!oCells) oCells.emplace(oPart);
                        if (oPart.Rows() > 0) rows.push_back(oCells->RowOf(oPart, 0));
+                       return true;
                      });
   return std::make_unique<ListReader>(oCells->Headings(), std::move(rows));
 }

@@ -94,6 +94,12 @@ std::string SecondsText(std::chrono::milliseconds dTime) {
   return std::to_string(std::chrono::ceil<std::chrono::seconds>(dTime).count()) + " s";
 }
 
+/// Returns when the server has taken the request.
+void Cancel(PGcancel& oCancel) {
+  char sIgnored[256];
+  PQcancel(&oCancel, sIgnored, sizeof sIgnored);
+}
+
 }  // namespace
 
 Connection::Connection(const Address& oAddress, Waiter& oWaiter, StatementObserver oSending)
@@ -173,7 +179,10 @@ Result Connection::Execute(const std::string& sSQL, const std::string& sAsked, c
   EndCursor();
   Send(sSQL, sAsked, parameters);
   Result oLast(nullptr);
-  Finish(sAsked, [&](const Result& oPart) { oLast = oPart; });
+  Finish(sAsked, [&](const Result& oPart) {
+    oLast = oPart;
+    return true;
+  });
   return oLast;
 }
 
@@ -181,7 +190,7 @@ void Connection::ExecuteAll(const std::string& sSQL, const std::string& sAsked) 
   EndCursor();
   if (m_oSending) m_oSending({sSQL, {}});
   if (PQsendQuery(m_oHandle.get(), sSQL.c_str()) == 0) RaiseLost(sAsked, PQerrorMessage(m_oHandle.get()));
-  Finish(sAsked, [](const Result&) {});
+  Finish(sAsked, [](const Result&) { return true; });
 }
 
 void Connection::Stream(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters,
@@ -211,12 +220,15 @@ void Connection::SendRows(const std::string& sSQL, const std::string& sAsked, co
 /// background, and taken there.
 void Connection::Finish(const std::string& sAsked, const RowTaker& oTake) {
   std::shared_ptr<PGresult> oFailed;
+  bool bEnough = false;
   const auto TakeNext = [&] {
     AwaitAnswer(sAsked);
     std::shared_ptr<PGresult> oPart(PQgetResult(m_oHandle.get()), PQclear);
     if (oPart == nullptr) return false;
+    if (bEnough) return true;
     if (PQresultStatus(oPart.get()) != PGRES_FATAL_ERROR) {
-      oTake(Result(oPart));
+      bEnough = !oTake(Result(oPart));
+      if (bEnough) Cancel(*m_oCancel);
     } else if (oFailed == nullptr) {
       oFailed = oPart;
     }
@@ -245,6 +257,7 @@ void Connection::Finish(const std::string& sAsked, const RowTaker& oTake) {
 /// What has arrived is taken in; true when the next part of the answer is whole,
 /// or will not come.
 bool Connection::HasAnswer() {
+  if (PQisBusy(m_oHandle.get()) == 0) return true;
   return PQflush(m_oHandle.get()) < 0 || PQconsumeInput(m_oHandle.get()) == 0 || PQisBusy(m_oHandle.get()) == 0;
 }
 
@@ -274,10 +287,7 @@ bool Connection::HearsLastWords() const {
 /// request goes its own way, nobody knows how fast, and must not hit the next
 /// statement.
 void Connection::GiveUp() {
-  std::thread([oCancel = m_oCancel] {
-    char sIgnored[256];
-    PQcancel(oCancel.get(), sIgnored, sizeof sIgnored);
-  }).detach();
+  std::thread([oCancel = m_oCancel] { Cancel(*oCancel); }).detach();
   m_bGivenUp = true;
   m_dGivenUp = Clock::now();
 }

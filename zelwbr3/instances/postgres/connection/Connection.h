@@ -45,7 +45,8 @@ class Connection {
   void ExecuteAll(const std::string& sSQL, const std::string& sAsked);
   /// As Execute, but hands the rows over as they arrive: those before a failure
   /// have been seen when it raises. Each part has one row; the last one has none.
-  using RowTaker = std::function<void(const Result& oPart)>;
+  /// When oTake answers false, nothing more is wanted, and the statement ends.
+  using RowTaker = std::function<bool(const Result& oPart)>;
   void Stream(const std::string& sSQL, const std::string& sAsked, const Parameters& parameters, const RowTaker& oTake);
 
   /// The connection has ended, or an answer was given up. It is to be replaced.

@@ -3,6 +3,10 @@
 #include "zelwbr3/instances/common/rows/CellTexts.h"
 #include "zelwbr3/instances/postgres/connection/Queries.h"
 
+#include <deque>
+#include <optional>
+#include <sstream>
+
 namespace ZELWbr3::Postgres {
 
 namespace {
@@ -12,11 +16,18 @@ using Instances::CellTexts;
 /// The number of the type boolean.
 constexpr std::uint32_t kBoolean = 16;
 
-/// The last column of SelectBlock.
-constexpr char kFits[] = "fits";
-
 std::string Cell(std::size_t i) { return "c" + std::to_string(i); }
 std::string Bytes(std::size_t i) { return "b" + std::to_string(i); }
+
+/// Bytes of the values in the long columns of a row; empty unless one is cut.
+std::deque<std::int64_t> Lengths(const Result& oRow) {
+  std::deque<std::int64_t> lengths;
+  const int iLast = oRow.Columns() - 1;
+  if (oRow.IsNull(0, iLast)) return lengths;
+  std::istringstream oText(oRow.Text(0, iLast));
+  for (std::int64_t lLength = 0; oText >> lLength;) lengths.push_back(lLength);
+  return lengths;
+}
 
 void Append(std::string& sList, const std::string& sEntry) { sList += (sList.empty() ? "" : ", ") + sEntry; }
 
@@ -53,21 +64,25 @@ std::vector<Instances::RowColumn> CellColumns::Headings() const {
 
 std::string CellColumns::Select(const std::vector<std::string>& keys, const std::string& sRows) const {
   const std::string sWhole = SelectWhole(keys, sRows);
-  return m_bAnyIsLong ? SelectCut(keys.size(), "", "FROM (" + sWhole + ") AS r") : sWhole;
-}
-
-std::string CellColumns::SelectBlock(const std::vector<std::string>& keys, const std::string& sRows) const {
-  const std::string sWhole = SelectWhole(keys, sRows);
   if (!m_bAnyIsLong) return sWhole;
-  std::string sBytes = "0";
+  // The lengths are only told where something is cut, which is rare.
+  const std::string sLongest = std::to_string(CellTexts::LongestText);
+  std::string sList;
+  std::string sLengths;
+  for (std::size_t i = 0; i < keys.size(); ++i) Append(sList, "k" + std::to_string(i));
   for (std::size_t i = 0; i < m_columns.size(); ++i) {
-    if (m_columns[i].IsLong()) sBytes += " + coalesce(octet_length(" + Cell(i) + "), 0)";
+    const std::string sCell = Cell(i);
+    if (m_columns[i].IsLong()) {
+      const std::string sLength = "octet_length(" + sCell + ")";
+      Append(sList, "CASE WHEN " + sLength + " > " + sLongest + " THEN left(" + sCell + ", " + sLongest + ") ELSE " +
+                        sCell + " END");
+      Append(sLengths, "coalesce(" + sLength + ", 0)");
+    } else {
+      Append(sList, sCell + (m_columns[i].eLength == Length::Bytes ? ", " + Bytes(i) : ""));
+    }
   }
-  const std::string sBefore =
-      "coalesce(sum(" + sBytes + ") OVER (ROWS BETWEEN UNBOUNDED PRECEDING AND 1 PRECEDING), 0)";
-  return SelectCut(keys.size(), kFits,
-                   "FROM (SELECT *, " + sBefore + " < " + std::to_string(Instances::RowBlock::MaxBytes) + " AS " +
-                       kFits + " FROM (" + sWhole + ") AS r) AS r");
+  return "SELECT " + sList + ", CASE WHEN greatest(" + sLengths + ") > " + sLongest + " THEN concat_ws(' ', " +
+         sLengths + ") END FROM (" + sWhole + ") AS r";
 }
 
 std::string CellColumns::SelectWhole(const std::vector<std::string>& keys, const std::string& sRows) const {
@@ -89,48 +104,31 @@ std::string CellColumns::SelectWhole(const std::vector<std::string>& keys, const
   return "SELECT " + sList + " " + sRows;
 }
 
-std::string CellColumns::SelectCut(std::size_t lKeys, const std::string& sCondition, const std::string& sFrom) const {
-  const auto Conditional = [&](const std::string& s) {
-    return sCondition.empty() ? s : "CASE WHEN " + sCondition + " THEN " + s + " END";
-  };
-  std::string sList;
-  for (std::size_t i = 0; i < lKeys; ++i) Append(sList, "k" + std::to_string(i));
-  for (std::size_t i = 0; i < m_columns.size(); ++i) {
-    if (m_columns[i].IsLong()) {
-      Append(sList, Conditional("left(" + Cell(i) + ", " + std::to_string(CellTexts::LongestText) + ")"));
-      Append(sList, "octet_length(" + Cell(i) + ")");
-    } else {
-      Append(sList, Cell(i) + (m_columns[i].eLength == Length::Bytes ? ", " + Bytes(i) : ""));
-    }
-  }
-  if (!sCondition.empty()) Append(sList, sCondition);
-  return "SELECT " + sList + " " + sFrom;
-}
-
 Instances::RowTexts CellColumns::RowOf(const Result& oResult, int iFirst) const {
   Instances::RowTexts oRow;
   oRow.reserve(m_columns.size());
+  auto lengths = m_bAnyIsLong ? Lengths(oResult) : std::deque<std::int64_t>();
   int i = iFirst;
   for (const Column& oColumn : m_columns) {
+    std::optional<std::int64_t> lLength;
+    if (oColumn.IsLong() && !lengths.empty()) {
+      lLength = lengths.front();
+      lengths.pop_front();
+    }
     if (oResult.IsNull(0, i)) {
       oRow.emplace_back("(null)");
     } else if (oColumn.eLength == Length::Bytes) {
       oRow.push_back(CellTexts::OfBlob(oResult.Bytes(0, i), oResult.Number(0, i + 1)));
-    } else if (oColumn.IsLong()) {
-      oRow.push_back(CellTexts::OfText(oResult.Text(0, i), oResult.Number(0, i + 1)));
+    } else if (lLength) {
+      oRow.push_back(CellTexts::OfText(oResult.Text(0, i), *lLength));
     } else if (oResult.Type(i) == kBoolean) {
       oRow.emplace_back(oResult.Text(0, i) == "t" ? "true" : "false");
     } else {
       oRow.push_back(CellTexts::OfText(oResult.Text(0, i)));
     }
-    i += oColumn.eLength == Length::Short ? 1 : 2;  // its bytes
+    i += oColumn.eLength == Length::Bytes ? 2 : 1;
   }
   return oRow;
-}
-
-bool CellColumns::HasValues(const Result& oResult) {
-  const int iLast = oResult.Columns() - 1;
-  return iLast < 0 || oResult.Name(iLast) != kFits || oResult.Text(0, iLast) == "t";
 }
 
 }  // namespace ZELWbr3::Postgres

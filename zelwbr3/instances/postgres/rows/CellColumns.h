@@ -9,7 +9,7 @@
 namespace ZELWbr3::Postgres {
 
 /// The columns of a table or view, and how their values are asked for and shown.
-/// Long ones are cut by the server, so that an answer is small whatever is stored.
+/// Long ones are cut by the server, so that a row is bounded whatever is stored.
 /// No conversion of a value runs code that somebody else than the server's owner
 /// has written.
 class CellColumns {
@@ -23,13 +23,9 @@ class CellColumns {
   /// A statement for the rows of sRows, "FROM … AS r …", with keys in front of the
   /// columns.
   std::string Select(const std::vector<std::string>& keys, const std::string& sRows) const;
-  /// The same, without the values of those rows that a block would be too long with.
-  std::string SelectBlock(const std::vector<std::string>& keys, const std::string& sRows) const;
 
   /// The row of a result as it is shown, from field iFirst on.
   Instances::RowTexts RowOf(const Result& oResult, int iFirst) const;
-  /// Whether the row of SelectBlock has its values.
-  static bool HasValues(const Result& oResult);
 
  private:
   /// What is known about the length of a value.
@@ -44,7 +40,6 @@ class CellColumns {
 
   CellColumns() = default;
   std::string SelectWhole(const std::vector<std::string>& keys, const std::string& sRows) const;
-  std::string SelectCut(std::size_t lKeys, const std::string& sValue, const std::string& sFrom) const;
 
   std::vector<Column> m_columns;
   bool m_bAnyIsLong = false;

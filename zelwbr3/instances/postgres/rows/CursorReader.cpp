@@ -16,8 +16,14 @@ std::unique_ptr<CursorReader> CursorReader::Of(Connection& oConnection, const st
 
 bool CursorReader::Continue(Connection& oConnection, RowBlock& oBlock) {
   // Of most lists nobody wants to see more than the beginning.
-  if (m_lDelivered == 0) return ReadBlock(oConnection, oBlock, {}, "", {}, [](const Result&) {});
-  return Flow(oConnection, oBlock);
+  if (m_lDelivered > 0) return Flow(oConnection, oBlock);
+  bool bMore = false;
+  ReadRows(oConnection, RowBlock::MaxRows + 1, {}, "", {}, [&](Instances::RowTexts oRow, const Result&) {
+    bMore = oBlock.IsFull();
+    if (!bMore) oBlock.Add(std::move(oRow));
+    return !bMore;
+  });
+  return bMore;
 }
 
 bool CursorReader::Flow(Connection& oConnection, RowBlock& oBlock) {
@@ -37,7 +43,7 @@ bool CursorReader::Flow(Connection& oConnection, RowBlock& oBlock) {
     const std::size_t lRows = m_lInBlock + 1 - std::min(m_lInBlock, oBlock.Rows().size());
     std::size_t lRead = 0;
     oCursor->Fetch(lRows, [&](const Result& oPart) {
-      if (oPart.Rows() == 0) return;
+      if (oPart.Rows() == 0) return true;
       ++lRead;
       Instances::RowTexts oRow = Cells().RowOf(oPart, 0);
       if (oBlock.IsFull()) {
@@ -45,6 +51,7 @@ bool CursorReader::Flow(Connection& oConnection, RowBlock& oBlock) {
       } else {
         oBlock.Add(std::move(oRow));
       }
+      return true;
     });
     bEnd = lRead < lRows;
   }

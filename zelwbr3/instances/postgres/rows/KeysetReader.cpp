@@ -2,7 +2,11 @@
 
 #include "zelwbr3/instances/postgres/connection/Queries.h"
 
+#include <utility>
+
 namespace ZELWbr3::Postgres {
+
+using Instances::RowBlock;
 
 TableKey TableKey::Of(Connection& oConnection, const std::string& sRelation) {
   const Result o = oConnection.Execute(Queries::SQL("key"), "looking for a key", {sRelation});
@@ -28,17 +32,59 @@ std::string TableKey::After() const {
   return "(" + List() + ") > (" + sList + ")";
 }
 
-bool KeysetReader::Continue(Connection& oConnection, Instances::RowBlock& oBlock) {
+bool KeysetReader::Continue(Connection& oConnection, RowBlock& oBlock) {
+  // Taken out, so that after a failure the rows are read again.
+  std::deque<Row> ahead = std::exchange(m_ahead, {});
   m_read = m_delivered;
+  bool bEnd = false;
+  for (;;) {
+    for (; !ahead.empty() && !oBlock.IsFull(); ahead.pop_front()) {
+      m_read = std::move(ahead.front().Key);
+      oBlock.Add(std::move(ahead.front().Texts));
+    }
+    if (!ahead.empty()) break;
+    if (bEnd) return false;
+    if (oBlock.IsFull()) break;
+    bEnd = ReadAhead(oConnection, ahead);
+  }
+  m_ahead = std::move(ahead);
+  return true;
+}
+
+/// Answers whether these are the last rows.
+bool KeysetReader::ReadAhead(Connection& oConnection, std::deque<Row>& ahead) {
+  const std::size_t lRows = m_lBlocks * RowBlock::MaxRows + 1;
+  m_lBlocks = MostBlocks;
   const std::string sOrder = m_oKey.IsStoredOrder ? "" : " ORDER BY " + m_oKey.List();
-  return ReadBlock(oConnection, oBlock, m_oKey.Columns,
-                   (m_delivered.empty() ? "" : " WHERE " + m_oKey.After()) + sOrder, m_delivered,
-                   [this](const Result& oRow) {
-                     m_read.clear();
-                     for (std::size_t i = 0; i < m_oKey.Columns.size(); ++i) {
-                       m_read.emplace_back(oRow.Text(0, static_cast<int>(i)));
-                     }
-                   });
+  std::size_t lBytes = 0;
+  bool bMore = false;
+  try {
+    ReadRows(oConnection, lRows, m_oKey.Columns, (m_read.empty() ? "" : " WHERE " + m_oKey.After()) + sOrder, m_read,
+             [&](Instances::RowTexts oRow, const Result& oResult) {
+               // The row that is too much says that there are more.
+               bMore = lBytes >= RowBlock::MaxBytes;
+               if (bMore) return false;
+               Row oAhead{std::move(oRow), {}};
+               for (std::size_t i = 0; i < m_oKey.Columns.size(); ++i) {
+                 oAhead.Key.emplace_back(oResult.Text(0, static_cast<int>(i)));
+               }
+               for (const std::string& sText : oAhead.Texts) lBytes += sText.size();
+               ahead.push_back(std::move(oAhead));
+               return true;
+             });
+  } catch (const ConnectionLost&) {
+    throw;
+  } catch (const ServerError&) {
+    // The rows before it come first; reading on from them fails again.
+    if (ahead.empty()) throw;
+    return false;
+  }
+  return ahead.size() < lRows && !bMore;
+}
+
+void KeysetReader::Pause() {
+  m_ahead.clear();
+  m_lBlocks = 1;
 }
 
 }  // namespace ZELWbr3::Postgres

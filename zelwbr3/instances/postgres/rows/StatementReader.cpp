@@ -23,20 +23,13 @@ bool StatementReader::Read(Connection& oConnection, RowBlock& oBlock) {
   return bMore;
 }
 
-bool StatementReader::ReadBlock(Connection& oConnection, RowBlock& oBlock, const std::vector<std::string>& keys,
-                                const std::string& sClause, const Connection::Parameters& parameters,
-                                const Connection::RowTaker& oTaken) {
-  const std::string sLimit = " LIMIT " + std::to_string(RowBlock::MaxRows + 1);
-  bool bMore = false;
-  oConnection.Stream(m_oCells.SelectBlock(keys, m_sFrom + sClause + sLimit), m_sAsked, parameters,
-                     [&](const Result& oPart) {
-                       if (oPart.Rows() == 0 || bMore) return;
-                       bMore = oBlock.IsFull() || !CellColumns::HasValues(oPart);
-                       if (bMore) return;
-                       oBlock.Add(m_oCells.RowOf(oPart, static_cast<int>(keys.size())));
-                       oTaken(oPart);
-                     });
-  return bMore;
+void StatementReader::ReadRows(Connection& oConnection, std::size_t lRows, const std::vector<std::string>& keys,
+                               const std::string& sClause, const Connection::Parameters& parameters,
+                               const RowTaker& oTake) {
+  const std::string sRows = m_sFrom + sClause + " LIMIT " + std::to_string(lRows);
+  oConnection.Stream(m_oCells.Select(keys, sRows), m_sAsked, parameters, [&](const Result& oPart) {
+    return oPart.Rows() == 0 || oTake(m_oCells.RowOf(oPart, static_cast<int>(keys.size())), oPart);
+  });
 }
 
 }  // namespace ZELWbr3::Postgres

@@ -3,7 +3,10 @@
 #include "zelwbr3/instances/postgres/rows/CellColumns.h"
 #include "zelwbr3/instances/postgres/rows/RowReader.h"
 
+#include <cstddef>
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace ZELWbr3::Postgres {
 
@@ -26,11 +29,12 @@ class StatementReader : public RowReader {
   /// The rows of the block are delivered.
   virtual void Deliver(const Instances::RowBlock& oBlock) = 0;
 
-  /// The rows of a block, and one more, of a clause that says where it begins.
-  /// Answers whether there are more than fit. oTaken is told each row added.
-  bool ReadBlock(Connection& oConnection, Instances::RowBlock& oBlock, const std::vector<std::string>& keys,
-                 const std::string& sClause, const Connection::Parameters& parameters,
-                 const Connection::RowTaker& oTaken);
+  /// Takes a row; false when no more are wanted. The result begins with the keys.
+  using RowTaker = std::function<bool(Instances::RowTexts oRow, const Result& oResult)>;
+  /// Reads up to lRows rows of a clause that says where they begin, with keys in
+  /// front of their values.
+  void ReadRows(Connection& oConnection, std::size_t lRows, const std::vector<std::string>& keys,
+                const std::string& sClause, const Connection::Parameters& parameters, const RowTaker& oTake);
 
   const CellColumns& Cells() const { return m_oCells; }
   const std::string& From() const { return m_sFrom; }
