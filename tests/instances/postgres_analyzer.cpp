@@ -1,6 +1,9 @@
 #include "tests/instances/PostgresServers.h"
+#include "tests/support/TempFolder.h"
 #include "zelwbr3/instances/common/daemon/Figures.h"
 #include "zelwbr3/instances/postgres/AnalyzedServer.h"
+#include "zelwbr3/instances/postgres/server/Server.h"
+#include "zelwbr3/instances/sqlite/settings/StateStore.h"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +37,8 @@ class PostgresAnalyzer : public testing::Test {
     return m_lines[sGroup];
   }
 
+  Testing::TempFolder m_oFolder;
+  std::shared_ptr<SQLite::StateStore> m_oStore = std::make_shared<SQLite::StateStore>(m_oFolder.Path());
   Instances::EvaluatedInstance m_oServer;
   std::map<std::string, Lines> m_lines;
   Client m_oClient{Primary().Address()};
@@ -94,6 +99,7 @@ TEST_F(PostgresAnalyzer, StandbysAndSlotsAreWatched) {
   m_oClient.Run("ALTER SYSTEM SET max_wal_size = '2MB'");
   m_oClient.Run("CREATE TABLE written AS SELECT repeat('x', 1000) FROM generate_series(1, 5000); DROP TABLE written");
   m_oClient.Run("SELECT pg_reload_conf()");
+  m_oServer = Postgres::AnalyzedServer(Primary().Address(), {.Observations = m_oStore});
   const auto Find = [&] {
     const auto& lines = Evaluate("bottlenecks");
     return std::ranges::any_of(lines, [](const auto& o) { return o[2].starts_with("Slot left_behind keeps "); });
@@ -103,4 +109,7 @@ TEST_F(PostgresAnalyzer, StandbysAndSlotsAreWatched) {
   m_oClient.Run("ALTER SYSTEM RESET max_wal_size");
   m_oClient.Run("SELECT pg_reload_conf()");
   EXPECT_FALSE(Find());
+  const auto changes = m_oStore->Changes(Postgres::Server(Primary().Address(), {}).Key());
+  ASSERT_FALSE(changes.empty()) << "changes of parameters are noticed";
+  EXPECT_EQ("max_wal_size 2MB", changes[0].Name + " " + changes[0].Value);
 }

@@ -13,7 +13,9 @@ Instances::EvaluatedInstance AnalyzedServer(const std::string& sAddress, const O
   const auto Open = [=, oServer = std::shared_ptr<Server>()]() mutable {
     if (!oServer) oServer = std::make_shared<Server>(sAddress, oOptions);
     oEvaluations->Begin(oServer);
-    return std::make_shared<PostgresDatabase>(oServer);
+    const auto oDatabase = std::make_shared<PostgresDatabase>(oServer);
+    oDatabase->Parameters()->Load();  // notices what has been changed; the state says why it cannot be read
+    return oDatabase;
   };
   return {oAddress.Shown(), AnalyzerFolderOf(oAddress), Open, ServerEvaluations::Groups(oEvaluations)};
 }

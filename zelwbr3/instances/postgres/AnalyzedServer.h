@@ -7,7 +7,8 @@
 
 namespace ZELWbr3::Postgres {
 
-/// What zelanalyzer evaluates: a server, through one connection that is kept.
+/// What zelanalyzer evaluates: a server, through one connection that is kept. Each
+/// evaluation also notices changes of parameters.
 /// sAddress is in libpq's words. Raises as PostgresDatabase for one that libpq does
 /// not understand.
 Instances::EvaluatedInstance AnalyzedServer(const std::string& sAddress, const Options& oOptions);
