@@ -109,7 +109,11 @@ TEST_F(PostgresAnalyzer, StandbysAndSlotsAreWatched) {
   m_oClient.Run("ALTER SYSTEM RESET max_wal_size");
   m_oClient.Run("SELECT pg_reload_conf()");
   EXPECT_FALSE(Find());
-  const auto changes = m_oStore->Changes(Postgres::Server(Primary().Address(), {}).Key());
-  ASSERT_FALSE(changes.empty()) << "changes of parameters are noticed";
-  EXPECT_EQ("max_wal_size 2MB", changes[0].Name + " " + changes[0].Value);
+  const std::string sKey = Postgres::Server(Primary().Address(), {}).Key();
+  const auto IsNoticed = [&] {
+    Evaluate("state");
+    return !m_oStore->Changes(sKey).empty();
+  };
+  Await(IsNoticed, "the change of a parameter");
+  EXPECT_EQ("max_wal_size 2MB", m_oStore->Changes(sKey)[0].Name + " " + m_oStore->Changes(sKey)[0].Value);
 }

@@ -17,6 +17,8 @@ namespace {
 class PostgresRows : public testing::Test {
  protected:
   PostgresRows() {
+    Await([this] { return State().empty(); }, "the end of earlier sessions");
+    m_oDatabase = OpenDatabase(Primary().Address());
     m_oClient.Run("SET client_min_messages = error; DROP SCHEMA IF EXISTS rows CASCADE");
     m_oClient.Run("CREATE SCHEMA rows; GRANT USAGE, CREATE ON SCHEMA rows TO PUBLIC; SET search_path = rows");
   }
@@ -35,7 +37,7 @@ class PostgresRows : public testing::Test {
   }
 
   Client m_oClient{Primary().Address()};
-  std::shared_ptr<ZELLib3::Database> m_oDatabase = OpenDatabase(Primary().Address());
+  std::shared_ptr<ZELLib3::Database> m_oDatabase;
 };
 
 /// The statement that makes rows.base(k, v), or the view "seen" of it.
