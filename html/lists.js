@@ -1,22 +1,20 @@
 /*
  * The lists in page files: sorted by a click on a column heading, filtered by a
- * text, and copied in a form that spreadsheets take.
+ * text, walked through by keyboard, and copied in a form that spreadsheets take.
  *
  * A list is a table of class "zelTblSort". The first row of its body holds the
- * headings, the second is a hidden template row. The program may append rows to
- * that body at any time.
+ * headings, the second is a hidden template row. Further rows come in two ways, at
+ * any time: as elements that the program appends to that body (or that the file
+ * has), and as records, which are texts only (the event "zelrows").
+ *
+ * Laying out a row costs the browser a hundred times as much as its texts do, in
+ * time and in memory. So a long list has elements for the rows near the screen
+ * only, and empty rows of the right height in place of all others.
  *
  * The program keeps its own copy of the document and never reads it back from
  * the browser, so nothing that happens here affects what it reads. The script
- * only moves rows: without sorting and filter, the document is exactly what the
- * program made it. What the script adds (the bar above the list, a button in
- * each heading, two hidden bodies) is added after the load, when the program has
- * already taken its copy.
- *
- * Laying out a row costs the browser ten times as much as creating it, in time
- * and in memory. The rows of a long list therefore wait in a hidden body and are
- * shown in steps, so that the page stays usable; the rows of a very long list
- * are shown when the user scrolls to them.
+ * moves the program's rows within their table, and changes nothing in them but
+ * what screen readers are told about their places.
  */
 (() => {
   "use strict";
@@ -26,6 +24,20 @@
   const Scale = { bytes: 1, kb: 2 ** 10, mb: 2 ** 20, gb: 2 ** 30, pages: 1, "%": 1 };
   const Unit = `(?:\\s*(${Object.keys(Scale).join("|")}))?$`;
   const Escape = (sText) => sText.replace(/[.*+?^${}()|[\]\\]/g, "\\$&");
+
+  /** What the program has written into the page about the user's numbers. */
+  const Setting = (sId, sDefault) => document.getElementById(sId)?.textContent || sDefault;
+
+  const Grouped = (iNumber) => String(iNumber).replace(/\B(?=(\d{3})+$)/g, Setting("LocaleThousendGroupingSymbole", ""));
+
+  /** The common case, and much faster than an expression. */
+  const IsDigits = (sText) => {
+    for (let i = 0; i < sText.length; ++i) {
+      const iCode = sText.charCodeAt(i);
+      if (iCode < 48 || iCode > 57) return false;
+    }
+    return sText !== "";
+  };
 
   /** Reads numbers in the user's format, with or without groups and a unit, and in the format of programs. */
   class NumberReader {
@@ -38,13 +50,13 @@
 
     /** A reader with the settings that the program has written into the page. */
     static OfDocument() {
-      const Setting = (sId, sDefault) => document.getElementById(sId)?.textContent || sDefault;
       return new NumberReader(Setting("LocaleDecimalSymbole", "."), Setting("LocaleThousendGroupingSymbole", ""));
     }
 
     /** The number in a text; NaN if there is none. */
     Read(sText) {
       if (sText.length > 64) return NaN;
+      if (sText.length < 16 && IsDigits(sText)) return Number(sText);
       let oMatch = this.oUsers.exec(sText);
       let sExponent = "";
       let sUnit = oMatch?.[4];
@@ -63,21 +75,731 @@
   const sLanguage = new Intl.Locale(new Intl.Collator().resolvedOptions().locale).baseName;
   const Texts = new Intl.Collator(sLanguage, { numeric: true, sensitivity: "base" });
 
-  /** Numbers sort before texts, and empty cells last, in both directions. */
-  const Rank = (oKey) => (oKey.sText === "" ? 2 : Number.isNaN(oKey.dNumber) ? 1 : 0);
+  // ---- work in slices ---------------------------------------------------------
 
-  const Compare = (oKey, oOther, iDirection) => {
-    const iRank = Rank(oKey);
-    if (iRank !== Rank(oOther)) return iRank - Rank(oOther);
-    if (iRank === 2) return 0;
-    return iDirection * (iRank === 0 ? oKey.dNumber - oOther.dNumber : Texts.compare(oKey.sText, oOther.sText));
+  /** The longest time in milliseconds that the page is kept from the user. */
+  const SliceTime = 40;
+
+  /** A long work that lets the user do anything meanwhile, also make it superfluous. */
+  class Work {
+    bGivenUp = false;
+    bRested = false;
+    dUntil = performance.now() + SliceTime;
+
+    get bDue() {
+      return performance.now() >= this.dUntil;
+    }
+
+    /** To be awaited when it is due. False: the result is no longer wanted. */
+    async Rest() {
+      this.bRested = true;
+      await new Promise((oDone) => setTimeout(oDone));
+      this.dUntil = performance.now() + SliceTime;
+      return !this.bGivenUp;
+    }
+  }
+
+  /** Goes on with a merge of two runs for a while. */
+  const MergeSome = (oFrom, oTo, oRun, Follows) => {
+    let { iLeft, iRight, iTo } = oRun;
+    const { iMiddle, iEnd } = oRun;
+    const iStop = Math.min(iEnd, iTo + 8192);
+    for (; iTo < iStop; ++iTo) {
+      const bRight = iLeft === iMiddle || (iRight < iEnd && Follows(oFrom[iLeft], oFrom[iRight]));
+      oTo[iTo] = bRight ? oFrom[iRight++] : oFrom[iLeft++];
+    }
+    Object.assign(oRun, { iLeft, iRight, iTo });
   };
 
-  // ---- lists ----------------------------------------------------------------
+  /** The items sorted, equal ones in their order; null if that is no longer wanted. */
+  const Sorted = async (oItems, Follows, oWork) => {
+    let oFrom = oItems;
+    let oTo = new Uint32Array(oItems.length);
+    for (let iWidth = 1; iWidth < oItems.length; iWidth *= 2) {
+      for (let iLeft = 0; iLeft < oItems.length; iLeft += 2 * iWidth) {
+        const iMiddle = Math.min(iLeft + iWidth, oItems.length);
+        const oRun = { iLeft, iMiddle, iRight: iMiddle, iEnd: Math.min(iMiddle + iWidth, oItems.length), iTo: iLeft };
+        while (oRun.iTo < oRun.iEnd) {
+          MergeSome(oFrom, oTo, oRun, Follows);
+          if (iWidth >= 4096 && oWork.bDue && !(await oWork.Rest())) return null;
+        }
+        if (iWidth < 4096 && iLeft % 8192 === 0 && oWork.bDue && !(await oWork.Rest())) return null;
+      }
+      [oFrom, oTo] = [oTo, oFrom];
+    }
+    return oFrom;
+  };
+
+  // ---- rows -------------------------------------------------------------------
 
   const Make = (sTag, sClass, oProperties = {}) => Object.assign(document.createElement(sTag), { className: sClass }, oProperties);
 
   const IsHidden = (oRow) => oRow.style.display === "none";
+
+  const Separator = "\x7f";
+
+  /** Rows that follow each other as elements. */
+  class ElementPart {
+    oElements = [];
+
+    constructor(iStart) {
+      this.iStart = iStart;
+    }
+    get iCount() {
+      return this.oElements.length;
+    }
+    Element(i) {
+      return this.oElements[i];
+    }
+    Texts(i) {
+      return Array.from(this.oElements[i].cells, (oCell) => oCell.textContent);
+    }
+    /** What a column is sorted by. */
+    Keys(iColumn) {
+      return this.oElements.map((oRow) => KeyOf(oRow, iColumn));
+    }
+    /** The rows with a text that contains this one, which is in lower case. */
+    *Matches(sText) {
+      for (let i = 0; i < this.iCount; ++i) {
+        if (this.Texts(i).some((s) => s.toLowerCase().includes(sText))) yield i;
+      }
+    }
+  }
+
+  const KeyOf = (oRow, iColumn) => {
+    const oCell = oRow.cells[iColumn];
+    return oCell?.dataset.sort ?? oCell?.textContent ?? "";
+  };
+
+  /**
+   * Rows that are texts only. A record has, with separators, the first row's number,
+   * the number of rows, the longest text of each column, and the texts. An empty text
+   * stands for that of the template.
+   */
+  class RecordPart {
+    /** Elements that rows have got since: the program has written more than texts. */
+    oElements = new Map();
+    oTexts = null;
+
+    constructor(iStart, sRecord, oTemplate) {
+      this.iStart = iStart;
+      this.sRecord = sRecord;
+      this.sDefaults = Array.from(oTemplate.cells, (oCell) => oCell.textContent);
+      this.iColumns = this.sDefaults.length;
+      [this.iFirst, this.iCount] = sRecord.split(Separator, 2).map(Number);
+    }
+
+    /** The number that the program knows a row by. */
+    NumberOf(i) {
+      return this.iFirst + i * (1 + this.iColumns);
+    }
+    Longest() {
+      return this.sRecord.split(Separator, 2 + this.iColumns).slice(2);
+    }
+    Element(i) {
+      return this.oElements.get(i);
+    }
+    Texts(i) {
+      if (this.oElements.has(i)) return Array.from(this.oElements.get(i).cells, (oCell) => oCell.textContent);
+      const iFirst = this.TextOf(i, 0);
+      return RecordPart.Split(this).slice(iFirst, iFirst + this.iColumns).map((s, iColumn) => s || this.sDefaults[iColumn]);
+    }
+    Keys(iColumn) {
+      const sTexts = this.sRecord.split(Separator);
+      const sKeys = new Array(this.iCount);
+      const sDefault = this.sDefaults[iColumn] ?? "";
+      for (let i = 0, iText = this.TextOf(0, iColumn); i < this.iCount; ++i, iText += this.iColumns) {
+        sKeys[i] = sTexts[iText] || sDefault;
+      }
+      for (const [i, oRow] of this.oElements) sKeys[i] = KeyOf(oRow, iColumn);
+      return sKeys;
+    }
+    *Matches(sText) {
+      const sRecord = this.sRecord.toLowerCase();
+      const bDefault = this.sDefaults.some((s) => s.toLowerCase().includes(sText));
+      if (!sRecord.includes(sText) && this.oElements.size === 0 && !bDefault) return;
+      const sTexts = sRecord.split(Separator);
+      for (let i = 0, iText = 2 + this.iColumns; i < this.iCount; ++i, iText += this.iColumns) {
+        if (this.IsMatch(i, sTexts, iText, sText, bDefault)) yield i;
+      }
+    }
+    IsMatch(i, sTexts, iText, sText, bDefault) {
+      if (bDefault || this.oElements.has(i)) return this.Texts(i).some((s) => s.toLowerCase().includes(sText));
+      for (let iColumn = 0; iColumn < this.iColumns; ++iColumn) {
+        if (sTexts[iText + iColumn].includes(sText)) return true;
+      }
+      return false;
+    }
+
+    /** The place of a text in the record. */
+    TextOf(i, iColumn) {
+      return 2 + this.iColumns + i * this.iColumns + iColumn;
+    }
+
+    /** The texts of the records that are on the screen are kept. */
+    static oSplit = [];
+    static Split(oPart) {
+      if (oPart.oTexts === null) {
+        oPart.oTexts = oPart.sRecord.split(Separator);
+        RecordPart.oSplit.push(oPart);
+        if (RecordPart.oSplit.length > 8) RecordPart.oSplit.shift().oTexts = null;
+      }
+      return oPart.oTexts;
+    }
+  }
+
+  /** Rows of a part of elements: as many as may be looked at in one slice. */
+  const RowsOfPart = 2048;
+
+  /** The rows of a list, numbered from 0 in the order in which they were added. */
+  class Rows {
+    oParts = [];
+    iCount = 0;
+    /** The longest text of each column. */
+    sLongest = [];
+
+    AddRecord(sRecord, oTemplate) {
+      const oPart = new RecordPart(this.iCount, sRecord, oTemplate);
+      this.oParts.push(oPart);
+      this.iCount += oPart.iCount;
+      this.Lengthen(oPart.Longest());
+    }
+    AddElement(oRow) {
+      let oPart = this.oParts.at(-1);
+      if (!(oPart instanceof ElementPart) || oPart.iCount >= RowsOfPart) {
+        this.oParts.push((oPart = new ElementPart(this.iCount)));
+      }
+      oPart.oElements.push(oRow);
+      ++this.iCount;
+      this.Lengthen(Array.from(oRow.cells, (oCell) => oCell.textContent));
+    }
+    Lengthen(sTexts) {
+      sTexts.forEach((sText, i) => {
+        if (sText.length > (this.sLongest[i]?.length ?? 0)) this.sLongest[i] = sText.slice(0, 200);
+      });
+    }
+
+    /** Gives a record's row an element. Returns the row; -1 if there is none with this number. */
+    SetElement(iNumber, oRow) {
+      const oPart = this.oParts.find((o) => o instanceof RecordPart && o.iFirst <= iNumber && iNumber < o.NumberOf(o.iCount));
+      if (oPart === undefined) return -1;
+      const i = (iNumber - oPart.iFirst) / (1 + oPart.iColumns);
+      oPart.oElements.set(i, oRow);
+      return oPart.iStart + i;
+    }
+
+    /** The part with a row. */
+    PartOf(iRow) {
+      let iLow = 0;
+      for (let iHigh = this.oParts.length; iHigh - iLow > 1; ) {
+        const iMiddle = (iLow + iHigh) >> 1;
+        if (this.oParts[iMiddle].iStart <= iRow) iLow = iMiddle;
+        else iHigh = iMiddle;
+      }
+      return this.oParts[iLow];
+    }
+    Element(iRow) {
+      const oPart = this.PartOf(iRow);
+      return oPart.Element(iRow - oPart.iStart);
+    }
+    Texts(iRow) {
+      const oPart = this.PartOf(iRow);
+      return oPart.Texts(iRow - oPart.iStart);
+    }
+
+    /** The rows that contain a text in lower case; null if that is no longer wanted. */
+    async Matching(sText, oWork) {
+      const oFound = new Uint32Array(this.iCount);
+      let iFound = 0;
+      for (const oPart of [...this.oParts]) {
+        for (const i of oPart.Matches(sText)) oFound[iFound++] = oPart.iStart + i;
+        if (oWork.bDue && !(await oWork.Rest())) return null;
+      }
+      return oFound.slice(0, iFound);
+    }
+
+    /**
+     * Rows by a column: numbers, then texts, then empty cells, in both directions; null
+     * if that is no longer wanted.
+     */
+    async Ordered(oRows, iColumn, iSign, oWork) {
+      const oReader = NumberReader.OfDocument();
+      const dKeys = new Float64Array(this.iCount);
+      const oKinds = [0, 1, 2].map(() => new Uint32Array(oRows.length));
+      const iCounts = [0, 0, 0];
+      const oTexts = new Map();
+      let oPart = null;
+      let sKeys = [];
+      for (const iRow of oRows) {
+        if (oPart === null || iRow >= oPart.iStart + sKeys.length) {
+          if (oWork.bDue && !(await oWork.Rest())) return null;
+          oPart = this.PartOf(iRow);
+          sKeys = oPart.Keys(iColumn);
+        }
+        const sKey = sKeys[iRow - oPart.iStart].trim();
+        let dKey = oReader.Read(sKey);
+        const iKind = sKey === "" ? 2 : Number.isNaN(dKey) ? 1 : 0;
+        if (iKind === 1) {
+          dKey = oTexts.get(sKey);
+          if (dKey === undefined) oTexts.set(sKey, (dKey = oTexts.size));
+        }
+        dKeys[iRow] = dKey;
+        oKinds[iKind][iCounts[iKind]++] = iRow;
+      }
+
+      const dRanks = await Ranks([...oTexts.keys()], oWork);
+      if (dRanks === null) return null;
+      const [oNumbers, oOthers, oEmpty] = oKinds.map((o, iKind) => o.subarray(0, iCounts[iKind]));
+      for (const iRow of oOthers) dKeys[iRow] = dRanks[dKeys[iRow]];
+      const Follows = (iRow, iOther) => iSign * (dKeys[iRow] - dKeys[iOther]) > 0;
+      const oOrder = new Uint32Array(oRows.length);
+      let iAt = 0;
+      for (const oKind of [oNumbers, oOthers]) {
+        const oSorted = await Sorted(oKind, Follows, oWork);
+        if (oSorted === null) return null;
+        oOrder.set(oSorted.subarray(0, oKind.length), iAt);
+        iAt += oKind.length;
+      }
+      oOrder.set(oEmpty, iAt);
+      return oOrder;
+    }
+  }
+
+  /** The place of each text among the others, the same for texts that are equal to the user. */
+  const Ranks = async (sTexts, oWork) => {
+    const oOrder = await Sorted(Uint32Array.from(sTexts.keys()), (i, iOther) => Texts.compare(sTexts[i], sTexts[iOther]) > 0, oWork);
+    if (oOrder === null) return null;
+    const dRanks = new Float64Array(sTexts.length);
+    let iRank = 0;
+    for (let i = 0; i < sTexts.length; ++i) {
+      if (i > 0 && Texts.compare(sTexts[oOrder[i - 1]], sTexts[oOrder[i]]) !== 0) ++iRank;
+      dRanks[oOrder[i]] = iRank;
+      if (i % 8192 === 0 && oWork.bDue && !(await oWork.Rest())) return null;
+    }
+    return dRanks;
+  };
+
+  // ---- heights ----------------------------------------------------------------
+
+  /** Rows whose heights are added up. */
+  const RowsOfSum = 256;
+
+  /** The heights of rows by place, in pixels: that of one line until it is known better. */
+  class Heights {
+    dRow = 27;
+    dKnown = new Float32Array(0);
+    /** What the sums of known heights differ by, of each group of rows and of those above it. */
+    dGroups = [];
+    dAbove = null;
+
+    Forget() {
+      this.dKnown = new Float32Array(0);
+      this.dGroups = [];
+      this.dAbove = null;
+    }
+    Of(iPlace) {
+      return this.dKnown[iPlace] || this.dRow;
+    }
+    /** Returns what the height differs by from the one before. */
+    Set(iPlace, dHeight) {
+      const dMore = dHeight - this.Of(iPlace);
+      if (Math.abs(dMore) < 0.01) return 0;
+      if (iPlace >= this.dKnown.length) {
+        const dKnown = new Float32Array(2 * iPlace + RowsOfSum);
+        dKnown.set(this.dKnown);
+        this.dKnown = dKnown;
+      }
+      this.dKnown[iPlace] = dHeight;
+      const iGroup = Math.floor(iPlace / RowsOfSum);
+      while (this.dGroups.length <= iGroup) this.dGroups.push(0);
+      this.dGroups[iGroup] += dMore;
+      this.dAbove = null;
+      return dMore;
+    }
+    /** The height of all rows above a place. */
+    Above(iPlace) {
+      if (this.dAbove === null) {
+        let dSum = 0;
+        this.dAbove = this.dGroups.map((d) => (dSum += d) - d);
+        this.dAbove.push(dSum);
+      }
+      const iGroup = Math.min(Math.floor(iPlace / RowsOfSum), this.dGroups.length);
+      let dSum = iPlace * this.dRow + this.dAbove[iGroup];
+      if (iGroup < this.dGroups.length) {
+        for (let i = iGroup * RowsOfSum; i < iPlace; ++i) dSum += this.Of(i) - this.dRow;
+      }
+      return dSum;
+    }
+    /** The place of the row at a height, of so many rows. */
+    At(dHeight, iCount) {
+      let iLow = 0;
+      for (let iHigh = iCount; iHigh - iLow > 1; ) {
+        const iMiddle = (iLow + iHigh) >> 1;
+        if (this.Above(iMiddle) <= dHeight) iLow = iMiddle;
+        else iHigh = iMiddle;
+      }
+      return iLow;
+    }
+  }
+
+  // ---- the rows on the screen -------------------------------------------------
+
+  /** A list of up to so many rows has elements for all of them. */
+  const RowsWhole = 200;
+  /** The most rows that are printed. */
+  const RowsPrinted = 5000;
+  /** Pixels; a page of the browser ends at 2 to the power of 25. */
+  const HighestList = 30e6;
+
+  const IsGap = (oElement) => oElement?.className === "zelListGap";
+
+  /** Makes elements for the rows near the screen, in the order in which rows are shown. */
+  class RowWindow {
+    oHeights = new Heights();
+    /** Rows by place; null for all as they were added. */
+    oOrder = null;
+    /** Elements in the body by row, and rows by element. */
+    oMade = new Map();
+    oRowOf = new WeakMap();
+    /** What stands in the body, from top to bottom: element, first place, place after the last. */
+    oSpans = [];
+    iFrom = 0;
+    iTo = 0;
+    bChanged = true;
+    bPrinting = false;
+    oGaps = [];
+    oFree = [];
+    oPlain = null;
+
+    /** Added is called with nodes that others have put into the body. */
+    constructor(oTable, oRows, Added) {
+      this.oTable = oTable;
+      this.oRows = oRows;
+      this.Added = Added;
+      this.oBody = oTable.tBodies[0];
+      /** The row after which the rows follow. */
+      this.oStart = [...this.oBody.rows].findLast((oRow, i) => i === 0 || IsHidden(oRow));
+      /** The program's rows that are not shown. */
+      this.oAway = Make("tbody", "zelListAway", { hidden: true });
+      oTable.append(this.oAway);
+      window.addEventListener("scroll", () => this.Draw(), { passive: true });
+      new ResizeObserver(() => this.Resized()).observe(oTable.parentElement);
+      this.oObserver = new MutationObserver((oRecords) => this.Tell(oRecords));
+      this.oObserver.observe(this.oBody, { childList: true });
+    }
+
+    /** Takes what others have put into the body so far. */
+    Look() {
+      this.Tell(this.oObserver.takeRecords());
+    }
+    Tell(oRecords) {
+      for (const oRecord of oRecords) this.Added(oRecord.addedNodes);
+      if (oRecords.length > 0) this.oObserver.takeRecords();  // what was moved meanwhile
+    }
+
+    get iCount() {
+      return this.oOrder?.length ?? this.oRows.iCount;
+    }
+    get bWhole() {
+      return this.iCount <= RowsWhole;
+    }
+    RowAt(iPlace) {
+      return this.oOrder?.[iPlace] ?? iPlace;
+    }
+    /** -1 for a row that is not shown. */
+    PlaceOf(iRow) {
+      return this.oOrder === null ? iRow : this.oOrder.indexOf(iRow);
+    }
+    /** The row with a node in it; undefined if there is none. */
+    RowWith(oNode) {
+      return this.oRowOf.get((oNode instanceof Element ? oNode : oNode?.parentElement)?.closest("tr"));
+    }
+
+    Arrange(oOrder) {
+      this.oOrder = oOrder;
+      this.oHeights.Forget();
+      this.Changed();
+    }
+    Resized() {
+      this.oHeights.Forget();
+      this.Changed();
+    }
+    Changed() {
+      this.bChanged = true;
+      this.Draw();
+    }
+
+    /** A row's elements that the program has made take the place of ours. */
+    SetElement(iRow, oElement) {
+      const oOwn = this.oMade.get(iRow);
+      const bFocused = oOwn?.contains(document.activeElement);
+      this.oMade.delete(iRow);
+      oOwn?.after(oElement);
+      oOwn?.remove();
+      if (oOwn === undefined) this.oAway.append(oElement);
+      else this.oMade.set(iRow, oElement);
+      this.oRowOf.set(oElement, iRow);
+      if (bFocused) this.Focus(oElement);
+      this.bChanged = true;
+    }
+
+    Draw() {
+      this.Look();
+      this.DrawRows();
+      this.oObserver.takeRecords();  // what we have moved ourselves
+    }
+
+    DrawRows() {
+      const iCount = this.iCount;
+      if (this.oRuler === undefined && !this.bWhole) this.MakeRuler();
+      this.oRuler?.toggleAttribute("hidden", this.bWhole);
+      const dPage = Math.max(innerHeight, 400);
+      let dSeen = 0;
+      if (!this.bWhole) {
+        // The only question about the layout while rows of one line are scrolled.
+        dSeen = Math.max(0, -this.oRuler.getBoundingClientRect().bottom);
+        if (this.bOneLine) this.MeasureLine();
+      }
+      const dAll = this.oHeights.Above(iCount);
+      this.dShown = Math.min(dAll, HighestList);
+      /** Pixels of the list to a pixel of the page. */
+      this.dRatio = dAll > this.dShown ? (dAll - dPage) / (this.dShown - dPage) : 1;
+      const dAt = Math.min(dSeen * this.dRatio, Math.max(dAll - dPage, 0));
+      const At = (dHeight) => this.oHeights.At(dHeight, iCount);
+      const bEnough =
+        (this.iFrom === 0 || At(dAt - dPage / 2) >= this.iFrom) && (this.iTo === iCount || At(dAt + 1.5 * dPage) < this.iTo);
+      if (!this.bChanged && this.dRatio === 1 && (bEnough || this.bWhole)) return;
+      this.bChanged = false;
+
+      if (this.bPrinting) [this.iFrom, this.iTo] = [0, Math.min(iCount, RowsPrinted)];
+      else if (this.bWhole) [this.iFrom, this.iTo] = [0, iCount];
+      else [this.iFrom, this.iTo] = [At(dAt - dPage), Math.min(At(dAt + 2 * dPage) + 1, iCount)];
+      this.dOffset = this.dRatio === 1 ? 0 : dSeen - dAt;
+      this.Place();
+      if (!this.bWhole) this.MeasureRows(At(dAt));
+      this.Describe();
+    }
+
+    /** A hidden row with each column's longest text: columns keep their width whatever rows are made. */
+    MakeRuler() {
+      this.oRuler = this.MakeRow();
+      this.oRuler.className = "zelListRuler";
+      this.oRuler.setAttribute("aria-hidden", "true");
+      this.oStart.after(this.oRuler);
+      this.oStart = this.oRuler;
+    }
+
+    MakeRow() {
+      if (this.oPlain === null) {
+        const oTemplate = [...this.oBody.rows].find(IsHidden) ?? this.oBody.rows[1];
+        this.oPlain = oTemplate.cloneNode(true);
+        this.oPlain.removeAttribute("id");
+        this.oPlain.style.display = "";
+      }
+      return this.oPlain.cloneNode(true);
+    }
+
+    MakeGap() {
+      const oGap = Make("tr", "zelListGap");
+      oGap.setAttribute("role", "presentation");
+      oGap.append(Make("td", "", { colSpan: Math.max(this.oBody.rows[0].cells.length, 1) }));
+      return oGap;
+    }
+
+    /** The rows with an end of the selection, or with the focus. */
+    Pinned() {
+      const oSelection = getSelection();
+      const oNodes = [oSelection.anchorNode, oSelection.focusNode, document.activeElement];
+      return oNodes.map((oNode) => this.RowWith(oNode)).filter((iRow) => iRow !== undefined);
+    }
+
+    /** Where a place is, in pixels below the start. */
+    OffsetOf(iPlace) {
+      const dAbove = this.oHeights.Above(iPlace);
+      const bNear = iPlace >= this.iFrom && iPlace <= this.iTo;
+      return this.dRatio === 1 ? dAbove : Math.max(bNear ? dAbove + this.dOffset : dAbove / this.dRatio, 0);
+    }
+
+    /** Puts the rows from iFrom to iTo and the pinned ones into the body, with gaps for all others. */
+    Place() {
+      const iCount = this.iCount;
+      const oPlaces = new Map();
+      for (let iPlace = this.iFrom; iPlace < this.iTo; ++iPlace) oPlaces.set(iPlace, this.RowAt(iPlace));
+      for (const iRow of this.Pinned()) oPlaces.set(this.PlaceOf(iRow), iRow);
+      oPlaces.delete(-1);
+
+      const oWanted = new Set(oPlaces.values());
+      for (const [iRow, oElement] of this.oMade) {
+        if (!oWanted.has(iRow)) this.Release(iRow, oElement);
+      }
+      this.oSpans = [];
+      let dEnd = 0;
+      let iNext = 0;
+      let iGap = 0;
+      const AddGap = (iPlace, dOffset) => {
+        if (iPlace === iNext) return;
+        const oGap = (this.oGaps[iGap++] ??= this.MakeGap());
+        oGap.style.height = `${Math.max(dOffset - dEnd, 0)}px`;
+        this.oSpans.push([oGap, iNext, iPlace]);
+        dEnd = dOffset;
+      };
+      for (const iPlace of [...oPlaces.keys()].sort((i, iOther) => i - iOther)) {
+        AddGap(iPlace, this.OffsetOf(iPlace));
+        this.oSpans.push([this.MadeRow(oPlaces.get(iPlace), iPlace), iPlace, iPlace + 1]);
+        dEnd += this.oHeights.Of(iPlace);
+        iNext = iPlace + 1;
+      }
+      AddGap(iCount, this.bPrinting ? dEnd : this.dShown);
+      for (const oGap of this.oGaps.splice(iGap)) oGap.remove();
+
+      let oAt = this.oStart;
+      for (const [oElement] of this.oSpans) {
+        // A gap gives way, because a row that is moved loses the keyboard.
+        while (oAt.nextElementSibling !== oElement && IsGap(oAt.nextElementSibling)) oAt.nextElementSibling.remove();
+        if (oAt.nextElementSibling !== oElement) oAt.after(oElement);
+        oAt = oElement;
+      }
+    }
+
+    Release(iRow, oElement) {
+      this.oMade.delete(iRow);
+      if (this.oRows.Element(iRow) === oElement) return this.oAway.append(oElement);
+      this.oRowOf.delete(oElement);
+      oElement.remove();
+      this.oFree.push(oElement);
+    }
+
+    MadeRow(iRow, iPlace) {
+      let oElement = this.oMade.get(iRow);
+      if (oElement === undefined) {
+        oElement = this.oRows.Element(iRow) ?? this.Filled(iRow);
+        this.oMade.set(iRow, oElement);
+        this.oRowOf.set(oElement, iRow);
+      }
+      if (this.bWhole) oElement.removeAttribute("aria-rowindex");
+      else oElement.setAttribute("aria-rowindex", iPlace + 2);
+      return oElement;
+    }
+
+    /** An element for a record's row. The control knows a click in it by the number. */
+    Filled(iRow) {
+      const oElement = this.oFree.pop() ?? this.MakeRow();
+      const oPart = this.oRows.PartOf(iRow);
+      oElement.dataset.zelRow = oPart.NumberOf(iRow - oPart.iStart);
+      oPart.Texts(iRow - oPart.iStart).forEach((sText, i) => (oElement.cells[i].textContent = sText));
+      return oElement;
+    }
+
+    /** Tells screen readers how many rows there are, and the columns how long their texts are. */
+    Describe() {
+      if (this.bWhole) this.oTable.removeAttribute("aria-rowcount");
+      else this.oTable.setAttribute("aria-rowcount", this.iCount + 1);
+      this.oRuler?.querySelectorAll("td").forEach((oCell, i) => {
+        const sText = this.oRows.sLongest[i] ?? "";
+        if (oCell.textContent !== sText) oCell.textContent = sText;
+      });
+    }
+
+    // ---- heights
+
+    /** All rows have one line, and so the same height. */
+    get bOneLine() {
+      const oRow = this.oSpans.find(([oElement]) => !IsGap(oElement))?.[0];
+      return oRow !== undefined && Array.from(oRow.cells).every((oCell) => getComputedStyle(oCell).whiteSpace === "nowrap");
+    }
+
+    MeasureLine() {
+      const oMade = this.oSpans.filter(([oElement, iFrom]) => iFrom >= this.iFrom && iFrom < this.iTo && !IsGap(oElement));
+      if (oMade.length < 2) return;
+      const dHeight = oMade.at(-1)[0].getBoundingClientRect().bottom - oMade[0][0].getBoundingClientRect().bottom;
+      const dRow = dHeight / (oMade.length - 1);
+      if (dRow <= 0 || Math.abs(dRow - this.oHeights.dRow) < 0.01) return;
+      this.oHeights.dRow = dRow;
+      this.oHeights.Forget();
+      this.bChanged = true;
+    }
+
+    /** Learns the heights of the rows made; the first row on the screen stays where it is. */
+    MeasureRows(iFirst) {
+      if (this.bOneLine) return;
+      let bAny = false;
+      let dAbove = 0;
+      for (const [oElement, iPlace] of this.oSpans) {
+        const dHeight = IsGap(oElement) ? 0 : oElement.getBoundingClientRect().height;
+        if (dHeight === 0) continue;
+        const dMore = this.oHeights.Set(iPlace, dHeight);
+        if (dMore !== 0) bAny = true;
+        if (iPlace < iFirst) dAbove += dMore;
+      }
+      if (!bAny) return;
+      this.dShown = Math.min(this.oHeights.Above(this.iCount), HighestList);
+      this.Place();
+      if (Math.abs(dAbove) >= 1) scrollBy(0, dAbove);
+    }
+
+    // ---- going to a row
+
+    /** Gives the keyboard to a row, or to what can have it in the row. */
+    GoTo(iPlace) {
+      if (!this.bWhole) {
+        const dStart = this.oStart.getBoundingClientRect().bottom;
+        const dTop = dStart + this.oHeights.Above(iPlace) / this.dRatio;
+        const { dFirst, dLast } = this.Visible;
+        const dHeight = this.oHeights.Of(iPlace);
+        if (dTop < dFirst) scrollBy(0, dTop - dFirst);
+        else if (dTop + dHeight > dLast) scrollBy(0, dTop + dHeight - dLast);
+        this.Draw();
+      }
+      const oRow = this.oMade.get(this.RowAt(iPlace));
+      if (oRow === undefined) return;
+      this.Focus(oRow);
+      const { top, bottom } = oRow.getBoundingClientRect();
+      const { dFirst, dLast } = this.Visible;
+      if (top < dFirst) scrollBy(0, top - dFirst);
+      else if (bottom > dLast) scrollBy(0, bottom - dLast);
+    }
+
+    Focus(oRow) {
+      const oTarget = oRow.querySelector("a[href], button, [tabindex]") ?? oRow;
+      if (oTarget === oRow) {
+        oRow.tabIndex = -1;
+        oRow.addEventListener("focusout", () => oRow.removeAttribute("tabindex"), { once: true });
+      }
+      oTarget.focus({ preventScroll: true, focusVisible: true });
+    }
+
+    /** The part of the screen between headings and footer. */
+    get Visible() {
+      const dFirst = this.oBody.rows[0].cells[0]?.getBoundingClientRect().height ?? 0;
+      const oFooter = document.querySelector(".zelFormFtr");
+      return { dFirst, dLast: Math.min(innerHeight, oFooter?.getBoundingClientRect().top ?? innerHeight) };
+    }
+
+    /** The first place on the screen. */
+    get iFirstVisible() {
+      const { dFirst } = this.Visible;
+      const oSpan = this.oSpans.find(([oElement]) => !IsGap(oElement) && oElement.getBoundingClientRect().top >= dFirst - 1);
+      return oSpan?.[1] ?? 0;
+    }
+
+    // ---- copying
+
+    /** The rows in a range as lines. */
+    Lines(oRange) {
+      const oSpans = this.oSpans.filter(([oElement]) => oRange.intersectsNode(oElement));
+      if (oSpans.length === 0) return [];
+      const oElements = new Map(oSpans.map(([oElement, iPlace]) => [iPlace, oElement]));
+      const oLines = [];
+      for (let iPlace = oSpans[0][1]; iPlace < oSpans.at(-1)[2]; ++iPlace) {
+        const oElement = oElements.get(iPlace);
+        if (oElement !== undefined && !IsGap(oElement)) oLines.push(...LineOf(oElement, oRange));
+        else oLines.push(this.oRows.Texts(this.RowAt(iPlace)).map(OneLine).join("\t"));
+      }
+      return oLines;
+    }
+  }
+
+  // ---- lists ------------------------------------------------------------------
 
   const SelectedRange = () => (getSelection().rangeCount > 0 ? getSelection().getRangeAt(0).cloneRange() : null);
 
@@ -88,56 +810,44 @@
 
   const Directions = ["none", "ascending", "descending"];
 
-  /** Rows laid out at once, and the minimum of each further step. */
-  const RowsAtOnce = 1000;
-  /** The maximum of each further step. */
-  const RowsAtMost = 5000;
-  /** The longest pause between two steps, in milliseconds. */
-  const LongestRest = 2000;
-  /** Rows laid out without scrolling there. */
-  const RowsUnasked = 5000;
+  /** Milliseconds between two looks at rows that keep coming. */
+  const RestOfRows = 100;
+  /** Milliseconds within which keys belong to one word. */
+  const RestOfKeys = 1000;
 
   class List {
     constructor(oTable) {
       this.oTable = oTable;
       this.oBody = oTable.tBodies[0];
       this.oHeadings = this.oBody.rows[0];
-      /** The rows still to be shown, and those that do not match the filter. */
-      this.oLater = Make("tbody", "zelListLater", { hidden: true });
-      this.oOut = Make("tbody", "zelListOut", { hidden: true });
-      /** All rows except headings and template, in the order in which they were added. */
-      this.oRows = [];
+      this.oRows = new Rows();
+      this.oWindow = new RowWindow(oTable, this.oRows, (oNodes) => this.Add(oNodes));
       this.iColumn = -1;
       this.iDirection = 0;
       this.sFilter = "";
-      /** How many rows may be shown, and how many are shown. */
-      this.iAllowed = RowsAtOnce;
-      this.iShown = 0;
-      this.iShowTimer = 0;
-      this.iKnown = 0;
+      /** The arranging in progress. */
+      this.oWork = null;
+      /** The timers for looking at new rows, and the earliest time for arranging them. */
+      this.iDrawTimer = 0;
+      this.iArrangeTimer = 0;
+      this.dNext = 0;
       /** What was selected before the mouse was pressed on a heading. */
       this.oSelectedBefore = null;
-      /** The user has scrolled close to the end of the rows shown. */
-      this.bNearEnd = false;
-      /** The earliest time for arranging the rows again, and the timer for it. */
-      this.dNext = 0;
-      this.iTimer = 0;
+      /** What was typed last to find a row, and when. */
+      this.sTyped = "";
+      this.dTyped = -Infinity;
 
       this.MakeBar();
-      oTable.append(this.oLater, this.oOut);
-      this.WatchEnd();
-      this.Add([...this.oBody.rows]);
+      this.Add(this.oBody.rows);
+      this.Show();
       this.Decorate();
-      this.Tell();
       this.oHeadings.addEventListener("click", (oEvent) => this.OnHeading(oEvent));
       this.oHeadings.addEventListener("mousedown", (oEvent) => {
         // Two clicks in a row sort twice; they do not select the heading's text.
         if (oEvent.detail > 1) oEvent.preventDefault();
         this.oSelectedBefore = SelectedRange();
       });
-
-      this.oObserver = new MutationObserver((oRecords) => this.OnRows(oRecords));
-      this.oObserver.observe(this.oBody, { childList: true });
+      oTable.addEventListener("zelrows", (oEvent) => this.OnRecord(oEvent));
       new MutationObserver(() => this.Decorate()).observe(this.oHeadings, { childList: true, subtree: true });
     }
 
@@ -148,8 +858,7 @@
       this.oFilter.setAttribute("aria-label", "Filter rows");
       this.oFilter.addEventListener("input", () => {
         this.sFilter = this.oFilter.value.trim().toLowerCase();
-        this.iAllowed = RowsAtOnce;
-        this.Schedule(100);
+        this.Arrange();
       });
       this.oCount = Make("span", "zelListCount");
       this.oCount.setAttribute("role", "status");
@@ -160,23 +869,13 @@
       this.oTable.before(this.oBar);
     }
 
-    /** Shows more rows once the page is scrolled to less than two of its heights above the list's end. */
-    WatchEnd() {
-      const oEnd = Make("div", "zelListEnd");
-      this.oTable.after(oEnd);
-      const OnScroll = (oEntries) => {
-        this.bNearEnd = oEntries.at(-1).isIntersecting;
-        if (this.bNearEnd) this.Tell();
-      };
-      new IntersectionObserver(OnScroll, { rootMargin: "0px 0px 200% 0px" }).observe(oEnd);
-    }
-
     // Long texts are cut to one line unless the user wants them wrapped.
     MakeWrapButton() {
       const oButton = Make("button", "zelBtn zelListWrap", { type: "button", textContent: "Wrap long texts" });
       oButton.setAttribute("aria-pressed", "false");
       oButton.addEventListener("click", () => {
         oButton.setAttribute("aria-pressed", String(this.oBar.classList.toggle("zelWrap")));
+        this.oWindow.Resized();
       });
       return oButton;
     }
@@ -197,7 +896,6 @@
       if (oHeading === null) return;
       // A mouse that has just selected text does not sort. A click by key has no detail.
       if (oEvent.detail > 0 && !getSelection().isCollapsed && !SameRange(SelectedRange(), this.oSelectedBefore)) return;
-      this.iAllowed = RowsAtOnce;
       const iColumn = oHeading.cellIndex;
       this.iDirection = iColumn === this.iColumn ? (this.iDirection + 1) % Directions.length : 1;
       this.iColumn = iColumn;
@@ -206,129 +904,165 @@
       this.Arrange();
     }
 
-    // ---- the rows
+    // ---- new rows
 
     get bArranged() {
       return this.iDirection !== 0 || this.sFilter !== "";
     }
 
-    OnRows(oRecords) {
-      for (const oRecord of oRecords) this.Add(oRecord.addedNodes);
-      if (this.bArranged) this.Schedule(100);
-      else this.Tell();
+    OnRecord(oEvent) {
+      oEvent.preventDefault();
+      this.oWindow.Look();
+      this.oRows.AddRecord(oEvent.detail, oEvent.target);
+      this.ShowSoon();
     }
 
-    /** Registers rows added at the end of the body, and moves those beyond the limit to the hidden body. */
+    /** Registers rows at the end of the body, or elements for a record's rows. */
     Add(oNodes) {
-      for (const oNode of oNodes) {
-        if (!(oNode instanceof HTMLTableRowElement) || oNode === this.oHeadings || IsHidden(oNode)) continue;
-        this.oRows.push(oNode);
-        if (this.iShown < this.iAllowed) ++this.iShown;
-        else this.oLater.append(oNode);
+      for (const oRow of [...oNodes]) {
+        if (!(oRow instanceof HTMLTableRowElement) || oRow === this.oHeadings || IsHidden(oRow)) continue;
+        const iNumber = Number(oRow.dataset.zelRow ?? 0);
+        delete oRow.dataset.zelRow;
+        const iRow = iNumber === 0 ? -1 : this.oRows.SetElement(iNumber, oRow);
+        if (iRow >= 0) {
+          this.oWindow.SetElement(iRow, oRow);
+        } else {
+          this.oRows.AddElement(oRow);
+          if (this.oRows.iCount > RowsWhole || this.bArranged) this.oWindow.oAway.append(oRow);
+        }
+        this.ShowSoon();
       }
     }
 
-    /** Shows the number of rows unless all are visible, and schedules the next step. */
-    Tell() {
-      const iAll = this.oRows.length;
-      this.oCount.textContent = iAll === 0 ? "No rows" : this.iShown === iAll ? "" : `${this.iShown} of ${iAll}`;
-      if (this.bWantsMore && this.iShowTimer === 0) this.iShowTimer = setTimeout(() => this.ShowMore(), this.bNearEnd ? 0 : 200);
+    /** The first rows at once, further ones from time to time. */
+    ShowSoon() {
+      if (this.iDrawTimer !== 0) return;
+      const iDelay = this.oWindow.iTo === 0 ? 0 : RestOfRows;
+      this.iDrawTimer = setTimeout(() => {
+        this.iDrawTimer = 0;
+        this.Show();
+      }, iDelay);
     }
 
-    get bWantsMore() {
-      return this.oLater.firstElementChild !== null && (this.iShown < RowsUnasked || this.bNearEnd);
-    }
-
-    ShowMore() {
-      const dBegin = performance.now();
-      this.Show(Math.min(Math.max(RowsAtOnce, this.iShown >> 1), RowsAtMost));
-      void this.oBody.offsetHeight;
-      // Leave half of the time to the user, and most of it to the program while it adds rows.
-      const iRest = this.oRows.length > this.iKnown ? 5 : 1;
-      this.iKnown = this.oRows.length;
-      this.iShowTimer = setTimeout(() => {
-        this.iShowTimer = 0;
-        if (this.bWantsMore) this.ShowMore();
-      }, Math.min(iRest * (performance.now() - dBegin), LongestRest));
+    Show() {
+      if (this.bArranged) return this.ArrangeLater();
+      this.oWindow.Changed();
       this.Tell();
     }
 
-    /** Shows this many of the waiting rows. */
-    Show(iRows) {
-      const oFragment = document.createDocumentFragment();
-      for (let i = 0; i < iRows && this.oLater.firstElementChild !== null; ++i) {
-        oFragment.append(this.oLater.firstElementChild);
-        ++this.iShown;
-      }
-      this.oBody.append(oFragment);
-      // Rows added later wait as well: a single one makes the browser lay out the whole list again.
-      this.iAllowed = this.iShown;
-      this.oObserver.takeRecords();
+    Tell() {
+      const iAll = this.oRows.iCount;
+      const sFound = `${Grouped(this.oWindow.iCount)} of ${Grouped(iAll)}`;
+      this.oCount.textContent = iAll === 0 ? "No rows" : this.sFilter === "" ? "" : sFound;
     }
+
+    // ---- sorting and filtering
 
     // While rows keep coming they are arranged repeatedly, but so rarely that it
     // only takes a small part of the time, however many there are.
-    Schedule(dDelay) {
-      clearTimeout(this.iTimer);
-      this.iTimer = setTimeout(() => this.Arrange(), Math.max(dDelay, this.dNext - performance.now()));
+    ArrangeLater() {
+      clearTimeout(this.iArrangeTimer);
+      const dDelay = Math.max(RestOfRows, this.dNext - performance.now());
+      this.iArrangeTimer = setTimeout(() => (this.oWork === null ? this.Arrange() : this.ArrangeLater()), dDelay);
     }
 
-    /** Sorts and filters all rows. */
-    Arrange() {
-      clearTimeout(this.iTimer);
+    /** Sorts and filters all rows. What the user has asked for last replaces what is still being done. */
+    async Arrange() {
+      clearTimeout(this.iArrangeTimer);
+      if (this.oWork !== null) this.oWork.bGivenUp = true;
+      const oWork = (this.oWork = new Work());
       const dBegin = performance.now();
+      const oBusy = setTimeout(() => (this.oCount.textContent = this.iDirection === 0 ? "Filtering\u2026" : "Sorting\u2026"), 200);
+      const iRows = this.oRows.iCount;
+      const oOrder = await this.Order(oWork);
+      clearTimeout(oBusy);
+      if (oWork.bGivenUp) return;
+      this.oWork = null;
+
       const oFocused = document.activeElement;
-
-      const oIn = [];
-      const oOut = [];
-      for (const oRow of this.oRows) (this.Matches(oRow) ? oIn : oOut).push(oRow);
-      const oOrdered = this.iDirection === 0 ? oIn : this.Sorted(oIn);
-      this.Place(this.oBody, oOrdered.slice(0, this.iAllowed));
-      this.Place(this.oLater, oOrdered.slice(this.iAllowed));
-      this.Place(this.oOut, oOut);
-      this.oObserver.takeRecords();
-      this.iShown = Math.min(oOrdered.length, this.iAllowed);
-      this.Tell();
-
+      this.oWindow.Arrange(oOrder);
       if (oFocused !== document.activeElement) oFocused?.focus({ preventScroll: true });
-      const dEnd = performance.now();
-      this.dNext = dEnd + 10 * (dEnd - dBegin);
+      this.Tell();
+      this.dNext = performance.now() + 10 * (performance.now() - dBegin);
+      if (this.bArranged && this.oRows.iCount > iRows) this.ArrangeLater();
     }
 
-    Matches(oRow) {
-      if (this.sFilter === "") return true;
-      for (const oCell of oRow.cells) {
-        if (oCell.textContent.toLowerCase().includes(this.sFilter)) return true;
+    /** The rows to be shown; null for all as they were added, and for an order that is no longer wanted. */
+    async Order(oWork) {
+      if (!this.bArranged) return null;
+      const oAll = () => Uint32Array.from({ length: this.oRows.iCount }, (_, i) => i);
+      const oFound = this.sFilter === "" ? oAll() : await this.oRows.Matching(this.sFilter, oWork);
+      if (oFound === null || this.iDirection === 0) return oFound;
+      return this.oRows.Ordered(oFound, this.iColumn, Directions[this.iDirection] === "descending" ? -1 : 1, oWork);
+    }
+
+    // ---- the keyboard
+
+    /** True for a key that has moved to another row. */
+    OnKey(oEvent) {
+      const oWindow = this.oWindow;
+      const iLast = oWindow.iCount - 1;
+      if (iLast < 0 || oEvent.ctrlKey || oEvent.altKey || oEvent.metaKey) return false;
+      const iRow = oWindow.RowWith(document.activeElement);
+      const iPlace = iRow === undefined ? -1 : oWindow.PlaceOf(iRow);
+      if (oEvent.key.length === 1) return this.OnLetter(oEvent.key, iPlace);
+      if (oEvent.shiftKey) return false;
+      const { dFirst, dLast } = oWindow.Visible;
+      const iPage = Math.max(1, Math.floor((dLast - dFirst) / oWindow.oHeights.dRow) - 1);
+      const iSteps = { ArrowDown: 1, ArrowUp: -1, PageDown: iPage, PageUp: -iPage, Home: -Infinity, End: Infinity }[oEvent.key];
+      if (iSteps === undefined) return false;
+      // Without a current row only the arrows enter the list; other keys scroll the page.
+      if (iPlace < 0 && Math.abs(iSteps) !== 1) return false;
+      const iTo = iPlace < 0 ? oWindow.iFirstVisible : Math.min(Math.max(iPlace + iSteps, 0), iLast);
+      oWindow.GoTo(iTo);
+      return true;
+    }
+
+    /** Goes to the next row that begins with what is typed. */
+    OnLetter(sLetter, iPlace) {
+      const dNow = performance.now();
+      const bGoesOn = dNow - this.dTyped < RestOfKeys;
+      if (sLetter === " " && !bGoesOn) return false;
+      this.sTyped = (bGoesOn ? this.sTyped : "") + sLetter.toLowerCase();
+      this.dTyped = dNow;
+      this.Find(this.sTyped, bGoesOn ? Math.max(iPlace, 0) : iPlace + 1);
+      return true;
+    }
+
+    async Find(sText, iFrom) {
+      const oWork = (this.oFinding = new Work());
+      const oWindow = this.oWindow;
+      const iBegins = new Uint8Array(this.oRows.iCount);
+      for (const oPart of [...this.oRows.oParts]) {
+        for (const i of oPart.Matches(sText)) {
+          if (oPart.Texts(i)[0]?.trimStart().toLowerCase().startsWith(sText)) iBegins[oPart.iStart + i] = 1;
+        }
+        if (oWork.bDue && !(await oWork.Rest())) return;
+        if (this.oFinding !== oWork) return;
       }
-      return false;
-    }
-
-    Sorted(oRows) {
-      const oReader = NumberReader.OfDocument();
-      const oKeys = oRows.map((oRow) => {
-        const oCell = oRow.cells[this.iColumn];
-        const sText = (oCell?.dataset.sort ?? oCell?.textContent ?? "").trim();
-        return { oRow, sText, dNumber: oReader.Read(sText) };
-      });
-      const iSign = Directions[this.iDirection] === "descending" ? -1 : 1;
-      return oKeys.sort((oKey, oOther) => Compare(oKey, oOther, iSign)).map(({ oRow }) => oRow);
-    }
-
-    /** Makes rows the last ones of a body, in this order; does not touch those already in place. */
-    Place(oBody, oRows) {
-      let oAt = oBody.lastElementChild;
-      for (let i = oRows.length - 1; ; --i) {
-        if (i < 0) return;
-        if (oAt !== oRows[i]) break;
-        oAt = oAt.previousElementSibling;
+      const iCount = oWindow.iCount;
+      for (let i = 0; i < iCount; ++i) {
+        const iPlace = (iFrom + i) % iCount;
+        if (iBegins[oWindow.RowAt(iPlace)] === 1) return oWindow.GoTo(iPlace);
       }
-      const oFragment = document.createDocumentFragment();
-      for (const oRow of oRows) oFragment.append(oRow);
-      oBody.append(oFragment);
+    }
+
+    // ---- printing
+
+    Print(bPrinting) {
+      this.oWindow.bPrinting = bPrinting;
+      this.oWindow.Changed();
+      this.oNote?.remove();
+      if (!bPrinting || this.oWindow.iTo === this.oWindow.iCount) return;
+      const sText = `The first ${Grouped(this.oWindow.iTo)} of ${Grouped(this.oWindow.iCount)} rows.`;
+      this.oNote = Make("p", "zelNote", { textContent: sText });
+      this.oTable.before(this.oNote);
     }
   }
 
   // ---- copying --------------------------------------------------------------
+
+  const OneLine = (sText) => sText.replace(/[\t\r\n]+/g, " ");
 
   /** The part of a cell that is in a range, as one line. */
   const Selected = (oCell, oRange) => {
@@ -336,7 +1070,7 @@
     oPart.selectNodeContents(oCell);
     if (oRange.compareBoundaryPoints(Range.START_TO_START, oPart) > 0) oPart.setStart(oRange.startContainer, oRange.startOffset);
     if (oRange.compareBoundaryPoints(Range.END_TO_END, oPart) < 0) oPart.setEnd(oRange.endContainer, oRange.endOffset);
-    return oPart.toString().replace(/[\t\r\n]+/g, " ");
+    return OneLine(oPart.toString());
   };
 
   const CaptionOf = (oTable, oRange) => {
@@ -344,15 +1078,19 @@
     return oCaption !== null && oRange.intersectsNode(oCaption) ? [oCaption.textContent.trim()] : [];
   };
 
-  const RowsOf = (oTable, oRange) => {
-    const oLines = [];
-    for (const oRow of oTable.rows) {
-      const bOut = IsHidden(oRow) || oRow.parentElement.className === "zelListOut";
-      if (bOut || !oRange.intersectsNode(oRow)) continue;
-      const oCells = [...oRow.cells].filter((oCell) => oRange.intersectsNode(oCell));
-      if (oCells.length > 0) oLines.push(oCells.map((oCell) => Selected(oCell, oRange)).join("\t"));
-    }
-    return oLines;
+  /** The cells of a row in a range; none if there are none. */
+  const LineOf = (oRow, oRange) => {
+    if (IsHidden(oRow) || !oRange.intersectsNode(oRow)) return [];
+    const oCells = [...oRow.cells].filter((oCell) => oRange.intersectsNode(oCell));
+    return oCells.length === 0 ? [] : [oCells.map((oCell) => Selected(oCell, oRange)).join("\t")];
+  };
+
+  const oLists = new Map();
+
+  const LinesOf = (oTable, oRange) => {
+    const oList = oLists.get(oTable);
+    if (oList !== undefined) return [...LineOf(oList.oHeadings, oRange), ...oList.oWindow.Lines(oRange)];
+    return [...oTable.rows].flatMap((oRow) => LineOf(oRow, oRange));
   };
 
   document.addEventListener("copy", (oEvent) => {
@@ -367,7 +1105,7 @@
     const oTables = (oOne === null ? [...oAround.querySelectorAll("table")] : [oOne]).filter(
       (oTable) => oTable.getClientRects().length > 0 && oRange.intersectsNode(oTable)
     );
-    const oParts = oTables.map((oTable) => [...CaptionOf(oTable, oRange), ...RowsOf(oTable, oRange)].join("\n"));
+    const oParts = oTables.map((oTable) => [...CaptionOf(oTable, oRange), ...LinesOf(oTable, oRange)].join("\n"));
     const sText = oParts.filter((sPart) => sPart !== "").join("\n\n");
     if (sText === "") return;
     oEvent.clipboardData.setData("text/plain", sText + "\n");
@@ -376,14 +1114,41 @@
 
   // ---- the page ---------------------------------------------------------------
 
-  window.addEventListener("load", () => {
-    const oLists = [...document.querySelectorAll("table.zelTblSort")].map((oTable) => new List(oTable));
-    window.addEventListener("beforeprint", () => oLists.forEach((oList) => oList.Show(Infinity)));
-    document.addEventListener("keydown", (oEvent) => {
-      if (oLists.length === 0 || oEvent.key !== "f" || !oEvent.ctrlKey || oEvent.altKey || oEvent.shiftKey) return;
+  /** The list that a key is for: the one with the keyboard, or the first on the screen. */
+  const ListForKeys = () => {
+    const oAll = [...oLists.values()];
+    const IsSeen = (oTable) => oTable.getClientRects().length > 0 && oTable.getBoundingClientRect().bottom > 0;
+    return (
+      oAll.find((oList) => oList.oTable.contains(document.activeElement) || oList.oBar.contains(document.activeElement)) ??
+      oAll.find((oList) => IsSeen(oList.oTable))
+    );
+  };
+
+  /** Keys elsewhere, such as in a heading, have their own meaning. */
+  const IsForRows = (oList, sKey) => {
+    const oFocused = document.activeElement;
+    if (oFocused === oList.oFilter) return sKey === "ArrowDown";
+    return oFocused === null || oFocused === document.body || oList.oWindow.RowWith(oFocused) !== undefined;
+  };
+
+  const OnKey = (oEvent) => {
+    const oList = ListForKeys();
+    if (oList === undefined || oEvent.defaultPrevented) return;
+    const bFind = oEvent.key === "f" && oEvent.ctrlKey && !oEvent.altKey && !oEvent.shiftKey;
+    if (bFind) {
       oEvent.preventDefault();
-      oLists[0].oFilter.focus();
-      oLists[0].oFilter.select();
-    });
+      oList.oFilter.focus();
+      oList.oFilter.select();
+    } else if (IsForRows(oList, oEvent.key) && oList.OnKey(oEvent)) {
+      oEvent.preventDefault();
+    }
+  };
+
+  window.addEventListener("load", () => {
+    for (const oTable of document.querySelectorAll("table.zelTblSort")) oLists.set(oTable, new List(oTable));
+    if (oLists.size === 0) return;
+    window.addEventListener("beforeprint", () => oLists.forEach((oList) => oList.Print(true)));
+    window.addEventListener("afterprint", () => oLists.forEach((oList) => oList.Print(false)));
+    document.addEventListener("keydown", OnKey);
   });
 })();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace ZELWbr3::Desktop {
@@ -53,6 +54,42 @@ TEST_F(ChangeSenderTest, SmallChangesWaitForTheBrowserAndGoTogether) {
   EXPECT_TRUE(Sender.Settled());
   RecordBatch();
   EXPECT_FALSE(Sender.Settled());
+}
+
+TEST_F(ChangeSenderTest, RowsThatFollowEachOtherAreOneRecord) {
+  NodeNumber iNext = 10;
+  const auto AddRow = [&](NodeNumber iTemplate, const char* sTexts) {
+    Sender.Record({Change::Kind::Row, iTemplate, iNext, {}, sTexts});
+    iNext += 3;
+  };
+  AddRow(7,
+         "a\x7f"
+         "bcd");
+  AddRow(7,
+         "\x7f"
+         "e");
+  Sender.Record({Change::Kind::Text, 1, 0, {}, "between"});
+  AddRow(7, "f\x7fg");
+  AddRow(8, "h\x7fi");
+  iNext += 1;
+  AddRow(8, "j\x7fk");
+  EXPECT_FALSE(Sender.Settled());
+  Sender.Flush();
+  std::string sExpected =
+      R"([10,7,"10;2;a;bcd;a;bcd;;e",1,1,"between",10,7,"16;1;f;g;f;g",10,8,"19;1;h;i;h;i",10,8,"23;1;j;k;j;k"])";
+  std::ranges::replace(sExpected, ';', Change::Separator);
+  EXPECT_EQ(Lists, std::vector<std::string>{sExpected});
+
+  // The first rows of a table go at once, further ones when there are many.
+  for (std::uint32_t i = 0; i < ChangeSender::FirstRecordRows; ++i) AddRow(9, "x\x7fy");
+  EXPECT_EQ(Lists.size(), 2u);
+  for (std::uint32_t i = 0; i < 2 * ChangeSender::RecordRows - 1; ++i) AddRow(9, "x\x7fy");
+  EXPECT_EQ(Lists.size(), 3u);
+  // A column is no wider for a text of more than it can show.
+  const std::string sLong = "l\x7f" + std::string(199, 'm') + "\xC3\xA4" + std::string(1'000'000, 'n');
+  AddRow(6, sLong.c_str());
+  EXPECT_EQ(Lists.size(), 4u);  // and is sent by itself
+  EXPECT_LT(Lists.back().size(), 1'000'600u + ChangeSender::RecordRows * 4);
 }
 
 }  // namespace

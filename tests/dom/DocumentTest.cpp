@@ -123,6 +123,42 @@ TEST(Document, StaysConsistentUnderArbitraryWrites) {
   }
 }
 
+// A row of a template is one change, whatever is in its texts; a row that texts
+// cannot tell is told in the ordinary way.
+TEST(Document, TellsRowsOfATemplateWithTheirTextsOnly) {
+  const auto oDocument = ParseHTML(
+      "<table><tbody id=t><tr id=r style='display:none'><td>old</td><td class=c></td><td></td></tr>"
+      "<tr id=l style='display:none'><td><a>x</a></td></tr></tbody></table>");
+  AgentModel oAgent(*oDocument);
+  oDocument->ReportTo(&oAgent);
+  Element& oSection = *oDocument->all().item("t");
+  Element& oTemplate = *oDocument->all().item("r");
+  const auto Add = [&](const std::vector<std::string>& texts) {
+    const std::size_t iBefore = oAgent.Recorded();
+    oSection.appendRow(oTemplate, texts);
+    return oAgent.Recorded() - iBefore;
+  };
+  EXPECT_EQ(Add({"a", " ", ""}), 1u);
+  EXPECT_EQ(Add({"", "<b>\"'&\\\n", "\xFF\xD7\xA9" + std::string(1'000'000, 'x')}), 1u);
+  EXPECT_EQ(Add({"b"}), 1u);
+  EXPECT_EQ(Add({}), 1u);
+  EXPECT_GT(Add({"in\x7fseparable", "", "c"}), 1u);
+  EXPECT_THROW(Add({"1", "2", "3", "4"}), std::logic_error);
+  oSection.appendRow(*oDocument->all().item("l"), std::vector<std::string>{"link"});
+  EXPECT_EQ(oSection.innerText(),
+            "oldx"
+            "a "
+            "old<b>\"'&\\\n\xEF\xBF\xBD\xD7\xA9" +
+                std::string(1'000'000, 'x') +
+                "bold"
+                "in\x7fseparable"
+                "clink");
+  oSection.rows(2)->cells(1)->innerText("written");
+  EXPECT_FALSE(oSection.rows(3)->hasAttribute("style"));
+  EXPECT_EQ(oSection.rows(3)->id(), "r");
+  EXPECT_EQ(oAgent.Describe(), AgentModel::Describe(*oDocument));
+}
+
 TEST(Document, MakesTheNearestElementThatCanBeActiveActive) {
   const auto oDocument = ParseHTML(
       "<div id=plain><span id=inPlain>x</span></div><a id=link><b id=inLink>x</b></a><p tabindex=0 id=tab><i id=inTab>"

@@ -1,6 +1,7 @@
 #include "tests/support/AgentModel.h"
 
 #include <algorithm>
+#include <sstream>
 #include <stdexcept>
 
 namespace ZELWbr3::Testing {
@@ -71,6 +72,18 @@ void AgentModel::Record(const Change& oChange) {
     case Change::Kind::Clone: {
       NodeNumber iNext = oChange.Other;
       Clone(oChange.Node, iNext);
+      break;
+    }
+    case Change::Kind::Row: {
+      NodeNumber iNext = oChange.Other;
+      const NodeNumber iRow = Clone(oChange.Node, iNext);
+      m_nodes.at(iRow).Attributes.erase("style");
+      std::istringstream oTexts{std::string(oChange.Text)};
+      std::string sText;
+      for (NodeNumber iCell = iRow + 1; std::getline(oTexts, sText, Change::Separator); ++iCell) {
+        if (!sText.empty()) m_nodes.at(iCell).Content.assign(1, sText);
+      }
+      Insert(oNode.Parent, m_nodes.at(oNode.Parent).Content.size(), iRow);
       break;
     }
     case Change::Kind::Create:

@@ -5,7 +5,23 @@
 
 namespace ZELWbr3::Desktop {
 
+namespace {
+
+/// Bytes of a text that a column's width depends on; none is wider on the screen.
+constexpr std::size_t MostOfText = 200;
+
+std::string_view Beginning(std::string_view sText) {
+  if (sText.size() <= MostOfText) return sText;
+  std::size_t iEnd = MostOfText;
+  while ((static_cast<unsigned char>(sText[iEnd]) & 0xC0) == 0x80) --iEnd;  // not within a character
+  return sText.substr(0, iEnd);
+}
+
+}  // namespace
+
 void ChangeSender::Record(const Change& oChange) {
+  if (oChange.What == Change::Kind::Row) return AddRow(oChange);
+  EndRows();
   m_oBatch.Add(static_cast<std::uint32_t>(oChange.What));
   m_oBatch.Add(oChange.Node);
   switch (oChange.What) {
@@ -30,11 +46,51 @@ void ChangeSender::Record(const Change& oChange) {
       m_oBatch.Add(oChange.Other);
       m_oBatch.Add(oChange.Name);
       break;
+    case Change::Kind::Row:
+      break;
   }
   if (m_oBatch.Size() >= BatchSize) EndBatch();
 }
 
+void ChangeSender::AddRow(const Change& oChange) {
+  const auto iColumns = static_cast<NodeNumber>(1 + std::ranges::count(oChange.Text, Change::Separator));
+  const bool bNext = oChange.Node == m_oRows.Template && iColumns == m_oRows.Longest.size() &&
+                     oChange.Other == m_oRows.First + m_oRows.Count * (1 + iColumns);
+  if (m_oRows.Count > 0 && !bNext) EndRows();
+  if (m_oRows.Count == 0) {
+    m_oRows.Most = oChange.Node == m_oRows.Template ? RecordRows : FirstRecordRows;
+    m_oRows.Template = oChange.Node;
+    m_oRows.First = oChange.Other;
+    m_oRows.Longest.assign(iColumns, {});
+  }
+
+  ++m_oRows.Count;
+  m_oRows.Texts += Change::Separator;
+  m_oRows.Texts += oChange.Text;
+  std::string_view sRest = oChange.Text;
+  for (std::string& sLongest : m_oRows.Longest) {
+    const auto iEnd = std::min(sRest.find(Change::Separator), sRest.size());
+    if (iEnd > sLongest.size() && sLongest.size() < MostOfText) sLongest = Beginning(sRest.substr(0, iEnd));
+    sRest.remove_prefix(std::min(iEnd + 1, sRest.size()));
+  }
+  if (m_oRows.Count < m_oRows.Most && m_oRows.Texts.size() < BatchSize) return;
+  EndRows();
+  EndBatch();
+}
+
+void ChangeSender::EndRows() {
+  if (m_oRows.Count == 0) return;
+  std::string sRecord = std::to_string(m_oRows.First) + Change::Separator + std::to_string(m_oRows.Count);
+  for (const std::string& sLongest : m_oRows.Longest) sRecord += Change::Separator + sLongest;
+  m_oBatch.Add(static_cast<std::uint32_t>(Change::Kind::Row));
+  m_oBatch.Add(m_oRows.Template);
+  m_oBatch.Add(sRecord + m_oRows.Texts);
+  m_oRows.Count = 0;
+  m_oRows.Texts.clear();
+}
+
 void ChangeSender::Flush() {
+  EndRows();
   m_bFlush = !m_oBatch.Empty();
   if (m_bFlush && (m_oBatch.Size() >= SmallBatch || m_iAcknowledged == m_iMade)) EndBatch();
 }

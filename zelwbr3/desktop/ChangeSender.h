@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace ZELWbr3::Desktop {
 
@@ -14,7 +15,10 @@ namespace ZELWbr3::Desktop {
 /// batches and sends these without waiting, a few at a time.
 ///
 /// A batch is a flat list with, for each change, its kind, its node and what
-/// the kind needs of Other, Name and Text, in that order. Batches are numbered
+/// the kind needs of Other, Name and Text, in that order. Rows of one template
+/// that follow each other are one record: their kind, the template, and one text
+/// with, separated by Change::Separator, the first row's number, the number of
+/// rows, the longest text of each column, and the texts. Batches are numbered
 /// from 1. Only a few batches are sent ahead of what the browser has confirmed;
 /// the rest waits here, so a fill of any size cannot flood the channel.
 class ChangeSender : public ChangeLog {
@@ -27,6 +31,11 @@ class ChangeSender : public ChangeLog {
   /// the browser has nothing else to do, so flushing after every little change
   /// sends no more batches than the browser can take.
   static constexpr std::size_t SmallBatch = std::size_t{32} * 1024;
+  /// Rows of a table's first record, which is sent at once so that it can be seen
+  /// while the others are read, and of its further ones. A full record ends a
+  /// batch.
+  static constexpr std::uint32_t FirstRecordRows = 64;
+  static constexpr std::uint32_t RecordRows = 2048;
   /// Batches on their way at a time.
   static constexpr std::size_t Outstanding = 4;
 
@@ -42,13 +51,27 @@ class ChangeSender : public ChangeLog {
   /// As many batches as may be on their way have not been acknowledged.
   bool IsBehind() const { return m_iMade - m_iAcknowledged >= Outstanding; }
   /// True when every recorded change has been acknowledged.
-  bool Settled() const { return m_oBatch.Empty() && m_iAcknowledged == m_iMade; }
+  bool Settled() const { return m_oRows.Count == 0 && m_oBatch.Empty() && m_iAcknowledged == m_iMade; }
 
  private:
+  /// Rows that become one record.
+  struct Rows {
+    NodeNumber Template = 0;
+    NodeNumber First = 0;
+    std::uint32_t Count = 0;
+    std::uint32_t Most = 0;
+    std::vector<std::string> Longest;
+    /// Each with a separator in front.
+    std::string Texts;
+  };
+
+  void AddRow(const Change& oChange);
+  void EndRows();
   void EndBatch();
   void SendWaiting();
 
   Send m_oSend;
+  Rows m_oRows;
   FlatListWriter m_oBatch;
   /// Asked to be flushed, and held back.
   bool m_bFlush = false;

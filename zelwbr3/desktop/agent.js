@@ -41,8 +41,10 @@
   const NumberKey = Symbol("number");
   const oNodes = [null];
 
-  /** 0 for what the page's own scripts have added: the control ignores clicks and focus there. */
-  const NumberOf = (oNode) => oNode[NumberKey] ?? 0;
+  const SetDisplay = (oElement, sText) => {
+    oElement.style.display = sText;
+    if (oElement.getAttribute("style") === "") oElement.removeAttribute("style");
+  };
 
   /** Gives a copy and all below it the numbers from iNext on; returns the next free one. */
   const Adopt = (oSource, oCopy, iNext) => {
@@ -57,6 +59,92 @@
     return iNext;
   };
 
+  // ---- rows ------------------------------------------------------------------
+
+  const Separator = "\x7f";
+  /** A list's row that stands for a row of a record has that row's number here. */
+  const RowAttribute = "data-zel-row";
+
+  /** Visible copies of a template row, as the control sends them: their texts only. */
+  class RowRecord {
+    constructor(oTemplate, sRecord) {
+      this.oTemplate = oTemplate;
+      this.sRecord = sRecord;
+      [this.iFirst, this.iCount] = sRecord.split(Separator, 2).map(Number);
+      /** Numbers of a row: its own and those of its cells. */
+      this.iStep = 1 + oTemplate.cells.length;
+      this.iEnd = this.iFirst + this.iCount * this.iStep;
+    }
+
+    /** Makes the element of each row from iFrom on, 0-based, and its number. */
+    *Make(iFrom = 0) {
+      const oPlain = this.oTemplate.cloneNode(true);
+      SetDisplay(oPlain, "");
+      const iColumns = this.iStep - 1;
+      const sTexts = this.sRecord.split(Separator);
+      let iText = 2 + iColumns + iFrom * iColumns;
+      for (let i = iFrom; i < this.iCount; ++i) {
+        const oRow = oPlain.cloneNode(true);
+        for (const oCell of oRow.cells) {
+          if (sTexts[iText] !== "") oCell.textContent = sTexts[iText];
+          ++iText;
+        }
+        yield [oRow, this.iFirst + i * this.iStep];
+      }
+    }
+  }
+
+  /** The records that a list of the page shows, in the order of their numbers. */
+  const oRecords = [];
+
+  /** The record of a row or cell without an element of its own; undefined if there is none. */
+  const RecordOf = (iNumber) => {
+    let iLow = 0;
+    for (let iHigh = oRecords.length; iLow < iHigh; ) {
+      const iMiddle = (iLow + iHigh) >> 1;
+      if (oRecords[iMiddle].iEnd <= iNumber) iLow = iMiddle + 1;
+      else iHigh = iMiddle;
+    }
+    return oRecords[iLow]?.iFirst <= iNumber ? oRecords[iLow] : undefined;
+  };
+
+  /** The element with a number. That of a record's row is made now, and the list takes it. */
+  const NodeAt = (iNumber) => {
+    const oRecord = oNodes[iNumber] === undefined ? RecordOf(iNumber) : undefined;
+    if (oRecord !== undefined) {
+      const [oRow, iRow] = oRecord.Make(Math.floor((iNumber - oRecord.iFirst) / oRecord.iStep)).next().value;
+      Adopt(oRecord.oTemplate, oRow, iRow);
+      oRow.setAttribute(RowAttribute, iRow);
+      oRecord.oTemplate.parentElement.append(oRow);
+    }
+    return oNodes[iNumber];
+  };
+
+  /** Shows a record's rows: as the page's list does, or as elements. */
+  const AddRows = (iTemplate, sRecord) => {
+    const oRecord = new RowRecord(oNodes[iTemplate], sRecord);
+    // A text passes to the page's scripts as it is, without a copy.
+    const oEvent = new CustomEvent("zelrows", { bubbles: true, cancelable: true, detail: sRecord });
+    if (!oRecord.oTemplate.dispatchEvent(oEvent)) return void oRecords.push(oRecord);
+    for (const [oRow, iRow] of oRecord.Make()) {
+      Adopt(oRecord.oTemplate, oRow, iRow);
+      oRecord.oTemplate.parentElement.append(oRow);
+    }
+  };
+
+  /**
+   * The number of an element. One in a list's row has that of the record's row. 0 for
+   * what else the page's own scripts have added: the control ignores clicks and focus
+   * there.
+   */
+  const NumberOf = (oNode) => {
+    if (oNode[NumberKey] !== undefined) return oNode[NumberKey];
+    const iRow = Number(oNode.closest?.(`tr[${RowAttribute}]`)?.getAttribute(RowAttribute));
+    const oRecord = RecordOf(iRow);
+    if (oRecord === undefined || (iRow - oRecord.iFirst) % oRecord.iStep !== 0) return 0;
+    return iRow + 1 + (oNode.closest("td, th")?.cellIndex ?? -1);
+  };
+
   // ---- snapshot --------------------------------------------------------------
 
   const Begin = 1;      // tag, number
@@ -64,15 +152,25 @@
   const Text = 3;       // text
   const End = 4;
 
-  /** Appends an element and all below it to a list; Visit answers an element's number, or 0 to leave it out. */
-  const Describe = (oElement, oList, Visit) => {
+  /** What a list's script writes to the program's own elements. */
+  const ListAttributes = ["aria-rowcount", "aria-rowindex", "aria-sort", RowAttribute];
+  const IsLists = (oElement, sName) =>
+    ListAttributes.includes(sName) || (sName === "tabindex" && oElement.localName === "tr");
+
+  /**
+   * Appends an element and all below it to a list. Visit answers an element's number,
+   * or 0 to leave it out; Content the nodes in it.
+   */
+  const Describe = (oElement, oList, Visit, Content) => {
     const iNumber = Visit(oElement);
     if (iNumber === 0) return;
     oList.push(Begin, oElement.localName.toLowerCase(), iNumber);
-    for (const { name, value } of oElement.attributes) oList.push(Attribute, name.toLowerCase(), value);
-    for (let oNode = oElement.firstChild; oNode !== null; oNode = oNode.nextSibling) {
+    for (const { name, value } of oElement.attributes) {
+      if (!IsLists(oElement, name)) oList.push(Attribute, name.toLowerCase(), value);
+    }
+    for (const oNode of Content(oElement)) {
       if (oNode.nodeType === Node.ELEMENT_NODE) {
-        Describe(oNode, oList, Visit);
+        Describe(oNode, oList, Visit, Content);
       } else if (oNode.nodeType === Node.TEXT_NODE && oNode.data !== "") {
         oList.push(Text, oNode.data);
       }
@@ -80,40 +178,63 @@
     oList.push(End);
   };
 
+  let iLoaded = 0;
+
   window.addEventListener(
     "load",
     () => {
       const oList = [];
-      Describe(document.documentElement, oList, (oElement) => {
+      const Enumerate = (oElement) => {
         oElement[NumberKey] = oNodes.length;
         return oNodes.push(oElement) - 1;
-      });
+      };
+      Describe(document.documentElement, oList, Enumerate, (oElement) => oElement.childNodes);
+      iLoaded = oNodes.length;
       Post("load", iSerial, ...oList);
     },
     { capture: true, once: true }
   );
 
+  /**
+   * The nodes in an element as the program knows them. A list's script moves the rows
+   * that the program has added, within the table, and shows records in its own way.
+   */
+  const Original = (oElement) => {
+    const oTable = oElement.localName === "tbody" ? oElement.closest("table") : null;
+    if (oTable === null || [...oTable.tBodies].every((oBody) => NumberKey in oBody)) return oElement.childNodes;
+    const IsAdded = (oRow) => oRow[NumberKey] >= iLoaded;
+    const oAdded = [...oTable.rows].filter(IsAdded);
+    for (const oRecord of oRecords) {
+      if (oRecord.oTemplate.parentElement !== oElement) continue;
+      for (const [oRow, iRow] of oRecord.Make()) {
+        if (oNodes[iRow] !== undefined) continue;
+        [oRow, ...oRow.cells].forEach((oNode, i) => (oNode[NumberKey] = iRow + i));
+        oAdded.push(oRow);
+      }
+    }
+    oAdded.sort((oRow, oOther) => oRow[NumberKey] - oOther[NumberKey]);
+    return [...oElement.childNodes].filter((oNode) => !IsAdded(oNode)).concat(oAdded);
+  };
+
   // ---- changes ---------------------------------------------------------------
 
   // By kind, with the number of items that follow it in a batch.
   const oChanges = {
-    1: [2, (iNode, sText) => void (oNodes[iNode].textContent = sText)],
-    2: [3, (iNode, sName, sText) => oNodes[iNode].setAttribute(sName, sText)],
-    3: [2, (iNode, sName) => oNodes[iNode].removeAttribute(sName)],
-    4: [2, (iNode, sText) => {
-      oNodes[iNode].style.display = sText;
-      if (oNodes[iNode].getAttribute("style") === "") oNodes[iNode].removeAttribute("style");
-    }],
-    5: [2, (iNode, iFirst) => void Adopt(oNodes[iNode], oNodes[iNode].cloneNode(true), iFirst)],
-    6: [2, (iNode, iOther) => void oNodes[iNode].appendChild(oNodes[iOther])],
-    7: [2, (iNode, iOther) => oNodes[iNode].after(oNodes[iOther])],
+    1: [2, (iNode, sText) => void (NodeAt(iNode).textContent = sText)],
+    2: [3, (iNode, sName, sText) => NodeAt(iNode).setAttribute(sName, sText)],
+    3: [2, (iNode, sName) => NodeAt(iNode).removeAttribute(sName)],
+    4: [2, (iNode, sText) => SetDisplay(NodeAt(iNode), sText)],
+    5: [2, (iNode, iFirst) => void Adopt(NodeAt(iNode), NodeAt(iNode).cloneNode(true), iFirst)],
+    6: [2, (iNode, iOther) => void NodeAt(iNode).appendChild(oNodes[iOther])],
+    7: [2, (iNode, iOther) => NodeAt(iNode).after(oNodes[iOther])],
     8: [3, (iNode, iOther, sTag) => {
       const oElement = document.createElement(sTag);
       oElement[NumberKey] = iOther;
       oNodes[iOther] = oElement;
-      oNodes[iNode].appendChild(oElement);
+      NodeAt(iNode).appendChild(oElement);
     }],
-    9: [2, (iNode, sText) => oNodes[iNode].append(sText)],
+    9: [2, (iNode, sText) => NodeAt(iNode).append(sText)],
+    10: [2, AddRows],
   };
 
   let iLastBatch = 0;
@@ -150,7 +271,7 @@
     /** The document as it stands, in the snapshot's form, without what is not numbered. */
     Live() {
       const oList = [];
-      Describe(document.documentElement, oList, (oElement) => oElement[NumberKey] ?? 0);
+      Describe(document.documentElement, oList, (oElement) => oElement[NumberKey] ?? 0, Original);
       return JSON.stringify(oList);
     },
   };

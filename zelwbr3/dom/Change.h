@@ -23,7 +23,14 @@ struct Change {
     After = 7,            ///< Other is inserted directly after Node
     Create = 8,           ///< a new element Other with the tag Name becomes Node's last child
     AppendText = 9,       ///< Text is appended to Node's content
+    /// A visible copy of the template row Node, with the numbers from Other on,
+    /// becomes the last row of its section. Text holds a text for each cell, with
+    /// Separator between them; an empty one leaves the cell as the template has it.
+    Row = 10,
   };
+
+  /// Occurs in no text of a row.
+  static constexpr char Separator = '\x7f';
 
   Kind What;
   NodeNumber Node = 0;

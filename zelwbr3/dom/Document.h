@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Finally.h"
 #include "zelwbr3/dom/All.h"
 #include "zelwbr3/dom/Element.h"
 #include "zelwbr3/dom/IdIndex.h"
@@ -9,6 +10,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace ZELWbr3 {
 
@@ -64,6 +66,12 @@ class Document {
   void Disconnect(Element& oRoot);
   void Report(const Change& oChange) {
     if (m_oLog != nullptr) m_oLog->Record(oChange);
+  }
+  /// Writes that are reported together, as one change, by the caller.
+  template <class Writes>
+  void Unreported(const Writes& oWrites) {
+    ChangeLog* oLog = std::exchange(m_oLog, nullptr);
+    Finally(oWrites, [&] { m_oLog = oLog; });
   }
 
   std::set<std::string, std::less<>> m_tags;

@@ -204,6 +204,41 @@ Element& Element::appendChild(Element& oChild) {
   return oChild;
 }
 
+void Element::appendRow(Element& oTemplate, std::span<const std::string> texts) {
+  if (oTemplate.m_oParent != this) throw std::logic_error("Only a row of the section can be its template");
+  // A record of rows has nothing but a text for each cell.
+  const auto oCells = oTemplate.cells();
+  bool bRecord = oTemplate.m_oLastChild != nullptr;
+  for (const Element* o = oTemplate.m_oFirstChild; o != nullptr; o = o->m_oNext) {
+    bRecord = bRecord && IsCell(*o) && o->m_oFirstChild == nullptr;
+  }
+  if (texts.size() > oCells.size()) {
+    throw std::logic_error("The template row \"" + oTemplate.id() + "\" has fewer cells than there are texts");
+  }
+  std::string sTexts;
+  for (const std::string& sText : texts) {
+    bRecord = bRecord && sText.find(Change::Separator) == std::string::npos;
+    sTexts += Text::Clean(sText) + Change::Separator;
+  }
+  sTexts.resize(sTexts.size() + oCells.size() - texts.size(), Change::Separator);
+  if (!sTexts.empty()) sTexts.pop_back();
+
+  const auto iFirst = static_cast<NodeNumber>(m_oDocument->Count() + 1);
+  const auto Add = [&] {
+    Element& oRow = appendChild(oTemplate.cloneNode(true));
+    oRow.style().display("");
+    Element* oCell = oRow.cells(0);
+    for (const std::string& sText : texts) {
+      if (!sText.empty()) oCell->innerText(sText);
+      do oCell = oCell->m_oNext;
+      while (oCell != nullptr && !IsCell(*oCell));
+    }
+  };
+  if (!bRecord) return Add();
+  m_oDocument->Unreported(Add);
+  m_oDocument->Report({Change::Kind::Row, oTemplate.m_iNumber, iFirst, {}, sTexts});
+}
+
 Element& Element::after(Element& oElement) {
   if (m_oParent == nullptr) throw std::logic_error("An element without a parent cannot get a sibling");
   m_oParent->Insert(this, oElement);

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -100,6 +101,10 @@ class Element {
   Element& cloneNode(bool bDeep);
   /// Moves an unattached element to the end of this one.
   Element& appendChild(Element& oChild);
+  /// Appends a visible copy of a template row, one of this section's rows, with
+  /// texts for its first cells; an empty text leaves its cell as the template has
+  /// it. Many rows added in this way reach a browser as one record.
+  void appendRow(Element& oTemplate, std::span<const std::string> texts);
   /// Inserts an unattached element directly after this one.
   Element& after(Element& oElement);
 

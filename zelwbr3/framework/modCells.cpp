@@ -15,19 +15,31 @@ Element& AddRowFromTemplate(Element& oSection, Element& oTemplate) {
   return oRow;
 }
 
+namespace {
+
+void RequireCells(const Element& oTemplate, std::size_t iCells, std::size_t iNeeded) {
+  if (iCells >= iNeeded) return;
+  throw std::runtime_error("The template row \"" + oTemplate.id() + "\" has " + std::to_string(iCells) +
+                           " cells instead of " + std::to_string(iNeeded));
+}
+
+}  // namespace
+
 std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t iCells) {
   std::vector<Element*> oCells = AddRowFromTemplate(*oTemplate.parentElement(), oTemplate).cells();
-  if (oCells.size() < iCells) {
-    throw std::runtime_error("The template row \"" + oTemplate.id() + "\" has " + std::to_string(oCells.size()) +
-                             " cells instead of " + std::to_string(iCells));
-  }
+  RequireCells(oTemplate, oCells.size(), iCells);
   return oCells;
+}
+
+void AddRow(Element& oTemplate, std::span<const std::string> texts) {
+  RequireCells(oTemplate, oTemplate.cells().size(), texts.size());
+  oTemplate.parentElement()->appendRow(oTemplate, texts);
 }
 
 void SetCellText(Element& oCell, std::string_view sText) { SetCellTextExcept(oCell, sText, MissingText); }
 
 void SetCellTextExcept(Element& oCell, std::string_view sText, std::string_view sExcept) {
-  oCell.innerText(sText.empty() || sText == sExcept ? " " : sText);
+  oCell.innerText(CellText(sText == sExcept ? std::string_view() : sText));
 }
 
 std::string FormatCounter(double dCounter, const UserLocale& oLocale) {

@@ -4,6 +4,7 @@
 #include "zelwbr3/dom/Element.h"
 #include "zelwbr3/platform/UserLocale.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,13 +18,22 @@ Element& AddRowFromTemplate(Element& oSection, Element& oTemplate);
 /// copy. Throws std::runtime_error if there are fewer than iCells.
 std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t iCells);
 
+/// Appends a visible copy of a template row to the template's own section, with
+/// texts for its first cells. An empty text leaves its cell as the template has
+/// it. The way for many rows: they reach the browser as records, which cost little
+/// however many there are. Throws std::runtime_error if the template has fewer
+/// cells.
+void AddRow(Element& oTemplate, std::span<const std::string> texts);
+
 /// The text that an instance delivers for a missing value.
 inline constexpr std::string_view MissingText = "(null)";
 /// The text; empty for a missing one.
 inline std::string_view Known(std::string_view sText) { return sText == MissingText ? std::string_view() : sText; }
 
-/// Writes a text; a blank if it is empty or missing, because an empty cell would
+/// A text for a cell; a blank for an empty one, because an empty cell would
 /// collapse.
+inline std::string CellText(std::string_view sText) { return std::string(sText.empty() ? " " : sText); }
+/// Writes a text; a blank if it is empty or missing.
 void SetCellText(Element& oCell, std::string_view sText);
 /// Writes any text, including "(null)"; a blank if it is empty or equals the
 /// excepted text.

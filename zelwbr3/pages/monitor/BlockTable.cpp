@@ -3,7 +3,6 @@
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/pages/monitor/TableRow.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace ZELWbr3 {
@@ -31,8 +30,9 @@ void SetTooltip(Element& oCell, const std::string& sTitle) {
   if (sTitle != modCells::MissingText) oCell.title(sTitle);
 }
 
-void SetValue(Element& oCell, const std::string& sValue) {
-  if (sValue != modCells::MissingText) modCells::SetCellTextExcept(oCell, sValue, "");
+/// A value as the text of its cell; empty for a missing one.
+std::string ValueText(const std::string& sValue) {
+  return sValue == modCells::MissingText ? "" : modCells::CellText(sValue);
 }
 
 }  // namespace
@@ -76,15 +76,11 @@ void BlockTable::MakeColumns(const ZELLib3::RowSource& oRows) {
 void BlockTable::AddBlock(ZELLib3::RowSource& oRows) {
   if (m_eView == View::Record) return AddRecord(oRows);
   const int iColumns = oRows.ColumnCount();
-  std::vector<std::string> values;
+  std::vector<std::string> texts;
   while (!oRows.EndOfBlock() && oRows.NextRow()) {
-    // Read everything before adding the row, so that no row is left half filled.
-    values.clear();
-    for (int iColumn = 0; iColumn < iColumns; ++iColumn) values.push_back(oRows.Value(iColumn));
-    const std::vector<Element*> oCells =
-        modCells::AddRowFromTemplate(*m_oTemplate.parentElement(), m_oTemplate).cells();
-    const std::size_t iShown = std::min(values.size(), oCells.size());
-    for (std::size_t i = 0; i < iShown; ++i) SetValue(*oCells[i], values[i]);
+    texts.clear();
+    for (int iColumn = 0; iColumn < iColumns; ++iColumn) texts.push_back(ValueText(oRows.Value(iColumn)));
+    modCells::AddRow(m_oTemplate, texts);
   }
 }
 
@@ -95,11 +91,10 @@ void BlockTable::AddRecord(ZELLib3::RowSource& oRows) {
     const std::string sTitle = oRows.ColumnTitle(lColumn);
     const std::string sName = oRows.ColumnName(lColumn);
     const std::string sValue = oRows.Value(lColumn);
-    const std::vector<Element*> oCells =
-        modCells::AddRowFromTemplate(*m_oTemplate.parentElement(), m_oTemplate).cells();
+    const auto oCells = modCells::AddRowCells(m_oTemplate, 2);
     SetTooltip(*oCells[0], sTitle);
     modCells::SetCellText(*oCells[0], sName);
-    SetValue(*oCells[1], sValue);
+    if (const std::string sText = ValueText(sValue); !sText.empty()) oCells[1]->innerText(sText);
   }
 }
 
