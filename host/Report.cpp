@@ -1,6 +1,7 @@
 #include "host/Report.h"
 
 #include "host/ProgramFiles.h"
+#include "host/TableCSV.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/headless/ReportWriter.h"
 
@@ -21,8 +22,9 @@ Report::Report(std::shared_ptr<ZELLib3::Database> oDatabase, EventLog& oEvents)
       m_oPlatform.MessageBox().Unsuitable.Connect([this](const std::string& sText) { m_errors.push_back(sText); }));
 }
 
-void Report::Run(const std::string& sPage, const std::vector<Step>& steps, std::ostream& oOut) {
-  const auto Write = [&](std::size_t iStep) { oOut << "<!-- step " << iStep << " -->\n" << VisibleDocument(); };
+void Report::Run(const std::string& sPage, const std::vector<Step>& steps, const std::string& sTable,
+                 std::ostream& oOut) {
+  const auto Write = [&](std::size_t iStep) { oOut << "<!-- step " << iStep << " -->\n" << Visible(sTable); };
   const bool bPrints = std::ranges::find(steps, Step::Kind::Print, &Step::What) != steps.end();
 
   m_oPages.Show("Main");
@@ -40,7 +42,7 @@ void Report::Run(const std::string& sPage, const std::vector<Step>& steps, std::
     }
   }
   if (!bPrints) {
-    oOut << VisibleDocument();
+    oOut << Visible(sTable);
   } else if (steps.back().What != Step::Kind::Print) {
     Write(steps.size());
   }
@@ -95,7 +97,8 @@ void Report::CheckPageFile() {
   if (std::ranges::find(m_errors, sError) == m_errors.end()) m_errors.push_back(sError);
 }
 
-std::string Report::VisibleDocument() const {
+std::string Report::Visible(const std::string& sTable) const {
+  if (!sTable.empty()) return TableCSV(*m_oBrowser.VisibleDocument(), sTable);
   return Headless::WriteReport(*m_oBrowser.VisibleDocument(), m_oPlatform.FrontFrame().Folder());
 }
 

@@ -21,8 +21,9 @@ class Report {
   Report(std::shared_ptr<ZELLib3::Database> oDatabase, EventLog& oEvents);
 
   /// Writes the final document to oOut. If steps print, writes the document at
-  /// each of them and at the end, each after a line that names the step.
-  void Run(const std::string& sPage, const std::vector<Step>& steps, std::ostream& oOut);
+  /// each of them and at the end, each after a line that names the step. With the
+  /// id of a table, its rows as CSV instead.
+  void Run(const std::string& sPage, const std::vector<Step>& steps, const std::string& sTable, std::ostream& oOut);
 
   /// The texts of the error displays, and of answers that did not fit.
   const std::vector<std::string>& Errors() const { return m_errors; }
@@ -34,7 +35,8 @@ class Report {
   void EndStep();
   /// Reports a missing page file, which has no error display of its own.
   void CheckPageFile();
-  std::string VisibleDocument() const;
+  /// The document in front, or its table.
+  std::string Visible(const std::string& sTable) const;
 
   Headless::HeadlessPlatform m_oPlatform;
   std::shared_ptr<Headless::HeadlessCommandlist> m_oCommandlist = std::make_shared<Headless::HeadlessCommandlist>();

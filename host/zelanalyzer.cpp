@@ -76,6 +76,7 @@ int main(int argc, char** argv) {
       ->check(oCount);
   oApp.add_flag("--delete", oOptions.DeleteToday, "Delete today's protocol files first");
   oApp.add_flag("--reconnect", oOptions.Reconnect, "Go on when the instance cannot be read for a while");
+  oApp.set_version_flag("--version", "zelanalyzer " ZELWBR3_VERSION);
   try {
     oApp.parse(argc, argv);
   } catch (const CLI::Success& oSuccess) {

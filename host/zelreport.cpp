@@ -1,5 +1,6 @@
 // zelreport: writes the pages of an instance as HTML, without a screen.
 
+#include "host/Check.h"
 #include "host/EventLog.h"
 #include "host/HostPages.h"
 #include "host/OpenInstance.h"
@@ -26,6 +27,9 @@ struct Arguments {
   std::string Out;
   std::string Events;
   std::string Record;
+  std::string Table;
+  bool Check = false;
+  bool JSON = false;
 };
 
 int Complain(const std::string& sText) {
@@ -59,7 +63,7 @@ int Run(const Arguments& oArguments) {
   Report oReport(oDatabase, oEvents);
   std::ostringstream oOut;
   try {
-    oReport.Run(oArguments.Page, steps, oOut);
+    oReport.Run(oArguments.Page, steps, oArguments.Table, oOut);
   } catch (...) {
     // Keep what the steps have printed so far.
     if (!oOut.str().empty()) WriteOut(oArguments.Out, oOut.str());
@@ -88,6 +92,17 @@ int main(int argc, char** argv) {
   oApp.add_option("--out", oArguments.Out, "File to write the HTML to (default: standard output)");
   oApp.add_option("--events", oArguments.Events, "File to write the events to, one JSON object per line");
   oApp.add_option("--record", oArguments.Record, "File to write a recording of the instance to");
+  oApp.add_option("--csv", oArguments.Table, "Write the page's table of this id as CSV instead of the HTML")
+      ->check(CLI::Validator([](std::string& s) { return s.empty() ? "names no table" : std::string(); }, "ID"));
+  auto* oCheck =
+      oApp.add_flag("--check", oArguments.Check,
+                    "Show no page, but write one line about what needs attention, and exit with 0 (nothing), "
+                    "1 (warning), 2 (critical) or 3 (unknown), as monitoring plugins do");
+  oApp.add_flag("--json", oArguments.JSON, "Write what --check finds as JSON")->needs(oCheck);
+  for (const char* sOther : {"--page", "--do", "--out", "--events", "--record", "--csv"}) {
+    oCheck->excludes(oApp.get_option(sOther));
+  }
+  oApp.set_version_flag("--version", "zelreport " ZELWBR3_VERSION);
   try {
     oApp.parse(argc, argv);
   } catch (const CLI::Success& oSuccess) {
@@ -99,6 +114,7 @@ int main(int argc, char** argv) {
   // Checked here, because the parser would report it before an unknown option.
   if (oArguments.Instance.empty()) return Complain("INSTANCE is required");
   try {
+    if (oArguments.Check) return Check(oArguments.Instance, oArguments.JSON, std::cout);
     return Run(oArguments);
   } catch (const std::exception& oError) {
     return Complain(oError.what());

@@ -138,6 +138,7 @@ int main(int argc, char** argv) {
       ->check(CLI::Range(-1, 4));
   oCommandLine.add_option("--screenshot", oArguments.Screenshot, "Write a picture of the window (PNG) and end");
   oCommandLine.add_option("--record", oArguments.Record, "File to write a recording of the instance to");
+  oCommandLine.set_version_flag("--version", "zelview " ZELWBR3_VERSION);
   try {
     oCommandLine.parse(argc, argv);
     HostPages::Find(oArguments.Page);

@@ -211,4 +211,28 @@ TEST_F(ZelreportTest, WritesNumbersAndDatesAsTheUserDoes) {
   EXPECT_NE(Of("de_DE.UTF-8", "General.StartOn.Val"), Of("en_US.UTF-8", "General.StartOn.Val"));
 }
 
+// What cron and monitoring plugins read.
+TEST_F(ZelreportTest, ChecksAnInstanceInOneLineWithAnExitCode) {
+  const Ended oFull = RunZelreport({Recording("full-data"), "--check"});
+  EXPECT_EQ(2, oFull.Exit);
+  EXPECT_EQ("CRITICAL - Data area is full | 'data'=100%;80;95 'log'=4%;80;95 'sessions'=0%;80;95\n", oFull.Out);
+  const Ended oHostile = RunZelreport({Recording("hostile"), "--check"});
+  EXPECT_EQ(1, std::ranges::count(oHostile.Out, '\n'));
+  EXPECT_EQ(1, std::ranges::count(oHostile.Out, '|'));
+  const Ended oMissing = RunZelreport({"recorded:/no/such/file", "--check", "--json"});
+  EXPECT_EQ(3, oMissing.Exit);
+  EXPECT_EQ("UNKNOWN", nlohmann::json::parse(oMissing.Out)["level"]);
+  const auto oFindings = nlohmann::json::parse(RunZelreport({Recording("demo"), "--check", "--json"}).Out)["findings"];
+  EXPECT_EQ("bad-volumes", oFindings[0]["name"]);
+  EXPECT_EQ("DataArea", oFindings[0]["page"]);
+}
+
+TEST_F(ZelreportTest, WritesATableAsCSV) {
+  const Ended oEnded = RunZelreport({Recording("demo"), "--page", "Parameters", "--csv", "tabGeneral"});
+  EXPECT_EQ(0, oEnded.Exit) << oEnded.Err;
+  EXPECT_TRUE(oEnded.Out.starts_with(",Parameter,Value,Description\r\n")) << oEnded.Out;
+  EXPECT_TRUE(oEnded.Out.ends_with("\r\n"));
+  ExpectComplaint({Recording("demo"), "--csv", "nothing"}, "nothing");
+}
+
 }  // namespace ZELWbr3

@@ -16,11 +16,13 @@
 #include "zelwbr3/ZELLib3/Snapshot.h"
 #include "zelwbr3/ZELLib3/StateInfo.h"
 #include "zelwbr3/ZELLib3/SysInfos.h"
+#include "zelwbr3/ZELLib3/Trouble.h"
 #include "zelwbr3/ZELLib3/Version.h"
 
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace ZELLib3 {
 
@@ -73,6 +75,9 @@ class Database {
   /// 0 = no hot standby.
   virtual Long HotStandbyRole() { return 0; }
   virtual bool HotStandbyWarning() { return false; }
+
+  /// What the instance notices about itself at the moment, the worst first.
+  virtual std::vector<Trouble> Troubles() { return {}; }
 
   virtual std::shared_ptr<ZELLib3::History> History() { return std::make_shared<ZELLib3::History>(); }
 

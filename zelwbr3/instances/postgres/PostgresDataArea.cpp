@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/postgres/PostgresDataArea.h"
 
-#include "zelwbr3/instances/common/SizeText.h"
+#include "zelwbr3/base/SizeText.h"
 #include "zelwbr3/instances/common/VolumeList.h"
 
 #include <map>
@@ -43,7 +43,7 @@ std::shared_ptr<ZELLib3::Volumes> PostgresDataArea::Volumes() const {
         oVolume.Size = oVolume.Used;
         if (const auto oRoom = m_oServer->RoomAt(oVolume.Info1)) {
           oVolume.Size = m_oServer->Pages(*lBytes + oRoom->BytesLeft);
-          oVolume.Info2 += ", " + Instances::SizeText(oRoom->BytesLeft) + " left on its disk";
+          oVolume.Info2 += ", " + SizeText(oRoom->BytesLeft) + " left on its disk";
         }
       } else {
         oVolume.Info2 += ", size not known to this user";

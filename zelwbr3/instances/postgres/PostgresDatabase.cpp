@@ -15,8 +15,11 @@
 #include "zelwbr3/instances/postgres/PostgresSysInfos.h"
 #include "zelwbr3/instances/postgres/PostgresVersion.h"
 #include "zelwbr3/instances/postgres/analyzer/AnalyzerSetup.h"
+#include "zelwbr3/instances/postgres/analyzer/Bottlenecks.h"
 #include "zelwbr3/instances/postgres/operations/Operations.h"
 #include "zelwbr3/instances/postgres/server/Server.h"
+
+#include <map>
 
 #include <filesystem>
 
@@ -111,6 +114,20 @@ ZELLib3::Long PostgresDatabase::HotStandbyRole() { return PostgresHotStandby::Ro
 bool PostgresDatabase::HotStandbyWarning() {
   const auto oFigures = m_oServer->ReadFigures();
   return oFigures && oFigures->StandbyWarns();
+}
+
+std::vector<ZELLib3::Trouble> PostgresDatabase::Troubles() {
+  using Kind = ZELLib3::Trouble::Kind;
+  static const std::map<std::string, Kind> kinds = {{"Locks", Kind::LockWait},
+                                                    {"Transaction", Kind::LongTransaction},
+                                                    {"Archive", Kind::Archive},
+                                                    {"Slot", Kind::Archive}};
+  std::vector<ZELLib3::Trouble> troubles;
+  // Without an interval there are no rates, which none of these is about.
+  for (const Bottleneck& o : Bottleneck::Find(*m_oServer, {})) {
+    if (const auto it = kinds.find(o.Name); it != kinds.end()) troubles.push_back({it->second, o.Text, o.Level >= 3});
+  }
+  return troubles;
 }
 
 void PostgresDatabase::Interrupt() { m_oServer->Interrupt(); }

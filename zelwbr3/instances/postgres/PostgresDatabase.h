@@ -63,6 +63,10 @@ class PostgresDatabase : public ZELLib3::Database {
   ZELLib3::Long HotStandbyRole() override;
   bool HotStandbyWarning() override;
 
+  /// Sessions that wait for locks, transactions that are open for long, an archive
+  /// that fails, and slots that keep too much of the log.
+  std::vector<ZELLib3::Trouble> Troubles() override;
+
   void Interrupt() override;
   void WaitRunner(Runner oRunner) override;
 

@@ -1,7 +1,7 @@
 #include "zelwbr3/instances/postgres/PostgresLogArea.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
-#include "zelwbr3/instances/common/SizeText.h"
+#include "zelwbr3/base/SizeText.h"
 #include "zelwbr3/instances/common/VolumeList.h"
 
 #include <algorithm>
@@ -9,8 +9,6 @@
 namespace ZELWbr3::Postgres {
 
 namespace {
-
-using Instances::SizeText;
 
 constexpr char kAsked[] = "reading the log area";
 

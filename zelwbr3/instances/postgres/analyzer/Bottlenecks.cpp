@@ -1,6 +1,6 @@
 #include "zelwbr3/instances/postgres/analyzer/Bottlenecks.h"
 
-#include "zelwbr3/instances/common/SizeText.h"
+#include "zelwbr3/base/SizeText.h"
 
 #include <cmath>
 #include <cstdint>
@@ -9,7 +9,6 @@ namespace ZELWbr3::Postgres {
 
 namespace {
 
-using Instances::SizeText;
 using List = std::vector<Bottleneck>;
 
 constexpr char kAsked[] = "looking for bottlenecks";

@@ -1,8 +1,8 @@
 #include "zelwbr3/instances/postgres/backups/Backup.h"
 
 #include "zelwbr3/base/Calendar.h"
+#include "zelwbr3/base/SizeText.h"
 #include "zelwbr3/instances/common/Process.h"
-#include "zelwbr3/instances/common/SizeText.h"
 #include "zelwbr3/instances/common/settings/ObservationStore.h"
 #include "zelwbr3/instances/postgres/server/Server.h"
 
@@ -101,7 +101,7 @@ void AddPgBackRest(std::vector<Backup>& backups, Server& oServer) {
       oBackup.Repository = o.Text(i, "repository");
       oBackup.Item.Fields = {{"Source", "pgBackRest, stanza " + oBackup.Stanza + ", repository " + oBackup.Repository},
                              {"Type", sType},
-                             {"Size", Instances::SizeText(oBackup.Bytes)},
+                             {"Size", SizeText(oBackup.Bytes)},
                              {"Log", oBackup.Start + " to " + o.Text(i, "stop_lsn")},
                              {"Segments", o.Text(i, "first") + " to " + o.Text(i, "last")}};
       backups.push_back(std::move(oBackup));

@@ -1,8 +1,8 @@
 #include "zelwbr3/instances/postgres/operations/PointInTimeRestart.h"
 
 #include "zelwbr3/base/Calendar.h"
+#include "zelwbr3/base/SizeText.h"
 #include "zelwbr3/instances/common/Process.h"
-#include "zelwbr3/instances/common/SizeText.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -77,8 +77,8 @@ void PointInTimeRestart::Check() const {
   const std::int64_t lNeeded = m_oBackup.Directory.empty() ? m_oBackup.Bytes : BytesIn(m_oBackup.Directory);
   for (const FileSystem& oDisk : FileSystemsOf({sParent})) {
     if (oDisk.BytesLeft >= lNeeded + kReserve) continue;
-    throw std::runtime_error("the backup needs " + Instances::SizeText(lNeeded) + ", and there are " +
-                             Instances::SizeText(oDisk.BytesLeft) + " left in " + sParent);
+    throw std::runtime_error("the backup needs " + SizeText(lNeeded) + ", and there are " + SizeText(oDisk.BytesLeft) +
+                             " left in " + sParent);
   }
 }
 

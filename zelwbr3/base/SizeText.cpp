@@ -1,6 +1,6 @@
-#include "zelwbr3/instances/common/SizeText.h"
+#include "zelwbr3/base/SizeText.h"
 
-namespace ZELWbr3::Instances {
+namespace ZELWbr3 {
 
 std::string SizeText(std::int64_t lBytes) {
   constexpr const char* Units[] = {"bytes", "KB", "MB", "GB", "TB", "PB"};
@@ -12,4 +12,4 @@ std::string SizeText(std::int64_t lBytes) {
   return sText + ' ' + Units[iUnit];
 }
 
-}  // namespace ZELWbr3::Instances
+}  // namespace ZELWbr3

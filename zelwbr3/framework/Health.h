@@ -1,0 +1,40 @@
+#pragma once
+
+#include "zelwbr3/ZELLib3/Database.h"
+
+#include <string>
+#include <vector>
+
+namespace ZELWbr3 {
+
+/// What somebody should look at in an instance, judged by the limits that the
+/// instance itself has: the same in a window, a report and a check from cron.
+struct Health {
+  enum class Level { OK, Warning, Critical, Unknown };
+
+  struct Finding {
+    Level Severity = Level::Warning;
+    std::string Name;  ///< which kind of finding, such as "data-area"
+    std::string Text;  ///< a sentence without its period, with figure and limit
+    std::string Page;  ///< the page that shows it, by the name of its page file
+  };
+  /// A fill level and the percentages from which it is a warning and critical.
+  struct Bar {
+    std::string Name;
+    int Percent = 0;
+    int Warning = 0;
+    int Critical = 0;
+  };
+
+  std::vector<Finding> Findings;  ///< worst first
+  std::vector<Bar> Bars;          ///< none while there are no figures
+
+  /// Examines an instance. Raises what its state raises; any other part that
+  /// cannot be read is a finding of the level Unknown.
+  static Health Of(ZELLib3::Database& oDatabase);
+
+  /// The worst one; a part that cannot be read is worse than a warning.
+  Level Worst() const;
+};
+
+}  // namespace ZELWbr3
