@@ -88,7 +88,7 @@ TEST_F(ReadAll, ShowsHowFarItIsAndNothingReEntersIt) {
     Commandlist->ClickItem(1);
   });
   Click("btnReadAll");
-  EXPECT_EQ(sSeen, "Rows: 5 zelBtnEmphDsbl! &Close &Stop");
+  EXPECT_EQ(sSeen, "5 rows, reading zelBtnEmphDsbl! &Close &Stop");
   // The item closed the page, which ended the reading.
   EXPECT_EQ(View->Delivered, 5);
   EXPECT_EQ(Lines(), "begin\npage Main\ncomplete\n");

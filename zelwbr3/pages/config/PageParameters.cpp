@@ -102,7 +102,7 @@ void PageParameters::FillHistory() {
     const std::array<std::string, 3> texts = {oHistory->Value(), oHistory->NewValue(), oHistory->Text()};
 
     if (const std::string sDate = bDated ? Locale().ShortDate(dDate) : ""; sDate != sLastDate) {
-      modCells::SetCellText(*modCells::AddRowCells(oDateTemplate, 1)[0], sDate);
+      modCells::AddRow(oDateTemplate, std::array{modCells::CellText(sDate)});
       sLastDate = sDate;
     }
     const auto oCells = modCells::AddRowCells(oEntryTemplate, 2 + texts.size());

@@ -3,6 +3,7 @@
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/framework/KeyCode.h"
 #include "zelwbr3/framework/ReadingStopped.h"
+#include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/framework/modPicture.h"
 
 #include <array>
@@ -126,10 +127,11 @@ void BlockPage::Read(bool bAll) {
   const auto oReading = m_oReading = std::make_shared<Reading>(Reading{bAll});
   if (bAll) FillCommandlist();
   UpdateCommands();
+  std::string sRemark;
   Finally(
       [&] {
         if (bAll) {
-          ReadAll(*oReading);
+          sRemark = ReadAll(*oReading);
         } else {
           ReadBlock(*Source());
         }
@@ -138,12 +140,15 @@ void BlockPage::Read(bool bAll) {
         if (m_oReading != oReading) return;  // forgotten with its document
         m_oReading.reset();
         Source()->Pause();
-        if (bAll) FillCommandlist();
+        if (bAll) {
+          ShowRowCount(Source()->RowCount(), sRemark);
+          FillCommandlist();
+        }
         UpdateCommands();
       });
 }
 
-void BlockPage::ReadAll(const Reading& oReading) {
+std::string BlockPage::ReadAll(const Reading& oReading) {
   const auto oSource = Source();
   const bool bInFront = Browser().IsInFront(WebBrowser());
   const Long lLast = oSource->RowCount() + MostRows;
@@ -152,16 +157,17 @@ void BlockPage::ReadAll(const Reading& oReading) {
 
   while (oSource->HasMore()) {
     const Long lRows = oSource->RowCount();
-    if (lRows >= lLast) return ShowRowCount(lRows, ", and more: Read All goes on");
-    if (!ReadBlock(*oSource)) return;
+    if (lRows >= lLast) return ", and more: Read All goes on";
+    if (!ReadBlock(*oSource)) break;
     if (oSource->RowCount() == lRows) {
       throw std::runtime_error("The instance has more rows than the " + std::to_string(lRows) +
                                " shown, but delivers none");
     }
     Poll(Ended);
-    if (Ended() || IgnoresEvents()) return;
-    if (bInFront && !Browser().IsInFront(WebBrowser())) return;
+    if (Ended() || IgnoresEvents()) break;
+    if (bInFront && !Browser().IsInFront(WebBrowser())) break;
   }
+  return "";
 }
 
 bool BlockPage::ReadBlock(ZELLib3::BlockSource& oSource) {
@@ -179,6 +185,9 @@ void BlockPage::ShowBlock() {
 }
 
 void BlockPage::ShowRowCount(Long lRows, const std::string& sRemark) {
+  if (m_oReading != nullptr && m_oReading->bAll) {
+    return SetText("txtFormFooter", modFormat::Number(lRows, 0, Locale()) + " rows, reading");
+  }
   SetText("txtFormFooter", "Rows: " + std::to_string(lRows) + sRemark);
 }
 

@@ -30,8 +30,8 @@ class BlockPage : public DataPage {
   static constexpr int CommandReadAll = 3;
   static constexpr int CommandStop = 5;
 
-  /// The maximum number of rows of one Read All. A row costs about 1.4 KB here,
-  /// and more in the browser.
+  /// The maximum number of rows of one Read All. A row costs about 1.4 KB here;
+  /// in the browser little more than its texts.
   static constexpr int MostRows = 2'000'000;
 
   void Hide() override;
@@ -75,10 +75,12 @@ class BlockPage : public DataPage {
   void Read(bool bAll);
   /// Escape ends the reading.
   void Stop();
-  void ReadAll(const Reading& oReading);
+  /// Returns what the row count needs as a remark.
+  std::string ReadAll(const Reading& oReading);
   /// Reads and shows one block; if that fails, reports it and returns false.
   bool ReadBlock(ZELLib3::BlockSource& oSource);
   void ShowBlock();
+  /// Also says that Read All goes on.
   void ShowRowCount(Long lRows, const std::string& sRemark = {});
   /// The items of the command list: the reading commands, or Stop while it reads.
   void FillCommandlist();

@@ -172,12 +172,10 @@ void PageStorageArea::FillVolumeRows(std::string_view sTable, const VolumeTexts&
     const auto oVolume = oVolumes->Item(i);
     if (!oVolume->Configured() || oVolume->Kind() != m_oArea.VolumeKind) continue;
     const std::string sName = oVolume->Name();
-    const std::vector<std::string> texts = oTexts(*oVolume);
-    const auto oCells = modCells::AddRowCells(*oTemplate, texts.size() + 2);
-    oCells[0]->innerText(std::to_string(++iListed));
-    oCells[1]->innerText(modCells::Known(sName));
-    for (std::size_t iText = 0; iText < texts.size(); ++iText)
-      oCells[iText + 2]->innerText(modCells::Known(texts[iText]));
+    std::vector<std::string> texts = {std::to_string(iListed + 1), std::string(modCells::Known(sName))};
+    for (const std::string& sText : oTexts(*oVolume)) texts.emplace_back(modCells::Known(sText));
+    modCells::AddRow(*oTemplate, texts);
+    ++iListed;
   }
 }
 
