@@ -4,15 +4,18 @@
 #include "zelwbr3/framework/Page.h"
 #include "zelwbr3/framework/modCells.h"
 
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ZELWbr3::Bench {
 
-/// A page with an empty table to fill.
+/// A page with an empty table to fill: a plain one, or one that is a list.
 class PageRows : public Page {
  public:
-  std::string Name() const override { return "Rows"; }
+  explicit PageRows(std::string sName = "Rows") : m_sName(std::move(sName)) {}
+  std::string Name() const override { return m_sName; }
   Long PageType() const override { return 99; }
   Long WebBrowser() const override { return 1; }
   void Show() { ShowInFrame(); }
@@ -20,6 +23,9 @@ class PageRows : public Page {
   bool HandleOnKeyDown(Long&, Element*) override { return false; }
 
   using Page::Document;
+
+ private:
+  std::string m_sName;
 };
 
 inline constexpr int Columns = 6;
@@ -34,12 +40,9 @@ inline std::vector<std::string> MakeTexts(int iRows) {
 
 /// Adds the rows to the table of the page, as the page controllers do.
 inline void AddRows(Document& oDocument, const std::vector<std::string>& texts) {
-  Element& oSection = *oDocument.all().item("tabRows")->tBodies(0);
-  Element& oTemplate = *oSection.rows(0);
-  for (std::size_t i = 0; i < texts.size();) {
-    for (Element* oCell : modCells::AddRowFromTemplate(oSection, oTemplate).cells()) {
-      modCells::SetCellText(*oCell, texts[i++]);
-    }
+  Element& oTemplate = *oDocument.all().item("rowTemplate");
+  for (std::size_t i = 0; i < texts.size(); i += Columns) {
+    modCells::AddRow(oTemplate, std::span(texts).subspan(i, Columns));
   }
 }
 

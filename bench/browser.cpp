@@ -69,7 +69,9 @@ void MeasureRows(BenchWindow& oWindow, Figures& oFigures) {
   Browser& oBrowser = oWindow.Control();
   oBrowser.HTMLPath(ZELWBR3_SOURCE_DIR "/bench/pages");
   const auto oPage = std::make_shared<PageRows>();
+  const auto oList = std::make_shared<PageRows>("List");
   oBrowser.Show(oPage, 1);
+  oBrowser.Show(oList, 1);
 
   struct Size {
     const char* Name;
@@ -83,7 +85,7 @@ void MeasureRows(BenchWindow& oWindow, Figures& oFigures) {
     std::vector<double> scripts;
     for (int i = 0; i < oSize.Runs; ++i) {
       scripts.push_back(ScriptTime(oWindow, oPage, texts));
-      ours.push_back(FillTime(oWindow, oPage, texts));
+      ours.push_back(FillTime(oWindow, oList, texts));
     }
     const std::string sName = std::string("rows_") + oSize.Name;
     perRow.push_back(1000 * Median(ours) / oSize.Rows);
@@ -93,13 +95,130 @@ void MeasureRows(BenchWindow& oWindow, Figures& oFigures) {
   }
   oFigures.Add("rows_growth", perRow[1] / perRow[0], "our time a row at 100,000 rows / at 10,000");
 
-  oPage->Show();
+  oList->Show();
   const auto texts = MakeTexts(100000);
   const double dBefore = HeapBytes();
-  AddRows(*oPage->Document(), texts);
+  AddRows(*oList->Document(), texts);
   oWindow.Real(1).Flush();
   oWindow.WaitFor([&] { return oWindow.Real(1).Settled(); });
   oFigures.Add("replica_bytes_per_row", (HeapBytes() - dBefore) / 100000, "bytes of C++ heap a row");
+}
+
+/// Fills a list with so many rows: numbers, and texts that are all different.
+constexpr const char* FillList = R"(((count) => {
+  const template = document.getElementById('rowTemplate');
+  for (let row = 0; row < count; row += 2048) {
+    const texts = [1000 + row * 7, Math.min(2048, count - row), ...Array(6).fill('value 100000')];
+    for (let i = row; i < Math.min(row + 2048, count); ++i) {
+      texts.push((i * 7919) % 1000003, ...[1, 2, 3, 4, 5].map((column) => 'value ' + ((i * 6 + column) * 31 % 6000011)));
+    }
+    const detail = texts.join('\x7f');
+    template.dispatchEvent(new CustomEvent('zelrows', { bubbles: true, cancelable: true, detail }));
+  }
+}))";
+
+/// Does something in a list and measures until its rows have changed and are
+/// painted; also the longest time that the page's own loop was held meanwhile.
+constexpr const char* Measured = R"(((act) => {
+  const root = document.documentElement;
+  root.removeAttribute('data-took');
+  const start = performance.now();
+  let last = start;
+  let held = 0;
+  let done = false;
+  const tick = () => {
+    held = Math.max(held, performance.now() - last);
+    last = performance.now();
+    if (!done) setTimeout(tick);
+  };
+  new MutationObserver((_, observer) => {
+    observer.disconnect();
+    requestAnimationFrame(() => setTimeout(() => {
+      done = true;
+      tick();
+      root.setAttribute('data-took', (performance.now() - start) + ' ' + held);
+    }));
+  }).observe(document.getElementById('tabRows').tBodies[0], { childList: true });
+  act();
+  tick();
+}))";
+
+struct Took {
+  double Time;
+  double Held;
+};
+
+Took Measure(BenchWindow& oWindow, const std::string& sAct) {
+  oWindow.Script(1, std::string(Measured) + "(() => {" + sAct + "})");
+  std::string sTook;
+  oWindow.WaitFor([&] {
+    sTook = oWindow.Script(1, "document.documentElement.getAttribute('data-took') ?? ''");
+    return !sTook.empty();
+  });
+  return {std::stod(sTook), std::stod(sTook.substr(sTook.find(' ')))};
+}
+
+void MeasureList(BenchWindow& oWindow, Figures& oFigures) {
+  Browser& oBrowser = oWindow.Control();
+  oBrowser.HTMLPath(ZELWBR3_SOURCE_DIR "/bench/pages");
+  const auto oList = std::make_shared<PageRows>("List");
+  oBrowser.Show(oList, 1);
+  double dHeld = 0;
+  const auto Act = [&](const std::string& sAct) {
+    const Took oTook = Measure(oWindow, sAct);
+    dHeld = std::max(dHeld, oTook.Held);
+    return oTook.Time;
+  };
+  const auto Filter = [&](const std::string& sText) {
+    return Act("const o = document.querySelector('.zelListFilter'); o.value = '" + sText +
+               "'; o.dispatchEvent(new Event('input'));");
+  };
+  const auto Sort = [&](int iColumn) {
+    return Act("document.querySelectorAll('.zelListSort')[" + std::to_string(iColumn) + "].click();");
+  };
+  const auto AddFigures = [&](const std::string& sRows, int iRuns) {
+    std::vector<double> filters;
+    std::vector<double> sorts;
+    for (int i = 0; i < iRuns; ++i) {
+      filters.push_back(Filter("value 10" + std::to_string(i) + "05"));
+      Filter("");
+      sorts.push_back(Sort(0));
+      Sort(0);
+      Sort(0);
+    }
+    oFigures.Add("filter_" + sRows + "_ms", Median(filters), "ms to filter a list, until painted");
+    oFigures.Add("sort_" + sRows + "_ms", Median(sorts), "ms to sort it by a column of numbers, until painted");
+  };
+
+  const auto texts = MakeTexts(100000);
+  std::vector<double> firsts;
+  for (int i = 0; i < 5; ++i) {
+    oList->Show();
+    oWindow.Script(1, std::string(Measured) + "(() => {})");
+    AddRows(*oList->Document(), texts);
+    oWindow.Real(1).Flush();
+    oWindow.WaitFor([&] { return oWindow.Real(1).Settled(); });
+    firsts.push_back(std::stod(oWindow.Script(1, "document.documentElement.getAttribute('data-took')")));
+  }
+  oFigures.Add("first_rows_ms", Median(firsts),
+               "ms until the first of 100,000 rows are painted, while all are written");
+
+  const auto Fill = [&](const char* sRows) {
+    oList->Show();
+    oWindow.Script(1, std::string(FillList) + "(" + sRows + ")");
+  };
+  Fill("1e5");
+  AddFigures("100k", 5);
+  Fill("1e6");
+  Measure(oWindow, "scrollTo(0, 1000);");
+  std::vector<double> jumps;
+  for (int i = 1; i <= 25; ++i) jumps.push_back(Act("scrollTo(0, " + std::to_string(i * 7919 % 26000 * 1000) + ");"));
+  oFigures.Add("jump_1m_ms", Median(jumps), "ms to jump anywhere in 1,000,000 rows, until painted");
+  std::ranges::sort(jumps);
+  oFigures.Add("jump_1m_p90_ms", jumps[22], "ms of the slowest tenth of that");
+  AddFigures("1m", 3);
+  oFigures.Add("sort_text_1m_ms", Sort(1), "ms to sort 1,000,000 rows by a column of texts, until painted");
+  oFigures.Add("page_held_ms", dHeld, "ms at most that the page's own loop was held by all that");
 }
 
 /// A script that builds rows like those of a tab of the parameters page.
@@ -248,6 +367,7 @@ class BenchApp : public wxApp {
       BenchWindow oWindow;
       MeasureShow(oWindow, oFigures);
       MeasureRows(oWindow, oFigures);
+      MeasureList(oWindow, oFigures);
       MeasureParameters(oWindow, oFigures);
       MeasureReadAll(oWindow, oLoop, oFigures);
       if (!JSONFile.empty()) oFigures.AddTo(JSONFile);

@@ -99,6 +99,13 @@
     }
   }
 
+  /** The whole numbers from 0. */
+  const UpTo = (iCount) => {
+    const oAll = new Uint32Array(iCount);
+    for (let i = 0; i < iCount; ++i) oAll[i] = i;
+    return oAll;
+  };
+
   /** Goes on with a merge of two runs for a while. */
   const MergeSome = (oFrom, oTo, oRun, Follows) => {
     let { iLeft, iRight, iTo } = oRun;
@@ -328,6 +335,7 @@
       const oKinds = [0, 1, 2].map(() => new Uint32Array(oRows.length));
       const iCounts = [0, 0, 0];
       const oTexts = new Map();
+      const sTexts = [];
       let oPart = null;
       let sKeys = [];
       for (const iRow of oRows) {
@@ -341,13 +349,16 @@
         const iKind = sKey === "" ? 2 : Number.isNaN(dKey) ? 1 : 0;
         if (iKind === 1) {
           dKey = oTexts.get(sKey);
-          if (dKey === undefined) oTexts.set(sKey, (dKey = oTexts.size));
+          if (dKey === undefined) {
+            oTexts.set(sKey, (dKey = sTexts.length));
+            sTexts.push(sKey);
+          }
         }
         dKeys[iRow] = dKey;
         oKinds[iKind][iCounts[iKind]++] = iRow;
       }
 
-      const dRanks = await Ranks([...oTexts.keys()], oWork);
+      const dRanks = await Ranks(sTexts, oWork);
       if (dRanks === null) return null;
       const [oNumbers, oOthers, oEmpty] = oKinds.map((o, iKind) => o.subarray(0, iCounts[iKind]));
       for (const iRow of oOthers) dKeys[iRow] = dRanks[dKeys[iRow]];
@@ -367,7 +378,7 @@
 
   /** The place of each text among the others, the same for texts that are equal to the user. */
   const Ranks = async (sTexts, oWork) => {
-    const oOrder = await Sorted(Uint32Array.from(sTexts.keys()), (i, iOther) => Texts.compare(sTexts[i], sTexts[iOther]) > 0, oWork);
+    const oOrder = await Sorted(UpTo(sTexts.length), (i, iOther) => Texts.compare(sTexts[i], sTexts[iOther]) > 0, oWork);
     if (oOrder === null) return null;
     const dRanks = new Float64Array(sTexts.length);
     let iRank = 0;
@@ -470,6 +481,7 @@
     oGaps = [];
     oFree = [];
     oPlain = null;
+    oRuler = null;
 
     /** Added is called with nodes that others have put into the body. */
     constructor(oTable, oRows, Added) {
@@ -483,7 +495,13 @@
       this.oAway = Make("tbody", "zelListAway", { hidden: true });
       oTable.append(this.oAway);
       window.addEventListener("scroll", () => this.Draw(), { passive: true });
-      new ResizeObserver(() => this.Resized()).observe(oTable.parentElement);
+      // A list that is as high as its rows must not forget their heights for that.
+      let dWidth = 0;
+      const OnWidth = ([{ contentRect }]) => {
+        if (contentRect.width !== dWidth) this.Resized();
+        dWidth = contentRect.width;
+      };
+      new ResizeObserver(OnWidth).observe(oTable.parentElement);
       this.oObserver = new MutationObserver((oRecords) => this.Tell(oRecords));
       this.oObserver.observe(this.oBody, { childList: true });
     }
@@ -551,7 +569,7 @@
 
     DrawRows() {
       const iCount = this.iCount;
-      if (this.oRuler === undefined && !this.bWhole) this.MakeRuler();
+      if (this.oRuler === null && !this.bWhole) this.MakeRuler();
       this.oRuler?.toggleAttribute("hidden", this.bWhole);
       const dPage = Math.max(innerHeight, 400);
       let dSeen = 0;
@@ -719,10 +737,19 @@
       this.bChanged = true;
     }
 
+    /** As long as no height is known, those of the rows made stand for all. */
+    EstimateRow() {
+      const oMade = this.oSpans.filter(([oElement]) => !IsGap(oElement));
+      const dSum = oMade.reduce((d, [oElement]) => d + oElement.getBoundingClientRect().height, 0);
+      if (this.oHeights.dKnown.length > 0 || dSum === 0) return false;
+      this.oHeights.dRow = dSum / oMade.length;
+      return true;
+    }
+
     /** Learns the heights of the rows made; the first row on the screen stays where it is. */
     MeasureRows(iFirst) {
       if (this.bOneLine) return;
-      let bAny = false;
+      let bAny = this.EstimateRow();
       let dAbove = 0;
       for (const [oElement, iPlace] of this.oSpans) {
         const dHeight = IsGap(oElement) ? 0 : oElement.getBoundingClientRect().height;
@@ -990,8 +1017,7 @@
     /** The rows to be shown; null for all as they were added, and for an order that is no longer wanted. */
     async Order(oWork) {
       if (!this.bArranged) return null;
-      const oAll = () => Uint32Array.from({ length: this.oRows.iCount }, (_, i) => i);
-      const oFound = this.sFilter === "" ? oAll() : await this.oRows.Matching(this.sFilter, oWork);
+      const oFound = this.sFilter === "" ? UpTo(this.oRows.iCount) : await this.oRows.Matching(this.sFilter, oWork);
       if (oFound === null || this.iDirection === 0) return oFound;
       return this.oRows.Ordered(oFound, this.iColumn, Directions[this.iDirection] === "descending" ? -1 : 1, oWork);
     }
@@ -1011,10 +1037,12 @@
       const iPage = Math.max(1, Math.floor((dLast - dFirst) / oWindow.oHeights.dRow) - 1);
       const iSteps = { ArrowDown: 1, ArrowUp: -1, PageDown: iPage, PageUp: -iPage, Home: -Infinity, End: Infinity }[oEvent.key];
       if (iSteps === undefined) return false;
-      // Without a current row only the arrows enter the list; other keys scroll the page.
-      if (iPlace < 0 && Math.abs(iSteps) !== 1) return false;
-      const iTo = iPlace < 0 ? oWindow.iFirstVisible : Math.min(Math.max(iPlace + iSteps, 0), iLast);
-      oWindow.GoTo(iTo);
+      // Without a current row the arrows enter the list, and End, since its end is only
+      // estimated until it is seen; other keys scroll the page.
+      if (iPlace < 0 && Math.abs(iSteps) !== 1 && iSteps !== Infinity) return false;
+      const iFrom = iPlace < 0 && Math.abs(iSteps) === 1 ? oWindow.iFirstVisible - iSteps : iPlace;
+      oWindow.GoTo(Math.min(Math.max(iFrom + iSteps, 0), iLast));
+      if (iSteps === -Infinity) scrollTo(0, 0);
       return true;
     }
 
@@ -1128,6 +1156,7 @@
   const IsForRows = (oList, sKey) => {
     const oFocused = document.activeElement;
     if (oFocused === oList.oFilter) return sKey === "ArrowDown";
+    if (oList.oBar.contains(oFocused)) return sKey.length > 1;
     return oFocused === null || oFocused === document.body || oList.oWindow.RowWith(oFocused) !== undefined;
   };
 
@@ -1137,8 +1166,9 @@
     const bFind = oEvent.key === "f" && oEvent.ctrlKey && !oEvent.altKey && !oEvent.shiftKey;
     if (bFind) {
       oEvent.preventDefault();
-      oList.oFilter.focus();
+      oList.oFilter.focus({ preventScroll: true });
       oList.oFilter.select();
+      oList.oBar.scrollIntoView({ block: "nearest" });
     } else if (IsForRows(oList, oEvent.key) && oList.OnKey(oEvent)) {
       oEvent.preventDefault();
     }
