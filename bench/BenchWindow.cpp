@@ -53,4 +53,10 @@ void BenchWindow::LoadBare(int iFrame, const std::string& sURL) {
   g_signal_handler_disconnect(oView, iHandler);
 }
 
+void BenchWindow::WaitUntilPainted(int iFrame) {
+  bool bPainted = false;
+  Real(iFrame).AfterPaint([&] { bPainted = true; });
+  WaitFor([&] { return bPainted; });
+}
+
 }  // namespace ZELWbr3::Bench

@@ -30,6 +30,8 @@ class BenchWindow {
   /// Loads a URL in a frame's view without the control, and waits until it has
   /// loaded.
   void LoadBare(int iFrame, const std::string& sURL);
+  /// Waits until a frame's document as it stands has been painted.
+  void WaitUntilPainted(int iFrame);
 
  private:
   wxFrame* m_oFrame;

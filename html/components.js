@@ -13,6 +13,9 @@
 (() => {
   "use strict";
 
+  // A component keeps nothing but what it draws.
+  document.currentScript.dataset.beginsAgain = "";
+
   // ---- properties as attributes -------------------------------------------
 
   const Decimal = /^\s*[+-]?\d{1,15}(\.\d{1,15})?\s*$/;

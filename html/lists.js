@@ -494,16 +494,24 @@
       /** The program's rows that are not shown. */
       this.oAway = Make("tbody", "zelListAway", { hidden: true });
       oTable.append(this.oAway);
-      window.addEventListener("scroll", () => this.Draw(), { passive: true });
+      this.oEnd = new AbortController();
+      window.addEventListener("scroll", () => this.Draw(), { passive: true, signal: this.oEnd.signal });
       // A list that is as high as its rows must not forget their heights for that.
       let dWidth = 0;
       const OnWidth = ([{ contentRect }]) => {
         if (contentRect.width !== dWidth) this.Resized();
         dWidth = contentRect.width;
       };
-      new ResizeObserver(OnWidth).observe(oTable.parentElement);
+      this.oResizeObserver = new ResizeObserver(OnWidth);
+      this.oResizeObserver.observe(oTable.parentElement);
       this.oObserver = new MutationObserver((oRecords) => this.Tell(oRecords));
       this.oObserver.observe(this.oBody, { childList: true });
+    }
+
+    End() {
+      this.oEnd.abort();
+      this.oResizeObserver.disconnect();
+      this.oObserver.disconnect();
     }
 
     /** Takes what others have put into the body so far. */
@@ -878,6 +886,15 @@
       new MutationObserver(() => this.Decorate()).observe(this.oHeadings, { childList: true, subtree: true });
     }
 
+    /** Lets go of a table that is no longer there. */
+    End() {
+      clearTimeout(this.iDrawTimer);
+      clearTimeout(this.iArrangeTimer);
+      if (this.oWork !== null) this.oWork.bGivenUp = true;
+      this.oFinding = null;
+      this.oWindow.End();
+    }
+
     // ---- the bar and the headings
 
     MakeBar() {
@@ -1174,11 +1191,17 @@
     }
   };
 
-  window.addEventListener("load", () => {
+  const Begin = () => {
+    for (const oList of oLists.values()) oList.End();
+    oLists.clear();
+    RecordPart.oSplit = [];
     for (const oTable of document.querySelectorAll("table.zelTblSort")) oLists.set(oTable, new List(oTable));
-    if (oLists.size === 0) return;
-    window.addEventListener("beforeprint", () => oLists.forEach((oList) => oList.Print(true)));
-    window.addEventListener("afterprint", () => oLists.forEach((oList) => oList.Print(false)));
-    document.addEventListener("keydown", OnKey);
-  });
+  };
+
+  window.addEventListener("load", Begin);
+  document.currentScript.dataset.beginsAgain = "";
+  document.addEventListener("zelwbr3reset", Begin);
+  window.addEventListener("beforeprint", () => oLists.forEach((oList) => oList.Print(true)));
+  window.addEventListener("afterprint", () => oLists.forEach((oList) => oList.Print(false)));
+  document.addEventListener("keydown", OnKey);
 })();

@@ -51,6 +51,10 @@
     oTabs[iTarget].focus({ focusVisible: true });
   });
 
+  // Shown again, the page begins as after a load.
+  document.currentScript.dataset.beginsAgain = "";
+  document.addEventListener("zelwbr3reset", () => { bTabKey = false; });
+
   document.addEventListener("pointerdown", () => { bTabKey = false; }, true);
 
   document.addEventListener("focusin", (oEvent) => {

@@ -94,6 +94,137 @@ TEST_F(DesktopWebBrowserTest, ReportsOnlyTheDocumentAskedForLast) {
   ExpectLiveEqualsReplica(*Browser);
 }
 
+/// A page that is shown again without being loaded again.
+class ShownAgainTest : public DesktopWebBrowserTest {
+ protected:
+  /// Which load the document comes from.
+  std::string Load() { return Ask(*Browser, "performance.timeOrigin"); }
+  /// What the user and the page's script find in a document.
+  std::string State() {
+    return Ask(*Browser,
+               "document.documentElement.outerHTML + [document.activeElement.id, scrollY, getSelection(), text.value, "
+               "document.querySelectorAll('style').length, bar.shadowRoot.textContent]");
+  }
+  std::string Script(const std::string& sText) { return "<script>" + sText + "</script>"; }
+
+  const std::string Begins =
+      "document.currentScript.dataset.beginsAgain = '';"
+      "customElements.define('zel-test', class extends HTMLElement {"
+      "  connectedCallback() { this.attachShadow({mode: 'open'}).textContent = this.title; } });"
+      "const Begin = () => title.append(document.createElement('i'));"
+      "addEventListener('load', Begin); document.addEventListener('zelwbr3reset', Begin);";
+};
+
+TEST_F(ShownAgainTest, ADocumentBeginsAsAfterALoad) {
+  const std::string sPage = PageFile("Page.htm",
+                                     "<h1 id=\"title\">Title</h1><zel-test id=\"bar\" title=\"x\"></zel-test>"
+                                     "<button id=\"b\">x</button><input id=\"text\"><table><tbody id=\"rows\">"
+                                     "<tr id=\"row\"><td>1</td></tr></tbody></table><p style=\"height: 3000px\">",
+                                     "<style>p { color: red }</style>" + Script(Begins));
+  Show(sPage);
+  const std::string sLoad = Load();
+  const std::string sState = State();
+  const auto log = Events.Log;
+  for (int i = 0; i < 3; ++i) {
+    const auto oOld = Browser->Document();
+    for (int iRow = 0; iRow < 20; ++iRow) ByID(*Browser, "rows").appendChild(ByID(*Browser, "row").cloneNode(true));
+    ByID(*Browser, "title").innerText("changed");
+    oOld->documentElement()->setAttribute("lang", "de");
+    oOld->documentElement()->setAttribute("class", "c");
+    if (i == 1) oOld->documentElement()->firstElementChild()->title("in the head");
+    ExpectLiveEqualsReplica(*Browser);
+    Ask(*Browser, "scrollTo(0, 500); text.focus(); text.value = 'typed'; getSelection().selectAllChildren(rows)");
+
+    Events.Log.clear();
+    const int iClicks = Events.Clicks;
+    // A click that is still on its way when the page is shown again.
+    const std::string sNumber = i == 0 ? "location.search.match(/\\d+$/)[0]" : "0";
+    Browser->View()->Run("webkit.messageHandlers.zelwbr3.postMessage(`[\"click\",${" + sNumber + "},9]`)",
+                         [](const WebView::Outcome&) {});
+    Show(sPage);
+    EXPECT_EQ(Events.Log, log);
+    EXPECT_EQ(Events.Clicks, iClicks);
+    oOld->all().item("title")->innerText("nowhere to go");
+    ExpectLiveEqualsReplica(*Browser);
+    EXPECT_EQ(ByID(*Browser, "title").innerText(), "Title");
+    EXPECT_EQ(State(), sState);
+
+    ClickOn(*Browser, "b");
+    WaitFor("the click", [&] { return Events.Clicks > iClicks; });
+    EXPECT_EQ(Browser->Document()->activeElement()->id(), "b");
+  }
+  EXPECT_EQ(Load(), sLoad);
+  EXPECT_EQ(Traces, std::vector<std::string>());
+  Browser->Focus();
+  Ask(*Browser, "text.focus()");
+  Show(sPage);
+  Press("Tab");
+  WaitFor("the focus", [&] { return Browser->Document()->activeElement()->id() == "b"; });
+}
+
+TEST_F(ShownAgainTest, WhatMayHaveChangedIsLoaded) {
+  std::ofstream(Folder / "s.js") << Begins;
+  PageFile("Inner.htm", "");
+  const std::string sScript = "<script src=\"s.js\"></script>";
+  const auto Change = [this](const char* sFile) {
+    return [sPath = Folder / sFile] { std::ofstream(sPath, std::ios::app) << " "; };
+  };
+  struct Case {
+    std::string Body;
+    std::string Head;
+    std::function<void()> Between = [] {};
+    bool IsLoaded = true;
+  };
+  for (const Case& oCase : std::initializer_list<Case>{
+           {"<h1 id=\"title\">x</h1><img src=\"data:,\">", sScript, [] {}, false},
+           {"<h1 id=\"title\">x</h1>", sScript, Change("Page.htm")},
+           {"<h1 id=\"title\">x</h1>", sScript, Change("s.js")},
+           {"<link rel=\"stylesheet\" href=\"s.css\">", "", Change("s.css")},
+           {"", Script("addEventListener('click', () => 0)")},
+           {"<iframe src=\"Inner.htm\"></iframe>", ""},
+           {"<img src=\"a%20b.svg\">", ""},
+           {"", "", [this] { Ask(*Browser, "zelwbr3.Reset = () => { throw 1 }; 0"); }},
+       }) {
+    SCOPED_TRACE(oCase.Head + oCase.Body);
+    const std::string sPage = PageFile("Page.htm", oCase.Body, oCase.Head);
+    Show(sPage);
+    const std::string sLoad = Load();
+    oCase.Between();
+    const int iDocuments = Events.Documents;
+    Show(sPage);
+    EXPECT_EQ(Load() != sLoad, oCase.IsLoaded);
+    EXPECT_EQ(Events.Documents, iDocuments + 1);
+    ExpectLiveEqualsReplica(*Browser);
+  }
+  Show((Folder / "later.htm").string());
+  EXPECT_TRUE(Browser->Document()->IsErrorPage());
+  Show(PageFile("later.htm", "<p id=\"p\">there</p>"));
+  EXPECT_EQ(ByID(*Browser, "p").innerText(), "there");
+}
+
+TEST_F(ShownAgainTest, RowsOnTheirWayDoNotReachTheNewDocument) {
+  const std::string sPage =
+      PageFile("Page.htm", "<table><tbody id=\"rows\"><tr id=\"row\"><td>1</td></tr></tbody></table>");
+  Show(sPage);
+  const std::string sLoad = Load();
+  for (int i = 0; i < 5; ++i) {
+    for (int iRow = 0; iRow < 40'000; ++iRow) {
+      ByID(*Browser, "rows").appendChild(ByID(*Browser, "row").cloneNode(true));
+    }
+    Browser->Flush();
+    EXPECT_FALSE(Browser->Settled());
+    Browser->Navigate(sPage, NavigateFlags::Fresh);
+    EXPECT_TRUE(Browser->Settled());
+    for (int iTurn = 0; iTurn < i; ++iTurn) Platform->Pump().Poll();
+    if (i % 2 == 0) Show(sPage);  // again, while that is still going on
+    WaitFor("the document", [this] { return Browser->Document()->Count() < 20; });
+    ByID(*Browser, "row").cells(0)->innerText("first");
+    ExpectLiveEqualsReplica(*Browser);
+    EXPECT_EQ(Ask(*Browser, "document.getElementById('rows').rows.length"), "1");
+  }
+  EXPECT_EQ(Traces, std::vector<std::string>());
+}
+
 /// Changes a document at random, everything a page can do to it.
 TEST_F(DesktopWebBrowserTest, TheLiveDocumentFollowsAnyChanges) {
   ShowBody(
@@ -238,8 +369,17 @@ TEST_F(DesktopWebBrowserTest, ADeadProcessIsReportedAndReplaced) {
   EXPECT_EQ(Browser->Document(), nullptr);
   EXPECT_TRUE(Browser->Settled());
   oDocument->all().item("p")->innerText("nowhere to go");
-  ShowBody("<p id=\"p\">again</p>");
+  const std::string sPage = PageFile("Page.htm", "<p id=\"p\">again</p>");
+  Show(sPage);
   ByID(*Browser, "p").innerText("changed");
+  ExpectLiveEqualsReplica(*Browser);
+  // The same while the page begins again.
+  kill(WebProcesses().at(0), SIGKILL);
+  Browser->Navigate(sPage, NavigateFlags::Fresh);
+  WaitFor("word of its end", [this] { return Events.Log.back().starts_with("terminated"); });
+  EXPECT_TRUE(std::ranges::none_of(Traces, [](const auto& s) { return s.find("begin again") != std::string::npos; }));
+  EXPECT_EQ(Browser->Document(), nullptr);
+  Show(sPage);
   ExpectLiveEqualsReplica(*Browser);
 }
 

@@ -137,6 +137,23 @@ TEST_F(ListsTest, TheFilterKeepsRowsThatMatchAndThoseReadLater) {
   WaitFor("the page to close", [&oPage] { return !oPage.IsVisible(); });
 }
 
+TEST_F(ListsTest, AListShownAgainBeginsUnsortedAndUnfiltered) {
+  ShowView();
+  const std::string sLoad = Ask(Front(), "performance.timeOrigin");
+  for (int i = 0; i < 2; ++i) {
+    ClickOn(Front(), Heading(2));
+    Press("ctrl+f a");
+    WaitForNames("adam Bea 2 Zoe");
+    ShowView();
+    WaitForNames("Zoe adam Eve Bea 2");
+    EXPECT_EQ(Ask(Front(), "document.querySelectorAll('.zelListBar, [aria-sort]').length"), "1");
+    ExpectLiveEqualsReplica(Front());
+  }
+  Press("ctrl+f e");
+  WaitForNames("Zoe Eve Bea 2");
+  EXPECT_EQ(Ask(Front(), "performance.timeOrigin"), sLoad);
+}
+
 // Some hundred rows have elements, wherever one looks, and nobody can tell.
 TEST_F(ListsTest, OfALongListOnlyWhatIsNearTheScreenIsMade) {
   View->Rows.clear();

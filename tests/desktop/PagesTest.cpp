@@ -29,6 +29,8 @@ class PagesTest : public TestPanel {
 };
 
 TEST_F(PagesTest, TheBrowserShowsWhatThePagesHaveWritten) {
+  // Shown again, a page is the same in the document that was loaded.
+  const std::string Seen = "performance.timeOrigin + document.body.innerHTML";
   for (const char* sRecording : {"demo", "hostile", "full-data", "hot-standby"}) {
     SCOPED_TRACE(sRecording);
     Instance = Recording(sRecording);
@@ -37,6 +39,10 @@ TEST_F(PagesTest, TheBrowserShowsWhatThePagesHaveWritten) {
         SCOPED_TRACE(oPage->Name());
         oPage->Show(Instance);
         EXPECT_EQ(Ask(Front(), "document.getElementById('txtFormTitle').textContent"), Text("txtFormTitle"));
+        ExpectLiveEqualsReplica(Front());
+        const std::string sSeen = Ask(Front(), Seen);
+        oPage->Show(Instance);
+        EXPECT_EQ(Ask(Front(), Seen), sSeen);
         ExpectLiveEqualsReplica(Front());
       };
       (CheckOne(oPages), ...);

@@ -10,6 +10,7 @@
 #include "zelwbr3/framework/KeyCode.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ZELWbr3::Desktop {
 
@@ -56,13 +57,43 @@ WebView& DesktopWebBrowser::NeedView() {
   return *m_oView;
 }
 
-void DesktopWebBrowser::Navigate(const std::string& sURL, NavigateFlags) {
-  // The flags ask for a fresh document, which the web context always gives.
-  WebView& oView = NeedView();
+void DesktopWebBrowser::Navigate(const std::string& sURL, NavigateFlags eFlags) {
+  NeedView();
+  const bool bAgain = eFlags == NavigateFlags::Fresh && BeginsAgainAs(sURL);
   DropDocument();
-  m_iSerial = oView.Load(MakeURL(sURL));
+  if (bAgain) {
+    Reset(sURL);
+  } else {
+    Load(sURL);
+  }
   m_bAnnounced = false;
   m_oBox->CallAfter([this] { m_oPlatform.Pump().Deliver([this] { Announce(); }); });
+}
+
+bool DesktopWebBrowser::BeginsAgainAs(const std::string& sURL) const {
+  // In another theme it would be seen in its old one first.
+  return m_oSender != nullptr && m_eLoadTheme == m_oPlatform.Theme() && m_oOrigin.IsStill(FilePath(sURL));
+}
+
+void DesktopWebBrowser::Load(const std::string& sURL) {
+  m_bReset = false;
+  m_eLoadTheme = m_oPlatform.Theme();
+  m_oOrigin = PageOrigin(FilePath(sURL));
+  m_iSerial = m_oView->Load(MakeURL(sURL));
+}
+
+void DesktopWebBrowser::Reset(const std::string& sURL) {
+  m_bReset = true;
+  const std::uint32_t iNew = m_oView->NewNumber();
+  const std::uint32_t iOld = std::exchange(m_iSerial, iNew);
+  const std::string sScript =
+      "try { zelwbr3.Reset(" + std::to_string(iOld) + "," + std::to_string(iNew) + ") } catch (o) { `failed: ${o}` }";
+  m_oView->Run(sScript, [this, sURL, iNew](const WebView::Outcome& oOutcome) {
+    // No answer at all comes from a process that has died, which is reported by itself.
+    if (oOutcome.Result.empty() || m_iSerial != iNew) return;
+    Trace("A page could not begin again and is loaded: " + oOutcome.Result);
+    Load(sURL);
+  });
 }
 
 void DesktopWebBrowser::Announce() {
@@ -144,9 +175,16 @@ void DesktopWebBrowser::Handle(std::string_view sMessage) {
   if (oList.Number() != m_iSerial) return;
   Announce();
   if (sKind == "begin") {
+    if (m_bReset) {
+      // Nothing more to wait for; but whoever waits for the navigation goes on first.
+      m_oBox->CallAfter([this, iSerial = m_iSerial] {
+        if (m_iSerial == iSerial) m_oPlatform.Pump().Deliver([this] { Loaded(); });
+      });
+    }
     m_oEvents.NavigateComplete();
   } else if (sKind == "load") {
-    Loaded(oList);
+    m_sLoad = sMessage;
+    Loaded();
   } else if (sKind == "keys") {
     m_bPageTakesEscape = oList.Number() != 0;
     m_bPageTakesEnter = oList.Number() != 0;
@@ -156,9 +194,13 @@ void DesktopWebBrowser::Handle(std::string_view sMessage) {
   }
 }
 
-void DesktopWebBrowser::Loaded(FlatListReader& oSnapshot) {
+void DesktopWebBrowser::Loaded() {
   const auto oDocument = std::make_shared<ZELWbr3::Document>();
+  FlatListReader oSnapshot(m_sLoad);
+  oSnapshot.Text();    // the kind of the message
+  oSnapshot.Number();  // and the document's number then
   BuildDocument(oSnapshot, *oDocument);
+  if (!m_bReset) m_oOrigin.Loaded(*oDocument);
 
   const auto Send = [this, iSerial = m_iSerial](std::uint32_t iBatch, const std::string& sList) {
     const std::string sScript =

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "zelwbr3/desktop/ChangeSender.h"
+#include "zelwbr3/desktop/PageOrigin.h"
+#include "zelwbr3/desktop/Theme.h"
 #include "zelwbr3/desktop/WebView.h"
 #include "zelwbr3/dom/FlatList.h"
 #include "zelwbr3/platform/WebBrowser.h"
@@ -25,6 +27,10 @@ class DesktopPlatform;
 /// go to the page through a ChangeSender; clicks and focus come back by element
 /// number. Every load has a number, and what a document says or is sent carries
 /// it, so that nothing can reach another document than the one it is about.
+///
+/// A page that is shown again is not loaded again if that would make no
+/// difference: the agent puts the document back to what it was at the load. Such
+/// a reset has a number and reports everything as a load does.
 class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
  public:
   DesktopWebBrowser(DesktopPlatform& oPlatform, WebBrowserEvents& oEvents);
@@ -71,7 +77,13 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
 
   /// A message's text, without what only Deliver can do with an exception.
   void Handle(std::string_view sMessage);
-  void Loaded(FlatListReader& oSnapshot);
+  /// A load of this URL would only give the present document as it was at first.
+  bool BeginsAgainAs(const std::string& sURL) const;
+  void Load(const std::string& sURL);
+  /// Shows the document's own page again without loading it.
+  void Reset(const std::string& sURL);
+  /// Builds the replica from the snapshot and tells that it is there.
+  void Loaded();
   /// Tells about a navigation that has begun, if that has not been done.
   void Announce();
   void DropDocument();
@@ -84,6 +96,12 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
   std::unique_ptr<WebView> m_oView;
   std::shared_ptr<ZELWbr3::Document> m_oDocument;
   std::shared_ptr<ChangeSender> m_oSender;
+  PageOrigin m_oOrigin;
+  /// The message with the snapshot of the document as it was at its load.
+  std::string m_sLoad;
+  Desktop::Theme m_eLoadTheme = Desktop::Theme::Light;
+  /// The document is one that begins again.
+  bool m_bReset = false;
   std::uint32_t m_iSerial = 0;
   bool m_bAnnounced = true;
   /// A search field with a text in it has the keyboard; Escape empties it.

@@ -18,6 +18,8 @@ bool IsPlain(char c) {
   return IsLetter(c) || IsDigit(c) || std::string_view("/-._~").find(c) != std::string_view::npos;
 }
 
+bool HasDrive(std::string_view sPath) { return sPath.size() > 1 && IsLetter(sPath[0]) && sPath[1] == ':'; }
+
 /// Where the serial's name stands in a URL, or npos.
 std::size_t FindSerial(std::string_view sURL) {
   const auto iName = sURL.rfind(SerialName);
@@ -53,15 +55,18 @@ std::string EscapePath(std::string_view sPath) {
   return sEscaped;
 }
 
-std::string MakeURL(std::string_view sPathOrURL) {
-  if (!SchemeOf(sPathOrURL).empty()) return std::string(sPathOrURL);
-
+std::string FilePath(std::string_view sPathOrURL) {
+  if (!SchemeOf(sPathOrURL).empty()) return {};
   std::string sPath(sPathOrURL);
   std::ranges::replace(sPath, '\\', '/');
-  const bool bDrive = sPath.size() > 1 && IsLetter(sPath[0]) && sPath[1] == ':';
-  if (!bDrive && !sPath.starts_with('/')) sPath = std::filesystem::absolute(sPath).string();
-  return bDrive ? "file:///" + sPath.substr(0, 2) + EscapePath(std::string_view(sPath).substr(2))
-                : "file://" + EscapePath(sPath);
+  return HasDrive(sPath) || sPath.starts_with('/') ? sPath : std::filesystem::absolute(sPath).string();
+}
+
+std::string MakeURL(std::string_view sPathOrURL) {
+  const std::string sPath = FilePath(sPathOrURL);
+  if (sPath.empty()) return std::string(sPathOrURL);
+  return HasDrive(sPath) ? "file:///" + sPath.substr(0, 2) + EscapePath(std::string_view(sPath).substr(2))
+                         : "file://" + EscapePath(sPath);
 }
 
 std::string WithSerial(std::string_view sURL, std::uint32_t iSerial) {

@@ -12,6 +12,10 @@ namespace ZELWbr3::Desktop {
 /// has two letters at least, so a drive letter is not one.
 std::string MakeURL(std::string_view sPathOrURL);
 
+/// The absolute path of the file that a path names, with slashes; empty for a
+/// URL with a scheme.
+std::string FilePath(std::string_view sPathOrURL);
+
 /// A path as part of a URL: everything but letters, digits and "/-._~" is
 /// percent-encoded.
 std::string EscapePath(std::string_view sPath);

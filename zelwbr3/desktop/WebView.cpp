@@ -270,7 +270,7 @@ void WebView::Agent(const std::string& sScript) {
 }
 
 std::uint32_t WebView::Load(const std::string& sURL) {
-  ++m_iSerial;
+  m_iSerial = NewNumber();
   m_bNetwork = IsNetwork(sURL);
   if (IsAllowed(sURL) || m_bNetwork) {
     webkit_web_view_load_uri(m_oView, WithSerial(sURL, m_iSerial).c_str());

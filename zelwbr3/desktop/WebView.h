@@ -66,6 +66,8 @@ class WebView {
   /// document finds in its URL. A URL of a scheme that is not allowed, and one
   /// that cannot be loaded, shows an error page with this number instead.
   std::uint32_t Load(const std::string& sURL);
+  /// A number that no load has, for the present document when it begins again.
+  std::uint32_t NewNumber() { return ++m_iLastNumber; }
 
   /// Lets the frames of the page show what is in this compiled help file, and
   /// from then on nothing else.
@@ -102,8 +104,9 @@ class WebView {
   WebViewEvents& m_oEvents;
   WebKitUserContentManager* m_oManager;
   WebKitWebView* m_oView;
-  std::uint32_t m_iSerial = 0;
-  bool m_bNetwork = false;  ///< the load of that serial is one of http or https
+  std::uint32_t m_iLastNumber = 0;
+  std::uint32_t m_iSerial = 0;  ///< of the last load
+  bool m_bNetwork = false;      ///< the load of that serial is one of http or https
   /// Keys handed to the page, which arrive a second time when it did not handle
   /// them.
   std::deque<std::pair<std::uint32_t, std::uint32_t>> m_oSeenKeys;

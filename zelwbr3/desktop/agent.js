@@ -8,6 +8,9 @@
  * and focus by element number. Both sides count alike (document order at load,
  * clones in the order of their source), so a number never has to be asked back.
  *
+ * When the control shows the same page again, the agent puts the document back to
+ * what it was at the load, and all of this begins again.
+ *
  * Everything on the wire, both ways, is a flat JSON list of whole numbers and
  * strings. Nothing here reads the layout or waits for a timer or a frame: a
  * hidden view slows both down.
@@ -35,15 +38,24 @@
 
   // ---- numbers ---------------------------------------------------------------
 
-  // The control puts its navigation's number into the URL.
-  const iSerial = Number(/[?&]zelwbr3=(\d+)/.exec(location.href)?.[1] ?? 0);
+  // The control puts its navigation's number into the URL. A reset brings another one.
+  let iSerial = Number(/[?&]zelwbr3=(\d+)/.exec(location.href)?.[1] ?? 0);
 
   const NumberKey = Symbol("number");
-  const oNodes = [null];
+  let oNodes = [];
+  /** The first number that no element has at the load. */
+  let iLoaded = 0;
 
   const SetDisplay = (oElement, sText) => {
     oElement.style.display = sText;
     if (oElement.getAttribute("style") === "") oElement.removeAttribute("style");
+  };
+
+  /** Numbers all elements in document order. */
+  const NumberAll = () => {
+    oNodes = [null, ...document.querySelectorAll("*")];
+    for (let i = 1; i < oNodes.length; ++i) oNodes[i][NumberKey] = i;
+    iLoaded = oNodes.length;
   };
 
   /** Gives a copy and all below it the numbers from iNext on; returns the next free one. */
@@ -158,44 +170,6 @@
     ListAttributes.includes(sName) || (sName === "tabindex" && oElement.localName === "tr");
 
   /**
-   * Appends an element and all below it to a list. Visit answers an element's number,
-   * or 0 to leave it out; Content the nodes in it.
-   */
-  const Describe = (oElement, oList, Visit, Content) => {
-    const iNumber = Visit(oElement);
-    if (iNumber === 0) return;
-    oList.push(Begin, oElement.localName.toLowerCase(), iNumber);
-    for (const { name, value } of oElement.attributes) {
-      if (!IsLists(oElement, name)) oList.push(Attribute, name.toLowerCase(), value);
-    }
-    for (const oNode of Content(oElement)) {
-      if (oNode.nodeType === Node.ELEMENT_NODE) {
-        Describe(oNode, oList, Visit, Content);
-      } else if (oNode.nodeType === Node.TEXT_NODE && oNode.data !== "") {
-        oList.push(Text, oNode.data);
-      }
-    }
-    oList.push(End);
-  };
-
-  let iLoaded = 0;
-
-  window.addEventListener(
-    "load",
-    () => {
-      const oList = [];
-      const Enumerate = (oElement) => {
-        oElement[NumberKey] = oNodes.length;
-        return oNodes.push(oElement) - 1;
-      };
-      Describe(document.documentElement, oList, Enumerate, (oElement) => oElement.childNodes);
-      iLoaded = oNodes.length;
-      Post("load", iSerial, ...oList);
-    },
-    { capture: true, once: true }
-  );
-
-  /**
    * The nodes in an element as the program knows them. A list's script moves the rows
    * that the program has added, within the table, and shows records in its own way.
    */
@@ -214,6 +188,54 @@
     }
     oAdded.sort((oRow, oOther) => oRow[NumberKey] - oOther[NumberKey]);
     return [...oElement.childNodes].filter((oNode) => !IsAdded(oNode)).concat(oAdded);
+  };
+
+  /** Appends an element and all below it to a list, without what is not numbered. */
+  const Describe = (oElement, oList) => {
+    const iNumber = oElement[NumberKey] ?? 0;
+    if (iNumber === 0) return oList;
+    oList.push(Begin, oElement.localName.toLowerCase(), iNumber);
+    for (const { name, value } of oElement.attributes) {
+      if (!IsLists(oElement, name)) oList.push(Attribute, name.toLowerCase(), value);
+    }
+    for (const oNode of Original(oElement)) {
+      if (oNode.nodeType === Node.ELEMENT_NODE) {
+        Describe(oNode, oList);
+      } else if (oNode.nodeType === Node.TEXT_NODE && oNode.data !== "") {
+        oList.push(Text, oNode.data);
+      }
+    }
+    oList.push(End);
+    return oList;
+  };
+
+  // ---- the same page again -----------------------------------------------------
+
+  /** The root as it was at the load, in a document in which nothing runs and nothing is loaded. */
+  let oPristine = null;
+
+  window.addEventListener(
+    "load",
+    () => {
+      NumberAll();
+      Post("load", iSerial, ...Describe(document.documentElement, []));
+      oPristine = document.implementation.createHTMLDocument("").importNode(document.documentElement, true);
+    },
+    { capture: true, once: true }
+  );
+
+  const PutBack = () => {
+    const oRoot = document.documentElement;
+    const oNew = document.importNode(oPristine, true);
+    for (const { name } of [...oRoot.attributes]) oNew.hasAttribute(name) || oRoot.removeAttribute(name);
+    for (const { name, value } of oNew.attributes) oRoot.getAttribute(name) === value || oRoot.setAttribute(name, value);
+    const [oHead, oBody] = ["head", "body"].map((sTag) => oNew.querySelector(sTag));
+    // In another head the style sheets would be loaded again.
+    if (!document.head.isEqualNode(oHead)) document.head.replaceWith(oHead);
+    document.body.replaceWith(oBody);
+    oRecords.length = 0;
+    getSelection().removeAllRanges();
+    scrollTo({ left: 0, top: 0, behavior: "instant" });
   };
 
   // ---- changes ---------------------------------------------------------------
@@ -240,6 +262,22 @@
   let iLastBatch = 0;
 
   globalThis.zelwbr3 = {
+    /**
+     * Begins again as a load of the same page would, under another number. Answers
+     * "" when that is done; this document may not be the one that is meant.
+     */
+    Reset(iFor, iNext) {
+      if (iFor !== iSerial || oPristine === null) return "another document";
+      iSerial = iNext;
+      iLastBatch = 0;
+      sTaken = NoKeys;
+      Post("begin", iSerial);
+      PutBack();
+      NumberAll();
+      document.dispatchEvent(new Event("zelwbr3reset"));
+      return "";
+    },
+
     /**
      * Carries out one batch and answers what went wrong, "" for nothing. A
      * change that fails does not prevent those after it.
@@ -270,9 +308,7 @@
 
     /** The document as it stands, in the snapshot's form, without what is not numbered. */
     Live() {
-      const oList = [];
-      Describe(document.documentElement, oList, (oElement) => oElement[NumberKey] ?? 0, Original);
-      return JSON.stringify(oList);
+      return JSON.stringify(Describe(document.documentElement, []));
     },
   };
 
@@ -285,7 +321,8 @@
   // it leaves the page, Enter and Space press a button that the script has made and
   // that the program does not know. The program asks nothing when a key goes down,
   // so it is told beforehand.
-  let sTaken = "0 0";
+  const NoKeys = "0 0";
+  let sTaken = NoKeys;
   const TellKeys = (oTarget) => {
     const bEscape = oTarget instanceof HTMLInputElement && oTarget.type === "search" && oTarget.value !== "";
     const bEnter = oTarget instanceof HTMLButtonElement && oTarget[NumberKey] === undefined;

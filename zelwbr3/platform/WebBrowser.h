@@ -52,7 +52,8 @@ class WebBrowser {
   virtual ~WebBrowser() = default;
 
   /// Begins a navigation and returns at once. The present document takes no more
-  /// changes.
+  /// changes. A browser may make a fresh document of a page that it shows already
+  /// without loading it, if that makes no difference but the time.
   virtual void Navigate(const std::string& sURL, NavigateFlags eFlags) = 0;
 
   /// The document loaded last; null before the first one, and after the browser's
