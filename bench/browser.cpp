@@ -316,7 +316,14 @@ class TimedLoop : public wxEventLoop {
   /// Waiting for a message is no delay of one, so the wait is taken apart from the
   /// handling.
   bool Dispatch() override {
-    while (!Pending() && !wxTheApp->HasPendingEvents()) wxMilliSleep(1);
+    while (!Pending()) {
+      // The toolkit's loop, once asked, no longer wakes up for what the program has queued.
+      if (wxTheApp->HasPendingEvents()) {
+        wxTheApp->ProcessPendingEvents();
+        return true;
+      }
+      wxMilliSleep(1);
+    }
     return wxEventLoop::Dispatch();
   }
 
