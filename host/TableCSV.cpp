@@ -10,23 +10,13 @@ namespace ZELWbr3::Host {
 
 namespace {
 
-std::string Field(const std::string& sText) {
-  if (sText.find_first_of("\",\r\n") == std::string::npos) return sText;
-  std::string sField = "\"";
-  for (const char c : sText) {
-    if (c == '"') sField += '"';
-    sField += c;
-  }
-  return sField + '"';
-}
-
 bool IsHidden(Element& oElement) { return oElement.style().display() == "none"; }
 
 std::string Row(const Element& oRow) {
   std::string sRow;
   const char* sBetween = "";
   for (const Element* oCell : oRow.cells()) {
-    sRow += sBetween + Field(Text::Trim(oCell->innerText()));
+    sRow += sBetween + Text::CSVField(Text::Trim(oCell->innerText()));
     sBetween = ",";
     // A heading of several columns is that of the first.
     for (int i = std::atoi(oCell->getAttribute("colspan").c_str()); i > 1; --i) sRow += sBetween;

@@ -51,15 +51,20 @@ Date LocalTime(std::time_t tTime) {
           oTime.tm_hour,        oTime.tm_min,     std::min(oTime.tm_sec, 59)};
 }
 
-std::time_t TimeOf(const Date& dLocal) {
+std::tm Fields(const Date& dDate) {
   std::tm oTime{};
-  oTime.tm_year = dLocal.Year - 1900;
-  oTime.tm_mon = dLocal.Month - 1;
-  oTime.tm_mday = dLocal.Day;
-  oTime.tm_hour = dLocal.Hour;
-  oTime.tm_min = dLocal.Minute;
-  oTime.tm_sec = dLocal.Second;
-  oTime.tm_isdst = -1;  // the system knows
+  oTime.tm_year = dDate.Year - 1900;
+  oTime.tm_mon = dDate.Month - 1;
+  oTime.tm_mday = dDate.Day;
+  oTime.tm_hour = dDate.Hour;
+  oTime.tm_min = dDate.Minute;
+  oTime.tm_sec = dDate.Second;
+  oTime.tm_isdst = -1;
+  return oTime;
+}
+
+std::time_t TimeOf(const Date& dLocal) {
+  std::tm oTime = Fields(dLocal);
   return std::mktime(&oTime);
 }
 

@@ -17,7 +17,10 @@ bool Exists(const Date& dDate);
 /// A moment in the computer's local time.
 Date LocalTime(std::time_t tTime);
 Date Now();
-/// The other way round. Where clocks were set back, one of the two moments.
+/// The date as the C library takes it; whether it is summer time, and the day of the
+/// week, are left to that.
+std::tm Fields(const Date& dDate);
+/// LocalTime the other way round. Where clocks were set back, one of the two moments.
 std::time_t TimeOf(const Date& dLocal);
 
 /// "2026-01-31T23:59:59"; cBetween is the character between day and time.

@@ -155,6 +155,12 @@ std::string EscapeHTML(std::string_view sText) {
   return sEscaped;
 }
 
+std::string CSVField(std::string sText) {
+  if (sText.find_first_of("\",\r\n") == std::string::npos) return sText;
+  for (std::size_t i = 0; (i = sText.find('"', i)) != std::string::npos; i += 2) sText.insert(i, 1, '"');
+  return '"' + sText + '"';
+}
+
 void AppendCodePoint(std::string& sText, char32_t lCodePoint) {
   const auto Byte = [&](char32_t lBits) { sText += static_cast<char>(lBits); };
   if (lCodePoint > 0x10FFFF || (lCodePoint >= 0xD800 && lCodePoint <= 0xDFFF)) {

@@ -25,6 +25,10 @@ std::string Isolated(std::string_view sName);
 /// Escaped for an HTML text or a double-quoted attribute value.
 std::string EscapeHTML(std::string_view sText);
 
+/// A field of a CSV file (RFC 4180): quoted if it contains a quotation mark, a comma
+/// or a line end.
+std::string CSVField(std::string sText);
+
 /// Appends the UTF-8 form of a code point; surrogates and values beyond
 /// U+10FFFF become U+FFFD.
 void AppendCodePoint(std::string& sText, char32_t lCodePoint);

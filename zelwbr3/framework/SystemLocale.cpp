@@ -1,5 +1,6 @@
 #include "zelwbr3/framework/SystemLocale.h"
 
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/base/Text.h"
 
 #include <chrono>
@@ -89,14 +90,8 @@ std::string SystemLocale::LocaleInfo(Long, Long lItem) const {
 }
 
 std::string SystemLocale::Format(const Date& dDate, char cConversion) const {
-  std::tm oTime{};
-  oTime.tm_year = dDate.Year - 1900;
-  oTime.tm_mon = dDate.Month - 1;
-  oTime.tm_mday = dDate.Day;
-  oTime.tm_hour = dDate.Hour;
-  oTime.tm_min = dDate.Minute;
-  oTime.tm_sec = dDate.Second;
-  oTime.tm_isdst = -1;  // some locales append the zone's name, which is not known here
+  // Summer time stays unknown: some locales append the zone's name, which is not known here.
+  std::tm oTime = Calendar::Fields(dDate);
   const std::chrono::year_month_day oDay{std::chrono::year(dDate.Year),
                                          std::chrono::month(static_cast<unsigned>(dDate.Month)),
                                          std::chrono::day(static_cast<unsigned>(dDate.Day))};

@@ -44,9 +44,9 @@ class clsTabStrip {
   Element* Find(const std::string& sPart) const;
   Element* Link(Long lTab) const;
   void SetClass(Element* oElement, std::string_view sClass) const;
-  /// The angle before a tab.
   /// Shows whether a tab is the selected one.
   void Mark(Long lTab, std::string_view sClass, const char* sSelected) const;
+  /// The angle before a tab.
   void SetAngle(Long lTab, std::string_view sClass) const;
   void SetEdges(std::string_view sFirst, std::string_view sLast) const;
   void ShowContent(Long lTab, std::string_view sDisplay) const;

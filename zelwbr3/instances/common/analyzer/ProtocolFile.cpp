@@ -1,10 +1,13 @@
 #include "zelwbr3/instances/common/analyzer/ProtocolFile.h"
 
+#include "zelwbr3/base/Text.h"
+
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <charconv>
 #include <stdexcept>
+#include <utility>
 
 namespace ZELWbr3::Instances {
 
@@ -13,20 +16,18 @@ namespace {
 /// Longer than any line: an error text is the longest field.
 constexpr off_t kTail = 65536;
 
-std::string Quoted(std::string sField) {
+std::string FieldOf(std::string sField) {
   // Line breaks would be allowed within quotes, but then a line of the file
   // were no longer an evaluation.
   for (char& c : sField) {
     if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) c = ' ';
   }
-  if (sField.find_first_of(",\"") == std::string::npos) return sField;
-  for (std::size_t i = 0; (i = sField.find('"', i)) != std::string::npos; i += 2) sField.insert(i, 1, '"');
-  return '"' + sField + '"';
+  return Text::CSVField(std::move(sField));
 }
 
 std::string Line(const std::string& sNumber, const std::string& sTime, const std::vector<std::string>& fields) {
   std::string sLine = sNumber + "," + sTime;
-  for (const std::string& sField : fields) sLine.append(",").append(Quoted(sField));
+  for (const std::string& sField : fields) sLine.append(",").append(FieldOf(sField));
   return sLine + "\n";
 }
 

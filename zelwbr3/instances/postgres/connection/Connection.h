@@ -55,14 +55,11 @@ class Connection {
   int Process() const { return m_lProcess; }
   /// The server's version as a number: 15 is 150000, 15.3 150003.
   int Version() const { return PQserverVersion(m_oHandle.get()); }
-  /// The host that answered, a folder for a socket; and its port.
+  /// The host that answered; a folder for a socket.
   std::string Host() const { return PQhost(m_oHandle.get()); }
-  std::string Port() const { return PQport(m_oHandle.get()); }
   /// The schemas in which a name without one is looked up, as a text of type
   /// name[]: those of the user, from before the session was set up.
   const std::string& SearchPath() const { return m_sSearchPath; }
-  /// Through a socket of this machine.
-  bool IsSocket() const { return Host().starts_with('/') || Host().starts_with('@'); }
 
   /// A read-only transaction that shows one moment, as long as the object lives.
   class Snapshot {

@@ -24,7 +24,6 @@ Rights Rights::Of(Connection& oConnection, const std::string& sServer) {
   oRights.Port = static_cast<int>(o.Number(0, "port"));
   oRights.StartedOn = o.Number(0, "started");
   oRights.ConnectedOn = o.Number(0, "backend_start");
-  oRights.Database = o.Text(0, "database");
   oRights.DataDirectory = o.Text(0, "data_directory");
   oRights.SystemIdentifier = o.Text(0, "system_identifier");
   oRights.IsSuper = o.Flag(0, "is_super");

@@ -24,7 +24,6 @@ struct Rights {
   int Port = 0;
   std::int64_t StartedOn = 0;    ///< seconds since 1970
   std::int64_t ConnectedOn = 0;  ///< the same, of this connection
-  std::string Database;          ///< of this connection
   std::string DataDirectory;     ///< empty without the right to know it
   std::string SystemIdentifier;  ///< the same for a standby
   bool IsSuper = false;

@@ -19,7 +19,7 @@ SELECT current_setting('server_version_num')::int AS version_num, split_part(ver
   current_setting('cluster_name') AS cluster_name, current_setting('port')::int AS port,
   extract(epoch FROM pg_postmaster_start_time())::bigint AS started, pg_backend_pid() AS pid,
   extract(epoch FROM (SELECT backend_start FROM pg_stat_activity WHERE pid = pg_backend_pid()))::bigint AS backend_start,
-  current_database() AS database, r.rolsuper AS is_super,
+  r.rolsuper AS is_super,
   pg_has_role(current_user, 'pg_read_all_stats', 'USAGE') AS reads_stats,
   pg_has_role(current_user, 'pg_read_all_settings', 'USAGE') AS reads_settings,
   has_function_privilege('pg_ls_waldir()', 'EXECUTE') AS lists_wal,

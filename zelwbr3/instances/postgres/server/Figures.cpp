@@ -56,8 +56,6 @@ void ReadCore(Figures& oFigures, const Result& o) {
   oFigures.Segment = o.Number(0, "segment");
   oFigures.ArchiveMode = o.Text(0, "archive_mode");
   oFigures.LastArchived = o.Text(0, "last_archived_wal");
-  oFigures.LastFailed = o.Text(0, "last_failed_wal");
-  oFigures.ArchiveFails = o.Flag(0, "archive_fails");
   oFigures.Sessions = o.Number(0, "sessions");
   oFigures.MaxSessions = o.Number(0, "max_sessions");
   oFigures.Buffers = o.Number(0, "buffers");

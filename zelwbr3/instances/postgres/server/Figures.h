@@ -71,8 +71,6 @@ struct Figures {
   std::int64_t Segment = 0;
   std::string ArchiveMode;
   std::string LastArchived;
-  std::string LastFailed;
-  bool ArchiveFails = false;
   /// What lies in pg_wal; no value without the right to list it.
   std::optional<std::int64_t> LogFiles;
   std::int64_t LogSegments = 0;
