@@ -51,6 +51,14 @@ TEST(PostgresFigures, TheStateAgreesWithTheServer) {
   // On this machine the disk is what there is; its limits count.
   EXPECT_GT(oState->DataTotal(), oState->DataUsed());
   EXPECT_EQ(95, oState->BarThresholds()[2]);
+  // Unless the user may not know the size of a database.
+  oClient.Run("CREATE DATABASE hidden");
+  oClient.Run("REVOKE CONNECT ON DATABASE hidden FROM PUBLIC");
+  Options oOptions;
+  oOptions.DataDirectory = oServer.DataDirectory();
+  const auto oPartly = OpenDatabase(oServer.Address("ordinary"), oOptions)->StateInfo();
+  EXPECT_EQ(oPartly->DataUsed(), oPartly->DataTotal());
+  EXPECT_EQ(101, oPartly->BarThresholds()[2]);
   // The sawtooth of checkpoints is no reason to warn, a dead archive is.
   EXPECT_EQ(101, oState->BarThresholds()[5]);
   oClient.Run("ALTER SYSTEM SET max_wal_size = '2MB'");

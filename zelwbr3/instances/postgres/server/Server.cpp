@@ -163,12 +163,15 @@ std::string Server::RememberedDirectory() const {
 
 void Server::AddRoom(Figures& oFigures, Connection& oConnection) const {
   if (!m_oLocal) return;
-  std::vector<std::string> folders = {m_oLocal->DataDirectory()};
-  const Result o = oConnection.Execute(Queries::SQL("reading.locations"), "reading the state");
-  for (int i = 0; i < o.Rows(); ++i) folders.push_back(o.Text(i, "location"));
-  for (const FileSystem& oDisk : FileSystemsOf(folders)) {
-    oFigures.DataRoom = oFigures.DataRoom.value_or(0) + oDisk.BytesLeft;
-    oFigures.LeastDataRoom = std::min(oFigures.LeastDataRoom.value_or(oDisk.BytesLeft), oDisk.BytesLeft);
+  // What is left makes no whole with a part of what is used.
+  if (oFigures.DataIsComplete) {
+    std::vector<std::string> folders = {m_oLocal->DataDirectory()};
+    const Result o = oConnection.Execute(Queries::SQL("reading.locations"), "reading the state");
+    for (int i = 0; i < o.Rows(); ++i) folders.push_back(o.Text(i, "location"));
+    for (const FileSystem& oDisk : FileSystemsOf(folders)) {
+      oFigures.DataRoom = oFigures.DataRoom.value_or(0) + oDisk.BytesLeft;
+      oFigures.LeastDataRoom = std::min(oFigures.LeastDataRoom.value_or(oDisk.BytesLeft), oDisk.BytesLeft);
+    }
   }
   if (const auto oLog = RoomAt(m_oLocal->WalDirectory()); oLog && m_oLocal->IsReadable()) {
     oFigures.LogRoom = oLog->BytesLeft;
