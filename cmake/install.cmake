@@ -1,9 +1,9 @@
 # What a program that embeds the control needs: headers, libraries, page files.
 include(CMakePackageConfigHelpers)
 
-set(targets zelwbr3_base zelwbr3_ZELLib3 zelwbr3_core zelwbr3_headless zelwbr3_instances_common zelwbr3_recorded zelwbr3_sqlite)
+set(targets zelwbr3_base zelwbr3_ZELLib3 zelwbr3_core zelwbr3_remote zelwbr3_headless zelwbr3_instances_common zelwbr3_recorded zelwbr3_sqlite)
 set(programs zelreport zelanalyzer)
-set(headers base ZELLib3 platform dom framework pages shell headless instances)
+set(headers base ZELLib3 platform dom framework pages shell remote headless instances)
 if(ZELWBR3_POSTGRES)
   list(APPEND targets zelwbr3_postgres)
 endif()

@@ -2,6 +2,7 @@
 # include each other in a circle. From the ground up:
 #   base <- ZELLib3 <- instances
 #   base <- platform, dom <- framework (with ZELLib3) <- pages <- shell <- headless, desktop <- host
+#   framework <- remote <- desktop
 # Instances only see the interface that they implement and what they share, the
 # core only itself and the C++ standard library, and each vendor library belongs
 # to one leaf folder. docs/architecture.md has the same rules as a table.
@@ -15,12 +16,13 @@ set(may_framework base ZELLib3 platform dom framework)
 set(may_pages ${may_framework} pages)
 set(may_shell ${may_pages} shell)
 set(may_headless ${may_shell} headless)
-set(may_desktop ${may_shell} desktop)
+set(may_remote base platform dom framework remote)
+set(may_desktop ${may_shell} remote desktop)
 set(may_instances_common base ZELLib3 instances/common)
 set(may_instances_recorded ${may_instances_common} instances/recorded)
 set(may_instances_sqlite ${may_instances_common} instances/sqlite)
 set(may_instances_postgres ${may_instances_common} instances/postgres)
-set(may_host ${may_shell} headless desktop instances)
+set(may_host ${may_shell} headless remote desktop instances)
 
 # Vendor and system headers, by the folder that may include them.
 set(vendor_headless "gumbo\\.h")
@@ -33,7 +35,7 @@ set(vendor_host "nlohmann/.*|CLI/.*|wx/.*|(unistd|fcntl)\\.h|sys/.*")
 
 set(wrong 0)
 set(arrows)
-foreach(folder base ZELLib3 platform dom framework pages shell headless desktop
+foreach(folder base ZELLib3 platform dom framework pages shell remote headless desktop
     instances/common instances/recorded instances/sqlite
     instances/postgres host)
   string(REPLACE "/" "_" key ${folder})

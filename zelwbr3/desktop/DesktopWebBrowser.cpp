@@ -1,13 +1,10 @@
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 
-#include "zelwbr3/desktop/AgentSource.h"
 #include "zelwbr3/desktop/DesktopPlatform.h"
 #include "zelwbr3/desktop/FileURL.h"
 #include "zelwbr3/desktop/Script.h"
-#include "zelwbr3/desktop/Snapshot.h"
 #include "zelwbr3/dom/Document.h"
-#include "zelwbr3/framework/KeyClick.h"
-#include "zelwbr3/framework/KeyCode.h"
+#include "zelwbr3/remote/AgentSource.h"
 
 #include <algorithm>
 #include <utility>
@@ -17,6 +14,21 @@ namespace ZELWbr3::Desktop {
 namespace {
 
 const char* ThemeName(Theme eTheme) { return eTheme == Theme::Dark ? "dark" : "light"; }
+
+/// What the agent needs of a web view, as the script in front of it.
+std::string AgentHost(Theme eTheme) {
+  return R"(const zelwbr3Host = {
+  Theme: ")" +
+         std::string(ThemeName(eTheme)) +
+         R"(",
+  IsFrame: window !== window.top,
+  // The view puts its navigation's number into the URL.
+  Serial: () => Number(/[?&]zelwbr3=(\d+)/.exec(location.href)?.[1] ?? 0),
+  Post: (sMessage) => webkit.messageHandlers.zelwbr3.postMessage(sMessage),
+  Attach: (oAgent) => { globalThis.zelwbr3 = oAgent; },
+};
+)";
+}
 
 /// The picture box. The toolkit must not look for the keyboard's target in it,
 /// for it does not know the web view: the control's own window is that target
@@ -35,7 +47,7 @@ DesktopWebBrowser::DesktopWebBrowser(DesktopPlatform& oPlatform, WebBrowserEvent
     : DesktopWebBrowser(oPlatform, *oPlatform.Parent(), oEvents) {}
 
 DesktopWebBrowser::DesktopWebBrowser(DesktopPlatform& oPlatform, wxWindow& oParent, WebBrowserEvents& oEvents)
-    : m_oPlatform(oPlatform), m_oEvents(oEvents) {
+    : m_oPlatform(oPlatform), m_oEvents(oEvents), m_oRemote(oEvents, *this) {
   m_oBox = new PictureBox(&oParent, wxID_ANY, wxDefaultPosition, oParent.GetClientSize(), wxBORDER_NONE);
   m_oBox->Hide();
   m_oPlatform.m_oBrowsers.push_back(this);
@@ -43,7 +55,6 @@ DesktopWebBrowser::DesktopWebBrowser(DesktopPlatform& oPlatform, wxWindow& oPare
 
 DesktopWebBrowser::~DesktopWebBrowser() {
   std::erase(m_oPlatform.m_oBrowsers, this);
-  if (m_oDocument != nullptr) m_oDocument->ReportTo(nullptr);
   m_oView.reset();
   if (m_oBox != nullptr) m_oBox->Destroy();
 }
@@ -60,57 +71,41 @@ WebView& DesktopWebBrowser::NeedView() {
 void DesktopWebBrowser::Navigate(const std::string& sURL, NavigateFlags eFlags) {
   NeedView();
   const bool bAgain = eFlags == NavigateFlags::Fresh && BeginsAgainAs(sURL);
-  DropDocument();
   if (bAgain) {
-    Reset(sURL);
+    m_oRemote.BeginAgain(Reset(sURL));
   } else {
-    Load(sURL);
+    m_oRemote.BeginLoad(Load(sURL));
   }
-  m_bAnnounced = false;
-  m_oBox->CallAfter([this] { m_oPlatform.Pump().Deliver([this] { Announce(); }); });
 }
 
 bool DesktopWebBrowser::BeginsAgainAs(const std::string& sURL) const {
   // In another theme it would be seen in its old one first.
-  return m_oSender != nullptr && m_eLoadTheme == m_oPlatform.Theme() && m_oOrigin.IsStill(FilePath(sURL));
+  return m_oRemote.IsLoaded() && m_eLoadTheme == m_oPlatform.Theme() && m_oOrigin.IsStill(FilePath(sURL));
 }
 
-void DesktopWebBrowser::Load(const std::string& sURL) {
-  m_bReset = false;
+std::uint32_t DesktopWebBrowser::Load(const std::string& sURL) {
   m_eLoadTheme = m_oPlatform.Theme();
   m_oOrigin = PageOrigin(FilePath(sURL));
-  m_iSerial = m_oView->Load(MakeURL(sURL));
+  return m_oView->Load(MakeURL(sURL));
 }
 
-void DesktopWebBrowser::Reset(const std::string& sURL) {
-  m_bReset = true;
+std::uint32_t DesktopWebBrowser::Reset(const std::string& sURL) {
+  const std::uint32_t iOld = m_oRemote.Serial();
   const std::uint32_t iNew = m_oView->NewNumber();
-  const std::uint32_t iOld = std::exchange(m_iSerial, iNew);
   const std::string sScript =
       "try { zelwbr3.Reset(" + std::to_string(iOld) + "," + std::to_string(iNew) + ") } catch (o) { `failed: ${o}` }";
   m_oView->Run(sScript, [this, sURL, iNew](const WebView::Outcome& oOutcome) {
     // No answer at all comes from a process that has died, which is reported by itself.
-    if (oOutcome.Result.empty() || m_iSerial != iNew) return;
+    if (oOutcome.Result.empty() || m_oRemote.Serial() != iNew) return;
     Trace("A page could not begin again and is loaded: " + oOutcome.Result);
-    Load(sURL);
+    m_oRemote.LoadInstead(Load(sURL));
   });
+  return iNew;
 }
 
-void DesktopWebBrowser::Announce() {
-  if (m_bAnnounced) return;
-  m_bAnnounced = true;
-  m_oEvents.BeforeNavigate(true);
-}
-
-void DesktopWebBrowser::DropDocument() {
-  if (m_oDocument != nullptr) m_oDocument->ReportTo(nullptr);
-  m_oSender.reset();
-  m_bPageTakesEscape = false;
-  m_bPageTakesEnter = false;
-}
-
-void DesktopWebBrowser::Flush() {
-  if (m_oSender != nullptr) m_oSender->Flush();
+void DesktopWebBrowser::Later(std::function<void()> oTask) {
+  if (m_oBox == nullptr) return;
+  m_oBox->CallAfter([&oPump = m_oPlatform.Pump(), oTask = std::move(oTask)] { oPump.Deliver(oTask); });
 }
 
 void DesktopWebBrowser::Visible(bool bVisible) {
@@ -138,120 +133,44 @@ void DesktopWebBrowser::Focus() {
 
 void DesktopWebBrowser::Enter(bool bForward) {
   Focus();
-  if (m_oSender == nullptr) return;  // no document to ask
+  if (!m_oRemote.IsLoaded()) return;  // no document to ask
   m_oView->Run(std::string("zelwbr3.Enter(") + (bForward ? "true" : "false") + ")", [](const WebView::Outcome&) {});
 }
 
 void DesktopWebBrowser::ThemeChanged() {
   const Desktop::Theme eTheme = m_oPlatform.Theme();
   if (m_oView != nullptr) {
-    m_oView->Agent("const zelwbr3Theme = '" + std::string(ThemeName(eTheme)) + "';\n" + std::string(AgentSource));
+    m_oView->Agent(AgentHost(eTheme) + std::string(Remote::AgentSource));
     m_oView->Background(eTheme == Theme::Dark ? 0x14181D : 0xFFFFFF);
   }
-  // The attribute is part of the document like any other, so the document
-  // shown follows by the same road as every change.
-  Element* oRoot = m_oDocument == nullptr ? nullptr : m_oDocument->documentElement();
-  if (oRoot != nullptr && oRoot->getAttribute("data-theme") != ThemeName(eTheme)) {
-    oRoot->setAttribute("data-theme", ThemeName(eTheme));
-    Flush();
-  }
+  m_oRemote.Theme(ThemeName(eTheme));
 }
 
 void DesktopWebBrowser::Message(std::string_view sMessage) {
-  m_oPlatform.Pump().Deliver([&] { Handle(sMessage); });
+  m_oPlatform.Pump().Deliver([&] { m_oRemote.Handle(sMessage); });
 }
 
-void DesktopWebBrowser::Handle(std::string_view sMessage) {
-  FlatListReader oList(sMessage);
-  const std::string sKind = oList.Text();
-  if (sKind == "frame-begin") {
-    m_oEvents.BeforeNavigate(false);
-    m_oEvents.NavigateComplete();
-    return;
-  }
-  if (sKind == "frame-load") return m_oEvents.DocumentComplete(false);
-
-  // What an earlier document still says is of no interest.
-  if (oList.Number() != m_iSerial) return;
-  Announce();
-  if (sKind == "begin") {
-    if (m_bReset) {
-      // Nothing more to wait for; but whoever waits for the navigation goes on first.
-      m_oBox->CallAfter([this, iSerial = m_iSerial] {
-        if (m_iSerial == iSerial) m_oPlatform.Pump().Deliver([this] { Loaded(); });
-      });
-    }
-    m_oEvents.NavigateComplete();
-  } else if (sKind == "load") {
-    m_sLoad = sMessage;
-    Loaded();
-  } else if (sKind == "keys") {
-    m_bPageTakesEscape = oList.Number() != 0;
-    m_bPageTakesEnter = oList.Number() != 0;
-  } else if (m_oSender != nullptr) {
-    m_oDocument->Activate(m_oDocument->ByNumber(oList.Number()));
-    if (sKind == "click") m_oEvents.Click();
-  }
-}
-
-void DesktopWebBrowser::Loaded() {
-  const auto oDocument = std::make_shared<ZELWbr3::Document>();
-  FlatListReader oSnapshot(m_sLoad);
-  oSnapshot.Text();    // the kind of the message
-  oSnapshot.Number();  // and the document's number then
-  BuildDocument(oSnapshot, *oDocument);
-  if (!m_bReset) m_oOrigin.Loaded(*oDocument);
-
-  const auto Send = [this, iSerial = m_iSerial](std::uint32_t iBatch, const std::string& sList) {
-    const std::string sScript =
-        "zelwbr3.Apply(" + std::to_string(iSerial) + "," + std::to_string(iBatch) + "," + ScriptText(sList) + ")";
-    // The completion is the acknowledgement: it comes in the order of the
-    // batches, also when the script failed or its process died, so the flow
-    // cannot come to a halt.
-    m_oView->Run(sScript, [this, iBatch, oWeak = std::weak_ptr(m_oSender)](const WebView::Outcome& oOutcome) {
-      if (!oOutcome.Error.empty()) Trace("A batch of changes was not carried out: " + oOutcome.Error);
-      if (!oOutcome.Result.empty()) Trace("Some changes were not made: " + oOutcome.Result);
-      if (const auto oSender = oWeak.lock()) oSender->Acknowledge(iBatch);
-    });
-  };
-  DropDocument();
-  m_oSender = std::make_shared<ChangeSender>(Send);
-  m_oDocument = oDocument;
-  m_oDocument->ReportTo(m_oSender.get());
-  ThemeChanged();
-  m_oEvents.DocumentComplete(true);
+void DesktopWebBrowser::SendBatch(std::uint32_t iSerial, std::uint32_t iBatch, const std::string& sList) {
+  const std::string sScript =
+      "zelwbr3.Apply(" + std::to_string(iSerial) + "," + std::to_string(iBatch) + "," + ScriptText(sList) + ")";
+  // The completion is the acknowledgement: it comes in the order of the
+  // batches, also when the script failed or its process died, so the flow
+  // cannot come to a halt.
+  m_oView->Run(sScript, [this, iSerial, iBatch](const WebView::Outcome& oOutcome) {
+    if (!oOutcome.Error.empty()) Trace("A batch of changes was not carried out: " + oOutcome.Error);
+    if (!oOutcome.Result.empty()) Trace("Some changes were not made: " + oOutcome.Result);
+    m_oRemote.Acknowledge(iSerial, iBatch);
+  });
 }
 
 bool DesktopWebBrowser::KeyPress(const Key& oKey) {
-  // A document that is being replaced takes no keys.
-  if (m_oSender == nullptr || oKey.Code == 0) return false;
-  const bool bEnter = oKey.Code == KeyCode::Enter || oKey.Code == KeyCode::Space;
-  const bool bPages = (m_bPageTakesEscape && oKey.Code == KeyCode::Escape) || (m_bPageTakesEnter && bEnter);
-  if (bPages && !oKey.Modified) return false;
-  const std::shared_ptr<ZELWbr3::Document> oDocument = m_oDocument;
-  const wxWeakRef<wxPanel> oBox = m_oBox;
-
   bool bSwallow = false;
-  m_oPlatform.Pump().Deliver([&] {
-    WindowEvent oEvent{oKey.Code};
-    const CurrentEvent oCurrent(oDocument->parentWindow(), oEvent);
-    bSwallow = m_oEvents.KeyDown() || !oEvent.returnValue;
-  });
-  if (bSwallow || oBox == nullptr || m_oDocument != oDocument) return bSwallow;
-
-  // Enter and Space click what is active. The browser would do so for links
-  // and buttons only, and does not know an active cell at all.
-  if (oKey.Modified || !ClicksActiveElement(*oDocument, oKey.Code)) return false;
-  // Not within the key's own handling: the click may open a dialog.
-  m_oBox->CallAfter([this, oDocument] {
-    if (m_oDocument == oDocument && m_oSender != nullptr) m_oPlatform.Pump().Deliver([this] { m_oEvents.Click(); });
-  });
-  return true;
+  m_oPlatform.Pump().Deliver([&] { bSwallow = m_oRemote.KeyPress(oKey.Code, oKey.Modified); });
+  return bSwallow;
 }
 
 void DesktopWebBrowser::ProcessTerminated(const std::string& sReason) {
-  DropDocument();
-  m_oDocument.reset();
+  m_oRemote.Lose();
   m_oPlatform.Pump().Deliver([&] { m_oEvents.ProcessTerminated(sReason); });
 }
 

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "zelwbr3/desktop/ChangeSender.h"
 #include "zelwbr3/desktop/PageOrigin.h"
 #include "zelwbr3/desktop/Theme.h"
 #include "zelwbr3/desktop/WebView.h"
-#include "zelwbr3/dom/FlatList.h"
 #include "zelwbr3/platform/WebBrowser.h"
+#include "zelwbr3/remote/RemoteDocument.h"
 
 #include <cstdint>
 #include <functional>
@@ -22,16 +21,9 @@ class DesktopPlatform;
 /// One frame on a real browser: a panel as picture box and, from the first
 /// navigation on, a web view in it.
 ///
-/// The document that is worked on is a replica in this process. The agent in
-/// the page sends a snapshot when a document has loaded; writes to the replica
-/// go to the page through a ChangeSender; clicks and focus come back by element
-/// number. Every load has a number, and what a document says or is sent carries
-/// it, so that nothing can reach another document than the one it is about.
-///
 /// A page that is shown again is not loaded again if that would make no
-/// difference: the agent puts the document back to what it was at the load. Such
-/// a reset has a number and reports everything as a load does.
-class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
+/// difference: the agent puts the document back to what it was at the load.
+class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remote::Channel {
  public:
   DesktopWebBrowser(DesktopPlatform& oPlatform, WebBrowserEvents& oEvents);
   /// The same in another window than the control's.
@@ -39,10 +31,10 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
   ~DesktopWebBrowser() override;
 
   void Navigate(const std::string& sURL, NavigateFlags eFlags) override;
-  std::shared_ptr<ZELWbr3::Document> Document() const override { return m_oDocument; }
-  void Flush() override;
-  bool Settled() const override { return m_oSender == nullptr || m_oSender->Settled(); }
-  bool IsBehind() const override { return m_oSender != nullptr && m_oSender->IsBehind(); }
+  std::shared_ptr<ZELWbr3::Document> Document() const override { return m_oRemote.Document(); }
+  void Flush() override { m_oRemote.Flush(); }
+  bool Settled() const override { return m_oRemote.Settled(); }
+  bool IsBehind() const override { return m_oRemote.IsBehind(); }
   void Visible(bool bVisible) override;
   void Move(int iLeft, int iTop, int iWidth, int iHeight) override;
 
@@ -75,18 +67,17 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
   void ProcessTerminated(const std::string& sReason) override;
   void Trace(const std::string& sText) override;
 
-  /// A message's text, without what only Deliver can do with an exception.
-  void Handle(std::string_view sMessage);
+  void SendBatch(std::uint32_t iSerial, std::uint32_t iBatch, const std::string& sList) override;
+  void Later(std::function<void()> oTask) override;
+  void Loaded(const ZELWbr3::Document& oDocument) override { m_oOrigin.Loaded(oDocument); }
+  void Ready() override { ThemeChanged(); }
+
   /// A load of this URL would only give the present document as it was at first.
   bool BeginsAgainAs(const std::string& sURL) const;
-  void Load(const std::string& sURL);
-  /// Shows the document's own page again without loading it.
-  void Reset(const std::string& sURL);
-  /// Builds the replica from the snapshot and tells that it is there.
-  void Loaded();
-  /// Tells about a navigation that has begun, if that has not been done.
-  void Announce();
-  void DropDocument();
+  /// Begins to load a page and returns the load's number.
+  std::uint32_t Load(const std::string& sURL);
+  /// Begins to show the document's own page again without loading it; the number.
+  std::uint32_t Reset(const std::string& sURL);
   WebView& NeedView();
 
   DesktopPlatform& m_oPlatform;
@@ -94,19 +85,9 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents {
   /// Its parent may destroy it before this object.
   wxWeakRef<wxPanel> m_oBox;
   std::unique_ptr<WebView> m_oView;
-  std::shared_ptr<ZELWbr3::Document> m_oDocument;
-  std::shared_ptr<ChangeSender> m_oSender;
   PageOrigin m_oOrigin;
-  /// The message with the snapshot of the document as it was at its load.
-  std::string m_sLoad;
   Desktop::Theme m_eLoadTheme = Desktop::Theme::Light;
-  /// The document is one that begins again.
-  bool m_bReset = false;
-  std::uint32_t m_iSerial = 0;
-  bool m_bAnnounced = true;
-  /// A search field with a text in it has the keyboard; Escape empties it.
-  bool m_bPageTakesEscape = false;
-  bool m_bPageTakesEnter = false;
+  Remote::RemoteDocument m_oRemote;
 };
 
 }  // namespace ZELWbr3::Desktop

@@ -1,8 +1,8 @@
 #include "zelwbr3/desktop/HelpScheme.h"
 
 #include "zelwbr3/desktop/DesktopHelpFile.h"
-#include "zelwbr3/desktop/ErrorPage.h"
 #include "zelwbr3/desktop/HelpURL.h"
+#include "zelwbr3/remote/ErrorPage.h"
 
 #include <algorithm>
 #include <array>
@@ -76,7 +76,7 @@ void Serve(WebKitURISchemeRequest* oRequest, gpointer) {
 HelpContent HelpContentOf(const std::string& sURL, const std::string& sCHMPath) {
   const auto sObject = ObjectOf(sURL, sCHMPath);
   if (sCHMPath.empty() || !sObject) {
-    return {ErrorPage(sURL, "It is not in the help file that this window shows."), "text/html"};
+    return {Remote::ErrorPage(sURL, "It is not in the help file that this window shows."), "text/html"};
   }
   try {
     std::string sBytes = DesktopHelpFile::Read(sCHMPath, *sObject);
@@ -85,7 +85,7 @@ HelpContent HelpContentOf(const std::string& sURL, const std::string& sCHMPath) 
     if (sType == "text/html") AddPolicy(sBytes);
     return {std::move(sBytes), sType};
   } catch (const HelpError& oError) {
-    return {ErrorPage(*sObject, oError.what()), "text/html"};
+    return {Remote::ErrorPage(*sObject, oError.what()), "text/html"};
   }
 }
 

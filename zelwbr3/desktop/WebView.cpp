@@ -1,9 +1,9 @@
 #include "zelwbr3/desktop/WebView.h"
 
-#include "zelwbr3/desktop/ErrorPage.h"
 #include "zelwbr3/desktop/FileURL.h"
 #include "zelwbr3/desktop/HelpScheme.h"
 #include "zelwbr3/desktop/WebContext.h"
+#include "zelwbr3/remote/ErrorPage.h"
 
 #include <gtk/gtk.h>
 #include <webkit2/webkit2.h>
@@ -281,7 +281,7 @@ std::uint32_t WebView::Load(const std::string& sURL) {
 }
 
 void WebView::ShowError(const std::string& sURL, const std::string& sReason) {
-  const std::string sHTML = ErrorPage(WithoutSerial(sURL), sReason);
+  const std::string sHTML = Remote::ErrorPage(WithoutSerial(sURL), sReason);
   const std::string sAddress = WithSerial("about:blank", m_iSerial);
   webkit_web_view_load_alternate_html(m_oView, sHTML.c_str(), sAddress.c_str(), sAddress.c_str());
 }

@@ -1,9 +1,9 @@
-#include "zelwbr3/desktop/ErrorPage.h"
+#include "zelwbr3/remote/ErrorPage.h"
 
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/dom/Document.h"
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::Remote {
 
 std::string ErrorPage(std::string_view sAsked, std::string_view sReason) {
   return "<!DOCTYPE html><html lang=\"en\" " + std::string(Document::ErrorPageMark) +
@@ -16,4 +16,4 @@ std::string ErrorPage(std::string_view sAsked, std::string_view sReason) {
          "</p></body></html>";
 }
 
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::Remote

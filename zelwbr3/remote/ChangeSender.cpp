@@ -1,9 +1,9 @@
-#include "zelwbr3/desktop/ChangeSender.h"
+#include "zelwbr3/remote/ChangeSender.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::Remote {
 
 namespace {
 
@@ -116,4 +116,4 @@ void ChangeSender::SendWaiting() {
   }
 }
 
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::Remote

@@ -18,10 +18,17 @@
 (() => {
   "use strict";
 
-  // In front of this file stands the line that sets zelwbr3Theme.
-  document.documentElement.setAttribute("data-theme", zelwbr3Theme);
+  // In front of this file the platform says what is different between browsers:
+  // - Theme: the value of data-theme, "" for none
+  // - IsFrame: this is a document inside a page
+  // - Serial(): the number of this load
+  // - Post(text): sends a message
+  // - Attach(agent): takes what the platform may call
+  const { Theme, IsFrame, Serial, Attach } = zelwbr3Host;
 
-  const Post = (...oItems) => webkit.messageHandlers.zelwbr3.postMessage(JSON.stringify(oItems));
+  if (Theme !== "") document.documentElement.setAttribute("data-theme", Theme);
+
+  const Post = (...oItems) => zelwbr3Host.Post(JSON.stringify(oItems));
 
   // ---- no default action for the mouse -------------------------------------
 
@@ -30,7 +37,7 @@
     window.addEventListener(sEvent, Cancel, true);
   }
 
-  if (window !== window.top) {
+  if (IsFrame) {
     Post("frame-begin");
     window.addEventListener("load", () => Post("frame-load"), true);
     return;
@@ -38,8 +45,8 @@
 
   // ---- numbers ---------------------------------------------------------------
 
-  // The control puts its navigation's number into the URL. A reset brings another one.
-  let iSerial = Number(/[?&]zelwbr3=(\d+)/.exec(location.href)?.[1] ?? 0);
+  // Of this load; a reset brings another one.
+  let iSerial = Serial();
 
   const NumberKey = Symbol("number");
   let oNodes = [];
@@ -261,7 +268,7 @@
 
   let iLastBatch = 0;
 
-  globalThis.zelwbr3 = {
+  Attach({
     /**
      * Begins again as a load of the same page would, under another number. Answers
      * "" when that is done; this document may not be the one that is meant.
@@ -310,7 +317,7 @@
     Live() {
       return JSON.stringify(Describe(document.documentElement, []));
     },
-  };
+  });
 
   // ---- what the user does ----------------------------------------------------
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::Remote {
 
 /// The change log of one document that a browser shows: collects changes into
 /// batches and sends these without waiting, a few at a time.
@@ -81,4 +81,4 @@ class ChangeSender : public ChangeLog {
   std::uint32_t m_iAcknowledged = 0;
 };
 
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::Remote

@@ -1,11 +1,11 @@
-#include "zelwbr3/desktop/ChangeSender.h"
+#include "zelwbr3/remote/ChangeSender.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <vector>
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::Remote {
 namespace {
 
 class ChangeSenderTest : public testing::Test {
@@ -93,4 +93,4 @@ TEST_F(ChangeSenderTest, RowsThatFollowEachOtherAreOneRecord) {
 }
 
 }  // namespace
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::Remote

@@ -1,11 +1,11 @@
-#include "zelwbr3/desktop/Snapshot.h"
+#include "zelwbr3/remote/Snapshot.h"
 
 #include "zelwbr3/dom/Document.h"
 #include "zelwbr3/dom/DocumentBuilder.h"
 
 #include <stdexcept>
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::Remote {
 
 void BuildDocument(FlatListReader& oList, Document& oDocument) {
   // The items of a snapshot, as agent.js writes them.
@@ -45,4 +45,4 @@ void BuildDocument(FlatListReader& oList, Document& oDocument) {
   if (iDepth != 0) throw std::invalid_argument("A snapshot ends before its elements do");
 }
 
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::Remote

@@ -1,0 +1,154 @@
+#include "zelwbr3/remote/RemoteDocument.h"
+
+#include "zelwbr3/dom/FlatList.h"
+#include "zelwbr3/framework/KeyClick.h"
+#include "zelwbr3/framework/KeyCode.h"
+#include "zelwbr3/remote/Snapshot.h"
+
+#include <utility>
+
+namespace ZELWbr3::Remote {
+
+RemoteDocument::~RemoteDocument() {
+  if (m_oDocument != nullptr) m_oDocument->ReportTo(nullptr);
+}
+
+void RemoteDocument::Later(std::function<void()> oTask) {
+  m_oChannel.Later([oAlive = std::weak_ptr(m_oAlive), oTask = std::move(oTask)] {
+    if (!oAlive.expired()) oTask();
+  });
+}
+
+void RemoteDocument::Begin(std::uint32_t iSerial, bool bAgain) {
+  Drop();
+  m_bAgain = bAgain;
+  m_iSerial = iSerial;
+  m_bAnnounced = false;
+  Later([this] { Announce(); });
+}
+
+void RemoteDocument::LoadInstead(std::uint32_t iSerial) {
+  m_bAgain = false;
+  m_iSerial = iSerial;
+}
+
+void RemoteDocument::Announce() {
+  if (m_bAnnounced) return;
+  m_bAnnounced = true;
+  m_oEvents.BeforeNavigate(true);
+}
+
+void RemoteDocument::Drop() {
+  if (m_oDocument != nullptr) m_oDocument->ReportTo(nullptr);
+  m_oSender.reset();
+  m_bPageTakesEscape = false;
+  m_bPageTakesEnter = false;
+}
+
+void RemoteDocument::Lose() {
+  Drop();
+  m_oDocument.reset();
+}
+
+void RemoteDocument::Flush() {
+  if (m_oSender != nullptr) m_oSender->Flush();
+}
+
+void RemoteDocument::Theme(const std::string& sName) {
+  // The attribute is part of the document like any other, so the document shown
+  // follows by the same road as every change.
+  constexpr const char* Attribute = "data-theme";
+  Element* oRoot = m_oDocument == nullptr ? nullptr : m_oDocument->documentElement();
+  if (oRoot == nullptr || oRoot->getAttribute(Attribute) == sName) return;
+  if (sName.empty()) {
+    oRoot->removeAttribute(Attribute);
+  } else {
+    oRoot->setAttribute(Attribute, sName);
+  }
+  Flush();
+}
+
+void RemoteDocument::Handle(std::string_view sMessage) {
+  FlatListReader oList(sMessage);
+  const std::string sKind = oList.Text();
+  if (sKind == "frame-begin") {
+    m_oEvents.BeforeNavigate(false);
+    m_oEvents.NavigateComplete();
+    return;
+  }
+  if (sKind == "frame-load") return m_oEvents.DocumentComplete(false);
+
+  // What an earlier document still says is of no interest.
+  if (oList.Number() != m_iSerial) return;
+  Announce();
+  if (sKind == "begin") {
+    if (m_bAgain) {
+      // Nothing more to wait for; but whoever waits for the navigation goes on first.
+      Later([this, iSerial = m_iSerial] {
+        if (m_iSerial == iSerial) Build();
+      });
+    }
+    m_oEvents.NavigateComplete();
+  } else if (sKind == "load") {
+    m_sLoad = sMessage;
+    Build();
+  } else if (sKind == "keys") {
+    m_bPageTakesEscape = oList.Number() != 0;
+    m_bPageTakesEnter = oList.Number() != 0;
+  } else if (m_oSender != nullptr) {
+    m_oDocument->Activate(m_oDocument->ByNumber(oList.Number()));
+    if (sKind == "click") m_oEvents.Click();
+  }
+}
+
+void RemoteDocument::Build() {
+  const auto oDocument = std::make_shared<ZELWbr3::Document>();
+  FlatListReader oSnapshot(m_sLoad);
+  oSnapshot.Text();    // the kind of the message
+  oSnapshot.Number();  // and the document's number then
+  BuildDocument(oSnapshot, *oDocument);
+  if (!m_bAgain) m_oChannel.Loaded(*oDocument);
+
+  Drop();
+  m_oSender =
+      std::make_shared<ChangeSender>([this, iSerial = m_iSerial](std::uint32_t iBatch, const std::string& sList) {
+        m_oChannel.SendBatch(iSerial, iBatch, sList);
+      });
+  m_oDocument = oDocument;
+  m_oDocument->ReportTo(m_oSender.get());
+  m_oChannel.Ready();
+  m_oEvents.DocumentComplete(true);
+}
+
+void RemoteDocument::Acknowledge(std::uint32_t iSerial, std::uint32_t iBatch) {
+  if (m_oSender != nullptr && iSerial == m_iSerial) m_oSender->Acknowledge(iBatch);
+}
+
+bool RemoteDocument::KeyPress(Long lCode, bool bModified) {
+  // A document that is being replaced takes no keys.
+  if (m_oSender == nullptr || lCode == 0) return false;
+  const bool bEnter = lCode == KeyCode::Enter || lCode == KeyCode::Space;
+  const bool bPages = (m_bPageTakesEscape && lCode == KeyCode::Escape) || (m_bPageTakesEnter && bEnter);
+  if (bPages && !bModified) return false;
+  const std::shared_ptr<ZELWbr3::Document> oDocument = m_oDocument;
+  const std::weak_ptr oAlive = m_oAlive;
+
+  WindowEvent oEvent{lCode};
+  bool bSwallow = false;
+  {
+    const CurrentEvent oCurrent(oDocument->parentWindow(), oEvent);
+    bSwallow = m_oEvents.KeyDown() || !oEvent.returnValue;
+  }
+  if (bSwallow || oAlive.expired() || m_oDocument != oDocument) return bSwallow;
+
+  // Enter and Space click what is active. The browser would do so for links
+  // and buttons only, and does not know an active cell at all.
+  if (bModified || !ClicksActiveElement(*oDocument, lCode)) return false;
+  // Not within the key's own handling: the click may open a dialog.
+  Later([this, oDocument] {
+    if (m_oDocument == oDocument && m_oSender != nullptr) m_oEvents.Click();
+  });
+  return true;
+}
+
+}  // namespace ZELWbr3::Remote
