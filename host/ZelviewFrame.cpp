@@ -12,6 +12,7 @@
 #include "zelwbr3/desktop/Picture.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
+#include "zelwbr3/pages/main/PageMain.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -196,6 +197,7 @@ void ZelviewFrame::Connect() {
     for (std::size_t i = 0; i < oEntries.size(); ++i) {
       if (oPage->Name().starts_with(oEntries[i].Name)) Desktop::SelectRow(*m_oPageList, static_cast<int>(i));
     }
+    if (const auto oMain = std::dynamic_pointer_cast<PageMain>(oPage)) ShowCounts(oMain->Findings());
     Say("");
   }));
   m_connections.push_back(oBrowser.ActionBegin.Connect([this] { Say("Working…"); }));
@@ -203,6 +205,16 @@ void ZelviewFrame::Connect() {
   m_connections.push_back(oBrowser.Command.Connect([this](Long lCommand) {
     Say("A program around this page would carry out its command " + std::to_string(lCommand) + " now.");
   }));
+}
+
+void ZelviewFrame::ShowCounts(const std::vector<Health::Finding>& findings) {
+  const auto oEntries = HostPages::All();
+  for (std::size_t i = 0; i < oEntries.size(); ++i) {
+    const auto iCount = std::ranges::count(findings, oEntries[i].Name, &Health::Finding::Page);
+    const wxString sTitle = oEntries[i].Title + (iCount == 0 ? wxString() : wxString::Format(" (%d)", int(iCount)));
+    const auto iRow = static_cast<unsigned>(i);
+    if (m_oPageList->GetString(iRow) != sTitle) m_oPageList->SetString(iRow, sTitle);
+  }
 }
 
 void ZelviewFrame::Open(const std::string& sInstance) {

@@ -3,6 +3,7 @@
 #include "host/HostPages.h"
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
+#include "zelwbr3/framework/Health.h"
 #include "zelwbr3/framework/clsTrace.h"
 
 #include <functional>
@@ -46,6 +47,8 @@ class ZelviewFrame : public wxFrame {
   /// Gives the keyboard to the next of page list, commands and page.
   void GoRound(bool bForward);
   void Connect();
+  /// Says beside each page how many findings it shows.
+  void ShowCounts(const std::vector<Health::Finding>& findings);
   void OpenFile(const wxString& sTitle, const wxString& sPattern, const std::string& sKind);
   void OpenServer();
   /// No value when the user cancels. sRefused says why another one is needed.

@@ -1,6 +1,6 @@
 /*
- * The embedded components of the page files: <zel-fill-bar> and
- * <zel-instance-picture>.
+ * The embedded components of the page files: <zel-fill-bar>,
+ * <zel-instance-picture> and <zel-health-badge>.
  *
  * A component's properties are attributes of its element: "data-" and the
  * property's name in lower case, numbers in decimal, booleans as "true" and
@@ -287,4 +287,52 @@
     Wait: ReadBoolean,
     HotStandby: ReadBoolean,
   });
+
+  // ---- health badge ---------------------------------------------------------
+
+  // By level; 0 and anything else shows nothing.
+  const BadgeLevels = new Map([
+    [1, { sClass: "attention", sWord: "needs attention" }],
+    [2, { sClass: "critical", sWord: "critical" }],
+    [3, { sClass: "unknown", sWord: "not everything could be read" }],
+  ]);
+
+  const BadgeMarkup = `
+    <svg id="badge" viewBox="0 0 28 28" role="img">
+      <title id="tip"></title>
+      <path class="sign attention" d="M14 2.5L26.5 25H1.5z"/>
+      <path class="sign critical" d="M9 2h10l7 7v10l-7 7H9l-7-7V9z"/>
+      <circle class="sign unknown" cx="14" cy="14" r="12"/>
+      <path class="mark attention" d="M14 10.5v6.5M14 21v.1"/>
+      <path class="mark critical" d="M14 7.5v8M14 20.2v.1"/>
+      <path class="mark unknown" d="M10.2 11a3.8 3.8 0 1 1 5.6 3.3c-1.3.7-1.8 1.4-1.8 2.7M14 20.2v.1"/>
+    </svg>`;
+
+  const BadgeSheet = Sheet(`
+    :host { display: none; }
+    :host([data-level="1"]), :host([data-level="2"]), :host([data-level="3"]) { display: block; }
+    svg { display: block; width: 100%; height: 100%; }
+    path, circle { display: none; }
+    .sign { stroke: var(--zel-paper, #fff); stroke-width: 2; stroke-linejoin: round; }
+    .mark { fill: none; stroke: var(--zel-sign-mark, #fff); stroke-width: 3; stroke-linecap: round; }
+    .sign.attention { fill: var(--zel-medium-text, #8a5a00); }
+    .sign.critical { fill: var(--zel-hot-text, #b3261e); }
+    .sign.unknown { fill: var(--zel-sign-quiet, #56616f); }
+    svg.attention .attention, svg.critical .critical, svg.unknown .unknown { display: inline; }
+  `);
+
+  class HealthBadge extends Component {
+    constructor() {
+      super(BadgeMarkup, BadgeSheet);
+    }
+
+    Draw() {
+      const oLevel = BadgeLevels.get(this.Level);
+      this.Part("badge").setAttribute("class", oLevel?.sClass ?? "");
+      this.Part("badge").setAttribute("aria-label", oLevel?.sWord ?? "");
+      this.Part("tip").textContent = oLevel?.sWord ?? "";
+    }
+  }
+
+  Define("zel-health-badge", HealthBadge, { Level: ReadNumber });
 })();

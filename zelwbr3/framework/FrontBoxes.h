@@ -26,6 +26,8 @@ class FrontBoxes : public MessageBox, public DialogBox {
   void ShowWithHelp(const std::string& sText, const std::string& sTitle, Icon eIcon,
                     const std::function<void()>& oHelp) override;
   Dialog::Answer Show(Dialog& oDialog) override;
+  /// Runs what PageSite::MessageHelp has returned.
+  void ShowHelp(const std::function<void()>& oHelp) { Open(oHelp); }
 
  private:
   void Open(const std::function<void()>& oShow);

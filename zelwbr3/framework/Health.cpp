@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <string_view>
 #include <utility>
 
 namespace ZELWbr3 {
@@ -30,6 +31,29 @@ int Rank(Level eLevel) {
   return Ranks[static_cast<std::size_t>(eLevel)];
 }
 
+/// Where a kind of finding is shown.
+struct Place {
+  const char* Name;
+  const char* Page;
+  int Tab = 0;
+};
+constexpr Place Places[] = {
+    {"state", "Main"},
+    {"data-area", "DataArea", 2},
+    {"log-area", "LogArea", 2},
+    {"sessions", "Sessions"},
+    {"bad-indexes", "Main"},
+    {"bad-volumes", "DataArea"},
+    {"history-lost", "History"},
+    {"standby", "Main"},
+    {"cache-hit-rate", "InfoCaches"},
+    {"lock-wait", "Sessions"},
+    {"long-transaction", "Sessions"},
+    {"archive", "LogArea", 1},
+    {"parameter-pending", "Parameters"},
+    {"analyzer", "DBAnalyzer"},
+};
+
 /// "1 index is bad", "3 indexes are bad".
 std::string Counted(std::int32_t lCount, const char* sOne, const char* sMany) {
   return std::to_string(lCount) + " " + (lCount == 1 ? sOne : sMany);
@@ -48,53 +72,54 @@ class Examination {
       LogArea();
       Sessions();
       Counters();
-      Try("cache-hit-rate", "InfoCaches", "The caches", [this] { HitRate(); });
-      Try("standby", "Main", "The hot standby", [this] { Standby(); });
-      Try("parameter-pending", "Parameters", "The parameters", [this] { PendingParameters(); });
-      Try("lock-wait", "Sessions", "Waiting sessions", [this] { Troubles(); });
+      Try("cache-hit-rate", "The caches", [this] { HitRate(); });
+      Try("standby", "The hot standby", [this] { Standby(); });
+      Try("parameter-pending", "The parameters", [this] { PendingParameters(); });
+      Try("lock-wait", "Waiting sessions", [this] { Troubles(); });
     }
-    Try("analyzer", "DBAnalyzer", "The analyzer", [this] { Analyzer(); });
+    Try("analyzer", "The analyzer", [this] { Analyzer(); });
     std::ranges::stable_sort(m_oHealth.Findings, std::greater(),
                              [](const Health::Finding& o) { return Rank(o.Severity); });
     return std::move(m_oHealth);
   }
 
  private:
-  void Add(Level eLevel, const char* sName, const std::string& sText, const char* sPage) {
-    m_oHealth.Findings.push_back({eLevel, sName, Text::OneLine(sText), sPage});
+  void Add(Level eLevel, std::string_view sName, const std::string& sText) {
+    const Place& oPlace = *std::ranges::find(Places, sName, [](const Place& o) { return std::string_view(o.Name); });
+    m_oHealth.Findings.push_back({eLevel, oPlace.Name, Text::OneLine(sText), oPlace.Page, oPlace.Tab});
   }
 
-  void Try(const char* sName, const char* sPage, const std::string& sWhat, const std::function<void()>& oPart) {
+  void Try(const char* sName, const std::string& sWhat, const std::function<void()>& oPart) {
     try {
       oPart();
     } catch (const ZELLib3::InstanceError& oError) {
-      Add(Level::Unknown, sName, sWhat + " could not be read: " + oError.what(), sPage);
+      Add(Level::Unknown, sName, sWhat + " could not be read: " + oError.what());
     }
   }
 
   void State() {
     const Long lStatus = m_oState->Status();
     if (lStatus == ZELLib3::Status::Online) {
-      if (!m_oState->InfoAvailable()) Add(Level::Unknown, "state", m_oState->StateText(), "Main");
+      if (!m_oState->InfoAvailable()) Add(Level::Unknown, "state", m_oState->StateText());
       return;
     }
     // Which is where a standby belongs.
     if (lStatus == ZELLib3::Status::AdminToOnline && m_oDatabase.HotStandbyRole() == kStandby) return;
     const bool bAdmin = lStatus == ZELLib3::Status::Admin || lStatus == ZELLib3::Status::AdminToOnline;
     Add(bAdmin ? Level::Warning : Level::Critical, "state",
-        "The instance is not online: " + Text::Isolated(m_oState->StateText()), "Main");
+        "The instance is not online: " + Text::Isolated(m_oState->StateText()));
   }
 
   /// A bar is as bad as the second and third of its thresholds say, or full.
-  void Bar(const char* sBar, const char* sName, std::size_t iFirst, Long lPercent, bool bFull, const std::string& sText,
-           const char* sPage) {
+  void Bar(const char* sBar, const char* sName, std::size_t iFirst, Long lPercent, bool bFull,
+           const std::string& sText) {
     const int iWarning = m_oLimits[iFirst + 1];
     const int iCritical = m_oLimits[iFirst + 2];
     m_oHealth.Bars.push_back({sBar, lPercent, iWarning, iCritical});
     if (bFull || lPercent >= iCritical) {
-      Add(Level::Critical, sName, sText + (bFull ? "" : " (limit " + std::to_string(iCritical) + " %)"), sPage);
+      Add(Level::Critical, sName, sText + (bFull ? "" : " (limit " + std::to_string(iCritical) + " %)"));
     } else if (lPercent >= iWarning) {
-      Add(Level::Warning, sName, sText + " (limit " + std::to_string(iWarning) + " %)", sPage);
+      Add(Level::Warning, sName, sText + " (limit " + std::to_string(iWarning) + " %)");
     }
   }
 
@@ -110,7 +135,7 @@ class Examination {
     const Long lPercent = m_oState->DataPercent();
     const bool bFull = m_oState->DataFull();
     Bar("data", "data-area", 0, lPercent, bFull,
-        AreaText("Data area", lPercent, bFull, m_oState->DataTotal(), m_oState->DataUsed()), "DataArea");
+        AreaText("Data area", lPercent, bFull, m_oState->DataTotal(), m_oState->DataUsed()));
   }
 
   void LogArea() {
@@ -120,25 +145,24 @@ class Examination {
     const Long lPercent = m_oState->LogPercent();
     const bool bFull = m_oState->LogFull();
     Bar("log", "log-area", 3, lPercent, bFull,
-        AreaText("Log area", lPercent, bFull, m_oState->LogTotal(), m_oState->LogUsed()), "LogArea");
+        AreaText("Log area", lPercent, bFull, m_oState->LogTotal(), m_oState->LogUsed()));
   }
 
   void Sessions() {
     const Long lPercent = m_oState->SessionPercent();
     Bar("sessions", "sessions", 6, lPercent, false,
         std::to_string(m_oState->SessionsUsed()) + " of " + std::to_string(m_oState->SessionsMax()) +
-            " sessions are in use",
-        "Sessions");
+            " sessions are in use");
   }
 
   void Counters() {
     if (const Long lIndexes = m_oState->BadIndexes(); lIndexes > 0) {
-      Add(Level::Warning, "bad-indexes", Counted(lIndexes, "index is bad", "indexes are bad"), "Main");
+      Add(Level::Warning, "bad-indexes", Counted(lIndexes, "index is bad", "indexes are bad"));
     }
     if (const Long lVolumes = m_oState->BadVolumes(); lVolumes > 0) {
-      Add(Level::Critical, "bad-volumes", Counted(lVolumes, "volume is bad", "volumes are bad"), "DataArea");
+      Add(Level::Critical, "bad-volumes", Counted(lVolumes, "volume is bad", "volumes are bad"));
     }
-    if (m_oState->HistoryLost()) Add(Level::Warning, "history-lost", "The backup history is lost", "History");
+    if (m_oState->HistoryLost()) Add(Level::Warning, "history-lost", "The backup history is lost");
   }
 
   void HitRate() {
@@ -147,8 +171,7 @@ class Examination {
     const auto oCaches = m_oDatabase.Caches();
     if (!oCaches->Refresh() || oCaches->DataCacheAccesses(0) < kLoad) return;
     Add(Level::Warning, "cache-hit-rate",
-        "The data cache's hit rate is " + std::to_string(lRate) + " % (limit " + std::to_string(kLowHitRate) + " %)",
-        "InfoCaches");
+        "The data cache's hit rate is " + std::to_string(lRate) + " % (limit " + std::to_string(kLowHitRate) + " %)");
   }
 
   void Standby() {
@@ -159,7 +182,7 @@ class Examination {
       sText += sBetween + Text::Isolated(oNode.Name) + " " + Text::Isolated(oNode.StateText);
       sBetween = ", ";
     }
-    Add(Level::Warning, "standby", sText, "Main");
+    Add(Level::Warning, "standby", sText);
   }
 
   void PendingParameters() {
@@ -178,25 +201,21 @@ class Examination {
       sText += (i == 0 ? ": " : ", ") + Text::Isolated(names[i]);
     }
     if (names.size() > kMostNames) sText += ", …";
-    Add(Level::Warning, "parameter-pending", sText, "Parameters");
+    Add(Level::Warning, "parameter-pending", sText);
   }
 
   void Troubles() {
-    struct Place {
-      const char* Name;
-      const char* Page;
-    };
-    constexpr Place Places[] = {{"lock-wait", "Sessions"}, {"long-transaction", "Sessions"}, {"archive", "LogArea"}};
+    constexpr std::array<const char*, 3> Names = {"lock-wait", "long-transaction", "archive"};
     for (const ZELLib3::Trouble& oTrouble : m_oDatabase.Troubles()) {
-      const Place& oPlace = Places[static_cast<std::size_t>(oTrouble.What)];
-      Add(oTrouble.IsCritical ? Level::Critical : Level::Warning, oPlace.Name, oTrouble.Text, oPlace.Page);
+      Add(oTrouble.IsCritical ? Level::Critical : Level::Warning, Names[static_cast<std::size_t>(oTrouble.What)],
+          oTrouble.Text);
     }
   }
 
   void Analyzer() {
     const auto oAnalyzer = m_oDatabase.Analyzer();
     if (oAnalyzer == nullptr || !oAnalyzer->HasError()) return;
-    Add(Level::Warning, "analyzer", "The analyzer has failed: " + oAnalyzer->ErrorText(), "DBAnalyzer");
+    Add(Level::Warning, "analyzer", "The analyzer has failed: " + oAnalyzer->ErrorText());
   }
 
   ZELLib3::Database& m_oDatabase;

@@ -17,6 +17,10 @@ struct Health {
     std::string Name;  ///< which kind of finding, such as "data-area"
     std::string Text;  ///< a sentence without its period, with figure and limit
     std::string Page;  ///< the page that shows it, by the name of its page file
+    int Tab = 0;       ///< the tab there, 0-based
+
+    /// The topic of the programs' help file that explains it.
+    std::string HelpID() const { return "finding-" + Name; }
   };
   /// A fill level and the percentages from which it is a warning and critical.
   struct Bar {

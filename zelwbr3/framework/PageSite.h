@@ -34,6 +34,9 @@ class PageSite {
 
   // Pages that other pages open.
   virtual void ShowDefault() = 0;
+  /// A page by the name of its page file, with that of its tabs in front if it has
+  /// any. Does nothing for a name that no page of an instance has.
+  virtual void ShowPage(const std::string& sName, std::shared_ptr<ZELLib3::Database> oDatabase, Long lTab) = 0;
   virtual void ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
                              std::shared_ptr<ZELLib3::Parameter> oParameter) = 0;
   virtual void ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase,

@@ -13,6 +13,9 @@ class TabbedPage : public DataPage {
   void Hide() override;
   void CleanUp() override;
 
+  /// Chooses a tab, 0-based, as the user would; the next display shows it.
+  void ChooseTab(Long lTab) { m_lChosenTab = lTab; }
+
  protected:
   /// Writes the initial content of the tabs.
   virtual void FillTabs() = 0;

@@ -56,6 +56,11 @@ class WebBrowser {
   /// without loading it, if that makes no difference but the time.
   virtual void Navigate(const std::string& sURL, NavigateFlags eFlags) = 0;
 
+  /// Navigates to the URL shown already, for new figures of the same page. A browser
+  /// may leave what the user sees as it is until the page has filled the fresh
+  /// document, and then change only what differs.
+  virtual void Refresh(const std::string& sURL) { Navigate(sURL, NavigateFlags::Fresh); }
+
   /// The document loaded last; null before the first one, and after the browser's
   /// process has died.
   virtual std::shared_ptr<ZELWbr3::Document> Document() const = 0;

@@ -1,10 +1,13 @@
 #include "zelwbr3/shell/Browser.h"
 
+#include "zelwbr3/framework/TabbedPage.h"
 #include "zelwbr3/framework/WaitRunnerScope.h"
 #include "zelwbr3/framework/modLocal.h"
 #include "zelwbr3/shell/Pages.h"
 #include "zelwbr3/shell/frmMessage.h"
 
+#include <functional>
+#include <map>
 #include <stdexcept>
 
 namespace ZELWbr3 {
@@ -133,7 +136,7 @@ void Browser::Navigate(const std::string& sURL, Long lWebBrowser) {
 
 void Browser::Refresh(Long lWebBrowser) {
   BrowserFrame& oFrame = Frame(lWebBrowser);
-  if (!oFrame.URL.empty()) oFrame.WebBrowser().Navigate(oFrame.URL, NavigateFlags::Fresh);
+  if (!oFrame.URL.empty()) oFrame.WebBrowser().Refresh(oFrame.URL);
 }
 
 void Browser::Clear(Long lWebBrowser) { Navigate("about:blank", lWebBrowser); }
@@ -177,6 +180,28 @@ void Browser::NotifyPageComplete(const std::shared_ptr<Page>& oPage) {
 }
 
 void Browser::ShowDefault() { PageDefault()->Show(); }
+
+void Browser::ShowPage(const std::string& sName, std::shared_ptr<ZELLib3::Database> oDatabase, Long lTab) {
+  using Getter = std::shared_ptr<DataPage> (*)(Browser&);
+  static const std::map<std::string, Getter, std::less<>> pages = {
+      {"Main", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageMain(); }},
+      {"DataArea", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageDataArea(); }},
+      {"LogArea", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageLogArea(); }},
+      {"Parameters", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageParameters(); }},
+      {"InfoCaches", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageInfoCaches(); }},
+      {"InfoActivity", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageInfoActivity(); }},
+      {"Sessions", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageSessions(); }},
+      {"SysInfos", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageSysInfos(); }},
+      {"SysDD", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageSysDD(); }},
+      {"DBAnalyzer", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageDBAnalyzer(); }},
+      {"History", [](Browser& o) -> std::shared_ptr<DataPage> { return o.PageHistory(); }},
+  };
+  const auto it = pages.find(sName);
+  if (it == pages.end()) return;
+  const auto oPage = it->second(*this);
+  if (const auto oTabbed = std::dynamic_pointer_cast<TabbedPage>(oPage)) oTabbed->ChooseTab(lTab);
+  oPage->Show(std::move(oDatabase));
+}
 
 void Browser::ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
                             std::shared_ptr<ZELLib3::Parameter> oParameter) {

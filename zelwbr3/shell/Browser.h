@@ -140,6 +140,7 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   bool HasPage(Long lWebBrowser) const override { return Frame(lWebBrowser).Page != nullptr; }
   bool IsBehind(Long lWebBrowser) const override { return Frame(lWebBrowser).WebBrowser().IsBehind(); }
   void ShowDefault() override;
+  void ShowPage(const std::string& sName, std::shared_ptr<ZELLib3::Database> oDatabase, Long lTab) override;
   void ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
                      std::shared_ptr<ZELLib3::Parameter> oParameter) override;
   void ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SysInfo> oSysInfo) override;

@@ -7,6 +7,7 @@
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/framework/modTopWarning.h"
+#include "zelwbr3/pages/main/FindingList.h"
 #include "zelwbr3/pages/main/HotStandbyTable.h"
 #include "zelwbr3/pages/main/MainDetails.h"
 #include "zelwbr3/pages/main/StateCommands.h"
@@ -43,6 +44,7 @@ const Integer NoValue = -1;
 }  // namespace
 
 void PageMain::FillContent() {
+  m_oHealth = {};
   if (const auto oCommandlist = Commandlist()) StateCommands::FillCommandlist(*oCommandlist, PageType(), *Database());
   FillPicture();
   FillNameAndState();
@@ -52,6 +54,7 @@ void PageMain::FillContent() {
   FillDetails();
   FillHotStandby();
   modTopWarning::Show(Form(), *Database());
+  FillHealth();
 }
 
 void PageMain::OnCommand(Long lCommand) {
@@ -205,6 +208,26 @@ void PageMain::FillDetails() {
 void PageMain::FillHotStandby() {
   HotStandbyTable oTable([this](std::string_view sID) -> Element& { return RequiredElement(sID); }, *Document());
   oTable.Fill(*Database());
+}
+
+void PageMain::FillHealth() {
+  if (!FindingList::IsIn(*Document())) return;
+  m_oHealth = Health::Of(*Database());
+  FindingList::Fill(*Document(), m_oHealth,
+                    [this](const std::string& sHelpID) { return Browser().MessageHelp(sHelpID) != nullptr; });
+}
+
+bool PageMain::OnClick(const std::string& sID) {
+  if (const auto* oFinding = FindingList::Linked(m_oHealth, sID)) {
+    // The page may go while the other one is shown.
+    Act([this, oShown = *oFinding] { Browser().ShowPage(oShown.Page, Database(), oShown.Tab); });
+    return true;
+  }
+  if (const auto* oFinding = FindingList::LinkedHelp(m_oHealth, sID)) {
+    if (const auto oHelp = Browser().MessageHelp(oFinding->HelpID())) Boxes().ShowHelp(oHelp);
+    return true;
+  }
+  return false;
 }
 
 bool PageMain::AreasOpen() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/Health.h"
 #include "zelwbr3/framework/PageType.h"
 
 #include <functional>
@@ -9,7 +10,7 @@
 
 namespace ZELWbr3 {
 
-/// An overview of the instance: a summary with the instance picture and three
+/// An overview of the instance: what needs attention, a summary with the instance picture and three
 /// fill bars, tables of details, the hot-standby nodes, and a warning if an area
 /// is full.
 class PageMain : public DataPage {
@@ -20,8 +21,12 @@ class PageMain : public DataPage {
   Long PageType() const override { return Type; }
   Long WebBrowser() const override { return PageSite::zelWebBrowserMain; }
 
+  /// What the page shows at the moment; none while it shows none.
+  const std::vector<Health::Finding>& Findings() const { return m_oHealth.Findings; }
+
  protected:
   void FillContent() override;
+  bool OnClick(const std::string& sID) override;
   void OnCommand(Long lCommand) override;
   bool ShowsFooter() const override { return true; }
 
@@ -40,6 +45,7 @@ class PageMain : public DataPage {
   void FillLogRows();
   void FillDetails();
   void FillHotStandby();
+  void FillHealth();
 
   /// The present state; never kept.
   std::shared_ptr<ZELLib3::StateInfo> State() const { return Database()->StateInfo(); }
@@ -48,6 +54,8 @@ class PageMain : public DataPage {
   bool IsAtLeast(int lVersion) const { return Database()->Version()->Number() >= lVersion; }
   /// The text of an area: a blank, that it is full, or its sizes.
   std::string AreaText(Flag pFull, const std::string& sFullText, const std::function<std::string()>& oSizes) const;
+
+  Health m_oHealth;
 };
 
 }  // namespace ZELWbr3
