@@ -55,7 +55,9 @@
 
     /** The number in a text; NaN if there is none. */
     Read(sText) {
-      if (sText.length > 64) return NaN;
+      const iFirst = sText.charCodeAt(0);
+      const bBegins = (iFirst >= 48 && iFirst <= 57) || iFirst === 43 || iFirst === 45;  // digits, + and -
+      if (!bBegins || sText.length > 64) return NaN;
       if (sText.length < 16 && IsDigits(sText)) return Number(sText);
       let oMatch = this.oUsers.exec(sText);
       let sExponent = "";
@@ -78,7 +80,9 @@
   // ---- work in slices ---------------------------------------------------------
 
   /** The longest time in milliseconds that the page is kept from the user. */
-  const SliceTime = 40;
+  const SliceTime = 30;
+  /** Small things that are done before the clock is looked at. */
+  const Step = 4096;
 
   /** A long work that lets the user do anything meanwhile, also make it superfluous. */
   class Work {
@@ -97,6 +101,25 @@
       this.dUntil = performance.now() + SliceTime;
       return !this.bGivenUp;
     }
+
+    /** Calls a function for ranges of these numbers, one after the other. False: no longer wanted. */
+    async InSlices(iFrom, iEnd, DoSome) {
+      for (let i = iFrom; i < iEnd; i += Step) {
+        DoSome(i, Math.min(i + Step, iEnd));
+        if (this.bDue && !(await this.Rest())) return false;
+      }
+      return true;
+    }
+
+    /** The items that a function says yes to; null: no longer wanted. */
+    async Filter(oItems, IsWanted) {
+      const oWanted = new Uint32Array(oItems.length);
+      let iCount = 0;
+      const FilterSome = (i, iStop) => {
+        for (; i < iStop; ++i) if (IsWanted(oItems[i], i)) oWanted[iCount++] = oItems[i];
+      };
+      return (await this.InSlices(0, oItems.length, FilterSome)) ? oWanted.subarray(0, iCount) : null;
+    }
   }
 
   /** The whole numbers from 0. */
@@ -106,36 +129,314 @@
     return oAll;
   };
 
+  // ---- sorting ----------------------------------------------------------------
+
+  /** Items sorted without merging. */
+  const ShortRun = 16;
+
+  /** Sorts a few items by their numbers. */
+  const SortShortRun = (oItems, dKeys, iFrom, iEnd) => {
+    for (let i = iFrom + 1; i < iEnd; ++i) {
+      const iItem = oItems[i];
+      const dKey = dKeys[i];
+      let iTo = i;
+      for (; iTo > iFrom && dKeys[iTo - 1] > dKey; --iTo) {
+        oItems[iTo] = oItems[iTo - 1];
+        dKeys[iTo] = dKeys[iTo - 1];
+      }
+      oItems[iTo] = iItem;
+      dKeys[iTo] = dKey;
+    }
+  };
+
   /** Goes on with a merge of two runs for a while. */
   const MergeSome = (oFrom, oTo, oRun, Follows) => {
-    let { iLeft, iRight, iTo } = oRun;
+    const { oItems, dKeys } = oFrom;
     const { iMiddle, iEnd } = oRun;
-    const iStop = Math.min(iEnd, iTo + 8192);
+    let { iLeft, iRight, iTo } = oRun;
+    const iStop = Math.min(iEnd, iTo + Step);
     for (; iTo < iStop; ++iTo) {
-      const bRight = iLeft === iMiddle || (iRight < iEnd && Follows(oFrom[iLeft], oFrom[iRight]));
-      oTo[iTo] = bRight ? oFrom[iRight++] : oFrom[iLeft++];
+      const bRight = iLeft === iMiddle || (iRight < iEnd && Follows(oFrom, iLeft, iRight));
+      const iAt = bRight ? iRight++ : iLeft++;
+      oTo.oItems[iTo] = oItems[iAt];
+      oTo.dKeys[iTo] = dKeys[iAt];
     }
     Object.assign(oRun, { iLeft, iRight, iTo });
   };
 
-  /** The items sorted, equal ones in their order; null if that is no longer wanted. */
-  const Sorted = async (oItems, Follows, oWork) => {
-    let oFrom = oItems;
-    let oTo = new Uint32Array(oItems.length);
-    for (let iWidth = 1; iWidth < oItems.length; iWidth *= 2) {
-      for (let iLeft = 0; iLeft < oItems.length; iLeft += 2 * iWidth) {
-        const iMiddle = Math.min(iLeft + iWidth, oItems.length);
-        const oRun = { iLeft, iMiddle, iRight: iMiddle, iEnd: Math.min(iMiddle + iWidth, oItems.length), iTo: iLeft };
+  /**
+   * Sorts items and their numbers together by merging runs that are sorted already; equal
+   * items keep their order. Null: no longer wanted.
+   */
+  const Merged = async (oItems, dKeys, iRun, Follows, oWork) => {
+    const iCount = oItems.length;
+    let oFrom = { oItems, dKeys };
+    let oTo = { oItems: new Uint32Array(iCount), dKeys: new Float64Array(iCount) };
+    for (let iWidth = iRun; iWidth < iCount; iWidth *= 2) {
+      for (let iLeft = 0; iLeft < iCount; iLeft += 2 * iWidth) {
+        const iMiddle = Math.min(iLeft + iWidth, iCount);
+        const oRun = { iLeft, iMiddle, iRight: iMiddle, iEnd: Math.min(iMiddle + iWidth, iCount), iTo: iLeft };
         while (oRun.iTo < oRun.iEnd) {
           MergeSome(oFrom, oTo, oRun, Follows);
-          if (iWidth >= 4096 && oWork.bDue && !(await oWork.Rest())) return null;
+          if ((iWidth >= Step / 2 || iLeft % Step === 0) && oWork.bDue && !(await oWork.Rest())) return null;
         }
-        if (iWidth < 4096 && iLeft % 8192 === 0 && oWork.bDue && !(await oWork.Rest())) return null;
       }
       [oFrom, oTo] = [oTo, oFrom];
     }
     return oFrom;
   };
+
+  const FollowsByNumber = ({ dKeys }, iLeft, iRight) => dKeys[iLeft] > dKeys[iRight];
+
+  /** Sorts items by their numbers, both where they stand. False: no longer wanted. */
+  const SortByNumbers = async (oItems, dKeys, oWork) => {
+    const SortRuns = (i, iStop) => {
+      for (; i < iStop; i += ShortRun) SortShortRun(oItems, dKeys, i, Math.min(i + ShortRun, iStop));
+    };
+    if (!(await oWork.InSlices(0, oItems.length, SortRuns))) return false;
+    if (oItems.length <= ShortRun) return true;
+    const oSorted = await Merged(oItems, dKeys, ShortRun, FollowsByNumber, oWork);
+    if (oSorted === null) return false;
+    if (oSorted.oItems !== oItems) {
+      oItems.set(oSorted.oItems);
+      dKeys.set(oSorted.dKeys);
+    }
+    return true;
+  };
+
+  /**
+   * The characters of the user's language as bytes, in its order. Texts of nothing else
+   * are sorted by bytes: many times as fast as by the rules of the language, in the
+   * same order.
+   */
+  class Alphabet {
+    /** Its longest text, and its longest number. */
+    static iLongest = 250;
+    static iDigits = 40;
+    static oUsers = null;
+
+    /** By character; 0 for those that are not compared on their own. */
+    iBytes = new Uint8Array(128);
+    /** By byte. */
+    sCharacters = [""];
+    /** A number begins with this byte and the number of its digits. A digit is its value and 1. */
+    iNumber = 0;
+    /** By two characters: they may be a letter of its own, such as "ch". */
+    iPairs = new Uint8Array(128 * 128);
+
+    static get Users() {
+      return (this.oUsers ??= new Alphabet());
+    }
+
+    constructor() {
+      const sAll = Array.from({ length: 95 }, (_, i) => String.fromCharCode(32 + i)).filter((s) => Texts.compare(s, "") !== 0);
+      let iByte = 0;
+      for (const s of sAll.filter((s) => s === "0" || !IsDigits(s)).sort(Texts.compare)) {
+        if (Texts.compare(s, this.sCharacters[iByte] ?? "0") !== 0) this.sCharacters[++iByte] = s;
+        this.iBytes[s.charCodeAt(0)] = iByte;
+        if (s !== "0") continue;
+        this.iNumber = iByte;
+        iByte += Alphabet.iDigits;
+      }
+      this.FindPairs(sAll.filter((s) => /[a-z']/i.test(s)));
+    }
+
+    /** Finds what is compared otherwise as soon as something invisible keeps it apart. */
+    FindPairs(sLetters) {
+      const IsOne = (...sParts) => Texts.compare(sParts.join(""), sParts.join("\u034f")) !== 0;
+      for (const s of sLetters) {
+        for (const sNext of sLetters) {
+          if (IsOne(s, sNext)) this.AddPair(s, sNext);
+          if (!this.IsPair("'", sNext) && IsOne(s, "'", sNext)) this.AddPair(s, "'");
+        }
+      }
+    }
+    IsPair(sFirst, sSecond) {
+      return this.iPairs[sFirst.charCodeAt(0) * 128 + sSecond.charCodeAt(0)] === 1;
+    }
+    AddPair(sFirst, sSecond) {
+      // Small and capital letters are read as each other.
+      for (const s of [sFirst.toLowerCase(), sFirst.toUpperCase()]) {
+        for (const sNext of [sSecond.toLowerCase(), sSecond.toUpperCase()]) {
+          this.iPairs[s.charCodeAt(0) * 128 + sNext.charCodeAt(0)] = 1;
+        }
+      }
+    }
+
+    /** Writes a text as bytes, which end with a 0. Returns the place after it; -1 for a text that is not of this alphabet. */
+    Write(sText, oBytes, iTo) {
+      let iBefore = 0;
+      for (let i = 0; i < sText.length; ) {
+        const iCode = sText.charCodeAt(i);
+        if (iCode >= 48 && iCode <= 57) {
+          let iEnd = i + 1;
+          while (iEnd < sText.length && sText.charCodeAt(iEnd) >= 48 && sText.charCodeAt(iEnd) <= 57) ++iEnd;
+          while (i < iEnd - 1 && sText.charCodeAt(i) === 48) ++i;
+          if (iEnd - i > Alphabet.iDigits) return -1;
+          oBytes[iTo++] = this.iNumber + iEnd - i;
+          while (i < iEnd) oBytes[iTo++] = sText.charCodeAt(i++) - 47;
+          iBefore = 0;
+          continue;
+        }
+        if (iCode > 127 || this.iBytes[iCode] === 0 || this.iPairs[iBefore * 128 + iCode] === 1) return -1;
+        oBytes[iTo++] = this.iBytes[iCode];
+        iBefore = iCode;
+        ++i;
+      }
+      oBytes[iTo] = 0;
+      return iTo + 1;
+    }
+
+    /** A text that is equal to the one written. */
+    Read(oBytes, iFrom) {
+      let sText = "";
+      for (let i = iFrom; oBytes[i] !== 0; ++i) {
+        const iDigits = oBytes[i] - this.iNumber;
+        if (iDigits < 1 || iDigits > Alphabet.iDigits) sText += this.sCharacters[oBytes[i]];
+        else for (const iEnd = i + iDigits; i < iEnd; ) sText += oBytes[++i] - 1;
+      }
+      return sText;
+    }
+  }
+
+  /** Rows and their texts, to be sorted in the user's language. */
+  class TextColumn {
+    static iChunk = 2 ** 20;
+    /** Bytes that are one number. */
+    static iHead = 7;
+    /** What the places of texts begin with that are not of the alphabet. */
+    static iOther = 2 ** 31;
+
+    oAlphabet = Alphabet.Users;
+    oChunks = [new Uint8Array(TextColumn.iChunk)];
+    iEnd = 0;
+    iCount = 0;
+    oOthers = new Map();
+    sOthers = [];
+
+    constructor(iMost) {
+      this.oRows = new Uint32Array(iMost);
+      this.oPlaces = new Uint32Array(iMost);
+    }
+
+    /** To be called with ascending rows. */
+    Add(iRow, sText) {
+      this.oRows[this.iCount] = iRow;
+      this.oPlaces[this.iCount++] = this.PlaceOf(sText);
+    }
+
+    PlaceOf(sText) {
+      if (sText.length <= Alphabet.iLongest) {
+        if (this.iEnd + 2 * sText.length + 1 > TextColumn.iChunk) {
+          this.oChunks.push(new Uint8Array(TextColumn.iChunk));
+          this.iEnd = 0;
+        }
+        const iStart = this.iEnd;
+        const iEnd = this.oAlphabet.Write(sText, this.oChunks.at(-1), iStart);
+        if (iEnd >= 0) {
+          this.iEnd = iEnd;
+          return (this.oChunks.length - 1) * TextColumn.iChunk + iStart;
+        }
+      }
+      let iOther = this.oOthers.get(sText);
+      if (iOther === undefined) {
+        this.oOthers.set(sText, (iOther = this.sOthers.length));
+        this.sOthers.push(sText);
+      }
+      return TextColumn.iOther + iOther;
+    }
+
+    Text(i) {
+      const iPlace = this.oPlaces[i];
+      return this.oAlphabet.Read(this.oChunks[Math.floor(iPlace / TextColumn.iChunk)], iPlace % TextColumn.iChunk);
+    }
+
+    /** The bytes of a text from this one on as a number; a multiple of 128 if there are no more. */
+    Head(i, iDepth) {
+      const iPlace = this.oPlaces[i] + iDepth;
+      const oBytes = this.oChunks[iPlace >>> 20];
+      let dHead = 0;
+      let iByte = 1;
+      for (let iAt = iPlace & (TextColumn.iChunk - 1), iEnd = iAt + TextColumn.iHead; iAt < iEnd; ++iAt) {
+        if (iByte !== 0) iByte = oBytes[iAt];
+        dHead = dHead * 128 + iByte;
+      }
+      return dHead;
+    }
+
+    /** The rows in order, those with equal texts as they were added; null: no longer wanted. */
+    async Sorted(iSign, oWork) {
+      const dRanks = new Float64Array(this.iCount);
+      const oFirsts = await this.RankByBytes(dRanks, oWork);
+      if (oFirsts === null || !(await this.RankOthers(oFirsts, dRanks, oWork))) return null;
+      if (iSign < 0) dRanks.forEach((d, i) => (dRanks[i] = -d));
+      const oRows = this.oRows.subarray(0, this.iCount);
+      return (await SortByNumbers(oRows, dRanks, oWork)) ? oRows : null;
+    }
+
+    /** Gives texts of the alphabet the ranks 1, 3, 5 and so on. Returns the first text of each rank. */
+    async RankByBytes(dRanks, oWork) {
+      const oOrder = await oWork.Filter(UpTo(this.iCount), (i) => this.oPlaces[i] < TextColumn.iOther);
+      if (oOrder === null) return null;
+      const dHeads = new Float64Array(oOrder.length);
+      const bDiffers = new Uint8Array(oOrder.length + 1);
+      // Ranges of texts that begin alike, each with the number of bytes that are.
+      const iOpen = [0, oOrder.length, 0];
+      while (iOpen.length > 0) {
+        const [iFrom, iEnd, iDepth] = iOpen.splice(-3);
+        const Fill = (i, iStop) => {
+          for (; i < iStop; ++i) dHeads[i] = this.Head(oOrder[i], iDepth);
+        };
+        if (!(await oWork.InSlices(iFrom, iEnd, Fill))) return null;
+        if (!(await SortByNumbers(oOrder.subarray(iFrom, iEnd), dHeads.subarray(iFrom, iEnd), oWork))) return null;
+        bDiffers[iFrom] = bDiffers[iEnd] = 1;
+        let iRun = iFrom;
+        const Divide = (i, iStop) => {
+          for (; i < iStop; ++i) {
+            if (i < iEnd && dHeads[i] === dHeads[iRun]) continue;
+            bDiffers[i] = 1;
+            if (i - iRun > 1 && dHeads[iRun] % 128 !== 0) iOpen.push(iRun, i, iDepth + TextColumn.iHead);
+            iRun = i;
+          }
+        };
+        if (!(await oWork.InSlices(iFrom + 1, iEnd + 1, Divide))) return null;
+      }
+      let iRank = -1;
+      const Rank = (i, iStop) => {
+        for (; i < iStop; ++i) dRanks[oOrder[i]] = iRank += 2 * bDiffers[i];
+      };
+      if (!(await oWork.InSlices(0, oOrder.length, Rank))) return null;
+      return oWork.Filter(oOrder, (_, i) => bDiffers[i] === 1);
+    }
+
+    /** Gives all others the ranks of texts that they are equal to, or ranks between. */
+    async RankOthers(oFirsts, dRanks, oWork) {
+      const iCount = this.sOthers.length;
+      const Follows = ({ oItems }, iLeft, iRight) => Texts.compare(this.sOthers[oItems[iLeft]], this.sOthers[oItems[iRight]]) > 0;
+      const oSorted = await Merged(UpTo(iCount), new Float64Array(iCount), 1, Follows, oWork);
+      if (oSorted === null) return false;
+      const dOthers = new Float64Array(iCount);
+      let iLow = 0;
+      for (let i = 0, iOther = 0; i < iCount; ++i) {
+        const sText = this.sOthers[oSorted.oItems[i]];
+        if (i > 0 && Texts.compare(this.sOthers[oSorted.oItems[i - 1]], sText) !== 0) iOther = i;
+        for (let iHigh = oFirsts.length; iLow < iHigh; ) {
+          const iMiddle = (iLow + iHigh) >> 1;
+          if (Texts.compare(this.Text(oFirsts[iMiddle]), sText) < 0) iLow = iMiddle + 1;
+          else iHigh = iMiddle;
+        }
+        const bEqual = iLow < oFirsts.length && Texts.compare(this.Text(oFirsts[iLow]), sText) === 0;
+        dOthers[oSorted.oItems[i]] = 2 * iLow + (bEqual ? 1 : iOther / iCount);
+        if (oWork.bDue && !(await oWork.Rest())) return false;
+      }
+      const Rank = (i, iStop) => {
+        for (; i < iStop; ++i) {
+          if (this.oPlaces[i] >= TextColumn.iOther) dRanks[i] = dOthers[this.oPlaces[i] - TextColumn.iOther];
+        }
+      };
+      return oWork.InSlices(0, this.iCount, Rank);
+    }
+  }
 
   // ---- rows -------------------------------------------------------------------
 
@@ -186,7 +487,8 @@
   class RecordPart {
     /** Elements that rows have got since: the program has written more than texts. */
     oElements = new Map();
-    oTexts = null;
+    /** Where each eighth row begins in the record. */
+    oStarts = null;
 
     constructor(iStart, sRecord, oTemplate) {
       this.iStart = iStart;
@@ -194,6 +496,8 @@
       this.sDefaults = Array.from(oTemplate.cells, (oCell) => oCell.textContent);
       this.iColumns = this.sDefaults.length;
       [this.iFirst, this.iCount] = sRecord.split(Separator, 2).map(Number);
+      this.iTexts = 0;
+      for (let i = 2 + this.iColumns; i > 0; --i) this.iTexts = this.EndOf(this.iTexts) + 1;
     }
 
     /** The number that the program knows a row by. */
@@ -208,18 +512,32 @@
     }
     Texts(i) {
       if (this.oElements.has(i)) return Array.from(this.oElements.get(i).cells, (oCell) => oCell.textContent);
-      const iFirst = this.TextOf(i, 0);
-      return RecordPart.Split(this).slice(iFirst, iFirst + this.iColumns).map((s, iColumn) => s || this.sDefaults[iColumn]);
+      if (this.oStarts === null) this.Keys(0);
+      let iAt = this.oStarts[i >> 3];
+      for (let iTexts = (i & 7) * this.iColumns; iTexts > 0; --iTexts) iAt = this.EndOf(iAt) + 1;
+      return this.sDefaults.map((sDefault) => {
+        const iFrom = iAt;
+        iAt = this.EndOf(iAt) + 1;
+        return this.sRecord.slice(iFrom, iAt - 1) || sDefault;
+      });
     }
     Keys(iColumn) {
-      const sTexts = this.sRecord.split(Separator);
-      const sKeys = new Array(this.iCount);
-      const sDefault = this.sDefaults[iColumn] ?? "";
-      for (let i = 0, iText = this.TextOf(0, iColumn); i < this.iCount; ++i, iText += this.iColumns) {
-        sKeys[i] = sTexts[iText] || sDefault;
+      const sKeys = new Array(this.iCount).fill(this.sDefaults[iColumn] ?? "");
+      this.oStarts = new Uint32Array((this.iCount + 7) >> 3);
+      for (let i = 0, iAt = this.iTexts; i < this.iCount; ++i) {
+        if ((i & 7) === 0) this.oStarts[i >> 3] = iAt;
+        for (let iText = 0; iText < this.iColumns; ++iText) {
+          const iEnd = this.EndOf(iAt);
+          if (iText === iColumn && iEnd > iAt) sKeys[i] = this.sRecord.slice(iAt, iEnd);
+          iAt = iEnd + 1;
+        }
       }
       for (const [i, oRow] of this.oElements) sKeys[i] = KeyOf(oRow, iColumn);
       return sKeys;
+    }
+    EndOf(iStart) {
+      const iEnd = this.sRecord.indexOf(Separator, iStart);
+      return iEnd < 0 ? this.sRecord.length : iEnd;
     }
     *Matches(sText) {
       const sRecord = this.sRecord.toLowerCase();
@@ -236,22 +554,6 @@
         if (sTexts[iText + iColumn].includes(sText)) return true;
       }
       return false;
-    }
-
-    /** The place of a text in the record. */
-    TextOf(i, iColumn) {
-      return 2 + this.iColumns + i * this.iColumns + iColumn;
-    }
-
-    /** The texts of the records that are on the screen are kept. */
-    static oSplit = [];
-    static Split(oPart) {
-      if (oPart.oTexts === null) {
-        oPart.oTexts = oPart.sRecord.split(Separator);
-        RecordPart.oSplit.push(oPart);
-        if (RecordPart.oSplit.length > 8) RecordPart.oSplit.shift().oTexts = null;
-      }
-      return oPart.oTexts;
     }
   }
 
@@ -331,11 +633,11 @@
      */
     async Ordered(oRows, iColumn, iSign, oWork) {
       const oReader = NumberReader.OfDocument();
-      const dKeys = new Float64Array(this.iCount);
-      const oKinds = [0, 1, 2].map(() => new Uint32Array(oRows.length));
-      const iCounts = [0, 0, 0];
-      const oTexts = new Map();
-      const sTexts = [];
+      const [oNumbers, oEmpty] = [0, 1].map(() => new Uint32Array(oRows.length));
+      const dKeys = new Float64Array(oRows.length);
+      const oTexts = new TextColumn(oRows.length);
+      let iNumbers = 0;
+      let iEmpty = 0;
       let oPart = null;
       let sKeys = [];
       for (const iRow of oRows) {
@@ -345,50 +647,28 @@
           sKeys = oPart.Keys(iColumn);
         }
         const sKey = sKeys[iRow - oPart.iStart].trim();
-        let dKey = oReader.Read(sKey);
-        const iKind = sKey === "" ? 2 : Number.isNaN(dKey) ? 1 : 0;
-        if (iKind === 1) {
-          dKey = oTexts.get(sKey);
-          if (dKey === undefined) {
-            oTexts.set(sKey, (dKey = sTexts.length));
-            sTexts.push(sKey);
-          }
+        const dKey = oReader.Read(sKey);
+        if (sKey === "") {
+          oEmpty[iEmpty++] = iRow;
+        } else if (Number.isNaN(dKey)) {
+          oTexts.Add(iRow, sKey);
+        } else {
+          dKeys[iNumbers] = iSign * dKey;
+          oNumbers[iNumbers++] = iRow;
         }
-        dKeys[iRow] = dKey;
-        oKinds[iKind][iCounts[iKind]++] = iRow;
       }
 
-      const dRanks = await Ranks(sTexts, oWork);
-      if (dRanks === null) return null;
-      const [oNumbers, oOthers, oEmpty] = oKinds.map((o, iKind) => o.subarray(0, iCounts[iKind]));
-      for (const iRow of oOthers) dKeys[iRow] = dRanks[dKeys[iRow]];
-      const Follows = (iRow, iOther) => iSign * (dKeys[iRow] - dKeys[iOther]) > 0;
+      const oSorted = oNumbers.subarray(0, iNumbers);
+      if (!(await SortByNumbers(oSorted, dKeys.subarray(0, iNumbers), oWork))) return null;
+      const oOthers = await oTexts.Sorted(iSign, oWork);
+      if (oOthers === null) return null;
       const oOrder = new Uint32Array(oRows.length);
-      let iAt = 0;
-      for (const oKind of [oNumbers, oOthers]) {
-        const oSorted = await Sorted(oKind, Follows, oWork);
-        if (oSorted === null) return null;
-        oOrder.set(oSorted.subarray(0, oKind.length), iAt);
-        iAt += oKind.length;
-      }
-      oOrder.set(oEmpty, iAt);
+      oOrder.set(oSorted);
+      oOrder.set(oOthers, iNumbers);
+      oOrder.set(oEmpty.subarray(0, iEmpty), iNumbers + oOthers.length);
       return oOrder;
     }
   }
-
-  /** The place of each text among the others, the same for texts that are equal to the user. */
-  const Ranks = async (sTexts, oWork) => {
-    const oOrder = await Sorted(UpTo(sTexts.length), (i, iOther) => Texts.compare(sTexts[i], sTexts[iOther]) > 0, oWork);
-    if (oOrder === null) return null;
-    const dRanks = new Float64Array(sTexts.length);
-    let iRank = 0;
-    for (let i = 0; i < sTexts.length; ++i) {
-      if (i > 0 && Texts.compare(sTexts[oOrder[i - 1]], sTexts[oOrder[i]]) !== 0) ++iRank;
-      dRanks[oOrder[i]] = iRank;
-      if (i % 8192 === 0 && oWork.bDue && !(await oWork.Rest())) return null;
-    }
-    return dRanks;
-  };
 
   // ---- heights ----------------------------------------------------------------
 
@@ -1019,6 +1299,8 @@
       const oBusy = setTimeout(() => (this.oCount.textContent = this.iDirection === 0 ? "Filtering\u2026" : "Sorting\u2026"), 200);
       const iRows = this.oRows.iCount;
       const oOrder = await this.Order(oWork);
+      // The rows shown are made in a slice of their own.
+      if (oWork.bRested) await oWork.Rest();
       clearTimeout(oBusy);
       if (oWork.bGivenUp) return;
       this.oWork = null;
@@ -1194,7 +1476,6 @@
   const Begin = () => {
     for (const oList of oLists.values()) oList.End();
     oLists.clear();
-    RecordPart.oSplit = [];
     for (const oTable of document.querySelectorAll("table.zelTblSort")) oLists.set(oTable, new List(oTable));
   };
 

@@ -105,6 +105,42 @@ TEST_F(ListsTest, TheKeyboardSortsAndASelectionIsCopiedAsASpreadsheetTakesIt) {
   WaitFor("the copy", [&] { return Clipboard() == "ID\tNAME\tREMARK\n" + sRows; });
 }
 
+// Most texts are sorted by bytes. Nobody can tell.
+TEST_F(ListsTest, TextsAreInTheOrderOfTheUsersLanguage) {
+  const std::vector<std::string> sParts = {
+      "a",  "B",  "ch", "cH", "dz",       "'",        "-",        " ", "_",        "0", "007",
+      "10", "99", "1e", ".",  "\xC3\xA4", "\xC3\x9F", "\xD0\xAF", "i", "\xC4\xB0", "z", std::string(90, '8')};
+  View->Rows.clear();
+  for (std::size_t i = 0, iNext = 1; i < 190; ++i) {
+    std::string sName = "x";
+    for (std::size_t iPart = 0; iPart < 1 + i % 5; ++iPart)
+      sName += sParts[(iNext = iNext * 75 % 65537) % sParts.size()];
+    View->Rows.push_back({std::to_string(i), sName, sName + std::string(i, 'q')});
+  }
+  View->BlockSize = 190;
+  ShowView();
+  const auto Numbers = [this](const std::string& sArrange) {
+    return Ask(Front(),
+               "[...document.querySelectorAll('#tabSysInfo tr')].slice(2).map(o => [...o.cells].map(c => "
+               "c.textContent.trim()))" +
+                   sArrange + ".map(s => s[0]).join(' ')");
+  };
+  WaitForPage("the rows", [&] { return Numbers(".slice(189)") == "189"; });
+  for (const int iColumn : {2, 3}) {
+    const std::string sCompare =
+        "new Intl.Collator(new Intl.Locale(new Intl.Collator().resolvedOptions().locale).baseName, "
+        "{numeric: true, sensitivity: 'base'}).compare";
+    const std::string sText = "[" + std::to_string(iColumn - 1) + "]";
+    const std::string sByNumber = ".sort((s, o) => s[0] - o[0])";
+    for (const char* sSign : {"", "-"}) {
+      const std::string sSorted =
+          Numbers(sByNumber + ".sort((s, o) => " + sSign + sCompare + "(s" + sText + ", o" + sText + "))");
+      ClickOn(Front(), Heading(iColumn));
+      WaitForPage("the order", [&] { return Numbers("") == sSorted; });
+    }
+  }
+}
+
 TEST_F(ListsTest, EnterSortsAlsoWhereItOpensViews) {
   Panel->Browser().PageSysInfos()->Show(Recorded::OpenRecording(ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json"));
   Front().Focus();
