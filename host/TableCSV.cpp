@@ -10,7 +10,7 @@ namespace ZELWbr3::Host {
 
 namespace {
 
-bool IsHidden(Element& oElement) { return oElement.style().display() == "none"; }
+bool IsHidden(const Element& oElement) { return Style::display(oElement) == "none"; }
 
 std::string Row(const Element& oRow) {
   std::string sRow;
@@ -32,13 +32,12 @@ std::string TableCSV(Document& oDocument, const std::string& sID) {
     throw std::invalid_argument("The page has no table \"" + sID + "\"");
   }
   std::string sCSV;
-  for (Element* oSection = oTable->firstElementChild(); oSection != nullptr;
-       oSection = oSection->nextElementSibling()) {
-    if (IsHidden(*oSection)) continue;
-    for (Element* oRow = oSection->firstElementChild(); oRow != nullptr; oRow = oRow->nextElementSibling()) {
-      if (oRow->tagName() == "tr" && !IsHidden(*oRow)) sCSV += Row(*oRow);
-    }
-  }
+  oTable->ForEachChild([&](const Element& oSection) {
+    if (IsHidden(oSection)) return;
+    oSection.ForEachChild([&](const Element& oRow) {
+      if (oRow.tagName() == "tr" && !IsHidden(oRow)) sCSV += Row(oRow);
+    });
+  });
   return sCSV;
 }
 

@@ -44,10 +44,10 @@ void Describe(const Element& oElement, Lines& oLines) {
   oLines.Begin(oElement.tagName(), oElement.Number());
   for (const auto& [sName, sValue] : oElement.attributes()) oLines.Attribute(sName, sValue);
   oLines.Text(oElement.text());
-  for (const Element* o = oElement.firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
-    Describe(*o, oLines);
-    oLines.Text(o->tail());
-  }
+  oElement.ForEachChild([&](const Element& oChild) {
+    Describe(oChild, oLines);
+    oLines.Text(oChild.tail());
+  });
   oLines.End();
 }
 

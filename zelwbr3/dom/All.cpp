@@ -6,12 +6,13 @@ namespace ZELWbr3 {
 
 namespace {
 
-Element* FirstByWalking(const Element& oRoot, std::string_view sID) {
-  for (Element* o = oRoot.firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
-    if (o->id() == sID) return o;
-    if (Element* oBelow = FirstByWalking(*o, sID)) return oBelow;
-  }
-  return nullptr;
+/// The number of the first element with an id; 0 if there is none.
+NodeNumber FirstByWalking(const Element& oRoot, std::string_view sID) {
+  NodeNumber iFound = 0;
+  oRoot.ForEachChild([&](const Element& o) {
+    if (iFound == 0) iFound = o.id() == sID ? o.Number() : FirstByWalking(o, sID);
+  });
+  return iFound;
 }
 
 }  // namespace
@@ -20,8 +21,9 @@ Element* All::item(std::string_view sID) const {
   if (m_oRoot == nullptr || sID.empty()) return nullptr;
   // The index only holds what is part of the document. Anything else, such as a
   // row just cloned from its template, is small enough to walk.
-  if (!m_oRoot->isConnected()) return FirstByWalking(*m_oRoot, sID);
-  return m_oRoot->OwnerDocument().m_ids.FirstBelow(*m_oRoot, sID);
+  Document& oDocument = m_oRoot->OwnerDocument();
+  if (!m_oRoot->isConnected()) return oDocument.ByNumber(FirstByWalking(*m_oRoot, sID));
+  return oDocument.m_ids.FirstBelow(*m_oRoot, sID);
 }
 
 }  // namespace ZELWbr3

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <vector>
 
 namespace ZELWbr3 {
 
@@ -26,27 +28,54 @@ void Document::Activate(Element* oElement) {
 }
 
 Element* Document::ByNumber(NodeNumber iNumber) {
-  return iNumber == 0 || iNumber > m_elements.size() ? nullptr : &m_elements[iNumber - 1];
+  if (const auto it = m_elements.find(iNumber); it != m_elements.end()) return &it->second;
+  const auto it = m_frozen.upper_bound(iNumber);
+  if (it == m_frozen.begin() || iNumber >= std::prev(it)->second->m_oFrozen.End()) return nullptr;
+  Thaw(iNumber);
+  return &m_elements.at(iNumber);
 }
 
-Element& Document::NewElement(std::string_view sTag) {
+Element& Document::NewElement(std::string_view sTag, NodeNumber& iNext) {
   auto it = m_tags.find(sTag);
   if (it == m_tags.end()) it = m_tags.emplace(sTag).first;
-  return m_elements.emplace_back(Element::Key(), *this, static_cast<NodeNumber>(m_elements.size() + 1), *it);
+  const NodeNumber iNumber = iNext++;
+  return m_elements.try_emplace(m_elements.end(), iNumber, Element::Key(), *this, iNumber, *it)->second;
 }
 
-Element& Document::CloneBelow(const Element& oSource, Element* oParent) {
-  Element& oClone = NewElement(oSource.tagName());
+Element& Document::CloneBelow(const Element& oSource, Element* oParent, NodeNumber& iNext) {
+  Element& oClone = NewElement(oSource.tagName(), iNext);
   oClone.m_oAttributes = oSource.m_oAttributes;
   oClone.m_sText = oSource.m_sText;
   if (oParent != nullptr) {
-    oParent->Insert(oParent->m_oLastChild, oClone);
+    oParent->Append(oClone);
     oClone.m_sTail = oSource.m_sTail;
   }
   for (const Element* oChild = oSource.m_oFirstChild; oChild != nullptr; oChild = oChild->m_oNext) {
-    CloneBelow(*oChild, &oClone);
+    Element& oChildClone = CloneBelow(*oChild, &oClone, iNext);
+    oChildClone.Frozen(oChild->m_oFrozen.Copy(iNext));
+    iNext = oChildClone.m_oFrozen.Empty() ? iNext : oChildClone.m_oFrozen.End();
   }
   return oClone;
+}
+
+Element& Document::Thaw(NodeNumber iNumber) {
+  Element& oBefore = *std::prev(m_frozen.upper_bound(iNumber))->second;
+  const FrozenRows oRows = oBefore.m_oFrozen;
+  const std::uint32_t iRow = oRows.RowWith(iNumber);
+  NodeNumber iNext = oRows.Number(iRow);
+  Element& oRow = CloneBelow(oRows.StandIn(iRow, *oBefore.m_oParent), nullptr, iNext);
+  oBefore.m_oParent->Insert(&oBefore, oRow, oRows.Part(0, iRow), oRows.Part(iRow + 1, oRows.Count() - iRow - 1));
+  return oRow;
+}
+
+void Document::ThawFollowers(const Element& oElement) {
+  std::vector<NodeNumber> followers;
+  for (const auto& [iFirst, oBefore] : m_frozen) {
+    const Element* oSection = oBefore->m_oParent;
+    if (oBefore->m_oFrozen.HasIDs() && oSection != &oElement && oSection->contains(oElement))
+      followers.push_back(iFirst);
+  }
+  for (const NodeNumber iFirst : followers) Thaw(iFirst);
 }
 
 void Document::Connect(Element& oRoot) {

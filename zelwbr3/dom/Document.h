@@ -6,7 +6,7 @@
 #include "zelwbr3/dom/IdIndex.h"
 #include "zelwbr3/dom/Window.h"
 
-#include <deque>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -49,19 +49,27 @@ class Document {
 
   Window& parentWindow() { return m_oWindow; }
 
-  /// Null when no element has this number.
+  /// Null when no element has this number, or when its row has left the document
+  /// before anybody asked for it.
   Element* ByNumber(NodeNumber iNumber);
-  /// Elements created so far, including those that have left the document.
-  std::size_t Count() const { return m_elements.size(); }
+  /// Numbers given so far, also to elements that have left the document.
+  std::size_t Count() const { return m_iNext - 1; }
 
  private:
   friend class DocumentBuilder;
   friend class Element;
+  friend class FrozenRows;
   friend class All;
   friend class Style;
 
-  Element& NewElement(std::string_view sTag);
-  Element& CloneBelow(const Element& oSource, Element* oParent);
+  Element& NewElement(std::string_view sTag, NodeNumber& iNext);
+  /// A copy, with the numbers from iNext on.
+  Element& CloneBelow(const Element& oSource, Element* oParent, NodeNumber& iNext);
+  /// Makes the element of a frozen row, given its number or that of a cell.
+  Element& Thaw(NodeNumber iNumber);
+  /// To be called before an element of the document loses its id or its content: it
+  /// may be the one that stands for frozen rows in the index by id.
+  void ThawFollowers(const Element& oElement);
   void Connect(Element& oRoot);
   void Disconnect(Element& oRoot);
   void Report(const Change& oChange) {
@@ -75,7 +83,10 @@ class Document {
   }
 
   std::set<std::string, std::less<>> m_tags;
-  std::deque<Element> m_elements;
+  NodeNumber m_iNext = 1;
+  std::map<NodeNumber, Element> m_elements;
+  /// The elements with frozen rows behind them, by the first number of these.
+  std::map<NodeNumber, Element*> m_frozen;
   IdIndex m_ids;
   Element* m_oRoot = nullptr;
   Element* m_oActive = nullptr;

@@ -7,9 +7,9 @@
 namespace ZELWbr3 {
 
 Element& DocumentBuilder::Begin(std::string_view sTag) {
-  Element& oElement = m_oDocument.NewElement(sTag);
+  Element& oElement = m_oDocument.NewElement(sTag, m_oDocument.m_iNext);
   if (m_oCurrent != nullptr) {
-    m_oCurrent->Insert(m_oCurrent->m_oLastChild, oElement);
+    m_oCurrent->Append(oElement);
     m_oDocument.Report({Change::Kind::Create, m_oCurrent->Number(), oElement.Number(), oElement.tagName()});
   } else if (m_oDocument.m_oRoot == nullptr) {
     m_oDocument.m_oRoot = &oElement;
@@ -27,7 +27,7 @@ void DocumentBuilder::Attribute(std::string_view sName, std::string_view sValue)
 void DocumentBuilder::Text(std::string_view sText) {
   if (m_oCurrent == nullptr || sText.empty()) return;
   const std::string sClean = ZELWbr3::Text::Clean(sText);
-  Element* oLast = m_oCurrent->m_oLastChild;
+  Element* oLast = m_oCurrent->lastElementChild();
   (oLast == nullptr ? m_oCurrent->m_sText : oLast->m_sTail) += sClean;
   m_oDocument.Report({Change::Kind::AppendText, m_oCurrent->Number(), 0, {}, sClean});
 }

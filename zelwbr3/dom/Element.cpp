@@ -51,7 +51,10 @@ void Element::removeAttribute(std::string_view sName) {
 
 void Element::AssignAttribute(std::string_view sName, std::optional<std::string> sValue) {
   const bool bIndexed = sName == "id" && isConnected();
-  if (bIndexed) m_oDocument->m_ids.Remove(*this);
+  if (bIndexed) {
+    if (!id().empty()) m_oDocument->ThawFollowers(*this);
+    m_oDocument->m_ids.Remove(*this);
+  }
 
   if (m_oAttributes == nullptr) {
     m_oAttributes = std::make_shared<Attributes>();
@@ -82,10 +85,10 @@ std::string Element::innerText() const {
 
 void Element::AppendTextContent(std::string& sText) const {
   sText += m_sText;
-  for (const Element* oChild = m_oFirstChild; oChild != nullptr; oChild = oChild->m_oNext) {
-    oChild->AppendTextContent(sText);
-    sText += oChild->m_sTail;
-  }
+  ForEachChild([&](const Element& oChild) {
+    oChild.AppendTextContent(sText);
+    sText += oChild.m_sTail;
+  });
 }
 
 void Element::innerText(std::string_view sText) {
@@ -113,9 +116,11 @@ void Element::innerHTML(std::string_view sMarkup) {
 
 void Element::RemoveContent() {
   const bool bConnected = m_oFirstChild != nullptr && isConnected();
+  if (bConnected) m_oDocument->ThawFollowers(*this);
   for (Element* oChild = m_oFirstChild; oChild != nullptr;) {
     Element* oNext = oChild->m_oNext;
     if (bConnected) m_oDocument->Disconnect(*oChild);
+    oChild->Frozen({});
     oChild->m_oParent = oChild->m_oPrevious = oChild->m_oNext = nullptr;
     oChild->m_sTail.clear();
     oChild = oNext;
@@ -159,25 +164,43 @@ bool Element::Precedes(const Element& oOther) const {
 
 All Element::all() { return All(this); }
 
-Element* Element::NthChild(std::size_t iIndex, bool (*Matches)(const Element&)) const {
+Element* Element::lastElementChild() const {
+  if (m_oLastChild == nullptr || m_oLastChild->m_oFrozen.Empty()) return m_oLastChild;
+  return &m_oDocument->Thaw(m_oLastChild->m_oFrozen.End() - 1);
+}
+
+Element* Element::nextElementSibling() const {
+  return m_oFrozen.Empty() ? m_oNext : &m_oDocument->Thaw(m_oFrozen.First());
+}
+
+Element* Element::previousElementSibling() const {
+  if (m_oPrevious == nullptr || m_oPrevious->m_oFrozen.Empty()) return m_oPrevious;
+  return &m_oDocument->Thaw(m_oPrevious->m_oFrozen.End() - 1);
+}
+
+Element* Element::NthChild(std::size_t iIndex, bool (*Matches)(std::string_view sTag)) const {
   for (Element* oChild = m_oFirstChild; oChild != nullptr; oChild = oChild->m_oNext) {
-    if (Matches(*oChild) && iIndex-- == 0) return oChild;
+    if (Matches(oChild->tagName()) && iIndex-- == 0) return oChild;
+    const FrozenRows& oRows = oChild->m_oFrozen;
+    if (oRows.Empty() || !Matches(FrozenRows::Tag)) continue;
+    if (iIndex < oRows.Count()) return &m_oDocument->Thaw(oRows.Number(static_cast<std::uint32_t>(iIndex)));
+    iIndex -= oRows.Count();
   }
   return nullptr;
 }
 
 namespace {
 
-bool IsCell(const Element& oElement) { return oElement.tagName() == "td" || oElement.tagName() == "th"; }
+bool IsCell(std::string_view sTag) { return sTag == "td" || sTag == "th"; }
 
 }  // namespace
 
 Element* Element::tBodies(std::size_t iIndex) const {
-  return NthChild(iIndex, [](const Element& o) { return o.tagName() == "tbody"; });
+  return NthChild(iIndex, [](std::string_view sTag) { return sTag == "tbody"; });
 }
 
 Element* Element::rows(std::size_t iIndex) const {
-  return NthChild(iIndex, [](const Element& o) { return o.tagName() == "tr"; });
+  return NthChild(iIndex, [](std::string_view sTag) { return sTag == FrozenRows::Tag; });
 }
 
 Element* Element::cells(std::size_t iIndex) const { return NthChild(iIndex, IsCell); }
@@ -185,89 +208,100 @@ Element* Element::cells(std::size_t iIndex) const { return NthChild(iIndex, IsCe
 std::vector<Element*> Element::cells() const {
   std::vector<Element*> oCells;
   for (Element* oChild = m_oFirstChild; oChild != nullptr; oChild = oChild->m_oNext) {
-    if (IsCell(*oChild)) oCells.push_back(oChild);
+    if (IsCell(oChild->tagName())) oCells.push_back(oChild);
   }
   return oCells;
 }
 
 Element& Element::cloneNode(bool bDeep) {
   if (!bDeep) throw std::invalid_argument("An element can only be cloned with its content");
-  const auto iFirst = static_cast<NodeNumber>(m_oDocument->Count() + 1);
-  Element& oClone = m_oDocument->CloneBelow(*this, nullptr);
+  const NodeNumber iFirst = m_oDocument->m_iNext;
+  Element& oClone = m_oDocument->CloneBelow(*this, nullptr, m_oDocument->m_iNext);
   m_oDocument->Report({Change::Kind::Clone, m_iNumber, iFirst});
   return oClone;
 }
 
 Element& Element::appendChild(Element& oChild) {
-  Insert(m_oLastChild, oChild);
+  Append(oChild);
   m_oDocument->Report({Change::Kind::Append, m_iNumber, oChild.m_iNumber});
   return oChild;
 }
 
 void Element::appendRow(Element& oTemplate, std::span<const std::string> texts) {
   if (oTemplate.m_oParent != this) throw std::logic_error("Only a row of the section can be its template");
-  // A record of rows has nothing but a text for each cell.
-  const auto oCells = oTemplate.cells();
-  bool bRecord = oTemplate.m_oLastChild != nullptr;
-  for (const Element* o = oTemplate.m_oFirstChild; o != nullptr; o = o->m_oNext) {
-    bRecord = bRecord && IsCell(*o) && o->m_oFirstChild == nullptr;
+  Element& oLast = *m_oLastChild;
+  NodeNumber& iNext = m_oDocument->m_iNext;
+  if (oLast.m_oFrozen.Empty()) oLast.m_oFrozen = FrozenRows(oTemplate, iNext);
+  if (const auto sRow = oLast.m_oFrozen.Append(oTemplate, iNext, texts)) {
+    if (oLast.m_oFrozen.Count() == 1) m_oDocument->m_frozen.emplace(iNext, &oLast);
+    const NodeNumber iFirst = std::exchange(iNext, oLast.m_oFrozen.End());
+    return m_oDocument->Report({Change::Kind::Row, oTemplate.m_iNumber, iFirst, {}, *sRow});
   }
-  if (texts.size() > oCells.size()) {
-    throw std::logic_error("The template row \"" + oTemplate.id() + "\" has fewer cells than there are texts");
-  }
-  std::string sTexts;
-  for (const std::string& sText : texts) {
-    bRecord = bRecord && sText.find(Change::Separator) == std::string::npos;
-    sTexts += Text::Clean(sText) + Change::Separator;
-  }
-  sTexts.resize(sTexts.size() + oCells.size() - texts.size(), Change::Separator);
-  if (!sTexts.empty()) sTexts.pop_back();
 
-  const auto iFirst = static_cast<NodeNumber>(m_oDocument->Count() + 1);
-  const auto Add = [&] {
-    Element& oRow = appendChild(oTemplate.cloneNode(true));
-    oRow.style().display("");
-    Element* oCell = oRow.cells(0);
-    for (const std::string& sText : texts) {
-      if (!sText.empty()) oCell->innerText(sText);
-      do oCell = oCell->m_oNext;
-      while (oCell != nullptr && !IsCell(*oCell));
-    }
-  };
-  if (!bRecord) return Add();
-  m_oDocument->Unreported(Add);
-  m_oDocument->Report({Change::Kind::Row, oTemplate.m_iNumber, iFirst, {}, sTexts});
+  const std::size_t iCells = oTemplate.cells().size();
+  if (texts.size() > iCells) {
+    throw std::runtime_error("The template row \"" + oTemplate.id() + "\" has " + std::to_string(iCells) +
+                             " cells instead of " + std::to_string(texts.size()));
+  }
+  Element& oRow = appendChild(oTemplate.cloneNode(true));
+  oRow.style().display("");
+  const auto oCells = oRow.cells();
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (!texts[i].empty()) oCells[i]->innerText(texts[i]);
+  }
 }
 
 Element& Element::after(Element& oElement) {
   if (m_oParent == nullptr) throw std::logic_error("An element without a parent cannot get a sibling");
-  m_oParent->Insert(this, oElement);
+  m_oParent->Insert(this, oElement, {}, m_oFrozen);
   oElement.m_sTail = std::exchange(m_sTail, {});
   m_oDocument->Report({Change::Kind::After, m_iNumber, oElement.m_iNumber});
   return oElement;
 }
 
-void Element::Insert(Element* oAfter, Element& oChild) {
+void Element::Append(Element& oChild) {
+  Insert(m_oLastChild, oChild, m_oLastChild == nullptr ? FrozenRows() : m_oLastChild->m_oFrozen, {});
+}
+
+void Element::Insert(Element* oAfter, Element& oChild, const FrozenRows& oBefore, const FrozenRows& oBehind) {
   if (oChild.m_oParent != nullptr || oChild.m_oDocument != m_oDocument || oChild.contains(*this)) {
     throw std::logic_error("Only an unattached element of the same document can be inserted");
   }
-  Element* oBefore = oAfter == nullptr ? m_oFirstChild : oAfter->m_oNext;
+  // Both may be rows that stand behind oAfter until now.
+  FrozenRows oRows = oBehind;
+  if (oAfter != nullptr) oAfter->Frozen(oBefore);
+  oChild.Frozen(std::move(oRows));
+
+  Element* oNext = oAfter == nullptr ? m_oFirstChild : oAfter->m_oNext;
   oChild.m_oParent = this;
   oChild.m_oPrevious = oAfter;
-  oChild.m_oNext = oBefore;
+  oChild.m_oNext = oNext;
   (oAfter == nullptr ? m_oFirstChild : oAfter->m_oNext) = &oChild;
-  (oBefore == nullptr ? m_oLastChild : oBefore->m_oPrevious) = &oChild;
+  (oNext == nullptr ? m_oLastChild : oNext->m_oPrevious) = &oChild;
 
-  const std::uint64_t iLow = oAfter == nullptr ? 0 : oAfter->m_iOrder;
-  if (oBefore == nullptr) {
+  const std::uint64_t iLow = oAfter == nullptr ? 0 : oAfter->LastOrder();
+  const std::uint64_t iHigh = oNext == nullptr ? 0 : oNext->m_iOrder - oChild.m_oFrozen.Count() * OrderStep;
+  if (oNext == nullptr) {
     oChild.m_iOrder = iLow + OrderStep;
-  } else if (oBefore->m_iOrder - iLow > 1) {
-    oChild.m_iOrder = iLow + (oBefore->m_iOrder - iLow) / 2;
+  } else if (iHigh - iLow > 1) {
+    oChild.m_iOrder = iLow + (iHigh - iLow) / 2;
   } else {
     std::uint64_t iOrder = 0;
-    for (Element* o = m_oFirstChild; o != nullptr; o = o->m_oNext) o->m_iOrder = iOrder += OrderStep;
+    for (Element* o = m_oFirstChild; o != nullptr; o = o->m_oNext) {
+      o->m_iOrder = iOrder + OrderStep;
+      iOrder = o->LastOrder();
+    }
   }
   if (isConnected()) m_oDocument->Connect(oChild);
+}
+
+std::uint64_t Element::LastOrder() const { return m_iOrder + m_oFrozen.Count() * OrderStep; }
+
+void Element::Frozen(FrozenRows oRows) {
+  auto& frozen = m_oDocument->m_frozen;
+  if (!m_oFrozen.Empty()) frozen.erase(m_oFrozen.First());
+  m_oFrozen = std::move(oRows);
+  if (!m_oFrozen.Empty()) frozen.emplace(m_oFrozen.First(), this);
 }
 
 }  // namespace ZELWbr3

@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/dom/Change.h"
+#include "zelwbr3/dom/FrozenRows.h"
 
 #include <memory>
 #include <optional>
@@ -33,6 +34,7 @@ class Element {
   /// Only a Document creates elements.
   class Key {
     friend class Document;
+    friend class FrozenRows;
     Key() = default;
   };
   Element(Key, Document& oDocument, NodeNumber iNumber, const std::string& sTag)
@@ -80,8 +82,19 @@ class Element {
   // The tree, elements only.
   Element* parentElement() const { return m_oParent; }
   Element* firstElementChild() const { return m_oFirstChild; }
-  Element* nextElementSibling() const { return m_oNext; }
-  Element* previousElementSibling() const { return m_oPrevious; }
+  Element* lastElementChild() const;
+  Element* nextElementSibling() const;
+  Element* previousElementSibling() const;
+  /// Calls oVisit with each child in order. Costs a long table much less than going
+  /// from sibling to sibling, but each child is for this call only, and not to be
+  /// written to.
+  template <class Visit>
+  void ForEachChild(const Visit& oVisit) const {
+    for (const Element* o = m_oFirstChild; o != nullptr; o = o->m_oNext) {
+      oVisit(*o);
+      for (std::uint32_t i = 0; i < o->m_oFrozen.Count(); ++i) oVisit(o->m_oFrozen.StandIn(i, *o->m_oParent));
+    }
+  }
   /// Also true for the element itself.
   bool contains(const Element& oOther) const;
   /// True while the element is part of its document.
@@ -103,7 +116,8 @@ class Element {
   Element& appendChild(Element& oChild);
   /// Appends a visible copy of a template row, one of this section's rows, with
   /// texts for its first cells; an empty text leaves its cell as the template has
-  /// it. Many rows added in this way reach a browser as one record.
+  /// it. Many rows added in this way are kept as FrozenRows, and reach a browser as
+  /// one record. Throws std::runtime_error if there are more texts than cells.
   void appendRow(Element& oTemplate, std::span<const std::string> texts);
   /// Inserts an unattached element directly after this one.
   Element& after(Element& oElement);
@@ -111,13 +125,22 @@ class Element {
  private:
   friend class Document;
   friend class DocumentBuilder;
+  friend class FrozenRows;
   friend class IdIndex;
   friend class Style;
 
-  Element* NthChild(std::size_t iIndex, bool (*Matches)(const Element&)) const;
+  Element* NthChild(std::size_t iIndex, bool (*Matches)(std::string_view sTag)) const;
   void AssignAttribute(std::string_view sName, std::optional<std::string> sValue);
-  void Insert(Element* oAfter, Element& oChild);
+  /// Inserts an unattached element after a child or, if that is null, as the first
+  /// one, with frozen rows between the two and behind the element.
+  void Insert(Element* oAfter, Element& oChild, const FrozenRows& oBefore, const FrozenRows& oBehind);
+  /// Inserts an unattached element as the last child.
+  void Append(Element& oChild);
   void RemoveContent();
+  /// Keeps frozen rows between this element and its next sibling.
+  void Frozen(FrozenRows oRows);
+  /// The order number of the last of these; the element's own if there are none.
+  std::uint64_t LastOrder() const;
   void AppendTextContent(std::string& sText) const;
   bool Precedes(const Element& oOther) const;
 
@@ -128,8 +151,10 @@ class Element {
   Element* m_oLastChild = nullptr;
   Element* m_oPrevious = nullptr;
   Element* m_oNext = nullptr;
+  FrozenRows m_oFrozen;
   /// Grows from sibling to sibling, so that the order of two rows of a long table
-  /// is known without walking from one to the other.
+  /// is known without walking from one to the other. Frozen rows have places of
+  /// their own.
   std::uint64_t m_iOrder = 0;
   /// Shared between clones until one of them writes.
   std::shared_ptr<Attributes> m_oAttributes;

@@ -51,10 +51,10 @@ void HTMLWriter::WriteContent(std::string& sOut, const Element& oElement) const 
   const auto Write = [&](const std::string& sText) { sOut += bRaw ? sText : Text::EscapeHTML(sText); };
   if (SwallowsLineFeed(oElement.tagName()) && oElement.text().starts_with('\n')) sOut += '\n';
   Write(oElement.text());
-  for (const Element* o = oElement.firstElementChild(); o != nullptr; o = o->nextElementSibling()) {
-    WriteElement(sOut, *o);
-    Write(o->tail());
-  }
+  oElement.ForEachChild([&](const Element& oChild) {
+    WriteElement(sOut, oChild);
+    Write(oChild.tail());
+  });
 }
 
 void HTMLWriter::WriteElement(std::string& sOut, const Element& oElement) const {

@@ -30,8 +30,8 @@ bool IsDisplay(std::string_view sDeclaration) {
 
 }  // namespace
 
-std::string Style::display() const {
-  const auto declarations = Declarations(m_oElement.getAttribute("style"));
+std::string Style::display(const Element& oElement) {
+  const auto declarations = Declarations(oElement.getAttribute("style"));
   const auto it = std::ranges::find_if(declarations, IsDisplay);
   return it == declarations.end() ? "" : Text::Trim(std::string_view(*it).substr(it->find(':') + 1));
 }

@@ -10,7 +10,8 @@ class Style {
   explicit Style(Element& oElement) : m_oElement(oElement) {}
 
   /// "" = the element's default, "none" = hidden.
-  std::string display() const;
+  std::string display() const { return display(m_oElement); }
+  static std::string display(const Element& oElement);
   void display(std::string_view sValue);
 
  private:

@@ -30,8 +30,8 @@ class BlockPage : public DataPage {
   static constexpr int CommandReadAll = 3;
   static constexpr int CommandStop = 5;
 
-  /// The maximum number of rows of one Read All. A row costs about 1.4 KB here;
-  /// in the browser little more than its texts.
+  /// The maximum number of rows of one Read All. A row costs little more than its
+  /// texts, here and in the browser.
   static constexpr int MostRows = 2'000'000;
 
   void Hide() override;
