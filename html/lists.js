@@ -7,6 +7,10 @@
  * any time: as elements that the program appends to that body (or that the file
  * has), and as records, which are texts only (the event "zelrows").
  *
+ * When the page is refreshed, all rows come anew, between the events "zelrowsbegin"
+ * and "zelrowsend": records again by "zelrows", elements by "zelrow". Filter, order,
+ * place and focus stay, and so does the element of a row that is the same.
+ *
  * Laying out a row costs the browser a hundred times as much as its texts do, in
  * time and in memory. So a long list has elements for the rows near the screen
  * only, and empty rows of the right height in place of all others.
@@ -762,6 +766,10 @@
     oFree = [];
     oPlain = null;
     oRuler = null;
+    /** While rows are replaced: elements of the rows before by what they begin with. */
+    oOld = new Map();
+    /** And the program's rows that are still in the body. */
+    oLeft = new Set();
 
     /** Added is called with nodes that others have put into the body. */
     constructor(oTable, oRows, Added) {
@@ -825,6 +833,67 @@
       this.oOrder = oOrder;
       this.oHeights.Forget();
       this.Changed();
+    }
+
+    /** Shows other rows in place of these; what the user looks at stays where it is. */
+    Replace(oRows, oOrder) {
+      const oFocused = this.RowWith(document.activeElement);
+      const iCell = document.activeElement?.closest("td, th")?.cellIndex ?? -1;
+      const iAnchor = oFocused ?? this.RowAt(this.iFirstVisible);
+      const sAnchor = this.KeyAt(iAnchor);
+      const dTop = this.oMade.get(iAnchor)?.getBoundingClientRect().top;
+      const bScrolled = this.oBody.getBoundingClientRect().top < 0;
+
+      const oKept = new Map(oRows.oParts.flatMap((oPart) => Array.from(oPart.oElements.entries(), ([i, oRow]) => [oRow, oPart.iStart + i])));
+      for (const [iRow, oElement] of this.oMade) {
+        if (oKept.has(oElement)) continue;
+        if (this.oRows.Element(iRow) === oElement) oElement.remove();
+        else if (!this.oOld.get(this.KeyAt(iRow))?.push(oElement)) this.oOld.set(this.KeyAt(iRow), [oElement]);
+      }
+      for (const oRow of [...this.oAway.rows]) oKept.has(oRow) || oRow.remove();
+      for (const oRow of this.oBody.rows) if (oKept.has(oRow) && !IsHidden(oRow)) this.oLeft.add(oRow);
+      if (oRows.iCount !== this.oRows.iCount) this.oHeights.Forget();
+      this.oMade.clear();
+      this.oRowOf = new WeakMap(oKept);
+      this.oRows = oRows;
+      this.oOrder = oOrder;
+      this.Changed();
+
+      const iNow = bScrolled || oFocused !== undefined ? this.Find(sAnchor, iAnchor) : -1;
+      if (iNow < 0 || sAnchor === undefined) return;
+      if (oFocused !== undefined) this.Refocus(iNow, iCell);
+      if (bScrolled && dTop !== undefined) this.ScrollBack(iNow, dTop);
+    }
+
+    KeyAt(iRow) {
+      return iRow < this.oRows.iCount ? this.oRows.Texts(iRow)[0] : undefined;
+    }
+
+    /** The row that begins with a text, if possible at the same place; -1 if there is none. */
+    Find(sKey, iRow) {
+      if (this.KeyAt(iRow) === sKey) return iRow;
+      for (const oPart of this.oRows.oParts) {
+        const i = oPart.Keys(0).indexOf(sKey);
+        if (i >= 0) return oPart.iStart + i;
+      }
+      return -1;
+    }
+
+    /** A row that was moved has lost the keyboard. */
+    Refocus(iRow, iCell) {
+      const oRow = this.oMade.get(iRow);
+      if (oRow === undefined || oRow.contains(document.activeElement)) return;
+      const oCell = oRow.cells[iCell];
+      if (oCell?.matches("[tabindex], a[href], button")) oCell.focus({ preventScroll: true });
+      else this.Focus(oRow);
+    }
+
+    ScrollBack(iRow, dTop) {
+      const iPlace = this.PlaceOf(iRow);
+      if (iPlace < 0) return;
+      const dNow = this.oMade.get(iRow)?.getBoundingClientRect().top;
+      scrollBy({ top: (dNow ?? this.oStart.getBoundingClientRect().bottom + this.OffsetOf(iPlace)) - dTop, behavior: "instant" });
+      this.Draw();
     }
     Resized() {
       this.oHeights.Forget();
@@ -957,6 +1026,7 @@
       }
       AddGap(iCount, this.bPrinting ? dEnd : this.dShown);
       for (const oGap of this.oGaps.splice(iGap)) oGap.remove();
+      this.ForgetOld();
 
       let oAt = this.oStart;
       for (const [oElement] of this.oSpans) {
@@ -965,6 +1035,19 @@
         if (oAt.nextElementSibling !== oElement) oAt.after(oElement);
         oAt = oElement;
       }
+    }
+
+    /** Takes away what the rows before have left. */
+    ForgetOld() {
+      for (const oElement of [...this.oOld.values()].flat()) {
+        this.oRowOf.delete(oElement);
+        oElement.remove();
+        this.oFree.push(oElement);
+      }
+      this.oOld.clear();
+      const oShown = new Set(this.oMade.values());
+      for (const oRow of this.oLeft) oShown.has(oRow) || this.oAway.append(oRow);
+      this.oLeft.clear();
     }
 
     Release(iRow, oElement) {
@@ -989,10 +1072,13 @@
 
     /** An element for a record's row. The control knows a click in it by the number. */
     Filled(iRow) {
-      const oElement = this.oFree.pop() ?? this.MakeRow();
       const oPart = this.oRows.PartOf(iRow);
+      const sTexts = oPart.Texts(iRow - oPart.iStart);
+      const oElement = this.oOld.get(sTexts[0])?.shift() ?? this.oFree.pop() ?? this.MakeRow();
       oElement.dataset.zelRow = oPart.NumberOf(iRow - oPart.iStart);
-      oPart.Texts(iRow - oPart.iStart).forEach((sText, i) => (oElement.cells[i].textContent = sText));
+      sTexts.forEach((sText, i) => {
+        if (oElement.cells[i].textContent !== sText) oElement.cells[i].textContent = sText;
+      });
       return oElement;
     }
 
@@ -1148,6 +1234,8 @@
       this.dNext = 0;
       /** What was selected before the mouse was pressed on a heading. */
       this.oSelectedBefore = null;
+      /** The rows that come while the page is refreshed. */
+      this.oFresh = null;
       /** What was typed last to find a row, and when. */
       this.sTyped = "";
       this.dTyped = -Infinity;
@@ -1163,6 +1251,9 @@
         this.oSelectedBefore = SelectedRange();
       });
       oTable.addEventListener("zelrows", (oEvent) => this.OnRecord(oEvent));
+      oTable.addEventListener("zelrowsbegin", (oEvent) => this.OnBegin(oEvent));
+      oTable.addEventListener("zelrow", (oEvent) => this.OnElement(oEvent));
+      oTable.addEventListener("zelrowsend", () => this.OnEnd());
       new MutationObserver(() => this.Decorate()).observe(this.oHeadings, { childList: true, subtree: true });
     }
 
@@ -1236,9 +1327,32 @@
 
     OnRecord(oEvent) {
       oEvent.preventDefault();
+      if (this.oFresh !== null) return this.oFresh.AddRecord(oEvent.detail, oEvent.target);
       this.oWindow.Look();
       this.oRows.AddRecord(oEvent.detail, oEvent.target);
       this.ShowSoon();
+    }
+
+    /** All rows come anew. */
+    OnBegin(oEvent) {
+      oEvent.preventDefault();
+      this.oWindow.Look();
+      this.oFresh = new Rows();
+      // Until they are shown, a click in the rows before means nothing.
+      for (const oRow of this.oWindow.oMade.values()) delete oRow.dataset.zelRow;
+    }
+
+    OnElement({ target }) {
+      const iNumber = Number(target.dataset.zelRow ?? 0);
+      delete target.dataset.zelRow;
+      if (iNumber === 0 || this.oFresh.SetElement(iNumber, target) < 0) this.oFresh.AddElement(target);
+    }
+
+    OnEnd() {
+      this.oWindow.oObserver.takeRecords();
+      this.oRows = this.oFresh;
+      this.oFresh = null;
+      this.Arrange();
     }
 
     /** Registers rows at the end of the body, or elements for a record's rows. */
@@ -1306,7 +1420,8 @@
       this.oWork = null;
 
       const oFocused = document.activeElement;
-      this.oWindow.Arrange(oOrder);
+      if (this.oWindow.oRows === this.oRows) this.oWindow.Arrange(oOrder);
+      else this.oWindow.Replace(this.oRows, oOrder);
       if (oFocused !== document.activeElement) oFocused?.focus({ preventScroll: true });
       this.Tell();
       this.dNext = performance.now() + 10 * (performance.now() - dBegin);

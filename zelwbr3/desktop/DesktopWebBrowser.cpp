@@ -72,10 +72,15 @@ void DesktopWebBrowser::Navigate(const std::string& sURL, NavigateFlags eFlags) 
   NeedView();
   const bool bAgain = eFlags == NavigateFlags::Fresh && BeginsAgainAs(sURL);
   if (bAgain) {
-    m_oRemote.BeginAgain(Reset(sURL));
+    m_oRemote.BeginAgain(Again("Reset", sURL));
   } else {
     m_oRemote.BeginLoad(Load(sURL));
   }
+}
+
+void DesktopWebBrowser::Refresh(const std::string& sURL) {
+  if (m_oView == nullptr || !BeginsAgainAs(sURL)) return Navigate(sURL, NavigateFlags::Fresh);
+  m_oRemote.BeginRefresh(Again("Refresh", sURL));
 }
 
 bool DesktopWebBrowser::BeginsAgainAs(const std::string& sURL) const {
@@ -89,11 +94,11 @@ std::uint32_t DesktopWebBrowser::Load(const std::string& sURL) {
   return m_oView->Load(MakeURL(sURL));
 }
 
-std::uint32_t DesktopWebBrowser::Reset(const std::string& sURL) {
+std::uint32_t DesktopWebBrowser::Again(const std::string& sHow, const std::string& sURL) {
   const std::uint32_t iOld = m_oRemote.Serial();
   const std::uint32_t iNew = m_oView->NewNumber();
-  const std::string sScript =
-      "try { zelwbr3.Reset(" + std::to_string(iOld) + "," + std::to_string(iNew) + ") } catch (o) { `failed: ${o}` }";
+  const std::string sScript = "try { zelwbr3." + sHow + "(" + std::to_string(iOld) + "," + std::to_string(iNew) +
+                              ") } catch (o) { `failed: ${o}` }";
   m_oView->Run(sScript, [this, sURL, iNew](const WebView::Outcome& oOutcome) {
     // No answer at all comes from a process that has died, which is reported by itself.
     if (oOutcome.Result.empty() || m_oRemote.Serial() != iNew) return;

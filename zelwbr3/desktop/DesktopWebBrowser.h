@@ -31,6 +31,7 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remo
   ~DesktopWebBrowser() override;
 
   void Navigate(const std::string& sURL, NavigateFlags eFlags) override;
+  void Refresh(const std::string& sURL) override;
   std::shared_ptr<ZELWbr3::Document> Document() const override { return m_oRemote.Document(); }
   void Flush() override { m_oRemote.Flush(); }
   bool Settled() const override { return m_oRemote.Settled(); }
@@ -76,8 +77,9 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remo
   bool BeginsAgainAs(const std::string& sURL) const;
   /// Begins to load a page and returns the load's number.
   std::uint32_t Load(const std::string& sURL);
-  /// Begins to show the document's own page again without loading it; the number.
-  std::uint32_t Reset(const std::string& sURL);
+  /// Shows the document's own page again without loading it: sHow is the agent's
+  /// operation, Reset or Refresh. Returns the number of the fresh document.
+  std::uint32_t Again(const std::string& sHow, const std::string& sURL);
   WebView& NeedView();
 
   DesktopPlatform& m_oPlatform;

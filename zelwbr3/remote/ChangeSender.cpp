@@ -52,6 +52,12 @@ void ChangeSender::Record(const Change& oChange) {
   if (m_oBatch.Size() >= BatchSize) EndBatch();
 }
 
+void ChangeSender::Present() {
+  EndRows();
+  m_oBatch.Add(PresentKind);
+  EndBatch();
+}
+
 void ChangeSender::AddRow(const Change& oChange) {
   const auto iColumns = static_cast<NodeNumber>(1 + std::ranges::count(oChange.Text, Change::Separator));
   const bool bNext = oChange.Node == m_oRows.Template && iColumns == m_oRows.Longest.size() &&

@@ -36,6 +36,8 @@ class ChangeSender : public ChangeLog {
   /// batch.
   static constexpr std::uint32_t FirstRecordRows = 64;
   static constexpr std::uint32_t RecordRows = 2048;
+  /// The kind that stands in a batch for Present; the others are those of Change.
+  static constexpr std::uint32_t PresentKind = 11;
   /// Batches on their way at a time.
   static constexpr std::size_t Outstanding = 4;
 
@@ -44,6 +46,8 @@ class ChangeSender : public ChangeLog {
   explicit ChangeSender(Send oSend) : m_oSend(std::move(oSend)) {}
 
   void Record(const Change& oChange) override;
+  /// Shows a document that was filled beside the one shown (RemoteDocument::BeginRefresh).
+  void Present();
   /// Sends what has been recorded so far, as soon as the browser takes it.
   void Flush();
   /// The browser has made all changes of this batch and of those before it.

@@ -19,16 +19,16 @@ void RemoteDocument::Later(std::function<void()> oTask) {
   });
 }
 
-void RemoteDocument::Begin(std::uint32_t iSerial, bool bAgain) {
+void RemoteDocument::Begin(std::uint32_t iSerial, How eHow) {
   Drop();
-  m_bAgain = bAgain;
+  m_eHow = eHow;
   m_iSerial = iSerial;
   m_bAnnounced = false;
   Later([this] { Announce(); });
 }
 
 void RemoteDocument::LoadInstead(std::uint32_t iSerial) {
-  m_bAgain = false;
+  m_eHow = How::Load;
   m_iSerial = iSerial;
 }
 
@@ -82,7 +82,7 @@ void RemoteDocument::Handle(std::string_view sMessage) {
   if (oList.Number() != m_iSerial) return;
   Announce();
   if (sKind == "begin") {
-    if (m_bAgain) {
+    if (m_eHow != How::Load) {
       // Nothing more to wait for; but whoever waits for the navigation goes on first.
       Later([this, iSerial = m_iSerial] {
         if (m_iSerial == iSerial) Build();
@@ -107,7 +107,7 @@ void RemoteDocument::Build() {
   oSnapshot.Text();    // the kind of the message
   oSnapshot.Number();  // and the document's number then
   BuildDocument(oSnapshot, *oDocument);
-  if (!m_bAgain) m_oChannel.Loaded(*oDocument);
+  if (m_eHow == How::Load) m_oChannel.Loaded(*oDocument);
 
   Drop();
   m_oSender =
@@ -117,7 +117,11 @@ void RemoteDocument::Build() {
   m_oDocument = oDocument;
   m_oDocument->ReportTo(m_oSender.get());
   m_oChannel.Ready();
+  const bool bPresent = m_eHow == How::Refresh;
+  const std::weak_ptr oSender = m_oSender;
   m_oEvents.DocumentComplete(true);
+  // Nothing else is touched: filling it may have ended this object.
+  if (const auto oFilled = oSender.lock(); bPresent && oFilled != nullptr) oFilled->Present();
 }
 
 void RemoteDocument::Acknowledge(std::uint32_t iSerial, std::uint32_t iBatch) {

@@ -39,7 +39,9 @@ class Channel {
 ///
 /// A page that is shown again need not be loaded again: the agent puts the
 /// document back to what it was at the load, under a number of its own, and
-/// everything is reported as at a load.
+/// everything is reported as at a load. A page that is refreshed is filled beside
+/// the document shown; when it is filled, the agent changes the one shown where the
+/// two differ, and nothing else.
 class RemoteDocument {
  public:
   /// Both outlive this object, which is destroyed before Later's tasks run.
@@ -49,9 +51,11 @@ class RemoteDocument {
   RemoteDocument& operator=(const RemoteDocument&) = delete;
 
   /// A load has begun under this number. The present document takes no more changes.
-  void BeginLoad(std::uint32_t iSerial) { Begin(iSerial, false); }
+  void BeginLoad(std::uint32_t iSerial) { Begin(iSerial, How::Load); }
   /// The present document is being put back to its beginning, under this number.
-  void BeginAgain(std::uint32_t iSerial) { Begin(iSerial, true); }
+  void BeginAgain(std::uint32_t iSerial) { Begin(iSerial, How::Again); }
+  /// The same, but the user sees the present document until the page is filled.
+  void BeginRefresh(std::uint32_t iSerial) { Begin(iSerial, How::Refresh); }
   /// What was begun last is a load after all: the document could not be put back.
   void LoadInstead(std::uint32_t iSerial);
   std::uint32_t Serial() const { return m_iSerial; }
@@ -77,7 +81,9 @@ class RemoteDocument {
   void Theme(const std::string& sName);
 
  private:
-  void Begin(std::uint32_t iSerial, bool bAgain);
+  enum class How { Load, Again, Refresh };
+
+  void Begin(std::uint32_t iSerial, How eHow);
   /// Builds the replica from the snapshot and tells that it is there.
   void Build();
   /// Tells about a navigation that has begun, if that has not been done.
@@ -92,8 +98,8 @@ class RemoteDocument {
   std::shared_ptr<ChangeSender> m_oSender;
   /// The message with the snapshot of the document as it was at its load.
   std::string m_sLoad;
-  /// The document is one that begins again.
-  bool m_bAgain = false;
+  /// How the document, or the one on its way, came about.
+  How m_eHow = How::Load;
   std::uint32_t m_iSerial = 0;
   bool m_bAnnounced = true;
   /// A search field with a text in it has the keyboard; Escape empties it.

@@ -9,7 +9,9 @@
  * clones in the order of their source), so a number never has to be asked back.
  *
  * When the control shows the same page again, the agent puts the document back to
- * what it was at the load, and all of this begins again.
+ * what it was at the load, and all of this begins again. When the control refreshes
+ * the page, the fresh document is filled beside the one shown, which then changes
+ * only where they differ.
  *
  * Everything on the wire, both ways, is a flat JSON list of whole numbers and
  * strings. Nothing here reads the layout or waits for a timer or a frame: a
@@ -59,8 +61,8 @@
   };
 
   /** Numbers all elements in document order. */
-  const NumberAll = () => {
-    oNodes = [null, ...document.querySelectorAll("*")];
+  const NumberAll = (oRoot) => {
+    oNodes = [null, oRoot, ...oRoot.querySelectorAll("*")];
     for (let i = 1; i < oNodes.length; ++i) oNodes[i][NumberKey] = i;
     iLoaded = oNodes.length;
   };
@@ -116,6 +118,9 @@
   /** The records that a list of the page shows, in the order of their numbers. */
   const oRecords = [];
 
+  /** While the page is refreshed: the root that is filled, and what was shown by number. */
+  let oStage = null;
+
   /** The record of a row or cell without an element of its own; undefined if there is none. */
   const RecordOf = (iNumber) => {
     let iLow = 0;
@@ -139,12 +144,20 @@
     return oNodes[iNumber];
   };
 
+  /** Tells the page's scripts something. True if one of them takes care of it. */
+  const Tell = (oNode, sEvent, sDetail = "") =>
+    // A text passes to the page's scripts as it is, without a copy.
+    !oNode.dispatchEvent(new CustomEvent(sEvent, { bubbles: true, cancelable: true, detail: sDetail }));
+
+  /** A list's script has a part of the table for rows that are not shown. */
+  const IsList = (oTable) => [...oTable.tBodies].some((oBody) => !(NumberKey in oBody));
+
   /** Shows a record's rows: as the page's list does, or as elements. */
   const AddRows = (iTemplate, sRecord) => {
     const oRecord = new RowRecord(oNodes[iTemplate], sRecord);
-    // A text passes to the page's scripts as it is, without a copy.
-    const oEvent = new CustomEvent("zelrows", { bubbles: true, cancelable: true, detail: sRecord });
-    if (!oRecord.oTemplate.dispatchEvent(oEvent)) return void oRecords.push(oRecord);
+    const oShown = oStage === null ? oRecord.oTemplate : oStage.oShown[iTemplate];
+    const bTaken = oStage === null ? Tell(oShown, "zelrows", sRecord) : iTemplate < iLoaded && IsList(oShown.closest("table"));
+    if (bTaken) return void oRecords.push(oRecord);
     for (const [oRow, iRow] of oRecord.Make()) {
       Adopt(oRecord.oTemplate, oRow, iRow);
       oRecord.oTemplate.parentElement.append(oRow);
@@ -176,14 +189,15 @@
   const IsLists = (oElement, sName) =>
     ListAttributes.includes(sName) || (sName === "tabindex" && oElement.localName === "tr");
 
+  const IsAdded = (oRow) => oRow[NumberKey] >= iLoaded;
+
   /**
    * The nodes in an element as the program knows them. A list's script moves the rows
    * that the program has added, within the table, and shows records in its own way.
    */
   const Original = (oElement) => {
     const oTable = oElement.localName === "tbody" ? oElement.closest("table") : null;
-    if (oTable === null || [...oTable.tBodies].every((oBody) => NumberKey in oBody)) return oElement.childNodes;
-    const IsAdded = (oRow) => oRow[NumberKey] >= iLoaded;
+    if (oTable === null || !IsList(oTable)) return oElement.childNodes;
     const oAdded = [...oTable.rows].filter(IsAdded);
     for (const oRecord of oRecords) {
       if (oRecord.oTemplate.parentElement !== oElement) continue;
@@ -220,13 +234,15 @@
 
   /** The root as it was at the load, in a document in which nothing runs and nothing is loaded. */
   let oPristine = null;
+  let oPristineNodes = [];
 
   window.addEventListener(
     "load",
     () => {
-      NumberAll();
+      NumberAll(document.documentElement);
       Post("load", iSerial, ...Describe(document.documentElement, []));
       oPristine = document.implementation.createHTMLDocument("").importNode(document.documentElement, true);
+      oPristineNodes = [null, oPristine, ...oPristine.querySelectorAll("*")];
     },
     { capture: true, once: true }
   );
@@ -240,9 +256,136 @@
     // In another head the style sheets would be loaded again.
     if (!document.head.isEqualNode(oHead)) document.head.replaceWith(oHead);
     document.body.replaceWith(oBody);
-    oRecords.length = 0;
     getSelection().removeAllRanges();
     scrollTo({ left: 0, top: 0, behavior: "instant" });
+  };
+
+  // ---- refresh -----------------------------------------------------------------
+
+  /** Attributes that the program has written to an element. */
+  const WrittenKey = Symbol("written");
+
+  const Write = (oElement, sName, sText) => {
+    (oElement[WrittenKey] ??= new Set()).add(sName);
+    oElement.setAttribute(sName, sText);
+  };
+
+  /** What an element is recognised by among its siblings; a row also by what it begins with. */
+  const KeyOf = (oElement) => {
+    const oCell = oElement.localName === "tr" ? oElement.cells[0] : undefined;
+    const sCell = oCell === undefined ? "" : `|${oCell.id}|${oCell.textContent}`;
+    return `${oElement.localName}|${oElement.id}${sCell}`;
+  };
+
+  const IsKnown = (oNode) => oNode.nodeType === Node.TEXT_NODE || oNode[NumberKey] !== undefined;
+
+  const MergeAttributes = (oShown, oNew, iOld) => {
+    for (const { name, value } of oNew.attributes) {
+      if (oShown.getAttribute(name) !== value) oShown.setAttribute(name, value);
+    }
+    // What the page's scripts have added stays.
+    const oPlain = iOld < iLoaded ? oPristineNodes[iOld] : null;
+    for (const { name } of [...oShown.attributes]) {
+      const bOurs = oPlain === null ? !IsLists(oShown, name) : oPlain.hasAttribute(name) || oShown[WrittenKey]?.has(name);
+      if (bOurs && !oNew.hasAttribute(name)) oShown.removeAttribute(name);
+    }
+    oShown[WrittenKey] = oNew[WrittenKey];
+  };
+
+  const ByKey = (oElements) => {
+    const oMap = new Map();
+    for (const oElement of oElements) {
+      const sKey = KeyOf(oElement);
+      if (!oMap.get(sKey)?.push(oElement)) oMap.set(sKey, [oElement]);
+    }
+    return oMap;
+  };
+
+  const IsText = (oNode) => oNode.nodeType === Node.TEXT_NODE;
+  const IsSame = (oNode, oOther) => (IsText(oNode) ? IsText(oOther) : !IsText(oOther) && KeyOf(oNode) === KeyOf(oOther));
+
+  /** For each new node the one shown that it belongs to; null if there is none. */
+  const Pairs = (oShown, oNew) => {
+    if (oShown.length === oNew.length && oShown.every((oNode, i) => IsSame(oNode, oNew[i]))) return oShown;
+    const oTexts = oShown.filter(IsText);
+    const oMap = ByKey(oShown.filter((oNode) => !IsText(oNode)));
+    return oNew.map((oNode) => (IsText(oNode) ? oTexts : oMap.get(KeyOf(oNode)))?.shift() ?? null);
+  };
+
+  const MergeNode = (oShown, oNew) => {
+    if (!IsText(oShown)) return Merge(oShown, oNew);
+    if (oShown.data === oNew.data) return;
+    const sOld = oShown.data;
+    oShown.data = oNew.data;
+    Tell(oShown.parentElement, "zelchanged", sOld);
+  };
+
+  const MergeContent = (oShown, oNew, IsMeant = IsKnown) => {
+    const oOld = [...oShown.childNodes].filter(IsMeant);
+    const oWanted = [...oNew.childNodes].filter(IsMeant);
+    const oPairs = Pairs(oOld, oWanted);
+    const oKept = new Set(oPairs);
+    for (const oNode of oOld) oKept.has(oNode) || oNode.remove();
+    // The first of the nodes shown that are not yet in their place.
+    let oAt = oOld.find((oNode) => oKept.has(oNode)) ?? null;
+    oWanted.forEach((oNode, i) => {
+      if (oPairs[i] !== null) MergeNode(oPairs[i], oNode);
+      if (oPairs[i] === null || oPairs[i] !== oAt) return void oShown.insertBefore(oPairs[i] ?? oNode, oAt);
+      do oAt = oAt.nextSibling;
+      while (oAt !== null && !oKept.has(oAt));
+    });
+  };
+
+  /**
+   * Gives a list other rows; it keeps what the user has made of it. False if nothing
+   * in the page takes care of that.
+   */
+  const MergeRows = (oBody, oNew) => {
+    if (!Tell(oBody, "zelrowsbegin")) return false;
+    const oMap = ByKey([...oBody.closest("table").rows].filter(IsAdded));
+    const oRows = [...oNew.rows].filter(IsAdded).map((oRow) => [oRow[NumberKey], oRow, oMap.get(KeyOf(oRow))?.shift()]);
+    // The others no longer stand for anything that could be clicked.
+    for (const oElement of [...oMap.values()].flat()) {
+      for (const o of [oElement, ...oElement.querySelectorAll("*")]) delete o[NumberKey];
+    }
+    MergeContent(oBody, oNew, (oNode) => IsKnown(oNode) && !IsAdded(oNode));
+
+    const oTexts = oRecords.filter((oRecord) => oRecord.oTemplate.parentElement === oNew);
+    const oParts = [...oRows, ...oTexts.map((oRecord) => [oRecord.iFirst, oRecord])].sort(([i], [iOther]) => i - iOther);
+    for (const [, oPart, oShown] of oParts) {
+      if (oPart instanceof RowRecord) {
+        oPart.oTemplate = oNodes[oPart.oTemplate[NumberKey]];
+        Tell(oPart.oTemplate, "zelrows", oPart.sRecord);
+        continue;
+      }
+      if (oShown !== undefined) Merge(oShown, oPart);
+      else oBody.append(oPart);
+      Tell(oShown ?? oPart, "zelrow");
+    }
+    Tell(oBody, "zelrowsend");
+    return true;
+  };
+
+  /** Makes a part of the page shown what the fresh one is, and touches nothing that is the same in both. */
+  const Merge = (oShown, oNew) => {
+    const iOld = oShown[NumberKey];
+    oShown[NumberKey] = oNew[NumberKey];
+    oNodes[oNew[NumberKey]] = oShown;
+    MergeAttributes(oShown, oNew, iOld);
+    const oTable = oShown.localName === "tbody" ? oShown.parentElement : null;
+    if (oTable === null || !IsList(oTable) || !MergeRows(oShown, oNew)) MergeContent(oShown, oNew);
+  };
+
+  /** The refreshed page is filled: it is shown from now on. */
+  const Commit = () => {
+    const { oRoot } = oStage;
+    oStage = null;
+    Merge(document.documentElement, oRoot);
+    document.dispatchEvent(new Event("zelrefreshed"));
+    for (const [sKind, oTarget] of oHeld.splice(0)) Report(sKind, oTarget);
+    Report("focus", document.activeElement ?? document.body);
+    sTaken = NoKeys;
+    TellKeys(document.activeElement);
   };
 
   // ---- changes ---------------------------------------------------------------
@@ -250,23 +393,33 @@
   // By kind, with the number of items that follow it in a batch.
   const oChanges = {
     1: [2, (iNode, sText) => void (NodeAt(iNode).textContent = sText)],
-    2: [3, (iNode, sName, sText) => NodeAt(iNode).setAttribute(sName, sText)],
+    2: [3, (iNode, sName, sText) => Write(NodeAt(iNode), sName, sText)],
     3: [2, (iNode, sName) => NodeAt(iNode).removeAttribute(sName)],
     4: [2, (iNode, sText) => SetDisplay(NodeAt(iNode), sText)],
     5: [2, (iNode, iFirst) => void Adopt(NodeAt(iNode), NodeAt(iNode).cloneNode(true), iFirst)],
     6: [2, (iNode, iOther) => void NodeAt(iNode).appendChild(oNodes[iOther])],
     7: [2, (iNode, iOther) => NodeAt(iNode).after(oNodes[iOther])],
     8: [3, (iNode, iOther, sTag) => {
-      const oElement = document.createElement(sTag);
+      const oElement = NodeAt(iNode).ownerDocument.createElement(sTag);
       oElement[NumberKey] = iOther;
       oNodes[iOther] = oElement;
       NodeAt(iNode).appendChild(oElement);
     }],
     9: [2, (iNode, sText) => NodeAt(iNode).append(sText)],
     10: [2, AddRows],
+    11: [0, Commit],
   };
 
   let iLastBatch = 0;
+
+  /** What is sent from now on concerns a document of this number. */
+  const Restart = (iNext) => {
+    iSerial = iNext;
+    iLastBatch = 0;
+    oRecords.length = 0;
+    oHeld.length = 0;
+    Post("begin", iSerial);
+  };
 
   Attach({
     /**
@@ -275,13 +428,24 @@
      */
     Reset(iFor, iNext) {
       if (iFor !== iSerial || oPristine === null) return "another document";
-      iSerial = iNext;
-      iLastBatch = 0;
+      Restart(iNext);
+      oStage = null;
       sTaken = NoKeys;
-      Post("begin", iSerial);
       PutBack();
-      NumberAll();
+      NumberAll(document.documentElement);
       document.dispatchEvent(new Event("zelwbr3reset"));
+      return "";
+    },
+
+    /**
+     * Begins to fill the same page again beside the one shown, which stays as it is
+     * until that is done. Answers as Reset.
+     */
+    Refresh(iFor, iNext) {
+      if (iFor !== iSerial || oPristine === null) return "another document";
+      Restart(iNext);
+      oStage = { oRoot: oPristine.cloneNode(true), oShown: oStage?.oShown ?? oNodes };
+      NumberAll(oStage.oRoot);
       return "";
     },
 
@@ -321,8 +485,16 @@
 
   // ---- what the user does ----------------------------------------------------
 
-  window.addEventListener("click", (oEvent) => oEvent.isTrusted && Post("click", iSerial, NumberOf(oEvent.target)), true);
-  window.addEventListener("focusin", (oEvent) => Post("focus", iSerial, NumberOf(oEvent.target)), true);
+  /** What the user does while the page is refreshed concerns the fresh one. */
+  const oHeld = [];
+
+  const Report = (sKind, oTarget) => {
+    if (oStage === null) Post(sKind, iSerial, NumberOf(oTarget));
+    else oHeld.push([sKind, oTarget]);
+  };
+
+  window.addEventListener("click", (oEvent) => oEvent.isTrusted && Report("click", oEvent.target), true);
+  window.addEventListener("focusin", (oEvent) => Report("focus", oEvent.target), true);
 
   // Keys that belong to the page's own script: Escape empties a search field before
   // it leaves the page, Enter and Space press a button that the script has made and
