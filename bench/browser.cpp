@@ -43,12 +43,21 @@ void MeasureShow(BenchWindow& oWindow, Figures& oFigures) {
 
   std::vector<double> shows;
   std::vector<double> bares;
+  std::vector<double> refreshes;
+  int iPages = 0;
+  const auto oCompleted = oBrowser.PageComplete.Connect([&](const auto&) { ++iPages; });
   std::vector<double> paintedShows;
   std::vector<double> paintedBares;
   for (int i = 0; i < 41; ++i) {
     bares.push_back(Milliseconds([&] { oBare.LoadBare(0, sURL); }));
     oBare.WaitUntilPainted(0);
     shows.push_back(Milliseconds([&] { oBrowser.PageMain()->Show(oDatabase); }));
+    oWindow.WaitUntilPainted(0);
+    refreshes.push_back(Milliseconds([&] {
+      iPages = 0;
+      oBrowser.PageMain()->Command(DataPage::CommandRefresh);
+      oWindow.WaitFor([&] { return iPages == 1 && oWindow.Real(0).Settled(); });
+    }));
     oWindow.WaitUntilPainted(0);
     paintedBares.push_back(Milliseconds([&] {
       oBare.LoadBare(0, sURL);
@@ -62,6 +71,8 @@ void MeasureShow(BenchWindow& oWindow, Figures& oFigures) {
   oFigures.Add("show_ms", Median(shows), "ms to show Main again, filled");
   oFigures.Add("bare_ms", Median(bares), "ms of a bare navigation to the same file");
   oFigures.Add("show_ratio", Median(shows) / Median(bares), "of the two");
+  oFigures.Add("refresh_ms", Median(refreshes), "ms to refresh Main until the browser has confirmed it");
+  oFigures.Add("refresh_ratio", Median(refreshes) / Median(bares), "to the bare navigation");
   oFigures.Add("show_painted_ms", Median(paintedShows), "ms to show Main again, until painted");
   oFigures.Add("bare_painted_ms", Median(paintedBares), "ms of a bare navigation, until painted");
   oFigures.Add("show_painted_ratio", Median(paintedShows) / Median(paintedBares), "of the two");

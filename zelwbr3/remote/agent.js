@@ -286,7 +286,8 @@
     // What the page's scripts have added stays.
     const oPlain = iOld < iLoaded ? oPristineNodes[iOld] : null;
     for (const { name } of [...oShown.attributes]) {
-      const bOurs = oPlain === null ? !IsLists(oShown, name) : oPlain.hasAttribute(name) || oShown[WrittenKey]?.has(name);
+      const bWritten = name === "style" || oShown[WrittenKey]?.has(name);
+      const bOurs = oPlain === null ? !IsLists(oShown, name) : bWritten || oPlain.hasAttribute(name);
       if (bOurs && !oNew.hasAttribute(name)) oShown.removeAttribute(name);
     }
     oShown[WrittenKey] = oNew[WrittenKey];
