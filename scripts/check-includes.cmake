@@ -2,7 +2,7 @@
 # include each other in a circle. From the ground up:
 #   base <- ZELLib3 <- instances
 #   base <- platform, dom <- framework (with ZELLib3) <- pages <- shell <- headless, desktop <- host
-#   framework <- remote <- desktop
+#   framework <- remote <- desktop, web
 # Instances only see the interface that they implement and what they share, the
 # core only itself and the C++ standard library, and each vendor library belongs
 # to one leaf folder. docs/architecture.md has the same rules as a table.
@@ -18,15 +18,17 @@ set(may_shell ${may_pages} shell)
 set(may_headless ${may_shell} headless)
 set(may_remote base platform dom framework remote)
 set(may_desktop ${may_shell} remote desktop)
+set(may_web ${may_shell} remote web)
 set(may_instances_common base ZELLib3 instances/common)
 set(may_instances_recorded ${may_instances_common} instances/recorded)
 set(may_instances_sqlite ${may_instances_common} instances/sqlite)
 set(may_instances_postgres ${may_instances_common} instances/postgres)
-set(may_host ${may_shell} headless remote desktop instances)
+set(may_host ${may_shell} headless remote desktop web instances)
 
 # Vendor and system headers, by the folder that may include them.
 set(vendor_headless "gumbo\\.h")
 set(vendor_desktop "(wx|webkit2|gtk|gdk|glib|gio|jsc)/.*|webkit2/.*|chm_lib\\.h|glib\\.h|(unistd|fcntl)\\.h|sys/.*")
+set(vendor_web "boost/(asio|beast|system)/.*|boost/(asio|beast)\\.hpp|openssl/.*|zlib\\.h")
 set(vendor_instances_common "(unistd|fcntl|pwd|signal|spawn|dirent)\\.h|sys/.*")
 set(vendor_instances_recorded "nlohmann/.*")
 set(vendor_instances_sqlite "sqlite3\\.h|${vendor_instances_common}")
@@ -35,7 +37,7 @@ set(vendor_host "nlohmann/.*|CLI/.*|wx/.*|(unistd|fcntl)\\.h|sys/.*")
 
 set(wrong 0)
 set(arrows)
-foreach(folder base ZELLib3 platform dom framework pages shell remote headless desktop
+foreach(folder base ZELLib3 platform dom framework pages shell remote headless desktop web
     instances/common instances/recorded instances/sqlite
     instances/postgres host)
   string(REPLACE "/" "_" key ${folder})

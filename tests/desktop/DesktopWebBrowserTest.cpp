@@ -1,6 +1,6 @@
 #include "tests/desktop/Listener.h"
 #include "tests/desktop/TestWindow.h"
-#include "zelwbr3/desktop/FileURL.h"
+#include "zelwbr3/remote/FileURL.h"
 #include "zelwbr3/dom/EmbeddedObject.h"
 #include "zelwbr3/dom/Style.h"
 

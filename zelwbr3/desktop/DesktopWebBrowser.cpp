@@ -1,7 +1,7 @@
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 
 #include "zelwbr3/desktop/DesktopPlatform.h"
-#include "zelwbr3/desktop/FileURL.h"
+#include "zelwbr3/remote/FileURL.h"
 #include "zelwbr3/desktop/Script.h"
 #include "zelwbr3/dom/Document.h"
 #include "zelwbr3/remote/AgentSource.h"
@@ -85,13 +85,13 @@ void DesktopWebBrowser::Refresh(const std::string& sURL) {
 
 bool DesktopWebBrowser::BeginsAgainAs(const std::string& sURL) const {
   // In another theme it would be seen in its old one first.
-  return m_oRemote.IsLoaded() && m_eLoadTheme == m_oPlatform.Theme() && m_oOrigin.IsStill(FilePath(sURL));
+  return m_oRemote.IsLoaded() && m_eLoadTheme == m_oPlatform.Theme() && m_oOrigin.IsStill(Remote::FilePath(sURL));
 }
 
 std::uint32_t DesktopWebBrowser::Load(const std::string& sURL) {
   m_eLoadTheme = m_oPlatform.Theme();
-  m_oOrigin = PageOrigin(FilePath(sURL));
-  return m_oView->Load(MakeURL(sURL));
+  m_oOrigin = Remote::PageOrigin(Remote::FilePath(sURL));
+  return m_oView->Load(Remote::MakeURL(sURL));
 }
 
 std::uint32_t DesktopWebBrowser::Again(const std::string& sHow, const std::string& sURL) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/desktop/PageOrigin.h"
+#include "zelwbr3/remote/PageOrigin.h"
 #include "zelwbr3/desktop/Theme.h"
 #include "zelwbr3/desktop/WebView.h"
 #include "zelwbr3/platform/WebBrowser.h"
@@ -87,7 +87,7 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remo
   /// Its parent may destroy it before this object.
   wxWeakRef<wxPanel> m_oBox;
   std::unique_ptr<WebView> m_oView;
-  PageOrigin m_oOrigin;
+  Remote::PageOrigin m_oOrigin;
   Desktop::Theme m_eLoadTheme = Desktop::Theme::Light;
   Remote::RemoteDocument m_oRemote;
 };

@@ -1,6 +1,6 @@
 #include "zelwbr3/desktop/HelpURL.h"
 
-#include "zelwbr3/desktop/FileURL.h"
+#include "zelwbr3/remote/FileURL.h"
 
 #include <algorithm>
 #include <memory>
@@ -8,6 +8,8 @@
 #include <glib.h>
 
 namespace ZELWbr3::Desktop {
+
+using namespace Remote;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "zelwbr3/desktop/WebView.h"
 
-#include "zelwbr3/desktop/FileURL.h"
+#include "zelwbr3/remote/FileURL.h"
 #include "zelwbr3/desktop/HelpScheme.h"
 #include "zelwbr3/desktop/WebContext.h"
 #include "zelwbr3/remote/ErrorPage.h"
@@ -15,6 +15,8 @@
 #include <exception>
 
 namespace ZELWbr3::Desktop {
+
+using namespace Remote;
 
 namespace {
 

@@ -5,31 +5,57 @@
 #include "zelwbr3/framework/KeyCode.h"
 #include "zelwbr3/remote/Snapshot.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace ZELWbr3::Remote {
+
+namespace {
+
+/// A message with a snapshot, without its kind and its document's number.
+std::string_view Content(std::string_view sMessage) {
+  for (int i = 0; i < 2; ++i) sMessage.remove_prefix(std::min(sMessage.find(',') + 1, sMessage.size()));
+  return sMessage;
+}
+
+}  // namespace
 
 RemoteDocument::~RemoteDocument() {
   if (m_oDocument != nullptr) m_oDocument->ReportTo(nullptr);
 }
 
 void RemoteDocument::Later(std::function<void()> oTask) {
-  m_oChannel.Later([oAlive = std::weak_ptr(m_oAlive), oTask = std::move(oTask)] {
-    if (!oAlive.expired()) oTask();
+  m_oChannel.Later([this, iSerial = m_iSerial, oAlive = std::weak_ptr(m_oAlive), oTask = std::move(oTask)] {
+    if (!oAlive.expired() && m_iSerial == iSerial) oTask();
   });
 }
 
 void RemoteDocument::Begin(std::uint32_t iSerial, How eHow) {
   Drop();
+<<<<<<< HEAD
   m_eHow = eHow;
+=======
+  m_bAgain = bAgain;
+  m_bKnown = false;
+>>>>>>> b046ba7 (Serve the control to any browser: zelweb, over HTTP and WebSockets)
   m_iSerial = iSerial;
   m_bAnnounced = false;
   Later([this] { Announce(); });
 }
 
+void RemoteDocument::BeginKnown(std::uint32_t iSerial, std::string sSnapshot) {
+  Begin(iSerial, false);
+  m_bKnown = true;
+  m_sLoad = std::move(sSnapshot);
+  Later([this] { m_oEvents.NavigateComplete(); });
+  Later([this] { Build(); });
+}
+
 void RemoteDocument::LoadInstead(std::uint32_t iSerial) {
   m_eHow = How::Load;
   m_iSerial = iSerial;
+  // What was put off was meant for the other number.
+  Later([this] { Announce(); });
 }
 
 void RemoteDocument::Announce() {
@@ -81,6 +107,7 @@ void RemoteDocument::Handle(std::string_view sMessage) {
   // What an earlier document still says is of no interest.
   if (oList.Number() != m_iSerial) return;
   Announce();
+<<<<<<< HEAD
   if (sKind == "begin") {
     if (m_eHow != How::Load) {
       // Nothing more to wait for; but whoever waits for the navigation goes on first.
@@ -88,6 +115,13 @@ void RemoteDocument::Handle(std::string_view sMessage) {
         if (m_iSerial == iSerial) Build();
       });
     }
+=======
+  if (m_bKnown && (sKind == "begin" || sKind == "load")) {
+    if (sKind == "load" && Content(sMessage) != Content(m_sLoad)) m_oChannel.Unexpected();
+  } else if (sKind == "begin") {
+    // Nothing more to wait for; but whoever waits for the navigation goes on first.
+    if (m_bAgain) Later([this] { Build(); });
+>>>>>>> b046ba7 (Serve the control to any browser: zelweb, over HTTP and WebSockets)
     m_oEvents.NavigateComplete();
   } else if (sKind == "load") {
     m_sLoad = sMessage;
@@ -95,6 +129,8 @@ void RemoteDocument::Handle(std::string_view sMessage) {
   } else if (sKind == "keys") {
     m_bPageTakesEscape = oList.Number() != 0;
     m_bPageTakesEnter = oList.Number() != 0;
+  } else if (sKind == "key") {
+    KeyPress(oList.Number(), false);
   } else if (m_oSender != nullptr) {
     m_oDocument->Activate(m_oDocument->ByNumber(oList.Number()));
     if (sKind == "click") m_oEvents.Click();
@@ -107,7 +143,11 @@ void RemoteDocument::Build() {
   oSnapshot.Text();    // the kind of the message
   oSnapshot.Number();  // and the document's number then
   BuildDocument(oSnapshot, *oDocument);
+<<<<<<< HEAD
   if (m_eHow == How::Load) m_oChannel.Loaded(*oDocument);
+=======
+  if (!m_bAgain && !m_bKnown) m_oChannel.Loaded(*oDocument);
+>>>>>>> b046ba7 (Serve the control to any browser: zelweb, over HTTP and WebSockets)
 
   Drop();
   m_oSender =

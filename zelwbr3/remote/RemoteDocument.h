@@ -25,6 +25,8 @@ class Channel {
   virtual void Later(std::function<void()> oTask) = 0;
   /// A document was loaded (not one that begins again); nobody knows it yet.
   virtual void Loaded(const Document&) {}
+  /// The document that BeginKnown expected is not the one that has come.
+  virtual void Unexpected() {}
   /// The document that the control works on from now on is about to be told.
   virtual void Ready() {}
 };
@@ -58,6 +60,12 @@ class RemoteDocument {
   void BeginRefresh(std::uint32_t iSerial) { Begin(iSerial, How::Refresh); }
   /// What was begun last is a load after all: the document could not be put back.
   void LoadInstead(std::uint32_t iSerial);
+  /// A load has begun, or a return to the beginning, and the document will be what
+  /// an earlier load of the page was: it is worked on at once, without waiting for
+  /// the browser.
+  void BeginKnown(std::uint32_t iSerial, std::string sSnapshot);
+  /// The present document as it was at its load; what BeginKnown takes.
+  const std::string& Snapshot() const { return m_sLoad; }
   std::uint32_t Serial() const { return m_iSerial; }
 
   /// A message of the agent; what is about another document is ignored. Throws
@@ -89,7 +97,8 @@ class RemoteDocument {
   /// Tells about a navigation that has begun, if that has not been done.
   void Announce();
   void Drop();
-  /// Runs something soon, unless this object is gone by then.
+  /// Runs something soon, unless this object is gone by then or another document
+  /// has begun.
   void Later(std::function<void()> oTask);
 
   WebBrowserEvents& m_oEvents;
@@ -98,8 +107,15 @@ class RemoteDocument {
   std::shared_ptr<ChangeSender> m_oSender;
   /// The message with the snapshot of the document as it was at its load.
   std::string m_sLoad;
+<<<<<<< HEAD
   /// How the document, or the one on its way, came about.
   How m_eHow = How::Load;
+=======
+  /// The document is one that begins again.
+  bool m_bAgain = false;
+  /// Its snapshot was known before it came.
+  bool m_bKnown = false;
+>>>>>>> b046ba7 (Serve the control to any browser: zelweb, over HTTP and WebSockets)
   std::uint32_t m_iSerial = 0;
   bool m_bAnnounced = true;
   /// A search field with a text in it has the keyboard; Escape empties it.

@@ -26,7 +26,9 @@
   // - Serial(): the number of this load
   // - Post(text): sends a message
   // - Attach(agent): takes what the platform may call
-  const { Theme, IsFrame, Serial, Attach } = zelwbr3Host;
+  // - Keys: codes of the keys that the control handles, where it cannot take them
+  //   before the page sees them; Mnemonic(letter) is told about Alt with a letter
+  const { Theme, IsFrame, Serial, Attach, Keys, Mnemonic } = zelwbr3Host;
 
   if (Theme !== "") document.documentElement.setAttribute("data-theme", Theme);
 
@@ -412,6 +414,9 @@
   };
 
   let iLastBatch = 0;
+  /** What the program was told last about the keys that the page takes. */
+  const NoKeys = "0 0";
+  let sTaken = NoKeys;
 
   /** What is sent from now on concerns a document of this number. */
   const Restart = (iNext) => {
@@ -499,20 +504,50 @@
 
   // Keys that belong to the page's own script: Escape empties a search field before
   // it leaves the page, Enter and Space press a button that the script has made and
-  // that the program does not know. The program asks nothing when a key goes down,
-  // so it is told beforehand.
-  const NoKeys = "0 0";
-  let sTaken = NoKeys;
-  const TellKeys = (oTarget) => {
-    const bEscape = oTarget instanceof HTMLInputElement && oTarget.type === "search" && oTarget.value !== "";
-    const bEnter = oTarget instanceof HTMLButtonElement && oTarget[NumberKey] === undefined;
-    const sKeys = `${Number(bEscape)} ${Number(bEnter)}`;
-    if (sKeys === sTaken) return;
-    sTaken = sKeys;
-    Post("keys", iSerial, Number(bEscape), Number(bEnter));
-  };
-  for (const sEvent of ["focusin", "input"]) window.addEventListener(sEvent, (oEvent) => TellKeys(oEvent.target), true);
-  window.addEventListener("focusout", () => TellKeys(null), true);
+  // that the program does not know.
+  const KeepsEscape = (o) => o instanceof HTMLInputElement && o.type === "search" && o.value !== "";
+  const KeepsEnter = (o) => o instanceof HTMLButtonElement && o[NumberKey] === undefined;
+
+  if (Keys === undefined) {
+    // The program asks nothing when a key goes down, so it is told beforehand.
+    const TellKeys = (oTarget) => {
+      const bEscape = KeepsEscape(oTarget);
+      const bEnter = KeepsEnter(oTarget);
+      const sKeys = `${Number(bEscape)} ${Number(bEnter)}`;
+      if (sKeys === sTaken) return;
+      sTaken = sKeys;
+      Post("keys", iSerial, Number(bEscape), Number(bEnter));
+    };
+    for (const sEvent of ["focusin", "input"]) {
+      window.addEventListener(sEvent, (oEvent) => TellKeys(oEvent.target), true);
+    }
+    window.addEventListener("focusout", () => TellKeys(null), true);
+  } else {
+    const Escape = 27;
+    const EnterOrSpace = [13, 32];
+    const Buttons = ["button", "submit", "reset", "image", "checkbox", "radio", "file", "color", "range"];
+    /** An element that does not need Enter and Space itself, so that they click it. */
+    const IsClicked = (o) => {
+      if (NumberOf(o) === 0 || o === document.body || o.hasAttribute("contenteditable")) return false;
+      if (o.localName === "input") return Buttons.includes(o.getAttribute("type"));
+      return !["textarea", "select", "option", "iframe"].includes(o.localName);
+    };
+    const IsOurs = (iCode, o) => {
+      if (EnterOrSpace.includes(iCode)) return IsClicked(o) && !KeepsEnter(o);
+      return Keys.includes(iCode) && !(iCode === Escape && KeepsEscape(o));
+    };
+    window.addEventListener(
+      "keydown",
+      (oEvent) => {
+        if (!oEvent.isTrusted || oEvent.isComposing || oEvent.ctrlKey || oEvent.metaKey) return;
+        if (oEvent.altKey) return void (Mnemonic(oEvent.key) && oEvent.preventDefault());
+        if (oEvent.shiftKey || !IsOurs(oEvent.keyCode, oEvent.target)) return;
+        oEvent.preventDefault();
+        Post("key", iSerial, oEvent.keyCode);
+      },
+      true
+    );
+  }
 
   Post("begin", iSerial);
 })();

@@ -10,7 +10,7 @@ class Document;
 class Element;
 }  // namespace ZELWbr3
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::Remote {
 
 /// What a document was loaded from: the page file, and the scripts, style sheets
 /// and pictures that it names, each with its time and size. Tells whether loading
@@ -51,4 +51,4 @@ class PageOrigin {
   bool m_bKnown = false;
 };
 
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::Remote

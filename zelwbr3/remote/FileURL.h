@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::Remote {
 
 /// The URL of what a browser is asked to show: a path, in which a backslash
 /// separates folders as a slash does and any character may stand, becomes a
@@ -31,4 +31,4 @@ std::string WithoutSerial(std::string_view sURL);
 /// The number that WithSerial put into a URL, 0 when there is none.
 std::uint32_t SerialOf(std::string_view sURL);
 
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::Remote

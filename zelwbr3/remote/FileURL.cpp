@@ -1,10 +1,10 @@
-#include "zelwbr3/desktop/FileURL.h"
+#include "zelwbr3/remote/FileURL.h"
 
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::Remote {
 
 namespace {
 
@@ -94,4 +94,4 @@ std::uint32_t SerialOf(std::string_view sURL) {
   return iSerial;
 }
 
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::Remote

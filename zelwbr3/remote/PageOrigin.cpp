@@ -1,7 +1,7 @@
-#include "zelwbr3/desktop/PageOrigin.h"
+#include "zelwbr3/remote/PageOrigin.h"
 
-#include "zelwbr3/desktop/FileURL.h"
 #include "zelwbr3/dom/Document.h"
+#include "zelwbr3/remote/FileURL.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::Remote {
 
 namespace {
 
@@ -61,4 +61,4 @@ bool PageOrigin::AddBelow(const Element& oElement) {
   return true;
 }
 
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::Remote

@@ -1,0 +1,263 @@
+// zelweb: serves the pages of instances to any browser.
+
+#include "host/HostPages.h"
+#include "host/Monitor.h"
+#include "host/OpenInstance.h"
+#include "host/OutputFiles.h"
+#include "host/ProgramFiles.h"
+#include "host/StandardStreams.h"
+#include "zelwbr3/base/Finally.h"
+#include "zelwbr3/base/ReadFile.h"
+#include "zelwbr3/base/Text.h"
+#include "zelwbr3/web/Secrets.h"
+#include "zelwbr3/web/Server.h"
+#include "zelwbr3/web/Sessions.h"
+#include "zelwbr3/web/WebCommandlist.h"
+
+#include <CLI/CLI.hpp>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <charconv>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <mutex>
+
+namespace {
+
+using namespace ZELWbr3::Host;
+using ZELWbr3::Web::Response;
+
+struct Arguments {
+  std::vector<std::string> Instances;
+  std::string Listen = "127.0.0.1:0";
+  std::vector<std::string> Origins;
+  std::string TokenFile;
+  std::string MetricsTokenFile;
+  std::string CertificateFile;
+  std::string KeyFile;
+  bool Insecure = false;
+  bool AllowCommands = false;
+  std::string Page = "Main";
+  std::size_t MaxSessions = 64;
+};
+
+int Complain(const std::string& sText) {
+  // Sessions speak from their own threads.
+  static std::mutex oMutex;
+  const std::scoped_lock oLock(oMutex);
+  std::cerr << "zelweb: " << ZELWbr3::Text::OneLine(sText) << std::endl;
+  return 1;
+}
+
+/// "127.0.0.1:8080" or "[::1]:8080" in its two parts.
+std::pair<std::string, std::uint16_t> ParseListen(const std::string& sListen) {
+  const auto iColon = sListen.rfind(':');
+  std::string sAddress = sListen.substr(0, iColon);
+  if (sAddress.starts_with('[') && sAddress.ends_with(']')) sAddress = sAddress.substr(1, sAddress.size() - 2);
+  std::uint16_t iPort = 0;
+  const char* pEnd = sListen.data() + sListen.size();
+  const bool bPort = iColon != std::string::npos && iColon > 0;
+  const auto oRead = std::from_chars(bPort ? sListen.data() + iColon + 1 : pEnd, pEnd, iPort);
+  if (!bPort || oRead.ec != std::errc() || oRead.ptr != pEnd) {
+    throw std::invalid_argument("--listen: \"" + sListen + "\" is not ADDRESS:PORT, such as 127.0.0.1:8080");
+  }
+  return {sAddress, iPort};
+}
+
+bool IsLoopback(const std::string& sAddress) { return sAddress.starts_with("127.") || sAddress == "::1"; }
+
+std::string InURL(const std::string& sAddress) {
+  return sAddress.find(':') == std::string::npos ? sAddress : "[" + sAddress + "]";
+}
+
+/// The token in a file, which is made when it is not there.
+std::string TokenOf(const std::string& sOption, const std::string& sFile) {
+  if (sFile.empty()) return ZELWbr3::Web::MakeSecret();
+  if (!std::filesystem::exists(sFile)) {
+    const std::string sToken = ZELWbr3::Web::MakeSecret();
+    const mode_t eBefore = umask(0077);
+    ZELWbr3::Finally([&] { WriteFile(sFile, sToken + "\n"); }, [&] { umask(eBefore); });
+    return sToken;
+  }
+  try {
+    const std::string sToken = ZELWbr3::Text::Trim(ZELWbr3::ReadFile(sFile, 4096));
+    constexpr std::size_t Shortest = 16;
+    const bool bPlain = sToken.find_first_not_of(
+                            "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_.~") == std::string::npos;
+    if (sToken.size() < Shortest || !bPlain) {
+      throw ZELWbr3::ReadFileError("a token has at least 16 letters, digits, '-', '_', '.' or '~'");
+    }
+    return sToken;
+  } catch (const ZELWbr3::ReadFileError& oError) {
+    throw std::invalid_argument(sOption + ": the file \"" + sFile + "\" cannot be used: " + oError.what());
+  }
+}
+
+/// The program of a session.
+void Show(ZELWbr3::Web::WebPlatform& oPlatform, const std::string& sInstance, const Arguments& oArguments) {
+  // Nothing that a browser sends can get past this.
+  const auto Refuse = [](const ZELWbr3::Recorded::Call& oCall) {
+    if (oCall.Changes) {
+      throw std::runtime_error(
+          "This server shows the instance only. Commands that change it need zelweb to be started with "
+          "--allow-commands.");
+    }
+  };
+  std::shared_ptr<ZELLib3::Database> oDatabase;
+  try {
+    oDatabase = OpenInstance(sInstance, oArguments.AllowCommands ? ZELWbr3::Recorded::CallObserver() : Refuse);
+  } catch (const std::exception& oError) {
+    oPlatform.ShowFailure(oError.what());
+    oPlatform.Run();
+  }
+  ZELWbr3::Browser oBrowser(oPlatform);
+  oBrowser.HTMLPath(oPlatform.Files().Folder());
+  oBrowser.CHMPath(HelpFile());
+  HostPages oPages(oBrowser, oDatabase, std::make_shared<ZELWbr3::Web::WebCommandlist>(oPlatform));
+
+  std::vector<std::pair<std::string, std::string>> names;
+  for (const HostPages::Entry& oEntry : HostPages::All()) names.emplace_back(oEntry.Name, oEntry.Title);
+  oPlatform.Pages(names);
+  std::vector<ZELWbr3::Connection> connections;
+  connections.push_back(oBrowser.PageComplete.Connect([&](const std::shared_ptr<ZELWbr3::Page>& oPage) {
+    for (const HostPages::Entry& oEntry : HostPages::All()) {
+      if (!oPage->Name().starts_with(oEntry.Name)) continue;
+      oPlatform.ShowsPage(oEntry.Name, oDatabase->InstanceName() + " - " + oEntry.Title);
+    }
+  }));
+  connections.push_back(oPlatform.PageAsked.Connect([&](const std::string& sName) {
+    try {
+      oPages.Show(sName);
+    } catch (const ZELWbr3::ClosingError&) {
+      throw;
+    } catch (const std::exception& oError) {
+      oPlatform.MessageBox().Show(oError.what(), "zelweb", ZELWbr3::MessageBox::Buttons::OK,
+                                  ZELWbr3::MessageBox::Icon::Exclamation);
+    }
+  }));
+  connections.push_back(oBrowser.Command.Connect([&](ZELWbr3::Long lCommand) {
+    oPlatform.MessageBox().Show("A program around this page would carry out its command " + std::to_string(lCommand) +
+                                    " now. A browser cannot.",
+                                "zelweb", ZELWbr3::MessageBox::Buttons::OK, ZELWbr3::MessageBox::Icon::Exclamation);
+  }));
+
+  oPages.Show("Main");
+  if (oArguments.Page != "Main") oPages.Show(oArguments.Page);
+  oPlatform.Run();
+}
+
+int Serve(const Arguments& oArguments) {
+  HostPages::Find(oArguments.Page);
+  const auto [sAddress, iPort] = ParseListen(oArguments.Listen);
+  const bool bTLS = !oArguments.CertificateFile.empty();
+  if (bTLS != !oArguments.KeyFile.empty()) throw std::invalid_argument("--tls-cert and --tls-key need each other");
+  if (!IsLoopback(sAddress) && !bTLS && !oArguments.Insecure) {
+    throw std::invalid_argument("--listen: others could read what goes to " + sAddress +
+                                "; use --tls-cert and --tls-key, or --insecure if something else protects it");
+  }
+  for (const std::string& sInstance : oArguments.Instances) FilesOf(sInstance);  // says what is not an instance
+  const std::string sToken = TokenOf("--token-file", oArguments.TokenFile);
+  const std::string sMetricsToken = TokenOf("--metrics-token-file", oArguments.MetricsTokenFile);
+  if (sToken == sMetricsToken) throw std::invalid_argument("--token-file and --metrics-token-file hold the same token");
+
+  // A session needs a socket, and its instance some files.
+  rlimit oFiles{};
+  if (getrlimit(RLIMIT_NOFILE, &oFiles) == 0) {
+    oFiles.rlim_cur = oFiles.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &oFiles);
+  }
+
+  const ZELWbr3::Web::PageFiles oPages(HTMLFolder());
+  std::vector<std::unique_ptr<Monitor>> monitors;
+  ZELWbr3::Web::Sessions::Options oOptions;
+  oOptions.Most = oArguments.MaxSessions;
+  oOptions.Program = [&](ZELWbr3::Web::WebPlatform& oPlatform, std::size_t i) {
+    Show(oPlatform, oArguments.Instances[i], oArguments);
+  };
+  oOptions.Trace = [](const std::string& sText) { Complain(sText); };
+  oOptions.Figures = [&](const std::string& sPath) -> Response {
+    const bool bMetrics = sPath == "/metrics";
+    return {200,
+            {{"Content-Type", bMetrics ? "text/plain; version=0.0.4; charset=utf-8" : "application/json"},
+             {"Cache-Control", "no-store"}},
+            std::make_shared<const std::string>(bMetrics ? MetricsText(monitors) : LightsJSON(monitors))};
+  };
+  for (const std::string& sInstance : oArguments.Instances) oOptions.Instances.push_back(ShownInstance(sInstance));
+
+  // The port is known only now; the doorkeeper must know it before the first request.
+  ZELWbr3::Web::Doorkeeper oDoorkeeper({.Token = sToken, .MetricsToken = sMetricsToken, .Secure = bTLS});
+  ZELWbr3::Web::Sessions oSessions(oOptions, oDoorkeeper, oPages);
+  ZELWbr3::Web::Server oServer({sAddress, iPort, oArguments.CertificateFile, oArguments.KeyFile}, oSessions);
+  oSessions.ServedBy(oServer);
+  const std::string sScheme = bTLS ? "https://" : "http://";
+  const std::string sPort = ":" + std::to_string(oServer.Port());
+  std::vector<std::string> origins = oArguments.Origins;
+  for (const std::string& sHost :
+       {InURL(sAddress), std::string("127.0.0.1"), std::string("localhost"), std::string("[::1]")}) {
+    origins.push_back(sScheme + sHost + sPort);
+    if (oServer.Port() == (bTLS ? 443 : 80)) origins.push_back(sScheme + sHost);
+  }
+  oDoorkeeper.ServedAt(origins, oServer.Port());
+  for (const std::string& sInstance : oArguments.Instances) {
+    monitors.push_back(std::make_unique<Monitor>(sInstance, std::chrono::seconds(5)));
+  }
+
+  const bool bEverywhere = sAddress == "0.0.0.0" || sAddress == "::";
+  const std::string sHere = sScheme + InURL(bEverywhere ? "127.0.0.1" : sAddress) + sPort;
+  std::cout << (oArguments.Origins.empty() ? sHere : oArguments.Origins.front()) << "/?token=" << sToken << "\n"
+            << "metrics token " << sMetricsToken << std::endl;
+  oServer.Run([&] { oSessions.End("The server is stopping"); });
+  // A session that waits for its database cannot be ended, but need not be waited for.
+  if (!oSessions.Join(std::chrono::seconds(5))) std::_Exit(0);
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  ReserveStandardStreams();
+  Arguments oArguments;
+  CLI::App oApp("Serves the pages of database instances to browsers.", "zelweb");
+  oApp.add_option("INSTANCE", oArguments.Instances,
+                  "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; one or more");
+  oApp.add_option("--listen", oArguments.Listen, "ADDRESS:PORT to listen on (default: 127.0.0.1 and a free port)");
+  oApp.add_option("--origin", oArguments.Origins,
+                  "Address that browsers use, such as https://db.example.org; repeatable")
+      ->allow_extra_args(false);
+  oApp.add_option("--token-file", oArguments.TokenFile, "File with the token; made when it is not there");
+  oApp.add_option("--metrics-token-file", oArguments.MetricsTokenFile, "File with the token for /metrics and /health");
+  oApp.add_option("--tls-cert", oArguments.CertificateFile, "Certificate with its chain (PEM)");
+  oApp.add_option("--tls-key", oArguments.KeyFile, "The certificate's key (PEM)");
+  oApp.add_flag("--insecure", oArguments.Insecure, "Allow an address that others reach without TLS");
+  oApp.add_flag("--allow-commands", oArguments.AllowCommands, "Allow commands that change an instance");
+  oApp.add_option("--page", oArguments.Page, "The page to show first (default: Main)");
+  oApp.add_option("--max-sessions", oArguments.MaxSessions, "Sessions at a time (default: 64)")
+      ->check(CLI::Range(1, 10000));
+  oApp.set_version_flag("--version", "zelweb " ZELWBR3_VERSION);
+  try {
+    oApp.parse(argc, argv);
+  } catch (const CLI::Success& oSuccess) {
+    return oApp.exit(oSuccess);  // --help
+  } catch (const CLI::ParseError& oError) {
+    return Complain(ShownInstance(oError.what()));
+  }
+  HidePasswords(argc, argv);
+  if (oArguments.Instances.empty()) return Complain("INSTANCE is required");
+  for (std::string& sOrigin : oArguments.Origins) {
+    while (sOrigin.ends_with('/')) sOrigin.pop_back();
+    const auto iHost = sOrigin.find("://");
+    const std::string sScheme = sOrigin.substr(0, iHost);
+    if ((sScheme != "http" && sScheme != "https") || iHost + 3 >= sOrigin.size() ||
+        sOrigin.find_first_of("/?# ", iHost + 3) != std::string::npos) {
+      return Complain("--origin: \"" + sOrigin + "\" is not SCHEME://HOST or SCHEME://HOST:PORT");
+    }
+  }
+  try {
+    return Serve(oArguments);
+  } catch (const std::exception& oError) {
+    return Complain(oError.what());
+  }
+}

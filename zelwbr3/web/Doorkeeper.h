@@ -1,0 +1,81 @@
+#pragma once
+
+#include "zelwbr3/web/HTTP.h"
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ZELWbr3::Web {
+
+/// Says who may come in: which host names and origins are ours, who has the
+/// token, and whose cookie it was exchanged for. Used on one thread.
+class Doorkeeper {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  struct Options {
+    std::string Token;         ///< opens a browser's way in
+    std::string MetricsToken;  ///< for programs that ask for figures; opens nothing else
+    bool Secure = false;       ///< TLS: cookies are sent over nothing else
+  };
+
+  explicit Doorkeeper(Options oOptions, std::function<Clock::time_point()> oNow = Clock::now)
+      : m_oOptions(std::move(oOptions)), m_oNow(std::move(oNow)) {}
+
+  /// Where browsers find the server: "http://127.0.0.1:8080". Nothing is answered
+  /// before this is known.
+  void ServedAt(std::vector<std::string> origins, std::uint16_t iPort) {
+    m_origins = std::move(origins);
+    m_iPort = iPort;
+  }
+
+  /// 421 for a host name that is not ours, 403 for a request that another site
+  /// has made; no value if neither.
+  std::optional<Response> Refusal(const Request& oRequest) const;
+  /// The request comes from one of our own pages.
+  bool IsFromOurPage(const Request& oRequest) const;
+
+  /// The cookie's value if it is one that was given out and is still good; empty
+  /// otherwise.
+  std::string CookieOf(const Request& oRequest);
+  /// Exchanges the token in a request's query for a cookie: answers the header's
+  /// value. No value for a wrong token; 429 as the number of a refusal after too
+  /// many of them.
+  struct Entry {
+    std::string SetCookie;
+    int Refused = 0;  ///< an HTTP status, 0 = let in
+  };
+  Entry Enter(const Request& oRequest);
+  /// Forgets a cookie; answers the header's value that makes the browser forget it.
+  std::string Leave(const std::string& sCookie);
+  /// Whether a request brings the token for figures, and nothing else.
+  Entry MayReadFigures(const Request& oRequest);
+
+ private:
+  struct Visit {
+    Clock::time_point Came;
+    Clock::time_point Seen;
+  };
+
+  std::string CookieName() const { return "zelweb-" + std::to_string(m_iPort); }
+  std::string SetCookie(const std::string& sValue, long lSeconds) const;
+  bool IsGuessing(const std::string& sAddress);
+
+  Options m_oOptions;
+  std::vector<std::string> m_origins;
+  std::uint16_t m_iPort = 0;
+  std::function<Clock::time_point()> m_oNow;
+  std::map<std::string, Visit> m_visits;  ///< by cookie
+  std::deque<std::pair<Clock::time_point, std::string>> m_wrong;
+};
+
+/// The value of a parameter in a target's query, not decoded; empty if there is
+/// none.
+std::string QueryValue(const std::string& sTarget, const std::string& sName);
+
+}  // namespace ZELWbr3::Web

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "zelwbr3/web/HTTP.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ZELWbr3::Web {
+
+/// The page files of a folder as browsers get them: read once, with the agent as
+/// each page's first script, and compressed once. A name is looked up here, so no
+/// request reaches the file system.
+class PageFiles {
+ public:
+  /// Throws std::runtime_error that names the folder or file.
+  explicit PageFiles(const std::string& sFolder);
+
+  /// Where a frame finds the page of a path, in the form of a navigation's: in
+  /// this folder, or "about:blank". The error page for everything else. iSerial is
+  /// that navigation's number.
+  std::string URL(const std::string& sPathOrURL, std::uint32_t iSerial) const;
+  /// False if the URL is that of the error page.
+  bool Has(const std::string& sPathOrURL) const;
+  const std::string& Folder() const { return m_sFolder; }
+  /// Stands for all files: another content has another one.
+  const std::string& Hash() const { return m_sHash; }
+
+  /// What a request for a path below /p/ is answered.
+  Response Answer(const Request& oRequest) const;
+
+ private:
+  struct File {
+    std::string Type;
+    std::shared_ptr<const std::string> Content;
+    std::shared_ptr<const std::string> Compressed;  ///< null where that is not worth it
+  };
+
+  void Add(const std::string& sName, std::string sContent);
+  /// The name of a page file in this folder; empty for anything else.
+  std::string NameOf(const std::string& sPathOrURL) const;
+
+  std::string m_sFolder;
+  std::string m_sHash;
+  std::map<std::string, File, std::less<>> m_files;
+};
+
+/// The MIME type of a file by its name.
+std::string TypeOf(std::string_view sName);
+/// Compressed for "Content-Encoding: gzip".
+std::string Compressed(const std::string& sContent);
+
+}  // namespace ZELWbr3::Web

@@ -1,0 +1,332 @@
+#include "zelwbr3/web/Sessions.h"
+
+#include "zelwbr3/base/Text.h"
+#include "zelwbr3/dom/FlatList.h"
+#include "zelwbr3/web/Server.h"
+#include "zelwbr3/web/Shell.h"
+
+#include <charconv>
+#include <iterator>
+#include <utility>
+
+namespace ZELWbr3::Web {
+
+namespace {
+
+constexpr const char* ShellPolicy =
+    "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; connect-src 'self'; frame-src "
+    "'self'; frame-ancestors 'none'; base-uri 'none'; form-action 'self'";
+
+/// The shell confirms, and is confirmed, messages in portions of this size.
+constexpr std::uint64_t Portion = 32;
+
+constexpr const char* HTML = "text/html; charset=utf-8";
+
+Response Page(int iStatus, const std::string& sTitle, const std::string& sBody, const std::string& sHead = {}) {
+  const std::string sPage =
+      "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\"><meta name=\"viewport\" "
+      "content=\"width=device-width\"><title>" +
+      sTitle + "</title><link rel=\"stylesheet\" href=\"/shell.css\">" + sHead +
+      "</head><body class=\"notice\"><main><h1>" + sTitle + "</h1>" + sBody + "</main></body></html>";
+  return {iStatus,
+          {{"Content-Type", HTML}, {"Content-Security-Policy", ShellPolicy}, {"Cache-Control", "no-store"}},
+          std::make_shared<const std::string>(sPage)};
+}
+
+std::string Replaced(std::string sText, std::string_view sWhat, std::string_view sBy) {
+  for (auto i = sText.find(sWhat); i != std::string::npos; i = sText.find(sWhat, i + sBy.size())) {
+    sText.replace(i, sWhat.size(), sBy);
+  }
+  return sText;
+}
+
+std::string Control(auto... items) {
+  FlatListWriter oList;
+  (oList.Add(items), ...);
+  return oList.Take();
+}
+
+void SendControl(Socket& oSocket, std::string sText) {
+  oSocket.Send(std::make_shared<const std::string>(std::move(sText)));
+}
+
+/// What every answer says to a browser.
+Response Guarded(Response o) {
+  for (const auto& [sName, sValue] :
+       std::initializer_list<std::pair<const char*, const char*>>{{"X-Content-Type-Options", "nosniff"},
+                                                                  {"Referrer-Policy", "no-referrer"},
+                                                                  {"Cross-Origin-Opener-Policy", "same-origin"},
+                                                                  {"Cross-Origin-Resource-Policy", "same-origin"}}) {
+    o.Headers.emplace_back(sName, sValue);
+  }
+  return o;
+}
+
+}  // namespace
+
+// ---- a socket ---------------------------------------------------------------
+
+/// One socket, from its greeting on that of a session.
+class Sessions::Line : public SocketOwner {
+ public:
+  Line(Sessions& oSessions, std::string sCookie, std::shared_ptr<Socket> oSocket)
+      : m_oSessions(oSessions), m_sCookie(std::move(sCookie)), m_oSocket(std::move(oSocket)) {}
+
+  bool Text(std::string sText) override {
+    if (m_oSession == nullptr) {
+      try {
+        m_oSession = m_oSessions.Greet(m_sCookie, sText, m_oSocket);
+      } catch (const std::exception&) {
+        // Whoever says something else has no business here.
+      }
+      if (m_oSession == nullptr) m_oSocket->Close(1008);
+      return m_oSession != nullptr;
+    }
+    constexpr std::string_view Got = "[\"got\",";
+    if (sText.starts_with(Got)) {
+      std::uint64_t iGot = 0;
+      std::from_chars(sText.data() + Got.size(), sText.data() + sText.size(), iGot);
+      m_oSession->Wire().Confirm(iGot);
+      return true;
+    }
+    const bool bMore = m_oSession->Arrive(std::move(sText));
+    if (m_oSession->Arrived() % Portion == 0) {
+      SendControl(*m_oSocket, Control("got", static_cast<std::uint32_t>(m_oSession->Arrived())));
+    }
+    return bMore;
+  }
+
+  void Gone() override {
+    if (m_oSession != nullptr) m_oSessions.Left(std::exchange(m_oSession, nullptr), m_oSocket.get());
+    m_oSocket.reset();
+  }
+
+ private:
+  Sessions& m_oSessions;
+  std::string m_sCookie;
+  std::shared_ptr<Socket> m_oSocket;
+  std::shared_ptr<Session> m_oSession;
+};
+
+Sessions::Sessions(Options oOptions, Doorkeeper& oDoorkeeper, const PageFiles& oFiles)
+    : m_oOptions(std::move(oOptions)), m_oDoorkeeper(oDoorkeeper), m_oFiles(oFiles) {}
+
+Sessions::~Sessions() { End("The server is stopping"); }
+
+// ---- requests ---------------------------------------------------------------
+
+Response Sessions::Answer(const Request& o) {
+  if (const auto oRefusal = m_oDoorkeeper.Refusal(o)) return Guarded(*oRefusal);
+  const std::string sPath = o.Path();
+  if (sPath == "/logout" && o.Method == "POST") {
+    if (!m_oDoorkeeper.IsFromOurPage(o)) return Guarded({403});
+    const std::string sCookie = m_oDoorkeeper.CookieOf(o);
+    for (const auto& [sNumber, oSession] : m_sessions) {
+      if (!sCookie.empty() && oSession->Cookie() == sCookie) EndSession(oSession, "Signed out");
+    }
+    Response oBye = Page(200, "Signed out", "<p>The sessions of this browser have ended.</p>");
+    oBye.Headers.emplace_back("Set-Cookie", m_oDoorkeeper.Leave(sCookie));
+    return Guarded(std::move(oBye));
+  }
+  if (o.Method != "GET" && o.Method != "HEAD") return Guarded({405, {{"Allow", "GET, HEAD"}}});
+  if (sPath == "/metrics" || sPath == "/health") {
+    const auto oEntry = m_oDoorkeeper.MayReadFigures(o);
+    if (oEntry.Refused != 0) return Guarded({oEntry.Refused, {{"WWW-Authenticate", "Bearer"}}});
+    return Guarded(m_oOptions.Figures(sPath));
+  }
+  if (sPath == "/" && !QueryValue(o.Target, "token").empty()) {
+    const auto oEntry = m_oDoorkeeper.Enter(o);
+    if (oEntry.Refused == 0) {
+      // Not a redirection: a browser that comes from elsewhere would not send the
+      // new cookie with it.
+      Response oGoOn = Page(200, "One moment", "<p><a href=\"/\">Go on</a></p>",
+                            "<meta http-equiv=\"refresh\" content=\"0;url=/\">");
+      oGoOn.Headers.emplace_back("Set-Cookie", oEntry.SetCookie);
+      return Guarded(std::move(oGoOn));
+    }
+    if (oEntry.Refused == 429) return Guarded(Page(429, "Too many attempts", "<p>Try again in a minute.</p>"));
+  }
+  // The style of what is shown to strangers.
+  if (sPath == "/shell.css") {
+    return Guarded({200,
+                    {{"Content-Type", TypeOf(sPath)}, {"Cache-Control", "no-cache"}},
+                    std::make_shared<const std::string>(ShellStyle)});
+  }
+  if (m_oDoorkeeper.CookieOf(o).empty()) {
+    return Guarded(Page(401, "Please sign in",
+                        "<p>Open the address that <code>zelweb</code> printed when it started: it has the token.</p>"));
+  }
+  return Guarded(AnswerVisitor(o));
+}
+
+Response Sessions::AnswerVisitor(const Request& o) {
+  const std::string sPath = o.Path();
+  if (sPath.starts_with("/p/")) return m_oFiles.Answer(o);
+  if (sPath == "/") return m_oOptions.Instances.size() == 1 ? Shell(0) : StartPage();
+  if (sPath == "/shell.js" || sPath == "/start.js") {
+    return {200,
+            {{"Content-Type", TypeOf(sPath)}, {"Cache-Control", "no-cache"}},
+            std::make_shared<const std::string>(sPath == "/shell.js" ? ShellScript : StartScript)};
+  }
+  if (sPath == "/lights") return m_oOptions.Figures(sPath);
+  constexpr std::string_view Instance = "/instance/";
+  if (sPath.starts_with(Instance)) {
+    std::size_t i = 0;
+    const auto oEnd = std::from_chars(sPath.data() + Instance.size(), sPath.data() + sPath.size(), i);
+    if (oEnd.ec == std::errc() && oEnd.ptr == sPath.data() + sPath.size() && i < m_oOptions.Instances.size()) {
+      return Shell(i);
+    }
+  }
+  return Page(404, "Not found", "<p><a href=\"/\">To the start</a></p>");
+}
+
+Response Sessions::Shell(std::size_t iInstance) const {
+  // The first frame begins to load at once: a session's first navigation is that
+  // of the overview, under the number 1.
+  std::string sShell = Replaced(std::string(ShellPage), "@FIRST@", m_oFiles.URL(m_oFiles.Folder() + "/Main.htm", 1));
+  sShell = Replaced(sShell, "@INSTANCE@", std::to_string(iInstance));
+  sShell = Replaced(sShell, "@START@", m_oOptions.Instances.size() == 1 ? "hidden" : "");
+  sShell = Replaced(sShell, "@NAME@", Text::EscapeHTML(Text::Clean(m_oOptions.Instances[iInstance])));
+  return {200,
+          {{"Content-Type", HTML}, {"Content-Security-Policy", ShellPolicy}, {"Cache-Control", "no-store"}},
+          std::make_shared<const std::string>(sShell)};
+}
+
+Response Sessions::StartPage() const {
+  std::string sList = "<ul class=\"instances\">";
+  for (std::size_t i = 0; i < m_oOptions.Instances.size(); ++i) {
+    sList += "<li><a href=\"/instance/" + std::to_string(i) + "\">" +
+             Text::EscapeHTML(Text::Clean(m_oOptions.Instances[i])) +
+             "</a> <span class=\"light\" role=\"status\">Reading…</span></li>";
+  }
+  return Page(200, "Instances", sList + "</ul>", "<script src=\"/start.js\" defer></script>");
+}
+
+std::optional<Response> Sessions::Refusal(const Request& o) {
+  if (auto oRefusal = m_oDoorkeeper.Refusal(o)) return oRefusal;
+  if (o.Path() != "/socket") return Response{404};
+  // Browsers always say where a socket is opened from.
+  if (!m_oDoorkeeper.IsFromOurPage(o)) return Response{403};
+  if (m_oDoorkeeper.CookieOf(o).empty()) return Response{401};
+  return std::nullopt;
+}
+
+std::shared_ptr<SocketOwner> Sessions::Opened(const Request& o, std::shared_ptr<Socket> oSocket) {
+  return std::make_shared<Line>(*this, m_oDoorkeeper.CookieOf(o), std::move(oSocket));
+}
+
+// ---- sessions ---------------------------------------------------------------
+
+std::shared_ptr<Session> Sessions::Greet(const std::string& sCookie, std::string_view sMessage,
+                                         const std::shared_ptr<Socket>& oSocket) {
+  FlatListReader oList(sMessage);
+  if (oList.Text() != "hello") return nullptr;
+  const std::size_t iInstance = oList.Number();
+  const std::string sNumber = oList.Text();
+  const std::string sLoad = oList.Text();
+  const std::uint64_t iGot = oList.Number();
+  const bool bGreeted = oList.Number() != 0;
+  Greeting oGreeting{.Locale = {}, .Theme = oList.Text()};
+  while (!oList.AtEnd()) oGreeting.Locale.push_back(oList.Text());
+
+  const auto it = m_sessions.find(sNumber);
+  const auto oSession = it == m_sessions.end() ? nullptr : it->second;
+  const bool bTheirs = oSession != nullptr && oSession->Cookie() == sCookie && oSession->Instance() == iInstance &&
+                       !oSession->IsEnding();
+  if (bTheirs && oSession->Load() == sLoad) {
+    SendControl(*oSocket, Control("welcome", sNumber, static_cast<std::uint32_t>(oSession->Arrived())));
+    if (oSession->Wire().Attach(oSocket, iGot)) {
+      oSession->Returned();
+      return oSession;
+    }
+  }
+  if (bGreeted) {
+    // What it shows is no longer known here.
+    SendControl(*oSocket, Control("reload"));
+    return nullptr;
+  }
+  if (bTheirs && !oSession->Wire().IsAttached()) {
+    SendControl(*oSocket, Control("welcome", sNumber, 0U));
+    oSession->Wire().Restart(oSocket);
+    oSession->BeginAgain(sLoad, oGreeting);
+    oSession->Returned();
+    return oSession;
+  }
+  if (iInstance >= m_oOptions.Instances.size()) return nullptr;
+  if (m_sessions.size() >= m_oOptions.Most) {
+    SendControl(*oSocket, Control("full", static_cast<std::uint32_t>(m_oOptions.Most)));
+    return nullptr;
+  }
+  const auto oNew = std::make_shared<Session>(sCookie, iInstance);
+  oNew->Load(sLoad);
+  SendControl(*oSocket, Control("welcome", oNew->Number(), 0U));
+  oNew->Wire().Restart(oSocket);
+  m_sessions[oNew->Number()] = oNew;
+  {
+    const std::scoped_lock oLock(m_oMutex);
+    ++m_iRunning;
+  }
+  oNew->Begin(
+      m_oFiles, oGreeting, m_oOptions.Trace,
+      [this, iInstance](WebPlatform& oPlatform) { m_oOptions.Program(oPlatform, iInstance); },
+      [this, sNew = oNew->Number()] {
+        m_oServer->Post([this, sNew] {
+          const auto it = m_sessions.find(sNew);
+          if (it == m_sessions.end()) return;
+          it->second->Wire().Close(1000);
+          m_sessions.erase(it);
+        });
+        const std::scoped_lock oLock(m_oMutex);
+        --m_iRunning;
+        m_oEnded.notify_all();
+      });
+  return oNew;
+}
+
+void Sessions::Left(const std::shared_ptr<Session>& oSession, const Socket* oSocket) {
+  oSession->Wire().Detach(oSocket);
+  if (oSession->IsEnding() || oSession->Wire().IsAttached()) return;
+  m_oServer->After(m_oOptions.Absence, [this, oWeak = std::weak_ptr(oSession), iSeen = oSession->Returns()] {
+    const auto o = oWeak.lock();
+    // Somebody who came back and left again is waited for anew.
+    if (o != nullptr && !o->Wire().IsAttached() && o->Returns() == iSeen) EndSession(o, "The connection is gone");
+  });
+}
+
+void Sessions::EndSession(const std::shared_ptr<Session>& oSession, const std::string& sReason) {
+  if (oSession->IsEnding()) return;
+  oSession->Wire().Send(Control("ended", sReason));
+  oSession->End(sReason);
+  InterruptUntilEnded(oSession);
+}
+
+void Sessions::InterruptUntilEnded(const std::weak_ptr<Session>& oSession) {
+  const auto o = oSession.lock();
+  if (o == nullptr) return;
+  o->Interrupt();
+  m_oServer->After(std::chrono::milliseconds(50), [this, oSession] { InterruptUntilEnded(oSession); });
+}
+
+void Sessions::End(const std::string& sReason) {
+  for (const auto& [sNumber, oSession] : m_sessions) {
+    if (oSession->IsEnding()) continue;
+    oSession->End(sReason);
+    oSession->Interrupt();
+  }
+}
+
+bool Sessions::Join(std::chrono::milliseconds oAtMost) {
+  const auto oUntil = std::chrono::steady_clock::now() + oAtMost;
+  std::unique_lock oLock(m_oMutex);
+  while (m_iRunning > 0) {
+    // One interruption just before a part of the work begins is lost.
+    for (const auto& [sNumber, oSession] : m_sessions) oSession->Interrupt();
+    if (std::chrono::steady_clock::now() >= oUntil) return false;
+    m_oEnded.wait_for(oLock, std::chrono::milliseconds(50));
+  }
+  oLock.unlock();
+  m_sessions.clear();
+  return true;
+}
+
+}  // namespace ZELWbr3::Web

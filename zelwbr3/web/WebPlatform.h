@@ -1,0 +1,127 @@
+#pragma once
+
+#include "zelwbr3/base/Event.h"
+#include "zelwbr3/dom/FlatList.h"
+#include "zelwbr3/platform/Platform.h"
+#include "zelwbr3/web/PageFiles.h"
+#include "zelwbr3/web/WebBoxes.h"
+#include "zelwbr3/web/WebLocale.h"
+#include "zelwbr3/web/WebPump.h"
+#include "zelwbr3/web/Wire.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ZELWbr3::Web {
+
+class WebCommandlist;
+class WebWebBrowser;
+
+/// What the shell says about itself when it begins a session.
+struct Greeting {
+  std::vector<std::string> Locale;  ///< as WebLocale takes it
+  std::string Theme;                ///< "light", "dark", or empty for the system's
+};
+
+/// The platform on a browser elsewhere: one session. The frames lie in a shell
+/// page, which carries out what Send sends and sends back what the user does.
+/// Made, used and destroyed on one thread.
+class WebPlatform : public Platform {
+ public:
+  using TraceTo = std::function<void(const std::string&)>;
+
+  /// All of them outlive the platform.
+  WebPlatform(WebPump& oPump, Wire& oWire, const PageFiles& oFiles, const Greeting& oGreeting, TraceTo oTrace);
+  ~WebPlatform() override;
+
+  std::unique_ptr<WebBrowser> MakeWebBrowser(int iFrame, WebBrowserEvents& oEvents) override;
+  WebPump& MessagePump() override { return m_oPump; }
+  ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
+  ZELWbr3::MessageBox& MessageBox() override { return m_oBoxes; }
+  ZELWbr3::DialogBox& DialogBox() override { return m_oBoxes; }
+  const ZELWbr3::UserLocale& UserLocale() const override { return m_oLocale; }
+  bool Trace(const std::string& sText) override;
+
+  /// Handles what comes until the session ends, which throws ClosingError. What a
+  /// message throws otherwise is traced.
+  void Run();
+
+  /// Sends a message: a kind, and numbers and texts.
+  template <typename... Items>
+  void Send(const Items&... items) {
+    SendWith({}, items...);
+  }
+  /// The same with another list behind it, which is not written once more.
+  template <typename... Items>
+  void SendWith(const std::string& sBody, const Items&... items) {
+    FlatListWriter oList;
+    (oList.Add(items), ...);
+    SendList(oList, sBody);
+  }
+  void SendList(FlatListWriter& oList, const std::string& sBody = {});
+
+  /// The pages that the shell offers: names and titles.
+  void Pages(const std::vector<std::pair<std::string, std::string>>& pages);
+  /// What the shell says of the page shown, and in the window's title.
+  void ShowsPage(const std::string& sName, const std::string& sTitle);
+  /// Shows an error in place of the pages, for a session that cannot begin.
+  void ShowFailure(const std::string& sText);
+
+  /// The user asks for a page by its name.
+  Event<const std::string&> PageAsked;
+
+  const PageFiles& Files() const { return m_oFiles; }
+  const std::string& Theme() const { return m_sTheme; }
+  /// The number of a load.
+  std::uint32_t NewNumber() { return ++m_iLastNumber; }
+  /// The snapshot that a page has had in a theme; empty if it is not known.
+  std::string& KnownSnapshot(const std::string& sURL, const std::string& sTheme) {
+    return m_snapshots[sTheme + "\n" + sURL];
+  }
+
+  /// The shell was loaded anew and has nothing: everything is shown again.
+  void ShellBeginsAgain(const Greeting& oGreeting);
+
+ private:
+  friend class WebCommandlist;
+  friend class WebWebBrowser;
+
+  class Pointer : public ZELWbr3::ScreenPointer {
+   public:
+    explicit Pointer(WebPlatform& oPlatform) : m_oPlatform(oPlatform) {}
+    Integer MousePointer() const override { return m_iPointer; }
+    void MousePointer(Integer iPointer) override;
+
+   private:
+    WebPlatform& m_oPlatform;
+    Integer m_iPointer;
+  };
+
+  /// A message of the shell. One that is none ends the session.
+  void Handle(const std::string& sMessage, bool bDuringWork);
+  void Dispatch(const std::string& sKind, FlatListReader& oList, std::string_view sBody);
+  void Theme(const std::string& sName);
+  WebWebBrowser* Browser(std::uint32_t iFrame) const;
+
+  WebPump& m_oPump;
+  Wire& m_oWire;
+  const PageFiles& m_oFiles;
+  TraceTo m_oTrace;
+  WebLocale m_oLocale;
+  std::string m_sTheme;
+  Pointer m_oPointer;
+  WebBoxes m_oBoxes;
+  std::map<std::uint32_t, WebWebBrowser*> m_browsers;
+  WebCommandlist* m_oCommandlist = nullptr;
+  std::uint32_t m_iLastNumber = 0;
+  std::map<std::string, std::string> m_snapshots;
+  std::vector<std::pair<std::string, std::string>> m_pages;
+  std::string m_sPage;
+  std::string m_sTitle;
+};
+
+}  // namespace ZELWbr3::Web

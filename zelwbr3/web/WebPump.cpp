@@ -1,0 +1,94 @@
+#include "zelwbr3/web/WebPump.h"
+
+#include <exception>
+#include <utility>
+
+namespace ZELWbr3::Web {
+
+void WebPump::Check() const {
+  if (m_bEnd) throw ClosingError(m_sEnd);
+}
+
+void WebPump::HandleFirst(std::unique_lock<std::mutex>& oLock) {
+  Message oMessage = std::move(m_messages.front());
+  m_messages.pop_front();
+  m_iBytes -= oMessage.Text.size();
+  const bool bRoom = m_bRefused && !IsFull() && !std::exchange(m_bRefused, false);
+  oLock.unlock();
+  if (bRoom) m_oRoom();
+  if (oMessage.Task) {
+    oMessage.Task();
+  } else {
+    m_oHandle(std::move(oMessage.Text), oMessage.DuringWork);
+  }
+  oLock.lock();
+}
+
+void WebPump::Turn() {
+  std::unique_lock oLock(m_oMutex);
+  m_oArrived.wait(oLock, [this] { return m_bEnd || !m_messages.empty(); });
+  Check();
+  HandleFirst(oLock);
+  Check();
+}
+
+void WebPump::Poll() {
+  std::unique_lock oLock(m_oMutex);
+  Check();
+  // Bounded, so that one who sends without end cannot hold up the work.
+  for (int i = 0; i < 100 && !m_messages.empty(); ++i) {
+    HandleFirst(oLock);
+    Check();
+  }
+}
+
+void WebPump::RunInBackground(const std::function<void()>& oWork, const std::function<void()>& oInterrupt) {
+  const auto Now = [this](const std::function<void()>* o) {
+    const std::scoped_lock oLock(m_oMutex);
+    m_oInterrupt = o;
+    Check();
+  };
+  Now(&oInterrupt);
+  std::exception_ptr oFailure;
+  try {
+    oWork();
+  } catch (...) {
+    oFailure = std::current_exception();
+  }
+  // Who ends the session is not told about the work that failed because of it.
+  Now(nullptr);
+  if (oFailure != nullptr) std::rethrow_exception(oFailure);
+}
+
+void WebPump::Post(std::function<void()> oTask) {
+  const std::scoped_lock oLock(m_oMutex);
+  m_messages.push_back({std::move(oTask), {}});
+  m_oArrived.notify_one();
+}
+
+bool WebPump::Arrive(std::string sMessage) {
+  const std::scoped_lock oLock(m_oMutex);
+  m_iBytes += sMessage.size();
+  const bool bDuringWork = m_oInterrupt != nullptr && !*m_oInterrupt;
+  m_messages.push_back({{}, std::move(sMessage), bDuringWork});
+  m_oArrived.notify_one();
+  m_bRefused = IsFull();
+  return !m_bRefused;
+}
+
+void WebPump::End(const std::string& sReason) {
+  {
+    const std::scoped_lock oLock(m_oMutex);
+    if (std::exchange(m_bEnd, true)) return;
+    m_sEnd = sReason;
+    m_oArrived.notify_one();
+  }
+  Interrupt();
+}
+
+void WebPump::Interrupt() {
+  const std::scoped_lock oLock(m_oMutex);
+  if (m_oInterrupt != nullptr && *m_oInterrupt) (*m_oInterrupt)();
+}
+
+}  // namespace ZELWbr3::Web

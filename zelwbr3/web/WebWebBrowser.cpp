@@ -1,0 +1,77 @@
+#include "zelwbr3/web/WebWebBrowser.h"
+
+#include "zelwbr3/remote/FileURL.h"
+#include "zelwbr3/web/WebPlatform.h"
+
+#include <utility>
+
+namespace ZELWbr3::Web {
+
+WebWebBrowser::WebWebBrowser(WebPlatform& oPlatform, std::uint32_t iFrame, WebBrowserEvents& oEvents)
+    : m_oPlatform(oPlatform), m_iFrame(iFrame), m_oRemote(oEvents, *this) {
+  m_oPlatform.m_browsers[m_iFrame] = this;
+}
+
+WebWebBrowser::~WebWebBrowser() { m_oPlatform.m_browsers.erase(m_iFrame); }
+
+void WebWebBrowser::Navigate(const std::string& sURL, NavigateFlags eFlags) {
+  m_sURL = sURL;
+  m_iFailures = 0;
+  const bool bAgain = eFlags == NavigateFlags::Fresh && m_oRemote.IsLoaded() && m_sLoadTheme == m_oPlatform.Theme() &&
+                      m_oOrigin.IsStill(Remote::FilePath(sURL));
+  if (!bAgain) return Load(true);
+  const std::uint32_t iNew = m_oPlatform.NewNumber();
+  m_oPlatform.Send("reset", m_iFrame, m_oRemote.Serial(), iNew);
+  m_oRemote.BeginKnown(iNew, m_oRemote.Snapshot());
+}
+
+void WebWebBrowser::Load(bool bKnown) {
+  const std::uint32_t iNew = m_oPlatform.NewNumber();
+  m_oOrigin = Remote::PageOrigin(Remote::FilePath(m_sURL));
+  m_sLoadTheme = m_oPlatform.Theme();
+  m_oPlatform.Send("go", m_iFrame, iNew, m_oPlatform.Files().URL(m_sURL, iNew));
+  m_bLoading = true;
+  const std::string& sSnapshot = m_oPlatform.KnownSnapshot(m_sURL, m_sLoadTheme);
+  if (bKnown && !sSnapshot.empty()) {
+    m_oRemote.BeginKnown(iNew, sSnapshot);
+  } else {
+    m_oRemote.BeginLoad(iNew);
+  }
+}
+
+void WebWebBrowser::Ready() {
+  if (std::exchange(m_bLoading, false)) {
+    m_iFailures = 0;
+    m_oOrigin.Loaded(*m_oRemote.Document());
+    if (m_oPlatform.Files().Has(m_sURL)) m_oPlatform.KnownSnapshot(m_sURL, m_sLoadTheme) = m_oRemote.Snapshot();
+  }
+  m_oRemote.Theme(m_oPlatform.Theme());
+}
+
+void WebWebBrowser::SendBatch(std::uint32_t iSerial, std::uint32_t iBatch, const std::string& sList) {
+  m_oPlatform.SendWith(sList, "batch", m_iFrame, iSerial, iBatch);
+}
+
+void WebWebBrowser::Later(std::function<void()> oTask) { m_oPlatform.MessagePump().Post(std::move(oTask)); }
+
+void WebWebBrowser::Visible(bool bVisible) {
+  m_bVisible = bVisible;
+  m_oPlatform.Send("visible", m_iFrame, bVisible ? 1U : 0U);
+}
+
+void WebWebBrowser::Failed(std::uint32_t iSerial) {
+  if (iSerial != m_oRemote.Serial()) return;
+  m_oPlatform.Trace("A page did not load in the browser: " + m_sURL);
+  if (++m_iFailures < Attempts) Load(false);
+}
+
+void WebWebBrowser::NotReset(std::uint32_t iSerial) {
+  if (iSerial == m_oRemote.Serial()) Load(false);
+}
+
+void WebWebBrowser::ShowAgain() {
+  if (!m_sURL.empty()) Load(true);
+  m_oPlatform.Send("visible", m_iFrame, m_bVisible ? 1U : 0U);
+}
+
+}  // namespace ZELWbr3::Web

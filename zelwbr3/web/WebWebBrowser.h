@@ -1,0 +1,65 @@
+#pragma once
+
+#include "zelwbr3/platform/WebBrowser.h"
+#include "zelwbr3/remote/PageOrigin.h"
+#include "zelwbr3/remote/RemoteDocument.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace ZELWbr3::Web {
+
+class WebPlatform;
+
+/// One frame of the shell.
+///
+/// A page of which this session has had a snapshot is worked on at once: the
+/// changes follow the navigation without waiting for the browser.
+class WebWebBrowser : public WebBrowser, private Remote::Channel {
+ public:
+  WebWebBrowser(WebPlatform& oPlatform, std::uint32_t iFrame, WebBrowserEvents& oEvents);
+  ~WebWebBrowser() override;
+
+  void Navigate(const std::string& sURL, NavigateFlags eFlags) override;
+  std::shared_ptr<ZELWbr3::Document> Document() const override { return m_oRemote.Document(); }
+  void Flush() override { m_oRemote.Flush(); }
+  bool Settled() const override { return m_oRemote.Settled(); }
+  bool IsBehind() const override { return m_oRemote.IsBehind(); }
+  void Visible(bool bVisible) override;
+  /// The shell gives every frame its place.
+  void Move(int, int, int, int) override {}
+
+  Remote::RemoteDocument& Remote() { return m_oRemote; }
+  /// The load of this number has failed in the browser.
+  void Failed(std::uint32_t iSerial);
+  /// The document could not be put back to its beginning.
+  void NotReset(std::uint32_t iSerial);
+  /// Shows the page and its place again in a shell that has nothing.
+  void ShowAgain();
+
+ private:
+  void SendBatch(std::uint32_t iSerial, std::uint32_t iBatch, const std::string& sList) override;
+  void Later(std::function<void()> oTask) override;
+  void Unexpected() override { Load(false); }
+  void Ready() override;
+
+  /// Navigates to the present URL; bKnown = may count on a known snapshot.
+  void Load(bool bKnown);
+
+  /// Loads that may fail, one after the other, before the frame is left as it is.
+  static constexpr int Attempts = 3;
+
+  WebPlatform& m_oPlatform;
+  std::uint32_t m_iFrame;
+  std::string m_sURL;
+  bool m_bVisible = false;
+  Remote::PageOrigin m_oOrigin;
+  std::string m_sLoadTheme;
+  bool m_bLoading = false;
+  int m_iFailures = 0;
+  Remote::RemoteDocument m_oRemote;
+};
+
+}  // namespace ZELWbr3::Web

@@ -1,0 +1,451 @@
+/*
+ * The shell: four frames for the control's pages, its commands, boxes and dialogs.
+ * It carries out what the server sends and sends back what the user does. It knows
+ * no page and decides nothing.
+ *
+ * A message is a flat JSON list of whole numbers and strings; some have another list
+ * behind it, in a line of its own. Both sides count the messages that they get and
+ * keep those that the other one has not confirmed, so a lost connection loses none.
+ */
+(() => {
+  "use strict";
+
+  const aFrames = [];
+  /** Of each frame: the number of its navigation, its agent, and what waits for its load. */
+  const aStates = [0, 1, 2, 3].map(() => ({ iSerial: 0, oAgent: null, oWindow: null, bLoaded: false, aWaiting: [] }));
+
+  // ---- the connection --------------------------------------------------------
+
+  const sSession = () => `zelweb-session-${iInstance()}`;
+  const iInstance = () => Number(/\/instance\/(\d+)$/.exec(location.pathname)?.[1] ?? 0);
+  /** Tells this load of the shell from every other one. */
+  const sLoad = Array.from(crypto.getRandomValues(new Uint32Array(4)), (i) => i.toString(36)).join("");
+
+  let oSocket = null;
+  let bWelcome = false;
+  let bGreeted = false; // some session knows this load
+  let bOver = false;
+  let iGot = 0; // messages that the server has sent
+  let iConfirmed = 0; // of our own
+  let aKept = [];
+  let iAttempts = 0;
+  let iTimer = 0;
+
+  const Portion = 32;
+
+  const Send = (...aItems) => SendText(JSON.stringify(aItems));
+  const SendText = (sText) => {
+    if (bOver) return;
+    aKept.push(sText);
+    if (bWelcome) oSocket.send(sText);
+  };
+
+  /** Separators, groups and the order of a date, as the browser's user has them. */
+  const Locale = () => {
+    const oParts = new Intl.NumberFormat(undefined, { useGrouping: true, minimumFractionDigits: 1 }).formatToParts(123456789.5);
+    const Value = (sType) => oParts.find(({ type }) => type === sType)?.value ?? "";
+    const aGroups = oParts.filter(({ type }) => type === "integer").map(({ value }) => value.length).reverse();
+    const sGroups = aGroups.length < 2 ? "" : aGroups[0] === aGroups[1] ? `${aGroups[0]};0` : `${aGroups[0]};${aGroups[1]};0`;
+    const Pattern = (oOptions) => {
+      const oFormat = new Intl.DateTimeFormat(undefined, oOptions);
+      const oHour = { h11: "h", h12: "h", h23: "H", h24: "H" }[oFormat.resolvedOptions().hourCycle] ?? "H";
+      const oLetters = { day: "d", month: "M", year: "y", hour: oHour, minute: "m", second: "s" };
+      return oFormat.formatToParts(new Date(2006, 0, 2, 3, 4, 5)).map(({ type, value }) =>
+        type === "dayPeriod" ? "tt" : type in oLetters ? oLetters[type].repeat(value.length) : value.replace(/[a-zA-Z]/g, "")
+      ).join("");
+    };
+    const Period = (iHour) =>
+      new Intl.DateTimeFormat(undefined, { hour: "numeric", hour12: true }).formatToParts(new Date(2006, 0, 2, iHour))
+        .find(({ type }) => type === "dayPeriod")?.value ?? "";
+    return [Value("decimal"), aGroups.length < 2 ? "" : Value("group"), sGroups,
+      Pattern({ year: "numeric", month: "2-digit", day: "2-digit" }),
+      Pattern({ hour: "numeric", minute: "2-digit", second: "2-digit" }), Period(3), Period(15)];
+  };
+
+  const Connect = () => {
+    clearTimeout(iTimer);
+    if (bOver || oSocket !== null) return;
+    const oNew = new WebSocket(`${location.protocol === "https:" ? "wss" : "ws"}://${location.host}/socket`);
+    oSocket = oNew;
+    oNew.onopen = () => {
+      oNew.send(JSON.stringify(["hello", iInstance(), sessionStorage.getItem(sSession()) ?? "", sLoad, iGot, Number(bGreeted), Theme(), ...Locale()]));
+    };
+    oNew.onmessage = ({ data }) => oNew === oSocket && Receive(data);
+    oNew.onclose = () => {
+      if (oNew !== oSocket) return;
+      oSocket = null;
+      bWelcome = false;
+      if (bOver) return;
+      Say("The connection to the server is gone. Trying again…", true);
+      const aPauses = [1000, 2000, 4000, 5000];
+      iTimer = setTimeout(Connect, aPauses[Math.min(iAttempts++, 3)] * (0.8 + 0.4 * Math.random()));
+    };
+  };
+  addEventListener("online", Connect);
+  addEventListener("visibilitychange", () => document.visibilityState === "visible" && Connect());
+
+  const Welcome = (sNumber, iArrived) => {
+    sessionStorage.setItem(sSession(), sNumber);
+    bGreeted = true;
+    iAttempts = 0;
+    Confirmed(iArrived);
+    bWelcome = true;
+    for (const sText of aKept) oSocket.send(sText);
+    Say("");
+  };
+
+  const Confirmed = (iArrived) => {
+    aKept = aKept.slice(iArrived - iConfirmed);
+    iConfirmed = iArrived;
+  };
+
+  const Over = (sText) => {
+    bOver = true;
+    sessionStorage.removeItem(sSession());
+    Say(sText, true);
+  };
+
+  // What is about the connection itself is not counted.
+  const oControls = {
+    welcome: Welcome,
+    got: Confirmed,
+    reload: () => {
+      bOver = true;
+      sessionStorage.removeItem(sSession());
+      location.reload();
+    },
+    full: (iMost) => Over(`The server shows ${iMost} sessions already, and no more. Close another one and load this page again.`),
+    ended: (sReason) => Over(`This session has ended: ${sReason}. Load the page again for a new one.`),
+  };
+
+  const Receive = (sText) => {
+    const iBody = sText.indexOf("\n");
+    const [sKind, ...aItems] = JSON.parse(iBody < 0 ? sText : sText.slice(0, iBody));
+    if (sKind in oControls) return oControls[sKind](...aItems);
+    if (++iGot % Portion === 0) oSocket.send(JSON.stringify(["got", iGot]));
+    try {
+      oMessages[sKind](...aItems, iBody < 0 ? undefined : sText.slice(iBody + 1));
+    } catch (oError) {
+      console.error(sKind, oError);
+    }
+  };
+
+  // ---- the frames ------------------------------------------------------------
+
+  /** What the agent of a page in one of the frames needs. */
+  const Port = (oWindow) => {
+    const iFrame = [...document.querySelectorAll("iframe")].findIndex((o) => o.contentWindow === oWindow);
+    const oState = aStates[iFrame];
+    const iSerial = Number(/zelwbr3=(\d+)/.exec(oWindow.location.hash)?.[1] ?? 0);
+    oState.iSerial = iSerial;
+    oState.oWindow = oWindow;
+    oState.oAgent = null;
+    oState.bLoaded = false;
+    return {
+      Theme: Theme(),
+      IsFrame: false,
+      Serial: () => iSerial,
+      Keys: [27, 116],
+      Mnemonic: PressMnemonic,
+      Attach: (oAgent) => (oState.oAgent = oAgent),
+      Post: (sMessage) => {
+        if (oState.oWindow !== oWindow) return; // of a document that is gone
+        SendText(`["agent",${iFrame}]\n${sMessage}`);
+        if (sMessage.startsWith('["load"')) {
+          oState.bLoaded = true;
+          for (const aBatch of oState.aWaiting.splice(0)) Apply(iFrame, ...aBatch);
+        }
+      },
+    };
+  };
+  Object.defineProperty(globalThis, "zelwbr3Shell", { value: Object.freeze({ Port }) });
+
+  const Apply = (iFrame, iSerial, iBatch, sList) => {
+    const oState = aStates[iFrame];
+    // What follows a navigation waits for its document.
+    if (iSerial > oState.iSerial || !oState.bLoaded) return void oState.aWaiting.push([iSerial, iBatch, sList]);
+    if (iSerial !== oState.iSerial) return;
+    Send("ack", iFrame, iSerial, iBatch, oState.oAgent.Apply(iSerial, iBatch, sList));
+  };
+
+  const Front = () => aFrames.findIndex((o) => o.classList.contains("front"));
+
+  const FocusFront = () => {
+    const oFrame = aFrames[Front()];
+    if (oFrame === undefined || document.querySelector("dialog[open]") !== null) return;
+    const bElsewhere = document.activeElement !== document.body && !aFrames.includes(document.activeElement);
+    if (!bElsewhere) oFrame.focus();
+  };
+
+  const aBusy = [];
+  let iPointer = 0;
+
+  const oMessages = {
+    go: (iFrame, iNumber, sURL) => {
+      const oState = aStates[iFrame];
+      oState.aWaiting = [];
+      const oFrame = aFrames[iFrame];
+      // The first page began to load with the shell itself.
+      if (oFrame.src === new URL(sURL, location.href).href && oState.iSerial <= iNumber) return;
+      oState.bLoaded = false;
+      oState.oWindow = null;
+      oFrame.contentWindow.location.replace(sURL);
+    },
+    reset: (iFrame, iOld, iNew) => {
+      const oState = aStates[iFrame];
+      const bDone = oState.bLoaded && oState.iSerial === iOld && oState.oAgent.Reset(iOld, iNew) === "";
+      if (!bDone) return Send("notreset", iFrame, iNew);
+      oState.iSerial = iNew;
+      oState.aWaiting = [];
+    },
+    batch: Apply,
+    visible: (iFrame, bVisible) => {
+      aFrames[iFrame].classList.toggle("front", bVisible === 1);
+      aFrames[iFrame].tabIndex = bVisible === 1 ? 0 : -1;
+      FocusFront();
+    },
+    pointer: (bBusy) => {
+      clearTimeout(iPointer);
+      const Set = () => {
+        for (const oDocument of [document, ...aFrames.map((o) => o.contentDocument)]) {
+          if (oDocument === null) continue;
+          // No attribute: the document stays as the program knows it.
+          const oSheet = new oDocument.defaultView.CSSStyleSheet();
+          oSheet.replaceSync("*{cursor:wait!important}");
+          oDocument.adoptedStyleSheets.push(oSheet);
+          aBusy.push([oDocument, oSheet]);
+        }
+      };
+      if (bBusy) iPointer = setTimeout(Set, 150);
+      else for (const [oDocument, oSheet] of aBusy.splice(0)) {
+        oDocument.adoptedStyleSheets = oDocument.adoptedStyleSheets.filter((o) => o !== oSheet);
+      }
+    },
+    page: (sName, sTitle) => {
+      if (sTitle !== "") document.title = sTitle;
+      for (const o of document.querySelectorAll("#pages button")) {
+        if (o.dataset.name === sName) o.setAttribute("aria-current", "page");
+        else o.removeAttribute("aria-current");
+      }
+    },
+    pages: (...aItems) => {
+      const oPages = document.getElementById("pages");
+      oPages.replaceChildren(...Pairs(aItems, 2).map(([sName, sTitle]) =>
+        Make("button", { type: "button", textContent: sTitle, onclick: () => Do("show", sName) }, { name: sName })));
+    },
+    commands: (...aItems) => {
+      const oBar = document.getElementById("commands");
+      const sFocus = oBar.contains(document.activeElement) ? document.activeElement.dataset.key : undefined;
+      oBar.replaceChildren(...Pairs(aItems, 5).map(([sKey, sText, , bEnabled, bSeparator]) => {
+        if (bSeparator) return Make("span", { role: "separator", className: "separator" });
+        const oButton = Captioned(Make("button", { type: "button" }, { key: sKey }), sText);
+        // A disabled one can still be read.
+        if (!bEnabled) oButton.setAttribute("aria-disabled", "true");
+        oButton.onclick = () => bEnabled && Do("item", sKey);
+        return oButton;
+      }));
+      if (sFocus !== undefined) oBar.querySelector(`[data-key="${sFocus}"]`)?.focus();
+    },
+    failure: (sText) => Over(sText),
+    box: (...aItems) => ShowBox(...aItems.slice(0, -1)),
+    close: (iBox) => {
+      const oBox = document.getElementById(`box${iBox}`);
+      if (oBox === null) return;
+      oBox.dataset.answered = "";
+      oBox.close();
+      oBox.remove();
+      FocusFront();
+    },
+    select: (iBox, iField, iStart, iLength) => {
+      document.querySelectorAll(`#box${iBox} .field`)[iField]?.setSelectionRange(iStart, iStart + iLength);
+    },
+  };
+
+  /** A command of the user; the keyboard goes back to the page afterwards. */
+  const Do = (...aItems) => {
+    Send(...aItems);
+    if (document.activeElement?.closest("#pages, #commands")) {
+      document.activeElement.blur();
+      FocusFront();
+    }
+  };
+
+  // ---- what is drawn here ------------------------------------------------------
+
+  const Pairs = (aItems, iCount) =>
+    Array.from({ length: Math.floor(aItems.length / iCount) }, (_, i) => aItems.slice(i * iCount, (i + 1) * iCount));
+
+  const Make = (sTag, oProperties = {}, oData = {}, ...aChildren) => {
+    const o = Object.assign(document.createElement(sTag), oProperties);
+    Object.assign(o.dataset, oData);
+    o.append(...aChildren);
+    return o;
+  };
+
+  /** Gives an element a caption in which "&" marks the letter for Alt. */
+  const Captioned = (oElement, sCaption) => {
+    const iMark = sCaption.indexOf("&");
+    if (iMark < 0 || iMark + 1 >= sCaption.length) {
+      oElement.append(sCaption);
+      return oElement;
+    }
+    oElement.dataset.mnemonic = sCaption[iMark + 1].toLowerCase();
+    oElement.title = `Alt+${sCaption[iMark + 1].toUpperCase()}`;
+    oElement.append(sCaption.slice(0, iMark), Make("u", { textContent: sCaption[iMark + 1] }), sCaption.slice(iMark + 2));
+    return oElement;
+  };
+
+  /** Alt with a letter: in the box that is open, or among the commands. */
+  const PressMnemonic = (sKey) => {
+    const oWhere = [...document.querySelectorAll("dialog[open]")].at(-1) ?? document.getElementById("commands");
+    const o = [...oWhere.querySelectorAll("[data-mnemonic]")].find((oEach) => oEach.dataset.mnemonic === sKey.toLowerCase());
+    if (o === undefined) return false;
+    if (o.control) o.control.focus();
+    if (!o.control || o.control.type === "checkbox") (o.control ?? o).click();
+    return true;
+  };
+
+  const Say = (sText, bGone = false) => {
+    const oLine = document.getElementById("line");
+    if (oLine === null) return;
+    oLine.textContent = sText;
+    oLine.hidden = sText === "";
+    document.body.classList.toggle("gone", bGone);
+  };
+
+  // ---- boxes -------------------------------------------------------------------
+
+  const ShowBox = (iBox, sName, sCaption, sPicture, sFrame, bHelp, ...aRest) => {
+    const Take = (iCount) => aRest.splice(0, iCount);
+    const List = (iCount) => Pairs(Take(Take(1)[0] * iCount), iCount);
+    const aRuns = List(2);
+    const aFields = List(8);
+    const aButtons = List(3);
+    const [iDefault] = Take(1);
+    document.getElementById(`box${iBox}`)?.remove();
+
+    const oBox = Make("dialog", { id: `box${iBox}` }, { name: sName });
+    oBox.setAttribute("aria-labelledby", `box${iBox}caption`);
+    if (aFields.length === 0) oBox.setAttribute("role", "alertdialog");
+    const oForm = Make("form", { method: "dialog", noValidate: true });
+    oBox.append(Make("h2", { id: `box${iBox}caption`, textContent: sCaption }), oForm);
+
+    const oText = Make("div", { className: "text", id: `box${iBox}text` });
+    for (const [sKind, sText] of aRuns) {
+      if (sKind === "text") oText.append(sText);
+      else if (sKind === "img") oText.append(Make("span", { className: "sign", textContent: "⚠ " }), Make("b", { textContent: sText }));
+      else oText.append(Make(sKind, sKind === "b" ? { textContent: sText } : {}));
+    }
+    if (oText.textContent.length > 1500) {
+      oText.classList.add("long");
+      oText.tabIndex = 0;
+    }
+    oBox.setAttribute("aria-describedby", oText.id);
+    const oSign = Make("div", { className: `picture ${sPicture}`, textContent: sPicture === "question" ? "?" : "!" });
+    oSign.setAttribute("aria-hidden", "true");
+    oForm.append(Make("div", { className: "message" }, {}, oSign, oText));
+
+    const aInputs = aFields.map(([sKind, sField, sLabel, sNote, sValue, bRestricted, sTaken, bEntered], i) => {
+      const oInput = Make("input", { type: sKind, name: sField, className: "field", id: `box${iBox}field${i}`, autocomplete: "off" });
+      if (sKind === "time") oInput.step = 1;
+      if (sKind === "checkbox") oInput.checked = sValue === "1";
+      else oInput.value = sValue;
+      if (bRestricted) {
+        oInput.addEventListener("beforeinput", (oEvent) => {
+          const bTyped = oEvent.inputType === "insertText" && [...(oEvent.data ?? "")].some((s) => !sTaken.includes(s));
+          const bDeleted = oEvent.inputType === "deleteContentBackward" && !sTaken.includes("\b");
+          if (bTyped || bDeleted) oEvent.preventDefault();
+        });
+      }
+      if (bEntered) oInput.addEventListener("focus", () => Send("entered", iBox, i, oInput.value));
+      return oInput;
+    });
+    if (aInputs.length > 0) {
+      const oFields = Make(sFrame === "" ? "div" : "fieldset", { className: "fields" });
+      if (sFrame !== "") oFields.append(Make("legend", { textContent: sFrame }));
+      aFields.forEach(([sKind, , sLabel, sNote], i) => {
+        const oLabel = Captioned(Make("label", { htmlFor: aInputs[i].id }), sLabel);
+        const oNote = Make("label", { htmlFor: aInputs[i].id, className: "note", textContent: sNote });
+        oFields.append(oLabel, Make("span", {}, {}, aInputs[i], sNote === "" ? "" : oNote));
+      });
+      oForm.append(oFields);
+    }
+
+    const iCancel = Math.max(aButtons.findIndex(([, , bCancel]) => bCancel), 0);
+    const Values = () => aInputs.map((o) => (o.type === "checkbox" ? (o.checked ? "1" : "0") : o.value));
+    const Press = (iButton) => {
+      // A date that is not one in full is said by the browser itself.
+      const oBad = iButton === iCancel && aButtons[iButton][2] ? undefined : aInputs.find((o) => o.validity.badInput);
+      if (oBad !== undefined) return void oBad.reportValidity();
+      Send("pressed", iBox, iButton, ...Values());
+    };
+    const oRow = Make("div", { className: "buttons" });
+    aButtons.forEach(([sButton, sText], i) => {
+      const oButton = Captioned(Make("button", { type: "button", name: sButton }), sText);
+      oButton.onclick = () => Press(i);
+      if (i === iDefault) oButton.classList.add("default");
+      oRow.append(oButton);
+    });
+    if (bHelp) {
+      const oHelp = Captioned(Make("button", { type: "button" }), "&Help");
+      oHelp.onclick = () => Send("help", iBox);
+      oRow.append(oHelp);
+    }
+    oForm.append(oRow);
+    oForm.onsubmit = (oEvent) => oEvent.preventDefault();
+    oBox.addEventListener("keydown", (oEvent) => {
+      if (oEvent.key === "Enter" && oEvent.target.matches("input")) {
+        oEvent.preventDefault();
+        Press(iDefault);
+      }
+    });
+    // Escape: a browser lets it be held up only once, so the answer hangs on the end.
+    oBox.addEventListener("close", () => "answered" in oBox.dataset || Send("pressed", iBox, iCancel, ...Values()));
+    document.body.append(oBox);
+    oBox.showModal();
+    (aInputs[0] ?? oRow.children[iDefault]).focus();
+  };
+
+  // ---- the shell's own ---------------------------------------------------------
+
+  const Theme = () => localStorage.getItem("zelweb-theme") ?? "";
+  const DrawTheme = () => {
+    if (Theme() === "") document.documentElement.removeAttribute("data-theme");
+    else document.documentElement.dataset.theme = Theme();
+  };
+
+  addEventListener("keydown", (oEvent) => {
+    if (document.querySelector("dialog[open]") !== null) {
+      if (oEvent.altKey && PressMnemonic(oEvent.key)) oEvent.preventDefault();
+      return;
+    }
+    if (oEvent.ctrlKey || oEvent.metaKey || oEvent.shiftKey) return;
+    if (oEvent.altKey) return void (PressMnemonic(oEvent.key) && oEvent.preventDefault());
+    const iFrame = Front();
+    if (![27, 116].includes(oEvent.keyCode) || iFrame < 0) return;
+    oEvent.preventDefault();
+    SendText(`["agent",${iFrame}]\n["key",${aStates[iFrame].iSerial},${oEvent.keyCode}]`);
+  });
+
+  DrawTheme();
+  addEventListener("DOMContentLoaded", () => {
+    aFrames.push(...document.querySelectorAll("#frames iframe"));
+    aFrames.forEach((oFrame, i) =>
+      oFrame.addEventListener("load", () => {
+        const oState = aStates[i];
+        // A load that the network has failed has no document of ours.
+        const sHash = oFrame.contentDocument === null ? null : oFrame.contentWindow.location.hash;
+        if (oFrame.getAttribute("src") === null && (sHash === null || sHash === "")) return;
+        if (sHash === null || oState.oAgent === null) Send("failed", i, oState.iSerial);
+      })
+    );
+    const oTheme = document.getElementById("theme");
+    oTheme.value = Theme();
+    oTheme.onchange = () => {
+      localStorage.setItem("zelweb-theme", oTheme.value);
+      DrawTheme();
+      Send("theme", oTheme.value);
+    };
+    Connect();
+  });
+})();
