@@ -30,25 +30,21 @@ void RemoteDocument::Later(std::function<void()> oTask) {
   });
 }
 
-void RemoteDocument::Begin(std::uint32_t iSerial, How eHow) {
+void RemoteDocument::Begin(std::uint32_t iSerial, How eHow, bool bKnown) {
   Drop();
-<<<<<<< HEAD
   m_eHow = eHow;
-=======
-  m_bAgain = bAgain;
-  m_bKnown = false;
->>>>>>> b046ba7 (Serve the control to any browser: zelweb, over HTTP and WebSockets)
+  m_bKnown = bKnown;
   m_iSerial = iSerial;
   m_bAnnounced = false;
   Later([this] { Announce(); });
+  if (!bKnown) return;
+  Later([this] { m_oEvents.NavigateComplete(); });
+  Later([this] { Build(); });
 }
 
 void RemoteDocument::BeginKnown(std::uint32_t iSerial, std::string sSnapshot) {
-  Begin(iSerial, false);
-  m_bKnown = true;
   m_sLoad = std::move(sSnapshot);
-  Later([this] { m_oEvents.NavigateComplete(); });
-  Later([this] { Build(); });
+  Begin(iSerial, How::Load, true);
 }
 
 void RemoteDocument::LoadInstead(std::uint32_t iSerial) {
@@ -107,21 +103,11 @@ void RemoteDocument::Handle(std::string_view sMessage) {
   // What an earlier document still says is of no interest.
   if (oList.Number() != m_iSerial) return;
   Announce();
-<<<<<<< HEAD
-  if (sKind == "begin") {
-    if (m_eHow != How::Load) {
-      // Nothing more to wait for; but whoever waits for the navigation goes on first.
-      Later([this, iSerial = m_iSerial] {
-        if (m_iSerial == iSerial) Build();
-      });
-    }
-=======
   if (m_bKnown && (sKind == "begin" || sKind == "load")) {
     if (sKind == "load" && Content(sMessage) != Content(m_sLoad)) m_oChannel.Unexpected();
   } else if (sKind == "begin") {
     // Nothing more to wait for; but whoever waits for the navigation goes on first.
-    if (m_bAgain) Later([this] { Build(); });
->>>>>>> b046ba7 (Serve the control to any browser: zelweb, over HTTP and WebSockets)
+    if (m_eHow != How::Load) Later([this] { Build(); });
     m_oEvents.NavigateComplete();
   } else if (sKind == "load") {
     m_sLoad = sMessage;
@@ -143,11 +129,7 @@ void RemoteDocument::Build() {
   oSnapshot.Text();    // the kind of the message
   oSnapshot.Number();  // and the document's number then
   BuildDocument(oSnapshot, *oDocument);
-<<<<<<< HEAD
   if (m_eHow == How::Load) m_oChannel.Loaded(*oDocument);
-=======
-  if (!m_bAgain && !m_bKnown) m_oChannel.Loaded(*oDocument);
->>>>>>> b046ba7 (Serve the control to any browser: zelweb, over HTTP and WebSockets)
 
   Drop();
   m_oSender =

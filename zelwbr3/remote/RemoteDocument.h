@@ -52,18 +52,19 @@ class RemoteDocument {
   RemoteDocument(const RemoteDocument&) = delete;
   RemoteDocument& operator=(const RemoteDocument&) = delete;
 
-  /// A load has begun under this number. The present document takes no more changes.
+  // What begins a document under a number. The present one takes no more changes.
+
   void BeginLoad(std::uint32_t iSerial) { Begin(iSerial, How::Load); }
-  /// The present document is being put back to its beginning, under this number.
-  void BeginAgain(std::uint32_t iSerial) { Begin(iSerial, How::Again); }
+  /// A load has begun whose document will be what an earlier load of the page was:
+  /// it is worked on at once, without waiting for the browser.
+  void BeginKnown(std::uint32_t iSerial, std::string sSnapshot);
+  /// The present document is being put back to its beginning. bAtOnce: it is worked
+  /// on without waiting for the browser.
+  void BeginAgain(std::uint32_t iSerial, bool bAtOnce = false) { Begin(iSerial, How::Again, bAtOnce); }
   /// The same, but the user sees the present document until the page is filled.
-  void BeginRefresh(std::uint32_t iSerial) { Begin(iSerial, How::Refresh); }
+  void BeginRefresh(std::uint32_t iSerial, bool bAtOnce = false) { Begin(iSerial, How::Refresh, bAtOnce); }
   /// What was begun last is a load after all: the document could not be put back.
   void LoadInstead(std::uint32_t iSerial);
-  /// A load has begun, or a return to the beginning, and the document will be what
-  /// an earlier load of the page was: it is worked on at once, without waiting for
-  /// the browser.
-  void BeginKnown(std::uint32_t iSerial, std::string sSnapshot);
   /// The present document as it was at its load; what BeginKnown takes.
   const std::string& Snapshot() const { return m_sLoad; }
   std::uint32_t Serial() const { return m_iSerial; }
@@ -91,7 +92,7 @@ class RemoteDocument {
  private:
   enum class How { Load, Again, Refresh };
 
-  void Begin(std::uint32_t iSerial, How eHow);
+  void Begin(std::uint32_t iSerial, How eHow, bool bKnown = false);
   /// Builds the replica from the snapshot and tells that it is there.
   void Build();
   /// Tells about a navigation that has begun, if that has not been done.
@@ -107,15 +108,10 @@ class RemoteDocument {
   std::shared_ptr<ChangeSender> m_oSender;
   /// The message with the snapshot of the document as it was at its load.
   std::string m_sLoad;
-<<<<<<< HEAD
   /// How the document, or the one on its way, came about.
   How m_eHow = How::Load;
-=======
-  /// The document is one that begins again.
-  bool m_bAgain = false;
   /// Its snapshot was known before it came.
   bool m_bKnown = false;
->>>>>>> b046ba7 (Serve the control to any browser: zelweb, over HTTP and WebSockets)
   std::uint32_t m_iSerial = 0;
   bool m_bAnnounced = true;
   /// A search field with a text in it has the keyboard; Escape empties it.

@@ -159,8 +159,8 @@ void WebPlatform::Dispatch(const std::string& sKind, FlatListReader& oList, std:
       oBrowser->Remote().Acknowledge(iSerial, iBatch);
     } else if (sKind == "failed") {
       oBrowser->Failed(oList.Number());
-    } else if (sKind == "notreset") {
-      oBrowser->NotReset(oList.Number());
+    } else if (sKind == "notagain") {
+      oBrowser->NotAgain(oList.Number());
     } else {
       throw std::invalid_argument("There is no message \"" + sKind + "\"");
     }

@@ -15,14 +15,29 @@ WebWebBrowser::WebWebBrowser(WebPlatform& oPlatform, std::uint32_t iFrame, WebBr
 WebWebBrowser::~WebWebBrowser() { m_oPlatform.m_browsers.erase(m_iFrame); }
 
 void WebWebBrowser::Navigate(const std::string& sURL, NavigateFlags eFlags) {
-  m_sURL = sURL;
   m_iFailures = 0;
-  const bool bAgain = eFlags == NavigateFlags::Fresh && m_oRemote.IsLoaded() && m_sLoadTheme == m_oPlatform.Theme() &&
-                      m_oOrigin.IsStill(Remote::FilePath(sURL));
-  if (!bAgain) return Load(true);
+  if (eFlags != NavigateFlags::Fresh || !BeginsAgainAs(sURL)) {
+    m_sURL = sURL;
+    return Load(true);
+  }
+  m_oRemote.BeginAgain(Again("reset"), true);
+}
+
+void WebWebBrowser::Refresh(const std::string& sURL) {
+  if (!BeginsAgainAs(sURL)) return Navigate(sURL, NavigateFlags::Fresh);
+  m_oRemote.BeginRefresh(Again("refresh"), true);
+}
+
+bool WebWebBrowser::BeginsAgainAs(const std::string& sURL) const {
+  // In another theme it would be seen in its old one first.
+  return m_sURL == sURL && m_oRemote.IsLoaded() && m_sLoadTheme == m_oPlatform.Theme() &&
+         m_oOrigin.IsStill(Remote::FilePath(sURL));
+}
+
+std::uint32_t WebWebBrowser::Again(const char* sHow) {
   const std::uint32_t iNew = m_oPlatform.NewNumber();
-  m_oPlatform.Send("reset", m_iFrame, m_oRemote.Serial(), iNew);
-  m_oRemote.BeginKnown(iNew, m_oRemote.Snapshot());
+  m_oPlatform.Send(sHow, m_iFrame, m_oRemote.Serial(), iNew);
+  return iNew;
 }
 
 void WebWebBrowser::Load(bool bKnown) {
@@ -65,7 +80,7 @@ void WebWebBrowser::Failed(std::uint32_t iSerial) {
   if (++m_iFailures < Attempts) Load(false);
 }
 
-void WebWebBrowser::NotReset(std::uint32_t iSerial) {
+void WebWebBrowser::NotAgain(std::uint32_t iSerial) {
   if (iSerial == m_oRemote.Serial()) Load(false);
 }
 

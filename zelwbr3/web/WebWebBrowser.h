@@ -23,6 +23,7 @@ class WebWebBrowser : public WebBrowser, private Remote::Channel {
   ~WebWebBrowser() override;
 
   void Navigate(const std::string& sURL, NavigateFlags eFlags) override;
+  void Refresh(const std::string& sURL) override;
   std::shared_ptr<ZELWbr3::Document> Document() const override { return m_oRemote.Document(); }
   void Flush() override { m_oRemote.Flush(); }
   bool Settled() const override { return m_oRemote.Settled(); }
@@ -34,8 +35,8 @@ class WebWebBrowser : public WebBrowser, private Remote::Channel {
   Remote::RemoteDocument& Remote() { return m_oRemote; }
   /// The load of this number has failed in the browser.
   void Failed(std::uint32_t iSerial);
-  /// The document could not be put back to its beginning.
-  void NotReset(std::uint32_t iSerial);
+  /// The document could not begin again under this number.
+  void NotAgain(std::uint32_t iSerial);
   /// Shows the page and its place again in a shell that has nothing.
   void ShowAgain();
 
@@ -45,6 +46,10 @@ class WebWebBrowser : public WebBrowser, private Remote::Channel {
   void Unexpected() override { Load(false); }
   void Ready() override;
 
+  /// A load of this URL would only give the present document as it was at first.
+  bool BeginsAgainAs(const std::string& sURL) const;
+  /// Asks the shell for that; the number.
+  std::uint32_t Again(const char* sHow);
   /// Navigates to the present URL; bKnown = may count on a known snapshot.
   void Load(bool bKnown);
 

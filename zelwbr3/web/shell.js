@@ -168,6 +168,15 @@
     Send("ack", iFrame, iSerial, iBatch, oState.oAgent.Apply(iSerial, iBatch, sList));
   };
 
+  /** Lets the document of a frame begin again. */
+  const Again = (sHow, iFrame, iOld, iNew) => {
+    const oState = aStates[iFrame];
+    const bDone = oState.bLoaded && oState.iSerial === iOld && oState.oAgent[sHow](iOld, iNew) === "";
+    if (!bDone) return Send("notagain", iFrame, iNew);
+    oState.iSerial = iNew;
+    oState.aWaiting = [];
+  };
+
   const Front = () => aFrames.findIndex((o) => o.classList.contains("front"));
 
   const FocusFront = () => {
@@ -191,13 +200,8 @@
       oState.oWindow = null;
       oFrame.contentWindow.location.replace(sURL);
     },
-    reset: (iFrame, iOld, iNew) => {
-      const oState = aStates[iFrame];
-      const bDone = oState.bLoaded && oState.iSerial === iOld && oState.oAgent.Reset(iOld, iNew) === "";
-      if (!bDone) return Send("notreset", iFrame, iNew);
-      oState.iSerial = iNew;
-      oState.aWaiting = [];
-    },
+    reset: (...aItems) => Again("Reset", ...aItems),
+    refresh: (...aItems) => Again("Refresh", ...aItems),
     batch: Apply,
     visible: (iFrame, bVisible) => {
       aFrames[iFrame].classList.toggle("front", bVisible === 1);
