@@ -50,20 +50,25 @@ wxBitmapBundle PictureOf(Long lNumber) {
 
 ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPosition, wxSize(1180, 860)) {
   SetMinSize(wxSize(720, 480));
-  // What the control reports, and what the instance is.
-  CreateStatusBar(2);
-  const int oWidths[] = {-2, -1};
-  SetStatusWidths(2, oWidths);
+  // What the control reports, when the figures were read, and what the instance is.
+  CreateStatusBar(3);
+  const int oWidths[] = {-2, -1, -1};
+  SetStatusWidths(3, oWidths);
   Browser::Resource(std::make_shared<ZelviewPictures>());
   // The Tab key goes round what is in one panel.
   auto* oAll = new wxPanel(this);
   wxWindow* oLeft = MakePageList(oAll);
   m_oPanel = new Desktop::BrowserPanel(oAll);
   m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*oAll, m_oPanel->Platform().Pump(), PictureOf);
+  m_oRefreshBar = new RefreshBar(oAll, *m_oPanel, [this](std::function<void()> oWork) { Later(std::move(oWork)); });
+  m_oRefreshBar->MoveBeforeInTabOrder(m_oCommandlist->Window());
   m_oPanel->MoveAfterInTabOrder(m_oCommandlist->Window());
 
   auto* oRight = new wxBoxSizer(wxVERTICAL);
-  oRight->Add(m_oCommandlist->Window(), 0, wxEXPAND);
+  auto* oBar = new wxBoxSizer(wxHORIZONTAL);
+  oBar->Add(m_oRefreshBar, 0, wxEXPAND);
+  oBar->Add(m_oCommandlist->Window(), 1, wxEXPAND);
+  oRight->Add(oBar, 0, wxEXPAND);
   oRight->Add(m_oPanel, 1, wxEXPAND);
   auto* oColumns = new wxBoxSizer(wxHORIZONTAL);
   oColumns->Add(oLeft, 0, wxEXPAND);
@@ -157,11 +162,7 @@ void ZelviewFrame::MakeMenus() {
         oView, Units[iUnit],
         [this, iUnit] {
           PreferredUnit(iUnit);
-          Later([this] {
-            if (const auto oPage = std::dynamic_pointer_cast<DataPage>(m_oPanel->Browser().ActPageObj())) {
-              oPage->Command(DataPage::CommandRefresh);
-            }
-          });
+          m_oRefreshBar->RefreshNow();
         },
         wxITEM_RADIO);
   }
@@ -201,6 +202,8 @@ void ZelviewFrame::Connect() {
     Say("");
   }));
   m_connections.push_back(oBrowser.ActionBegin.Connect([this] { Say("Working…"); }));
+  m_connections.push_back(
+      m_oRefreshBar->Read.Connect([this](const std::string& sText) { SetStatusText(Text(sText), 1); }));
   m_connections.push_back(oBrowser.ActionComplete.Connect([this](bool) { Say(""); }));
   m_connections.push_back(oBrowser.Command.Connect([this](Long lCommand) {
     Say("A program around this page would carry out its command " + std::to_string(lCommand) + " now.");
@@ -234,7 +237,7 @@ void ZelviewFrame::Open(const std::string& sInstance) {
   m_oDatabase = std::move(oDatabase);
   m_oPages = std::make_unique<HostPages>(m_oPanel->Browser(), m_oDatabase, m_oCommandlist);
   SetTitle(Text(ZELWbr3::Text::Isolated(m_oDatabase->InstanceName()) + " - zelview"));
-  SetStatusText(Text(ZELWbr3::Text::Isolated(m_oDatabase->Version()->Text())), 1);
+  SetStatusText(Text(ZELWbr3::Text::Isolated(m_oDatabase->Version()->Text())), 2);
 }
 
 std::vector<std::string> ZelviewFrame::Record(const std::string& sFile) {
@@ -244,8 +247,12 @@ std::vector<std::string> ZelviewFrame::Record(const std::string& sFile) {
 }
 
 void ZelviewFrame::ShowFirst(const std::string& sPage) {
+  m_oRefreshBar->Begins();
   m_oPages->Show("Main");
-  if (sPage != "Main") m_oPages->Show(sPage);
+  if (sPage != "Main") {
+    m_oRefreshBar->Begins();
+    m_oPages->Show(sPage);
+  }
   m_oPanel->SetFocus();
 }
 
@@ -319,6 +326,7 @@ void ZelviewFrame::ShowChosen() {
   const int iChosen = m_oPageList->GetSelection();
   if (iChosen < 0) return;
   Later([this, iChosen, bBrowsing = m_bBrowsing] {
+    m_oRefreshBar->Begins();
     m_oPages->Show(HostPages::All()[static_cast<std::size_t>(iChosen)].Name);
     if (!bBrowsing) m_oPanel->SetFocus();
   });

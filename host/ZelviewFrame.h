@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/HostPages.h"
+#include "host/RefreshBar.h"
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
 #include "zelwbr3/framework/Health.h"
@@ -32,6 +33,7 @@ class ZelviewFrame : public wxFrame {
   /// Shows the main page and then another one; throws as HostPages::Show.
   void ShowFirst(const std::string& sPage);
   void PreferredUnit(Long lUnit);
+  RefreshBar& Refreshing() { return *m_oRefreshBar; }
   /// Calls oDone when what is shown has been painted.
   void AfterPaint(std::function<void()> oDone);
   /// Writes a picture of the window as it was painted last; throws
@@ -69,6 +71,7 @@ class ZelviewFrame : public wxFrame {
   std::shared_ptr<ZELLib3::Database> m_oDatabase;
   Desktop::BrowserPanel* m_oPanel;
   wxListBox* m_oPageList;
+  RefreshBar* m_oRefreshBar;
   /// The arrow keys choose pages in the list, which keeps the keyboard.
   bool m_bBrowsing = false;
   std::shared_ptr<Desktop::DesktopCommandlist> m_oCommandlist;

@@ -748,6 +748,40 @@
 
   const IsGap = (oElement) => oElement?.className === "zelListGap";
 
+  /** The most rows of which is found out which ones came and went. */
+  const RowsCompared = 5000;
+
+  /** Rows of texts that came, by what they begin with, and how many went. */
+  const Compared = (oOld, oNew) => {
+    const oCame = new Set();
+    if (oOld.iCount === 0 || Math.max(oOld.iCount, oNew.iCount) > RowsCompared) return { oCame, iWent: 0 };
+    const oLeft = new Map();
+    const Each = (oRows, Do) => {
+      for (const oPart of oRows.oParts.filter((o) => o instanceof RecordPart)) oPart.Keys(0).forEach((sKey, i) => Do(sKey, oPart.iStart + i));
+    };
+    let iWent = 0;
+    Each(oOld, (sKey) => {
+      oLeft.set(sKey, (oLeft.get(sKey) ?? 0) + 1);
+      ++iWent;
+    });
+    Each(oNew, (sKey, iRow) => {
+      const iLeft = oLeft.get(sKey) ?? 0;
+      if (iLeft === 0) return void oCame.add(iRow);
+      oLeft.set(sKey, iLeft - 1);
+      --iWent;
+    });
+    return { oCame, iWent };
+  };
+
+  /** An element for another row than before. */
+  const Unmarked = (oElement) => {
+    for (const o of [oElement, ...oElement.cells]) {
+      if (o.hasAttribute("data-zel-changed")) o.removeAttribute("title");
+      for (const sName of ["data-zel-mark", "data-zel-changed"]) o.removeAttribute(sName);
+    }
+    return oElement;
+  };
+
   /** Makes elements for the rows near the screen, in the order in which rows are shown. */
   class RowWindow {
     oHeights = new Heights();
@@ -853,11 +887,14 @@
       for (const oRow of [...this.oAway.rows]) oKept.has(oRow) || oRow.remove();
       for (const oRow of this.oBody.rows) if (oKept.has(oRow) && !IsHidden(oRow)) this.oLeft.add(oRow);
       if (oRows.iCount !== this.oRows.iCount) this.oHeights.Forget();
+      const { oCame, iWent } = Compared(this.oRows, oRows);
       this.oMade.clear();
       this.oRowOf = new WeakMap(oKept);
       this.oRows = oRows;
       this.oOrder = oOrder;
       this.Changed();
+      for (const iRow of oCame) this.oMade.get(iRow)?.dispatchEvent(new CustomEvent("zelcame", { bubbles: true }));
+      if (iWent > 0) this.oBody.dispatchEvent(new CustomEvent("zelwent", { bubbles: true, detail: String(iWent) }));
 
       const iNow = bScrolled || oFocused !== undefined ? this.Find(sAnchor, iAnchor) : -1;
       if (iNow < 0 || sAnchor === undefined) return;
@@ -1074,10 +1111,14 @@
     Filled(iRow) {
       const oPart = this.oRows.PartOf(iRow);
       const sTexts = oPart.Texts(iRow - oPart.iStart);
-      const oElement = this.oOld.get(sTexts[0])?.shift() ?? this.oFree.pop() ?? this.MakeRow();
+      const oSame = this.oOld.get(sTexts[0])?.shift();
+      const oElement = oSame ?? Unmarked(this.oFree.pop() ?? this.MakeRow());
       oElement.dataset.zelRow = oPart.NumberOf(iRow - oPart.iStart);
       sTexts.forEach((sText, i) => {
-        if (oElement.cells[i].textContent !== sText) oElement.cells[i].textContent = sText;
+        const sBefore = oElement.cells[i].textContent;
+        if (sBefore === sText) return;
+        oElement.cells[i].textContent = sText;
+        if (oSame !== undefined) oElement.cells[i].dispatchEvent(new CustomEvent("zelchanged", { bubbles: true, detail: sBefore }));
       });
       return oElement;
     }

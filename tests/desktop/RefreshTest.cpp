@@ -123,6 +123,57 @@ TEST_F(RefreshTest, KeepsFilterOrderPlaceAndFocusOfAList) {
   EXPECT_EQ(Ask(Front(), sSeen), sAt);
 }
 
+TEST_F(RefreshTest, MarksWhatChangedAndCountsWhatWent) {
+  const auto oDatabase = std::make_shared<Testing::ChangedRecording>("demo");
+  Control().PageMain()->Show(oDatabase);
+  const auto Marked = [&] {
+    return Ask(Front(), "[...document.querySelectorAll('[data-zel-mark]')].map(o => o.id || o.textContent).join(' ')");
+  };
+  EXPECT_EQ(Marked(), "");
+  oDatabase->Change({"StateInfo.CacheHitRate = 96"});
+  Refresh();
+  EXPECT_EQ(Marked(), "DataCache.HitRate.Val");
+  const std::string sTip = Ask(Front(), "document.getElementById('DataCache.HitRate.Val').title");
+  EXPECT_TRUE(
+      sTip.ends_with(": \xE2\x88\x92"
+                     "3 %"))
+      << sTip;
+  Refresh();  // what is the same again keeps its tooltip
+  EXPECT_EQ(Ask(Front(), "document.getElementById('DataCache.HitRate.Val').title"), sTip);
+
+  ShowList(4);
+  View->Rows[2].second = 25;
+  View->Rows.erase(View->Rows.begin());
+  View->Rows.emplace_back(9, 90);
+  Refresh();
+  EXPECT_EQ(Marked(), "25 key 990");
+  EXPECT_EQ(Ask(Front(), "document.querySelector('.zelChanges').textContent"), "1 row is gone since the last refresh");
+}
+
+TEST_F(RefreshTest, KeepsFiguresThatCannotBeReadAgainAndSaysSo) {
+  const auto oDatabase = std::make_shared<Testing::ChangedRecording>("demo");
+  const auto oPage = Control().PageInfoActivity();
+  oPage->Show(oDatabase);
+  const auto Figures = [&] { return Ask(Front(), "document.getElementById('divFrmCnt').innerText"); };
+  const auto Old = [&] {
+    return Ask(Front(), "String(document.getElementById('divFrmCnt').matches('[data-zel-old]'))");
+  };
+  const std::string sBefore = Figures();
+  oDatabase->Change(
+      {"fails = [\"Activity.Refresh\"]", "LastError.ErrorCode = -8888", "LastError.ErrorText = \"connection broken\""});
+  oPage->RefreshUnasked();  // without a box
+  WaitFor("the error", [&] { return Text("txtUnread").find("-8888 connection broken") != std::string::npos; });
+  WaitFor("the page", [&] { return Front().Settled(); });
+  EXPECT_EQ(Old(), "true");
+  EXPECT_EQ(Figures(), sBefore);
+  ExpectLiveEqualsReplica(Front());
+  oDatabase->Change({"fails = []"});
+  ClickOn(Front(), "#lnkTryAgain");
+  WaitFor("the figures", [&] { return Old() == "false" && Front().Settled(); });
+  EXPECT_EQ(Figures(), sBefore);
+  ExpectLiveEqualsReplica(Front());
+}
+
 TEST_F(RefreshTest, KeepsTheFocusInARowAndTheTab) {
   const auto oDatabase = Recording("demo");
   Control().PageParameters()->Show(oDatabase);

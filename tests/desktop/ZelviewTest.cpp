@@ -140,6 +140,35 @@ TEST_F(ZelviewTest, TheKeyboardReachesListCommandsAndPage) {
   WaitForFocus("page");
 }
 
+TEST_F(ZelviewTest, ThePageRefreshesByItselfButNotUnderADialogOrASelection) {
+  Zelview->ShowFirst("Main");
+  Host::RefreshBar& oBar = Zelview->Refreshing();
+  int iDone = 0;
+  int iLeftOut = 0;
+  const auto oTicks = oBar.Ticked.Connect([&](bool bDone) { ++(bDone ? iDone : iLeftOut); });
+  oBar.Interval(2);
+  WaitFor("a refresh", [&] { return iDone == 1; });
+  WaitFor("when it was", [&] { return Zelview->GetStatusBar()->GetStatusText(1).StartsWith("Read "); });
+
+  bool bOpened = false;
+  InDialog([&](wxDialog&) {
+    bOpened = true;
+    iDone = iLeftOut = 0;
+    WaitFor("a refresh left out", [&] { return iLeftOut == 1; });
+    EXPECT_EQ(iDone, 0);
+    Begin("xdotool key Escape");
+  });
+  Press("alt+h m");
+  WaitFor("the dialog's end", [&] { return bOpened && OpenDialog() == nullptr; });
+
+  Panel().SetFocus();
+  Press("ctrl+a");
+  iDone = iLeftOut = 0;
+  WaitFor("a refresh left out", [&] { return iLeftOut == 1; });
+  EXPECT_EQ(iDone, 0);
+  oBar.Interval(0);
+}
+
 TEST_F(ZelviewTest, ScreenReadersAreToldWhatIsWhat) {
   std::string sTree;
   const auto Has = [&](const std::string& sLine) {

@@ -186,6 +186,11 @@ void DesktopWebBrowser::AfterPaint(std::function<void()> oDone) {
   m_oView->AfterPaint(std::move(oDone));
 }
 
+void DesktopWebBrowser::AskIfInUse(std::function<void(bool)> oDone) {
+  if (m_oView == nullptr || !m_oRemote.IsLoaded()) return oDone(false);
+  m_oView->Run("zelwbr3.InUse()", [oDone = std::move(oDone)](const WebView::Outcome& o) { oDone(o.Result == "true"); });
+}
+
 void DesktopWebBrowser::LiveDocument(std::function<void(const std::string&)> oDone) {
   if (m_oView == nullptr) return oDone("");
   m_oView->Run("zelwbr3.Live()", [oDone = std::move(oDone)](const WebView::Outcome& o) { oDone(o.Result); });

@@ -56,6 +56,9 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remo
   /// Calls oDone once what has been sent so far has been painted; at once when
   /// there is nothing to paint.
   void AfterPaint(std::function<void()> oDone);
+  /// Calls oDone with whether the user is doing something in the page that a refresh
+  /// would disturb: has selected text, or holds a mouse button.
+  void AskIfInUse(std::function<void(bool)> oDone);
   /// Calls oDone with the browser's own document as it stands, as a flat list
   /// in the form of the agent's snapshot; the empty text when there is none.
   /// For tests and support: it must equal the replica.

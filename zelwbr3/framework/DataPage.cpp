@@ -1,12 +1,14 @@
 #include "zelwbr3/framework/DataPage.h"
 
 #include "zelwbr3/base/Finally.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/KeyCode.h"
 #include "zelwbr3/framework/PageLeft.h"
 #include "zelwbr3/framework/ReadingStopped.h"
 #include "zelwbr3/framework/WaitRunnerScope.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modCmdEnum.h"
+#include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/framework/modZELError.h"
 
@@ -50,11 +52,40 @@ void DataPage::Fill() {
   clsHourglass::Scope oWait(Hourglass());
   m_oForm.Init(Document());
   m_oSize.reset();
-  Enter([this] {
-    if (m_oDatabase == nullptr) throw std::logic_error("The page " + Name() + " has no instance to show");
-    FillContent();
-  });
+  m_oUnread.reset();
+  m_bFilling = true;
+  Finally(
+      [this] {
+        Enter([this] {
+          if (m_oDatabase == nullptr) throw std::logic_error("The page " + Name() + " has no instance to show");
+          FillContent();
+        });
+      },
+      [this] { m_bFilling = m_bUnasked = false; });
+  ShowUnread();
   m_oForm.ShowContent(ShowsFooter());
+}
+
+void DataPage::RefreshUnasked() {
+  if (!CanRefreshUnasked()) return;
+  m_bUnasked = true;
+  Command(CommandRefresh);
+}
+
+void DataPage::NoteUnread(const std::string& sText, const std::string& sHelpID) {
+  if (m_bFilling && !m_oUnread) m_oUnread = {Text::OneLine(sText), sHelpID, m_iParts <= 1};
+}
+
+void DataPage::ShowUnread() {
+  Element* oBlock = Document() == nullptr ? nullptr : Document()->all().item("divUnread");
+  if (oBlock == nullptr || !m_oUnread) return;
+  SetTextIfPresent("txtUnread",
+                   (m_oUnread->All ? "Could not be read: " : "Not everything could be read: ") + m_oUnread->Text);
+  const bool bHelp = HasBrowser() && Browser().MessageHelp(m_oUnread->HelpID) != nullptr;
+  modElement::ShowElement(Document()->all().item("lnkUnreadHelp"), bHelp);
+  // What was shown before stays, marked as old.
+  if (m_oUnread->All) oBlock->setAttribute("data-all", "true");
+  modElement::ShowElement(oBlock, true);
 }
 
 void DataPage::Command(Long lCommand) {
@@ -91,6 +122,11 @@ bool DataPage::HandleOnClick(const std::string& sID) {
   Enter([&] {
     if (sID == "btnFormClose") {
       CarryOut(CommandClose);
+    } else if (sID == "lnkTryAgain") {
+      CarryOut(CommandRefresh);
+    } else if (sID == "lnkUnreadHelp") {
+      const auto oHelp = m_oUnread ? Browser().MessageHelp(m_oUnread->HelpID) : nullptr;
+      if (oHelp) Boxes().ShowHelp(oHelp);
     } else if (const auto lCommand = modCmdEnum::LinkedCommand(sID)) {
       Pumping(Needs::Page, [&] { Browser().RaiseCommand(*lCommand); });
     } else {
@@ -186,15 +222,21 @@ void DataPage::Enter(const std::function<void()>& oTask) {
 }
 
 bool DataPage::Attempt(const std::function<void()>& oPart) {
-  try {
-    oPart();
-    return true;
-  } catch (const WaitError&) {
-    throw;
-  } catch (const std::exception& oFailure) {
-    Report(oFailure);
-  }
-  return false;
+  bool bDone = false;
+  ++m_iParts;
+  Finally(
+      [&] {
+        try {
+          oPart();
+          bDone = true;
+        } catch (const WaitError&) {
+          throw;
+        } catch (const std::exception& oFailure) {
+          Report(oFailure);
+        }
+      },
+      [this] { --m_iParts; });
+  return bDone;
 }
 
 void DataPage::Pumping(Needs eNeeds, const std::function<void()>& oWork) {
@@ -227,6 +269,7 @@ FrontBoxes DataPage::Boxes(Needs eNeeds) {
 void DataPage::ReportLastError() { ReportError(m_oDatabase->LastError()); }
 
 void DataPage::ReportError(const ZELLib3::Error& oError) {
+  NoteUnread(std::to_string(oError.ErrorCode) + " " + oError.ErrorText, std::to_string(oError.ErrorCode));
   ShowFailure([&](FrontBoxes& oBoxes) {
     modZELError::ShowError(oBoxes, oError, "Error", Browser().MessageHelp(std::to_string(oError.ErrorCode)));
   });
@@ -236,12 +279,14 @@ void DataPage::Report(const std::exception& oFailure) {
   if (const auto* pInstanceError = dynamic_cast<const ZELLib3::InstanceError*>(&oFailure)) {
     ReportError(pInstanceError->ErrorObject());
   } else {
+    NoteUnread(oFailure.what(), "");
     ShowFailure([&](FrontBoxes& oBoxes) { modZELError::ShowError(oBoxes, oFailure, "Error"); });
   }
 }
 
 void DataPage::ShowFailure(const std::function<void(FrontBoxes&)>& oShow) {
   if (!HasBrowser()) throw PageLeft{};  // cleaned up by the code that failed
+  if (m_bFilling && m_bUnasked && Document()->all().item("divUnread") != nullptr) return;
   FrontBoxes oBoxes = Boxes(Needs::Document);
   oShow(oBoxes);
 }

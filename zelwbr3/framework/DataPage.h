@@ -11,6 +11,7 @@
 #include <exception>
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace ZELWbr3 {
 
@@ -53,6 +54,13 @@ class DataPage : public Page {
   /// common error display. Throws only WaitError, for a wait that cannot end: the
   /// program is closing, the control was destroyed, the browser's process died.
   void Command(Long lCommand);
+
+  /// Refreshes the page although nobody has asked for it, by the clock: what cannot
+  /// be read is said in the page and opens no box.
+  void RefreshUnasked();
+  /// False while a refresh would take something from the user, or while the page is
+  /// busy.
+  virtual bool CanRefreshUnasked() const { return Document() != nullptr && !IgnoresEvents(); }
 
   bool HandleOnClick(const std::string& sID) override;
   bool HandleOnKeyDown(Long& lKeyCode, Element* oElement) override;
@@ -164,6 +172,10 @@ class DataPage : public Page {
   };
 
   void Fill() override;
+  /// Says in the page, where its file has a place for that, what could not be read.
+  void ShowUnread();
+  /// Keeps the first failure of a fill.
+  void NoteUnread(const std::string& sText, const std::string& sHelpID);
   /// Runs something that may pump messages; throws PageLeft if the task then no
   /// longer has what it needs.
   void Pumping(Needs eNeeds, const std::function<void()>& oWork);
@@ -181,7 +193,16 @@ class DataPage : public Page {
   std::shared_ptr<clsHourglass> m_oHourglass;
   std::optional<clsSize> m_oSize;  ///< of this fill
   Long m_lBusy = 0;
-  bool m_bActing = false;  ///< the task has announced an action
+  bool m_bActing = false;   ///< the task has announced an action
+  bool m_bUnasked = false;  ///< the refresh that goes on was not asked for
+  bool m_bFilling = false;
+  int m_iParts = 0;  ///< parts of a task that go on, one in the other
+  struct Unread {
+    std::string Text;
+    std::string HelpID;
+    bool All = false;  ///< not only a part of the page
+  };
+  std::optional<Unread> m_oUnread;  ///< what this fill could not read
 };
 
 }  // namespace ZELWbr3

@@ -120,6 +120,11 @@
   /** The records that a list of the page shows, in the order of their numbers. */
   const oRecords = [];
 
+  /** On an element that shows what was read before: it could not be read again. */
+  const OldAttribute = "data-zel-old";
+  /** By such an element: what the program has instead. */
+  const oFresh = new Map();
+
   /** While the page is refreshed: the root that is filled, and what was shown by number. */
   let oStage = null;
 
@@ -172,6 +177,7 @@
    * there.
    */
   const NumberOf = (oNode) => {
+    if (oNode.closest?.(`[${OldAttribute}]`)) return 0;
     if (oNode[NumberKey] !== undefined) return oNode[NumberKey];
     const iRow = Number(oNode.closest?.(`tr[${RowAttribute}]`)?.getAttribute(RowAttribute));
     const oRecord = RecordOf(iRow);
@@ -188,8 +194,16 @@
 
   /** What a list's script writes to the program's own elements. */
   const ListAttributes = ["aria-rowcount", "aria-rowindex", "aria-sort", RowAttribute];
+  /** And what is written to an element whose figure has changed: a mark, and a tooltip if it has none. */
+  const MarkAttribute = "data-zel-mark";
+  const ChangeAttribute = "data-zel-changed";
   const IsLists = (oElement, sName) =>
-    ListAttributes.includes(sName) || (sName === "tabindex" && oElement.localName === "tr");
+    ListAttributes.includes(sName) ||
+    (sName === "tabindex" && oElement.localName === "tr") ||
+    sName === MarkAttribute ||
+    sName === ChangeAttribute ||
+    (sName === "title" && oElement.hasAttribute(ChangeAttribute)) ||
+    sName === OldAttribute;
 
   const IsAdded = (oRow) => oRow[NumberKey] >= iLoaded;
 
@@ -214,7 +228,8 @@
   };
 
   /** Appends an element and all below it to a list, without what is not numbered. */
-  const Describe = (oElement, oList) => {
+  const Describe = (oShown, oList) => {
+    const oElement = oFresh.get(oShown) ?? oShown;
     const iNumber = oElement[NumberKey] ?? 0;
     if (iNumber === 0) return oList;
     oList.push(Begin, oElement.localName.toLowerCase(), iNumber);
@@ -258,6 +273,7 @@
     // In another head the style sheets would be loaded again.
     if (!document.head.isEqualNode(oHead)) document.head.replaceWith(oHead);
     document.body.replaceWith(oBody);
+    oFresh.clear();
     getSelection().removeAllRanges();
     scrollTo({ left: 0, top: 0, behavior: "instant" });
   };
@@ -331,9 +347,16 @@
     for (const oNode of oOld) oKept.has(oNode) || oNode.remove();
     // The first of the nodes shown that are not yet in their place.
     let oAt = oOld.find((oNode) => oKept.has(oNode)) ?? null;
+    const IsRow = (oNode) => oNode.localName === "tr" && IsAdded(oNode);
+    const iWent = oOld.filter((oNode) => IsRow(oNode) && !oKept.has(oNode)).length;
+    if (iWent > 0) Tell(oShown, "zelwent", String(iWent));
     oWanted.forEach((oNode, i) => {
       if (oPairs[i] !== null) MergeNode(oPairs[i], oNode);
-      if (oPairs[i] === null || oPairs[i] !== oAt) return void oShown.insertBefore(oPairs[i] ?? oNode, oAt);
+      if (oPairs[i] === null || oPairs[i] !== oAt) {
+        oShown.insertBefore(oPairs[i] ?? oNode, oAt);
+        if (oPairs[i] === null && IsRow(oNode)) Tell(oNode, "zelcame");
+        return;
+      }
       do oAt = oAt.nextSibling;
       while (oAt !== null && !oKept.has(oAt));
     });
@@ -364,10 +387,16 @@
       if (oShown !== undefined) Merge(oShown, oPart);
       else oBody.append(oPart);
       Tell(oShown ?? oPart, "zelrow");
+      if (oShown === undefined && oMap.size > 0) Tell(oPart, "zelcame");
     }
+    const iWent = [...oMap.values()].flat().length;
+    if (iWent > 0) Tell(oBody, "zelwent", String(iWent));
     Tell(oBody, "zelrowsend");
     return true;
   };
+
+  /** Nothing of the page's content could be read. */
+  const IsUnread = (oContent) => oContent.getRootNode().querySelector("#divUnread")?.dataset.all === "true";
 
   /** Makes a part of the page shown what the fresh one is, and touches nothing that is the same in both. */
   const Merge = (oShown, oNew) => {
@@ -375,6 +404,10 @@
     oShown[NumberKey] = oNew[NumberKey];
     oNodes[oNew[NumberKey]] = oShown;
     MergeAttributes(oShown, oNew, iOld);
+    if (oShown.id === "divFrmCnt") {
+      oFresh.delete(oShown);
+      if (oShown.toggleAttribute(OldAttribute, IsUnread(oNew))) return void oFresh.set(oShown, oNew);
+    }
     const oTable = oShown.localName === "tbody" ? oShown.parentElement : null;
     if (oTable === null || !IsList(oTable) || !MergeRows(oShown, oNew)) MergeContent(oShown, oNew);
   };
@@ -483,6 +516,11 @@
       (bForward ? oAll.find(IsStop) : oAll.findLast(IsStop))?.focus({ focusVisible: true });
     },
 
+    /** "true" while the user does something that a refresh would disturb. */
+    InUse() {
+      return String(bPressed || !getSelection().isCollapsed);
+    },
+
     /** The document as it stands, in the snapshot's form, without what is not numbered. */
     Live() {
       return JSON.stringify(Describe(document.documentElement, []));
@@ -490,6 +528,10 @@
   });
 
   // ---- what the user does ----------------------------------------------------
+
+  let bPressed = false;
+  window.addEventListener("pointerdown", () => (bPressed = true), true);
+  for (const sEvent of ["pointerup", "pointercancel", "blur"]) window.addEventListener(sEvent, () => (bPressed = false), true);
 
   /** What the user does while the page is refreshed concerns the fresh one. */
   const oHeld = [];

@@ -43,6 +43,8 @@ void BlockPage::CleanUp() {
   DataPage::CleanUp();
 }
 
+bool BlockPage::CanRefreshUnasked() const { return !m_bReadOn && DataPage::CanRefreshUnasked(); }
+
 void BlockPage::Forget() {
   m_oReading.reset();
   m_bOpen = false;
@@ -51,7 +53,7 @@ void BlockPage::Forget() {
 
 void BlockPage::FillContent() {
   m_oReading.reset();
-  m_bOpen = false;
+  m_bOpen = m_bReadOn = false;
   FillLocale();
   FillCommandlist();
   ObtainSource();
@@ -125,6 +127,7 @@ void BlockPage::OnStopped(const std::exception_ptr& oFailure) {
 
 void BlockPage::Read(bool bAll) {
   const auto oReading = m_oReading = std::make_shared<Reading>(Reading{bAll});
+  m_bReadOn = true;
   if (bAll) FillCommandlist();
   UpdateCommands();
   std::string sRemark;

@@ -37,6 +37,8 @@ class BlockPage : public DataPage {
   void Hide() override;
   void CleanUp() override;
   bool HandleOnKeyDown(Long& lKeyCode, Element* oElement) override;
+  /// Rows read beyond the first block would be lost.
+  bool CanRefreshUnasked() const override;
 
  protected:
   /// Called when the page is filled, before anything else.
@@ -92,6 +94,8 @@ class BlockPage : public DataPage {
   std::optional<Clock::time_point> m_oStopped;
   /// The source was opened and the table is ready for rows.
   bool m_bOpen = false;
+  /// Rows have been read beyond the first block.
+  bool m_bReadOn = false;
 };
 
 }  // namespace ZELWbr3
