@@ -1,10 +1,10 @@
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 
 #include "zelwbr3/desktop/DesktopPlatform.h"
-#include "zelwbr3/remote/FileURL.h"
 #include "zelwbr3/desktop/Script.h"
 #include "zelwbr3/dom/Document.h"
 #include "zelwbr3/remote/AgentSource.h"
+#include "zelwbr3/remote/FileURL.h"
 
 #include <algorithm>
 #include <utility>

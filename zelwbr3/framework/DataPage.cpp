@@ -72,8 +72,8 @@ void DataPage::RefreshUnasked() {
   Command(CommandRefresh);
 }
 
-void DataPage::NoteUnread(const std::string& sText, const std::string& sHelpID) {
-  if (m_bFilling && !m_oUnread) m_oUnread = {Text::OneLine(sText), sHelpID, m_iParts <= 1};
+void DataPage::NoteUnread(const std::string& sText, const std::function<void()>& oHelp) {
+  if (m_bFilling && !m_oUnread) m_oUnread = {Text::OneLine(sText), oHelp, m_iParts <= 1};
 }
 
 void DataPage::ShowUnread() {
@@ -81,8 +81,7 @@ void DataPage::ShowUnread() {
   if (oBlock == nullptr || !m_oUnread) return;
   SetTextIfPresent("txtUnread",
                    (m_oUnread->All ? "Could not be read: " : "Not everything could be read: ") + m_oUnread->Text);
-  const bool bHelp = HasBrowser() && Browser().MessageHelp(m_oUnread->HelpID) != nullptr;
-  modElement::ShowElement(Document()->all().item("lnkUnreadHelp"), bHelp);
+  modElement::ShowElement(Document()->all().item("lnkUnreadHelp"), m_oUnread->Help != nullptr);
   // What was shown before stays, marked as old.
   if (m_oUnread->All) oBlock->setAttribute("data-all", "true");
   modElement::ShowElement(oBlock, true);
@@ -125,8 +124,7 @@ bool DataPage::HandleOnClick(const std::string& sID) {
     } else if (sID == "lnkTryAgain") {
       CarryOut(CommandRefresh);
     } else if (sID == "lnkUnreadHelp") {
-      const auto oHelp = m_oUnread ? Browser().MessageHelp(m_oUnread->HelpID) : nullptr;
-      if (oHelp) Boxes().ShowHelp(oHelp);
+      if (m_oUnread && m_oUnread->Help) Boxes().ShowHelp(std::function(m_oUnread->Help));
     } else if (const auto lCommand = modCmdEnum::LinkedCommand(sID)) {
       Pumping(Needs::Page, [&] { Browser().RaiseCommand(*lCommand); });
     } else {
@@ -269,17 +267,18 @@ FrontBoxes DataPage::Boxes(Needs eNeeds) {
 void DataPage::ReportLastError() { ReportError(m_oDatabase->LastError()); }
 
 void DataPage::ReportError(const ZELLib3::Error& oError) {
-  NoteUnread(std::to_string(oError.ErrorCode) + " " + oError.ErrorText, std::to_string(oError.ErrorCode));
-  ShowFailure([&](FrontBoxes& oBoxes) {
-    modZELError::ShowError(oBoxes, oError, "Error", Browser().MessageHelp(std::to_string(oError.ErrorCode)));
-  });
+  if (!HasBrowser()) throw PageLeft{};  // cleaned up by the code that failed
+  const std::string sCode = std::to_string(oError.ErrorCode);
+  const auto oHelp = Browser().MessageHelp(sCode);
+  NoteUnread(sCode + " " + oError.ErrorText, oHelp);
+  ShowFailure([&](FrontBoxes& oBoxes) { modZELError::ShowError(oBoxes, oError, "Error", oHelp); });
 }
 
 void DataPage::Report(const std::exception& oFailure) {
   if (const auto* pInstanceError = dynamic_cast<const ZELLib3::InstanceError*>(&oFailure)) {
     ReportError(pInstanceError->ErrorObject());
   } else {
-    NoteUnread(oFailure.what(), "");
+    NoteUnread(oFailure.what(), {});
     ShowFailure([&](FrontBoxes& oBoxes) { modZELError::ShowError(oBoxes, oFailure, "Error"); });
   }
 }

@@ -175,7 +175,7 @@ class DataPage : public Page {
   /// Says in the page, where its file has a place for that, what could not be read.
   void ShowUnread();
   /// Keeps the first failure of a fill.
-  void NoteUnread(const std::string& sText, const std::string& sHelpID);
+  void NoteUnread(const std::string& sText, const std::function<void()>& oHelp);
   /// Runs something that may pump messages; throws PageLeft if the task then no
   /// longer has what it needs.
   void Pumping(Needs eNeeds, const std::function<void()>& oWork);
@@ -199,8 +199,8 @@ class DataPage : public Page {
   int m_iParts = 0;  ///< parts of a task that go on, one in the other
   struct Unread {
     std::string Text;
-    std::string HelpID;
-    bool All = false;  ///< not only a part of the page
+    std::function<void()> Help;  ///< empty for none
+    bool All = false;            ///< not only a part of the page
   };
   std::optional<Unread> m_oUnread;  ///< what this fill could not read
 };
