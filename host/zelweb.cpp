@@ -6,13 +6,13 @@
 #include "host/OutputFiles.h"
 #include "host/ProgramFiles.h"
 #include "host/StandardStreams.h"
+#include "host/WebPages.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/ReadFile.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/web/Secrets.h"
 #include "zelwbr3/web/Server.h"
 #include "zelwbr3/web/Sessions.h"
-#include "zelwbr3/web/WebCommandlist.h"
 
 #include <CLI/CLI.hpp>
 
@@ -83,7 +83,8 @@ std::string TokenOf(const std::string& sOption, const std::string& sFile) {
     return sToken;
   }
   try {
-    const std::string sToken = ZELWbr3::Text::Trim(ZELWbr3::ReadFile(sFile, 4096));
+    std::string sToken = ZELWbr3::ReadFile(sFile, 4096);
+    while (sToken.ends_with('\n') || sToken.ends_with('\r')) sToken.pop_back();
     constexpr std::size_t Shortest = 16;
     const bool bPlain = sToken.find_first_not_of(
                             "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_.~") == std::string::npos;
@@ -98,55 +99,14 @@ std::string TokenOf(const std::string& sOption, const std::string& sFile) {
 
 /// The program of a session.
 void Show(ZELWbr3::Web::WebPlatform& oPlatform, const std::string& sInstance, const Arguments& oArguments) {
-  // Nothing that a browser sends can get past this.
-  const auto Refuse = [](const ZELWbr3::Recorded::Call& oCall) {
-    if (oCall.Changes) {
-      throw std::runtime_error(
-          "This server shows the instance only. Commands that change it need zelweb to be started with "
-          "--allow-commands.");
-    }
-  };
   std::shared_ptr<ZELLib3::Database> oDatabase;
   try {
-    oDatabase = OpenInstance(sInstance, oArguments.AllowCommands ? ZELWbr3::Recorded::CallObserver() : Refuse);
+    oDatabase = OpenInstance(sInstance, oArguments.AllowCommands ? ZELWbr3::Recorded::CallObserver() : RefuseChanges);
   } catch (const std::exception& oError) {
     oPlatform.ShowFailure(oError.what());
     oPlatform.Run();
   }
-  ZELWbr3::Browser oBrowser(oPlatform);
-  oBrowser.HTMLPath(oPlatform.Files().Folder());
-  oBrowser.CHMPath(HelpFile());
-  HostPages oPages(oBrowser, oDatabase, std::make_shared<ZELWbr3::Web::WebCommandlist>(oPlatform));
-
-  std::vector<std::pair<std::string, std::string>> names;
-  for (const HostPages::Entry& oEntry : HostPages::All()) names.emplace_back(oEntry.Name, oEntry.Title);
-  oPlatform.Pages(names);
-  std::vector<ZELWbr3::Connection> connections;
-  connections.push_back(oBrowser.PageComplete.Connect([&](const std::shared_ptr<ZELWbr3::Page>& oPage) {
-    for (const HostPages::Entry& oEntry : HostPages::All()) {
-      if (!oPage->Name().starts_with(oEntry.Name)) continue;
-      oPlatform.ShowsPage(oEntry.Name, oDatabase->InstanceName() + " - " + oEntry.Title);
-    }
-  }));
-  connections.push_back(oPlatform.PageAsked.Connect([&](const std::string& sName) {
-    try {
-      oPages.Show(sName);
-    } catch (const ZELWbr3::ClosingError&) {
-      throw;
-    } catch (const std::exception& oError) {
-      oPlatform.MessageBox().Show(oError.what(), "zelweb", ZELWbr3::MessageBox::Buttons::OK,
-                                  ZELWbr3::MessageBox::Icon::Exclamation);
-    }
-  }));
-  connections.push_back(oBrowser.Command.Connect([&](ZELWbr3::Long lCommand) {
-    oPlatform.MessageBox().Show("A program around this page would carry out its command " + std::to_string(lCommand) +
-                                    " now. A browser cannot.",
-                                "zelweb", ZELWbr3::MessageBox::Buttons::OK, ZELWbr3::MessageBox::Icon::Exclamation);
-  }));
-
-  oPages.Show("Main");
-  if (oArguments.Page != "Main") oPages.Show(oArguments.Page);
-  oPlatform.Run();
+  WebPages(oPlatform, oDatabase).Run(oArguments.Page);
 }
 
 int Serve(const Arguments& oArguments) {
@@ -222,7 +182,8 @@ int main(int argc, char** argv) {
   Arguments oArguments;
   CLI::App oApp("Serves the pages of database instances to browsers.", "zelweb");
   oApp.add_option("INSTANCE", oArguments.Instances,
-                  "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; one or more");
+                  "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; one or more, the sample database by "
+                  "default");
   oApp.add_option("--listen", oArguments.Listen, "ADDRESS:PORT to listen on (default: 127.0.0.1 and a free port)");
   oApp.add_option("--origin", oArguments.Origins,
                   "Address that browsers use, such as https://db.example.org; repeatable")
@@ -245,7 +206,6 @@ int main(int argc, char** argv) {
     return Complain(ShownInstance(oError.what()));
   }
   HidePasswords(argc, argv);
-  if (oArguments.Instances.empty()) return Complain("INSTANCE is required");
   for (std::string& sOrigin : oArguments.Origins) {
     while (sOrigin.ends_with('/')) sOrigin.pop_back();
     const auto iHost = sOrigin.find("://");
@@ -256,6 +216,7 @@ int main(int argc, char** argv) {
     }
   }
   try {
+    if (oArguments.Instances.empty()) oArguments.Instances.push_back(SampleInstance());
     return Serve(oArguments);
   } catch (const std::exception& oError) {
     return Complain(oError.what());

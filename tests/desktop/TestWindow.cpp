@@ -1,5 +1,7 @@
 #include "tests/desktop/TestWindow.h"
 
+#include "tests/support/LiveDocument.h"
+
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 
 #include <algorithm>
@@ -18,51 +20,7 @@
 
 namespace ZELWbr3::Desktop {
 
-namespace {
-
-/// A document as lines: one for each element, attribute and text.
-struct Lines {
-  void Begin(const std::string& sTag, NodeNumber iNumber) { Add("<" + sTag + " " + std::to_string(iNumber)); }
-  void Attribute(const std::string& sName, const std::string& sValue) {
-    // A style may end with a semicolon.
-    Add("@" + sName + "=" + (sName == "style" && sValue.ends_with(';') ? sValue.substr(0, sValue.size() - 1) : sValue));
-  }
-  void Text(const std::string& sText) {
-    if (!sText.empty()) All += (std::exchange(InText, true) ? "" : "\n\"") + sText;  // neighbours are one
-  }
-  void End() { Add(">"); }
-  void Add(const std::string& sLine) {
-    All += "\n" + sLine;
-    InText = false;
-  }
-
-  std::string All;
-  bool InText = false;
-};
-
-void Describe(const Element& oElement, Lines& oLines) {
-  oLines.Begin(oElement.tagName(), oElement.Number());
-  for (const auto& [sName, sValue] : oElement.attributes()) oLines.Attribute(sName, sValue);
-  oLines.Text(oElement.text());
-  oElement.ForEachChild([&](const Element& oChild) {
-    Describe(oChild, oLines);
-    oLines.Text(oChild.tail());
-  });
-  oLines.End();
-}
-
-void DescribeLive(const std::string& sList, Lines& oLines) {
-  for (FlatListReader oList(sList); !oList.AtEnd();) {
-    const auto eItem = oList.Number();
-    const std::string sFirst = eItem == 4 ? "" : oList.Text();
-    if (eItem == 1) oLines.Begin(sFirst, oList.Number());
-    if (eItem == 2) oLines.Attribute(sFirst, oList.Text());
-    if (eItem == 3) oLines.Text(sFirst);
-    if (eItem == 4) oLines.End();
-  }
-}
-
-}  // namespace
+namespace {}  // namespace
 
 TestWindow::TestWindow() {
   // Its own title: the window of the test before may still be going.
@@ -126,16 +84,14 @@ void TestWindow::ExpectLiveEqualsReplica(DesktopWebBrowser& oBrowser) {
   std::string sLive;
   oBrowser.LiveDocument([&](const std::string& sList) { sLive = sList; });
   WaitFor("the live document", [&] { return !sLive.empty(); });
-  Lines oReplica;
-  Describe(*oBrowser.Document()->documentElement(), oReplica);
-  Lines oShown;
-  DescribeLive(sLive, oShown);
-  if (oShown.All == oReplica.All) return;
-  const auto iPlace = std::ranges::mismatch(oShown.All, oReplica.All).in1 - oShown.All.begin();
+  const std::string sReplica = Testing::LinesOf(*oBrowser.Document()->documentElement());
+  const std::string sShown = Testing::LinesOf(sLive);
+  if (sShown == sReplica) return;
+  const auto iPlace = std::ranges::mismatch(sShown, sReplica).in1 - sShown.begin();
   const auto iFrom = static_cast<std::size_t>(std::max<std::ptrdiff_t>(iPlace - 200, 0));
   ADD_FAILURE() << "The browser shows\n"
-                << oShown.All.substr(iFrom, 400) << "\nthe replica has\n"
-                << oReplica.All.substr(iFrom, 400);
+                << sShown.substr(iFrom, 400) << "\nthe replica has\n"
+                << sReplica.substr(iFrom, 400);
 }
 
 void TestWindow::ClickOn(DesktopWebBrowser& oBrowser, const std::string& sElement, int iButton) {

@@ -7,8 +7,7 @@
 namespace ZELWbr3 {
 
 /// While an object lives, an instance has this runner for what it has to wait
-/// for, and is kept. For a task of a page, on the user-interface thread; scopes
-/// nest.
+/// for, and is kept. For a task of a page, on its control's thread; scopes nest.
 class WaitRunnerScope {
  public:
   /// oDatabase may be null.
@@ -35,7 +34,8 @@ class WaitRunnerScope {
   void Begin() const;
   void End() const;
 
-  static inline WaitRunnerScope* s_pInnermost = nullptr;
+  /// Each thread has controls and instances of its own.
+  static inline thread_local WaitRunnerScope* s_pInnermost = nullptr;
 
   std::shared_ptr<ZELLib3::Database> m_oDatabase;
   ZELLib3::Database::Runner m_fnRun;

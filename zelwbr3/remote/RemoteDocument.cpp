@@ -70,6 +70,7 @@ void RemoteDocument::Drop() {
 void RemoteDocument::Lose() {
   Drop();
   m_oDocument.reset();
+  m_iSerial = 0;  // what it still says is of no interest
 }
 
 void RemoteDocument::Flush() {

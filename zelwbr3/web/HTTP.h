@@ -12,16 +12,16 @@ namespace ZELWbr3::Web {
 /// A request as far as anything here asks for it. A header that is not there, or
 /// is there twice, is empty.
 struct Request {
-  std::string Method;
-  std::string Target;  ///< path and query
-  std::string Host;
-  std::string Origin;
-  std::string Cookie;
-  std::string Authorization;
-  std::string FetchSite;  ///< Sec-Fetch-Site
-  std::string AcceptEncoding;
-  std::string Body;
-  std::string Address;  ///< of the peer
+  std::string Method = {};
+  std::string Target = {};  ///< path and query
+  std::string Host = {};
+  std::string Origin = {};
+  std::string Cookie = {};
+  std::string Authorization = {};
+  std::string FetchSite = {};  ///< Sec-Fetch-Site
+  std::string AcceptEncoding = {};
+  std::string Body = {};
+  std::string Address = {};  ///< of the peer
 
   std::string Path() const { return Target.substr(0, Target.find('?')); }
 };

@@ -28,8 +28,8 @@ class Server {
   struct Options {
     std::string Address = "127.0.0.1";  ///< a numeric address, IPv4 or IPv6
     std::uint16_t Port = 0;             ///< 0 = a free one
-    std::string CertificateFile;        ///< PEM, with its chain; empty = no TLS
-    std::string KeyFile;
+    std::string CertificateFile = {};   ///< PEM, with its chain; empty = no TLS
+    std::string KeyFile = {};
     Web::Limits Limits = {};
   };
 

@@ -146,6 +146,7 @@ Response Sessions::Answer(const Request& o) {
     }
     if (oEntry.Refused == 429) return Guarded(Page(429, "Too many attempts", "<p>Try again in a minute.</p>"));
   }
+  if (sPath == "/favicon.ico") return Guarded({204});
   // The style of what is shown to strangers.
   if (sPath == "/shell.css") {
     return Guarded({200,
@@ -226,6 +227,7 @@ std::shared_ptr<Session> Sessions::Greet(const std::string& sCookie, std::string
   const std::string sLoad = oList.Text();
   const std::uint64_t iGot = oList.Number();
   const bool bGreeted = oList.Number() != 0;
+  const bool bLeft = oList.Number() != 0;
   Greeting oGreeting{.Locale = {}, .Theme = oList.Text()};
   while (!oList.AtEnd()) oGreeting.Locale.push_back(oList.Text());
 
@@ -245,7 +247,8 @@ std::shared_ptr<Session> Sessions::Greet(const std::string& sCookie, std::string
     SendControl(*oSocket, Control("reload"));
     return nullptr;
   }
-  if (bTheirs && !oSession->Wire().IsAttached()) {
+  // The shell before it in its tab is gone, even if its socket does not know yet.
+  if (bTheirs && (bLeft || !oSession->Wire().IsAttached())) {
     SendControl(*oSocket, Control("welcome", sNumber, 0U));
     oSession->Wire().Restart(oSocket);
     oSession->BeginAgain(sLoad, oGreeting);

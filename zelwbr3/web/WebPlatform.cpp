@@ -4,6 +4,7 @@
 #include "zelwbr3/web/WebCommandlist.h"
 #include "zelwbr3/web/WebWebBrowser.h"
 
+#include <algorithm>
 #include <charconv>
 #include <stdexcept>
 #include <utility>
@@ -102,6 +103,11 @@ void WebPlatform::ShellBeginsAgain(const Greeting& oGreeting) {
   m_oBoxes.SendAgain();
 }
 
+WebWebBrowser* WebPlatform::Front() const {
+  const auto it = std::ranges::find_if(m_browsers, [](const auto& o) { return o.second->IsVisible(); });
+  return it == m_browsers.end() ? nullptr : it->second;
+}
+
 WebWebBrowser* WebPlatform::Browser(std::uint32_t iFrame) const {
   const auto it = m_browsers.find(iFrame);
   return it == m_browsers.end() ? nullptr : it->second;
@@ -157,6 +163,8 @@ void WebPlatform::Dispatch(const std::string& sKind, FlatListReader& oList, std:
       const std::string sError = oList.Text();
       if (!sError.empty()) Trace("Some changes were not made: " + sError);
       oBrowser->Remote().Acknowledge(iSerial, iBatch);
+    } else if (sKind == "live") {
+      oBrowser->LiveTold(std::string(sBody));
     } else if (sKind == "failed") {
       oBrowser->Failed(oList.Number());
     } else if (sKind == "notagain") {

@@ -74,6 +74,8 @@ class WebPlatform : public Platform {
   /// The user asks for a page by its name.
   Event<const std::string&> PageAsked;
 
+  /// The browser in front; null when there is none.
+  WebWebBrowser* Front() const;
   const PageFiles& Files() const { return m_oFiles; }
   const std::string& Theme() const { return m_sTheme; }
   /// The number of a load.

@@ -46,6 +46,7 @@ void WebWebBrowser::Load(bool bKnown) {
   m_sLoadTheme = m_oPlatform.Theme();
   m_oPlatform.Send("go", m_iFrame, iNew, m_oPlatform.Files().URL(m_sURL, iNew));
   m_bLoading = true;
+  m_bStale = false;
   const std::string& sSnapshot = m_oPlatform.KnownSnapshot(m_sURL, m_sLoadTheme);
   if (bKnown && !sSnapshot.empty()) {
     m_oRemote.BeginKnown(iNew, sSnapshot);
@@ -72,6 +73,16 @@ void WebWebBrowser::Later(std::function<void()> oTask) { m_oPlatform.MessagePump
 void WebWebBrowser::Visible(bool bVisible) {
   m_bVisible = bVisible;
   m_oPlatform.Send("visible", m_iFrame, bVisible ? 1U : 0U);
+  if (bVisible && std::exchange(m_bStale, false)) Load(true);
+}
+
+void WebWebBrowser::LiveDocument(std::function<void(const std::string&)> oDone) {
+  m_oLive = std::move(oDone);
+  m_oPlatform.Send("live", m_iFrame);
+}
+
+void WebWebBrowser::LiveTold(const std::string& sList) {
+  if (m_oLive) std::exchange(m_oLive, {})(sList);
 }
 
 void WebWebBrowser::Failed(std::uint32_t iSerial) {
@@ -85,8 +96,13 @@ void WebWebBrowser::NotAgain(std::uint32_t iSerial) {
 }
 
 void WebWebBrowser::ShowAgain() {
-  if (!m_sURL.empty()) Load(true);
-  m_oPlatform.Send("visible", m_iFrame, m_bVisible ? 1U : 0U);
+  if (m_bVisible) {
+    m_oPlatform.Send("visible", m_iFrame, 1U);
+    return Load(true);
+  }
+  // It fills its page, and tells of it, only when it is seen.
+  m_bStale = !m_sURL.empty();
+  m_oRemote.Lose();
 }
 
 }  // namespace ZELWbr3::Web

@@ -32,7 +32,12 @@ class WebWebBrowser : public WebBrowser, private Remote::Channel {
   /// The shell gives every frame its place.
   void Move(int, int, int, int) override {}
 
+  bool IsVisible() const { return m_bVisible; }
   Remote::RemoteDocument& Remote() { return m_oRemote; }
+  /// Asks for the document as the browser shows it, in the form of the agent's
+  /// snapshot. For tests and support: it must equal the replica.
+  void LiveDocument(std::function<void(const std::string&)> oDone);
+  void LiveTold(const std::string& sList);
   /// The load of this number has failed in the browser.
   void Failed(std::uint32_t iSerial);
   /// The document could not begin again under this number.
@@ -63,7 +68,10 @@ class WebWebBrowser : public WebBrowser, private Remote::Channel {
   Remote::PageOrigin m_oOrigin;
   std::string m_sLoadTheme;
   bool m_bLoading = false;
+  /// The shell has lost the page.
+  bool m_bStale = false;
   int m_iFailures = 0;
+  std::function<void(const std::string&)> m_oLive;
   Remote::RemoteDocument m_oRemote;
 };
 

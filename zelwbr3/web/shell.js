@@ -21,6 +21,13 @@
   /** Tells this load of the shell from every other one. */
   const sLoad = Array.from(crypto.getRandomValues(new Uint32Array(4)), (i) => i.toString(36)).join("");
 
+  // A load that follows another one in the same tab has its session; a tab that was
+  // copied has its number, too, but the first one goes on.
+  const sLeft = `zelweb-left-${iInstance()}`;
+  const bLeft = sessionStorage.getItem(sLeft) !== null;
+  sessionStorage.removeItem(sLeft);
+  addEventListener("pagehide", () => sessionStorage.setItem(sLeft, ""));
+
   let oSocket = null;
   let bWelcome = false;
   let bGreeted = false; // some session knows this load
@@ -68,7 +75,7 @@
     const oNew = new WebSocket(`${location.protocol === "https:" ? "wss" : "ws"}://${location.host}/socket`);
     oSocket = oNew;
     oNew.onopen = () => {
-      oNew.send(JSON.stringify(["hello", iInstance(), sessionStorage.getItem(sSession()) ?? "", sLoad, iGot, Number(bGreeted), Theme(), ...Locale()]));
+      oNew.send(JSON.stringify(["hello", iInstance(), sessionStorage.getItem(sSession()) ?? "", sLoad, iGot, Number(bGreeted), Number(bLeft), Theme(), ...Locale()]));
     };
     oNew.onmessage = ({ data }) => oNew === oSocket && Receive(data);
     oNew.onclose = () => {
@@ -250,6 +257,7 @@
       }));
       if (sFocus !== undefined) oBar.querySelector(`[data-key="${sFocus}"]`)?.focus();
     },
+    live: (iFrame) => SendText(`["live",${iFrame}]\n${aStates[iFrame].oAgent.Live()}`),
     failure: (sText) => Over(sText),
     box: (...aItems) => ShowBox(...aItems.slice(0, -1)),
     close: (iBox) => {

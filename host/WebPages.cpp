@@ -1,0 +1,58 @@
+#include "host/WebPages.h"
+
+#include "host/ProgramFiles.h"
+#include "zelwbr3/web/WebCommandlist.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace ZELWbr3::Host {
+
+WebPages::WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Database> oDatabase)
+    : m_oPlatform(oPlatform),
+      m_oDatabase(std::move(oDatabase)),
+      m_oBrowser(oPlatform),
+      m_oPages(m_oBrowser, m_oDatabase, std::make_shared<Web::WebCommandlist>(oPlatform)) {
+  m_oBrowser.HTMLPath(oPlatform.Files().Folder());
+  m_oBrowser.CHMPath(HelpFile());
+  std::vector<std::pair<std::string, std::string>> names;
+  for (const HostPages::Entry& oEntry : HostPages::All()) names.emplace_back(oEntry.Name, oEntry.Title);
+  oPlatform.Pages(names);
+  m_connections.push_back(m_oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
+    for (const HostPages::Entry& oEntry : HostPages::All()) {
+      if (!oPage->Name().starts_with(oEntry.Name)) continue;
+      m_oPlatform.ShowsPage(oEntry.Name, m_oDatabase->InstanceName() + " - " + oEntry.Title);
+    }
+  }));
+  m_connections.push_back(oPlatform.PageAsked.Connect([this](const std::string& sName) { Show(sName); }));
+  m_connections.push_back(m_oBrowser.Command.Connect([this](Long lCommand) {
+    m_oPlatform.MessageBox().Show("A program around this page would carry out its command " + std::to_string(lCommand) +
+                                      " now. A browser cannot.",
+                                  "zelweb", MessageBox::Buttons::OK, MessageBox::Icon::Exclamation);
+  }));
+}
+
+void WebPages::Run(const std::string& sPage) {
+  m_oPages.Show("Main");
+  if (sPage != "Main") m_oPages.Show(sPage);
+  for (;;) m_oPlatform.Run();
+}
+
+void WebPages::Show(const std::string& sName) {
+  try {
+    m_oPages.Show(sName);
+  } catch (const ClosingError&) {
+    throw;
+  } catch (const std::exception& oError) {
+    m_oPlatform.MessageBox().Show(oError.what(), "zelweb", MessageBox::Buttons::OK, MessageBox::Icon::Exclamation);
+  }
+}
+
+void RefuseChanges(const Recorded::Call& oCall) {
+  if (!oCall.Changes) return;
+  throw std::runtime_error(
+      "This server shows the instance only. Commands that change it need zelweb to be started with "
+      "--allow-commands.");
+}
+
+}  // namespace ZELWbr3::Host

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "host/HostPages.h"
+#include "zelwbr3/instances/recorded/objects/Call.h"
+#include "zelwbr3/shell/Browser.h"
+#include "zelwbr3/web/WebPlatform.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ZELWbr3::Host {
+
+/// What a session shows: a control with the pages of one instance, which the shell
+/// lists.
+class WebPages {
+ public:
+  WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Database> oDatabase);
+
+  /// Shows a page and handles what comes, until ClosingError ends it.
+  [[noreturn]] void Run(const std::string& sPage);
+
+ private:
+  void Show(const std::string& sName);
+
+  Web::WebPlatform& m_oPlatform;
+  std::shared_ptr<ZELLib3::Database> m_oDatabase;
+  Browser m_oBrowser;
+  HostPages m_oPages;
+  std::vector<Connection> m_connections;
+};
+
+/// The observer of an instance that must not be changed: throws, before it is.
+/// Nothing that a browser sends gets past it.
+void RefuseChanges(const Recorded::Call& oCall);
+
+}  // namespace ZELWbr3::Host
