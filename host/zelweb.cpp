@@ -181,9 +181,10 @@ int main(int argc, char** argv) {
   ReserveStandardStreams();
   Arguments oArguments;
   CLI::App oApp("Serves the pages of database instances to browsers.", "zelweb");
-  oApp.add_option("INSTANCE", oArguments.Instances,
-                  "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; one or more, the sample database by "
-                  "default");
+  oApp.add_option(
+      "INSTANCE", oArguments.Instances,
+      "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; one or more, the sample database by "
+      "default");
   oApp.add_option("--listen", oArguments.Listen, "ADDRESS:PORT to listen on (default: 127.0.0.1 and a free port)");
   oApp.add_option("--origin", oArguments.Origins,
                   "Address that browsers use, such as https://db.example.org; repeatable")
