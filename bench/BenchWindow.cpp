@@ -1,8 +1,10 @@
 #include "bench/BenchWindow.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include <webkit2/webkit2.h>
+#include <wx/timer.h>
 
 namespace ZELWbr3::Bench {
 
@@ -39,6 +41,19 @@ std::string BenchWindow::Script(int iFrame, const std::string& sScript) {
   WaitFor([&] { return bDone; });
   if (!oOutcome.Error.empty()) throw std::runtime_error(oOutcome.Error);
   return oOutcome.Result;
+}
+
+std::string BenchWindow::WaitForResult(int iFrame, const std::string& sScript) {
+  bool bNext = true;
+  wxTimer oNext;
+  oNext.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { bNext = true; });
+  oNext.Start(5);
+  std::string sResult;
+  WaitFor([&] {
+    if (std::exchange(bNext, false)) sResult = Script(iFrame, sScript);
+    return !sResult.empty();
+  });
+  return sResult;
 }
 
 void BenchWindow::LoadBare(int iFrame, const std::string& sURL) {

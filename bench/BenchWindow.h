@@ -27,6 +27,9 @@ class BenchWindow {
   /// Runs a script in the document of a frame and returns its result; throws
   /// std::runtime_error with the browser's message if it fails.
   std::string Script(int iFrame, const std::string& sScript);
+  /// Runs a script now and then until it has a result other than the empty text, and
+  /// returns that.
+  std::string WaitForResult(int iFrame, const std::string& sScript);
   /// Loads a URL in a frame's view without the control, and waits until it has
   /// loaded.
   void LoadBare(int iFrame, const std::string& sURL);

@@ -40,13 +40,14 @@ class MemoryParameters : public ZELLib3::Parameters {
 /// reader takes for each block.
 class MemoryView : public ZELLib3::SysInfo {
  public:
-  static constexpr int Rows = 100000;
   static constexpr int Columns = 6;
   /// Few enough rows to be filled in well within one frame of a screen.
   static constexpr int BlockSize = 5000;
 
   /// Milliseconds from reading each block until its last row was taken.
   std::vector<double> Fills;
+
+  explicit MemoryView(int iRows) : m_iRows(iRows) {}
 
   std::string Name() const override { return "ROWS"; }
   bool IsEmpty() const override { return false; }
@@ -62,7 +63,7 @@ class MemoryView : public ZELLib3::SysInfo {
   bool ReadMore() override {
     m_oRead = std::chrono::steady_clock::now();
     m_lRow = m_lRead;
-    m_lRead = std::min<int>(m_lRead + BlockSize, Rows);
+    m_lRead = std::min<Long>(m_lRead + BlockSize, m_iRows);
     return true;
   }
   bool NextRow() override {
@@ -78,9 +79,10 @@ class MemoryView : public ZELLib3::SysInfo {
     return "value " + std::to_string(100000 + m_lRow * Columns + lColumn);
   }
   bool EndOfBlock() const override { return m_lRow >= m_lRead; }
-  bool HasMore() const override { return m_lRead < Rows; }
+  bool HasMore() const override { return m_lRead < m_iRows; }
 
  private:
+  int m_iRows;
   Long m_lRow;
   Long m_lRead;
   std::chrono::steady_clock::time_point m_oRead;

@@ -4,6 +4,8 @@
 
 #include "bench/BenchWindow.h"
 #include "bench/Figures.h"
+#include "bench/Lists.h"
+#include "bench/Memory.h"
 #include "bench/MemoryDatabase.h"
 #include "bench/Rows.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
@@ -134,123 +136,6 @@ void MeasureRows(BenchWindow& oWindow, Figures& oFigures) {
   oFigures.Add("replica_bytes_per_row", (HeapBytes() - dBefore) / 100000, "bytes of C++ heap a row");
 }
 
-/// Fills a list with so many rows: numbers, and texts that are all different.
-constexpr const char* FillList = R"(((count) => {
-  const template = document.getElementById('rowTemplate');
-  for (let row = 0; row < count; row += 2048) {
-    const texts = [1000 + row * 7, Math.min(2048, count - row), ...Array(6).fill('value 100000')];
-    for (let i = row; i < Math.min(row + 2048, count); ++i) {
-      texts.push((i * 7919) % 1000003, ...[1, 2, 3, 4, 5].map((column) => 'value ' + ((i * 6 + column) * 31 % 6000011)));
-    }
-    const detail = texts.join('\x7f');
-    template.dispatchEvent(new CustomEvent('zelrows', { bubbles: true, cancelable: true, detail }));
-  }
-}))";
-
-/// Does something in a list and measures until its rows have changed and are
-/// painted; also the longest time that the page's own loop was held meanwhile.
-constexpr const char* Measured = R"(((act) => {
-  const root = document.documentElement;
-  root.removeAttribute('data-took');
-  const start = performance.now();
-  let last = start;
-  let held = 0;
-  let done = false;
-  const tick = () => {
-    held = Math.max(held, performance.now() - last);
-    last = performance.now();
-    if (!done) setTimeout(tick);
-  };
-  new MutationObserver((_, observer) => {
-    observer.disconnect();
-    requestAnimationFrame(() => setTimeout(() => {
-      done = true;
-      tick();
-      root.setAttribute('data-took', (performance.now() - start) + ' ' + held);
-    }));
-  }).observe(document.getElementById('tabRows').tBodies[0], { childList: true });
-  act();
-  tick();
-}))";
-
-struct Took {
-  double Time;
-  double Held;
-};
-
-Took Measure(BenchWindow& oWindow, const std::string& sAct) {
-  oWindow.Script(1, std::string(Measured) + "(() => {" + sAct + "})");
-  std::string sTook;
-  oWindow.WaitFor([&] {
-    sTook = oWindow.Script(1, "document.documentElement.getAttribute('data-took') ?? ''");
-    return !sTook.empty();
-  });
-  return {std::stod(sTook), std::stod(sTook.substr(sTook.find(' ')))};
-}
-
-void MeasureList(BenchWindow& oWindow, Figures& oFigures) {
-  Browser& oBrowser = oWindow.Control();
-  oBrowser.HTMLPath(ZELWBR3_SOURCE_DIR "/bench/pages");
-  const auto oList = std::make_shared<PageRows>("List");
-  oBrowser.Show(oList, 1);
-  double dHeld = 0;
-  const auto Act = [&](const std::string& sAct) {
-    const Took oTook = Measure(oWindow, sAct);
-    dHeld = std::max(dHeld, oTook.Held);
-    return oTook.Time;
-  };
-  const auto Filter = [&](const std::string& sText) {
-    return Act("const o = document.querySelector('.zelListFilter'); o.value = '" + sText +
-               "'; o.dispatchEvent(new Event('input'));");
-  };
-  const auto Sort = [&](int iColumn) {
-    return Act("document.querySelectorAll('.zelListSort')[" + std::to_string(iColumn) + "].click();");
-  };
-  const auto AddFigures = [&](const std::string& sRows, int iRuns) {
-    std::vector<double> filters;
-    std::vector<double> sorts;
-    for (int i = 0; i < iRuns; ++i) {
-      filters.push_back(Filter("value 10" + std::to_string(i) + "05"));
-      Filter("");
-      sorts.push_back(Sort(0));
-      Sort(0);
-      Sort(0);
-    }
-    oFigures.Add("filter_" + sRows + "_ms", Median(filters), "ms to filter a list, until painted");
-    oFigures.Add("sort_" + sRows + "_ms", Median(sorts), "ms to sort it by a column of numbers, until painted");
-  };
-
-  const auto texts = MakeTexts(100000);
-  std::vector<double> firsts;
-  for (int i = 0; i < 5; ++i) {
-    oList->Show();
-    oWindow.Script(1, std::string(Measured) + "(() => {})");
-    AddRows(*oList->Document(), texts);
-    oWindow.Real(1).Flush();
-    oWindow.WaitFor([&] { return oWindow.Real(1).Settled(); });
-    firsts.push_back(std::stod(oWindow.Script(1, "document.documentElement.getAttribute('data-took')")));
-  }
-  oFigures.Add("first_rows_ms", Median(firsts),
-               "ms until the first of 100,000 rows are painted, while all are written");
-
-  const auto Fill = [&](const char* sRows) {
-    oList->Show();
-    oWindow.Script(1, std::string(FillList) + "(" + sRows + ")");
-  };
-  Fill("1e5");
-  AddFigures("100k", 5);
-  Fill("1e6");
-  Measure(oWindow, "scrollTo(0, 1000);");
-  std::vector<double> jumps;
-  for (int i = 1; i <= 25; ++i) jumps.push_back(Act("scrollTo(0, " + std::to_string(i * 7919 % 26000 * 1000) + ");"));
-  oFigures.Add("jump_1m_ms", Median(jumps), "ms to jump anywhere in 1,000,000 rows, until painted");
-  std::ranges::sort(jumps);
-  oFigures.Add("jump_1m_p90_ms", jumps[22], "ms of the slowest tenth of that");
-  AddFigures("1m", 3);
-  oFigures.Add("sort_text_1m_ms", Sort(1), "ms to sort 1,000,000 rows by a column of texts, until painted");
-  oFigures.Add("page_held_ms", dHeld, "ms at most that the page's own loop was held by all that");
-}
-
 /// A script that builds rows like those of a tab of the parameters page.
 constexpr const char* BuildParameters = R"((() => {
   const count = 5000;
@@ -274,10 +159,10 @@ constexpr const char* BuildParameters = R"((() => {
 })())";
 
 /// A script that prepares the values of a view's rows.
-constexpr const char* KeepView = R"((() => {
+constexpr const char* KeepView = R"(((count) => {
   globalThis.view = [];
-  for (let i = 0; i < 100000; ++i) view.push([0, 1, 2, 3, 4, 5].map((column) => 'value ' + (100000 + i * 6 + column)));
-})())";
+  for (let i = 0; i < count; ++i) view.push([0, 1, 2, 3, 4, 5].map((column) => 'value ' + (100000 + i * 6 + column)));
+}))";
 
 /// A script that builds rows from them, below the headings made by the page.
 constexpr const char* BuildView = R"((() => {
@@ -355,37 +240,84 @@ class TimedLoop : public wxEventLoop {
   mutable double m_dLongest = 0;
 };
 
+/// Reads all rows of a view, as many as the page has.
+class ReadAll {
+ public:
+  explicit ReadAll(BenchWindow& oWindow) : m_oWindow(oWindow), m_oActivator(&m_oLoop) {}
+
+  /// Milliseconds until the page has confirmed the rows.
+  double Ours(int iRows) {
+    const auto oView = std::make_shared<MemoryView>(iRows);
+    Show(oView);
+    m_oLoop.Begin();
+    const double dTime = Milliseconds([&] {
+      constexpr int ReadAllCommand = 3;
+      m_oWindow.Control().PageSysInfo()->Command(ReadAllCommand);
+      Freezes.push_back(m_oLoop.Longest());
+      m_oWindow.Real(Frame).Flush();
+      m_oWindow.WaitFor([&] { return m_oWindow.Real(Frame).Settled(); });
+    });
+    Fills.push_back(Median(oView->Fills));
+    return dTime;
+  }
+
+  /// Milliseconds of a script in the page.
+  double Script(int iRows) {
+    Show(std::make_shared<MemoryView>(iRows));
+    m_oWindow.Script(Frame, std::string(KeepView) + "(" + std::to_string(iRows) + ")");
+    return Milliseconds([&] { m_oWindow.Script(Frame, BuildView); });
+  }
+
+  static constexpr int Frame = 2;
+  std::vector<double> Freezes;
+  std::vector<double> Fills;
+
+ private:
+  void Show(const std::shared_ptr<MemoryView>& oView) {
+    m_oWindow.Control().PageSysInfo()->Show(std::make_shared<MemoryDatabase>(), oView);
+  }
+
+  BenchWindow& m_oWindow;
+  TimedLoop m_oLoop;
+  wxEventLoopActivator m_oActivator;
+};
+
 void MeasureReadAll(BenchWindow& oWindow, Figures& oFigures) {
-  TimedLoop oLoop;
-  const wxEventLoopActivator oActivator(&oLoop);
-  Browser& oBrowser = oWindow.Control();
-  const auto oDatabase = std::make_shared<MemoryDatabase>();
-  constexpr int ReadAll = 3;
+  constexpr int Rows = 100'000;
+  ReadAll oReadAll(oWindow);
   std::vector<double> ours;
   std::vector<double> scripts;
-  std::vector<double> freezes;
-  std::vector<double> fills;
   for (int i = 0; i < 5; ++i) {
-    const auto oPage = oBrowser.PageSysInfo();
-    oPage->Show(oDatabase, std::make_shared<MemoryView>());
-    oWindow.Script(2, KeepView);
-    scripts.push_back(Milliseconds([&] { oWindow.Script(2, BuildView); }));
-    const auto oView = std::make_shared<MemoryView>();
-    oPage->Show(oDatabase, oView);
-    oLoop.Begin();
-    ours.push_back(Milliseconds([&] {
-      oPage->Command(ReadAll);
-      freezes.push_back(oLoop.Longest());
-      oWindow.Real(2).Flush();
-      oWindow.WaitFor([&] { return oWindow.Real(2).Settled(); });
-    }));
-    fills.push_back(Median(oView->Fills));
+    scripts.push_back(oReadAll.Script(Rows));
+    ours.push_back(oReadAll.Ours(Rows));
   }
   oFigures.Add("readall_100k_ms", Median(ours), "ms to read all of 100,000 rows into a view, until confirmed");
   oFigures.Add("readall_100k_ratio", Median(ours) / Median(scripts), "of that and script in the page");
-  oFigures.Add("longest_freeze_ms", Median(freezes), "ms at most between two turns of the message loop while it reads");
-  oFigures.Add("block_fill_ms", Median(fills), "ms to fill in one block of 5,000 rows");
-  oFigures.Add("longest_freeze_ratio", Median(freezes) / Median(fills), "of that and the median of one block's fill");
+  const double dFreeze = Median(oReadAll.Freezes);
+  const double dFill = Median(oReadAll.Fills);
+  oFigures.Add("longest_freeze_ms", dFreeze, "ms at most between two turns of the message loop while it reads");
+  oFigures.Add("block_fill_ms", dFill, "ms to fill in one block of 5,000 rows");
+  oFigures.Add("longest_freeze_ratio", dFreeze / dFill, "of that and the median of one block's fill");
+}
+
+/// A million rows, in a window of their own: the memory, and whether a row takes longer the more there are.
+void MeasureMillion(Figures& oFigures) {
+  constexpr int Rows = 1'000'000;
+  BenchWindow oWindow;
+  oWindow.Control().HTMLPath(ZELWBR3_SOURCE_DIR "/html");
+  ReadAll oReadAll(oWindow);
+  std::vector<double> ours = {oReadAll.Ours(Rows)};
+  oWindow.WaitUntilPainted(ReadAll::Frame);
+  oFigures.Add("rss_1m_mb", MegabytesUsed(), "MB of the program and the browser with 1,000,000 rows read");
+  const std::string sHeading = "document.querySelector('.zelListSort').click();";
+  UntilRowsPainted(oWindow, ReadAll::Frame, "tabSysInfo", sHeading + sHeading);
+  oFigures.Add("rss_1m_sorted_mb", MegabytesUsed(), "MB of the two when they are sorted by a column of texts");
+  std::vector<double> few;
+  for (int i = 0; i < 3; ++i) few.push_back(oReadAll.Ours(Rows / 10));
+  for (int i = 0; i < 2; ++i) ours.push_back(oReadAll.Ours(Rows));
+  oFigures.Add("readall_1m_ms", Median(ours), "ms to read all of 1,000,000 rows into a view, until confirmed");
+  oFigures.Add("readall_growth", Median(ours) / (10 * Median(few)), "our time a row at 1,000,000 rows / at 100,000");
+  oFigures.Add("readall_1m_ratio", Median(ours) / oReadAll.Script(Rows), "of that and script in the page");
 }
 
 class BenchApp : public wxApp {
@@ -403,10 +335,11 @@ class BenchApp : public wxApp {
     const wxEventLoopActivator oActivator(&oLoop);
     try {
       Figures oFigures;
+      MeasureMillion(oFigures);
       BenchWindow oWindow;
       MeasureShow(oWindow, oFigures);
       MeasureRows(oWindow, oFigures);
-      MeasureList(oWindow, oFigures);
+      MeasureLists(oWindow, oFigures);
       MeasureParameters(oWindow, oFigures);
       MeasureReadAll(oWindow, oFigures);
       if (!JSONFile.empty()) oFigures.AddTo(JSONFile);

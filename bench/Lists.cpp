@@ -1,0 +1,180 @@
+#include "bench/Lists.h"
+
+#include "bench/BenchWindow.h"
+#include "bench/Figures.h"
+#include "bench/Rows.h"
+
+#include <algorithm>
+
+namespace ZELWbr3::Bench {
+namespace {
+
+/// Fills a list with so many rows: numbers, and texts that are all different.
+constexpr const char* FillList = R"(((count) => {
+  const template = document.getElementById('rowTemplate');
+  for (let row = 0; row < count; row += 2048) {
+    const texts = [1000 + row * 7, Math.min(2048, count - row), ...Array(6).fill('value 100000')];
+    for (let i = row; i < Math.min(row + 2048, count); ++i) {
+      texts.push((i * 7919) % 1000003, ...[1, 2, 3, 4, 5].map((column) => 'value ' + ((i * 6 + column) * 31 % 6000011)));
+    }
+    const detail = texts.join('\x7f');
+    template.dispatchEvent(new CustomEvent('zelrows', { bubbles: true, cancelable: true, detail }));
+  }
+}))";
+
+/// Does something in a list and measures until its rows have changed and are
+/// painted; also the longest time that the page's own loop was held meanwhile.
+constexpr const char* Measured = R"(((table, act) => {
+  const root = document.documentElement;
+  root.removeAttribute('data-took');
+  const start = performance.now();
+  let last = start;
+  let held = 0;
+  let done = false;
+  const tick = () => {
+    held = Math.max(held, performance.now() - last);
+    last = performance.now();
+    if (!done) setTimeout(tick);
+  };
+  new MutationObserver((_, observer) => {
+    observer.disconnect();
+    requestAnimationFrame(() => setTimeout(() => {
+      done = true;
+      tick();
+      root.setAttribute('data-took', (performance.now() - start) + ' ' + held);
+    }));
+  }).observe(document.getElementById(table).tBodies[0], { childList: true });
+  act();
+  tick();
+}))";
+
+/// Turns a wheel 60 times, once a frame, and keeps the median of the frames' times.
+constexpr const char* TurnWheel = R"((() => {
+  const root = document.documentElement;
+  root.removeAttribute('data-took');
+  const frames = [];
+  let last = 0;
+  const turn = (now) => {
+    if (last > 0) frames.push(performance.now() - last);
+    last = performance.now();
+    if (frames.length === 60) return root.setAttribute('data-took', frames.sort((a, b) => a - b)[30]);
+    scrollBy(0, 120);
+    requestAnimationFrame(turn);
+  };
+  requestAnimationFrame(turn);
+})())";
+
+std::string WaitUntilTook(BenchWindow& oWindow, int iFrame) {
+  return oWindow.WaitForResult(iFrame, "document.documentElement.getAttribute('data-took') ?? ''");
+}
+
+std::string Measuring(const std::string& sTable, const std::string& sScript) {
+  return std::string(Measured) + "('" + sTable + "', () => {" + sScript + "})";
+}
+
+void AddAndConfirm(BenchWindow& oWindow, PageRows& oPage, const std::vector<std::string>& texts) {
+  AddRows(*oPage.Document(), texts);
+  oWindow.Real(1).Flush();
+  oWindow.WaitFor([&] { return oWindow.Real(1).Settled(); });
+}
+
+double WheelFrame(BenchWindow& oWindow) {
+  oWindow.Script(1, "scrollTo(0, 3000)");
+  oWindow.WaitUntilPainted(1);
+  oWindow.Script(1, TurnWheel);
+  return std::stod(WaitUntilTook(oWindow, 1));
+}
+
+/// How soon rows are seen and how they scroll, with 5,000 elements beside it.
+void MeasureFirstRows(BenchWindow& oWindow, PageRows& oList, Figures& oFigures) {
+  const auto oReal = std::make_shared<PageRows>("Elements");
+  oWindow.Control().Show(oReal, 1);
+  const auto texts = MakeTexts(100000);
+  const auto fewTexts = MakeTexts(5000);
+  std::vector<double> firsts;
+  std::vector<double> reals;
+  std::vector<double> frames;
+  std::vector<double> realFrames;
+  for (int i = 0; i < 3; ++i) {
+    oReal->Show();
+    reals.push_back(Milliseconds([&] {
+      AddAndConfirm(oWindow, *oReal, fewTexts);
+      oWindow.WaitUntilPainted(1);
+    }));
+    realFrames.push_back(WheelFrame(oWindow));
+    oList.Show();
+    oWindow.Script(1, Measuring("tabRows", ""));
+    AddAndConfirm(oWindow, oList, texts);
+    firsts.push_back(std::stod(WaitUntilTook(oWindow, 1)));
+    frames.push_back(WheelFrame(oWindow));
+  }
+  oFigures.Add("first_rows_ms", Median(firsts),
+               "ms until the first of 100,000 rows are painted, while all are written");
+  oFigures.Add("first_rows_ratio", Median(firsts) / Median(reals), "of that and 5,000 rows that are all elements");
+  oFigures.Add("wheel_frame_ms", Median(frames), "ms a frame while the list is scrolled");
+  oFigures.Add("wheel_frame_ratio", Median(frames) / Median(realFrames),
+               "of that and 5,000 rows that are all elements");
+}
+
+}  // namespace
+
+Took UntilRowsPainted(BenchWindow& oWindow, int iFrame, const std::string& sTable, const std::string& sScript) {
+  oWindow.Script(iFrame, Measuring(sTable, sScript));
+  const std::string sTook = WaitUntilTook(oWindow, iFrame);
+  return {std::stod(sTook), std::stod(sTook.substr(sTook.find(' ')))};
+}
+
+void MeasureLists(BenchWindow& oWindow, Figures& oFigures) {
+  Browser& oBrowser = oWindow.Control();
+  oBrowser.HTMLPath(ZELWBR3_SOURCE_DIR "/bench/pages");
+  const auto oList = std::make_shared<PageRows>("List");
+  oBrowser.Show(oList, 1);
+  MeasureFirstRows(oWindow, *oList, oFigures);
+
+  double dHeld = 0;
+  const auto Act = [&](const std::string& sScript) {
+    const Took oTook = UntilRowsPainted(oWindow, 1, "tabRows", sScript);
+    dHeld = std::max(dHeld, oTook.Held);
+    return oTook.Time;
+  };
+  const auto Filter = [&](const std::string& sText) {
+    return Act("const o = document.querySelector('.zelListFilter'); o.value = '" + sText +
+               "'; o.dispatchEvent(new Event('input'));");
+  };
+  const auto Sort = [&](int iColumn) {
+    return Act("document.querySelectorAll('.zelListSort')[" + std::to_string(iColumn) + "].click();");
+  };
+  const auto AddFigures = [&](const std::string& sRows, int iRuns) {
+    std::vector<double> filters;
+    std::vector<double> sorts;
+    for (int i = 0; i < iRuns; ++i) {
+      filters.push_back(Filter("value 10" + std::to_string(i) + "05"));
+      Filter("");
+      sorts.push_back(Sort(0));
+      Sort(0);
+      Sort(0);
+    }
+    oFigures.Add("filter_" + sRows + "_ms", Median(filters), "ms to filter a list, until painted");
+    oFigures.Add("sort_" + sRows + "_ms", Median(sorts), "ms to sort it by a column of numbers, until painted");
+  };
+  const auto Fill = [&](const char* sRows) {
+    oList->Show();
+    oWindow.Script(1, std::string(FillList) + "(" + sRows + ")");
+  };
+  Fill("1e5");
+  AddFigures("100k", 5);
+  Fill("1e6");
+  UntilRowsPainted(oWindow, 1, "tabRows", "scrollTo(0, 1000);");
+  std::vector<double> jumps;
+  for (int i = 1; i <= 25; ++i) jumps.push_back(Act("scrollTo(0, " + std::to_string(i * 7919 % 26000 * 1000) + ");"));
+  oFigures.Add("jump_1m_ms", Median(jumps), "ms to jump anywhere in 1,000,000 rows, until painted");
+  std::ranges::sort(jumps);
+  oFigures.Add("jump_1m_p90_ms", jumps[22], "ms of the slowest tenth of that");
+  AddFigures("1m", 3);
+  std::vector<double> sorts;
+  for (int iColumn = 1; iColumn <= 3; ++iColumn) sorts.push_back(Sort(iColumn));
+  oFigures.Add("sort_text_1m_ms", Median(sorts), "ms to sort 1,000,000 rows by a column of texts, until painted");
+  oFigures.Add("page_held_ms", dHeld, "ms at most that the page's own loop was held by all that");
+}
+
+}  // namespace ZELWbr3::Bench
