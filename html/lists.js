@@ -695,6 +695,9 @@
     Of(iPlace) {
       return this.dKnown[iPlace] || this.dRow;
     }
+    Sum(iPlaces) {
+      return iPlaces.reduce((d, iPlace) => d + this.Of(iPlace), 0);
+    }
     /** Returns what the height differs by from the one before. */
     Set(iPlace, dHeight) {
       const dMore = dHeight - this.Of(iPlace);
@@ -743,8 +746,15 @@
   const RowsWhole = 200;
   /** The most rows that are printed. */
   const RowsPrinted = 5000;
-  /** Pixels; a page of the browser ends at 2 to the power of 25. */
-  const HighestList = 30e6;
+  /**
+   * Pixels. The browser knows places with 24 bits, so rows some million pixels down are
+   * not evenly spaced any more. A list that is higher is pressed together, but for so
+   * much at its beginning and its end.
+   */
+  const HighestList = 4e6;
+  const HighestEnd = 2e5;
+  /** Milliseconds after the last step of the wheel. */
+  const RestOfWheel = 300;
 
   const IsGap = (oElement) => oElement?.className === "zelListGap";
 
@@ -796,6 +806,13 @@
     iTo = 0;
     bChanged = true;
     bPrinting = false;
+    /** The height of all rows, and their height on the page. */
+    dAll = 0;
+    dShown = 0;
+    /** How far down the list was when it was drawn last, and how much further than the rows made are. */
+    dSeen = -Infinity;
+    dOffset = 0;
+    iSettleTimer = 0;
     oGaps = [];
     oFree = [];
     oPlain = null;
@@ -831,6 +848,7 @@
     }
 
     End() {
+      clearTimeout(this.iSettleTimer);
       this.oEnd.abort();
       this.oResizeObserver.disconnect();
       this.oObserver.disconnect();
@@ -865,8 +883,7 @@
 
     Arrange(oOrder) {
       this.oOrder = oOrder;
-      this.oHeights.Forget();
-      this.Changed();
+      this.Resized();
     }
 
     /** Shows other rows in place of these; what the user looks at stays where it is. */
@@ -934,6 +951,7 @@
     }
     Resized() {
       this.oHeights.Forget();
+      this.dSeen = -Infinity;
       this.Changed();
     }
     Changed() {
@@ -972,21 +990,25 @@
         dSeen = Math.max(0, -this.oRuler.getBoundingClientRect().bottom);
         if (this.bOneLine) this.MeasureLine();
       }
-      const dAll = this.oHeights.Above(iCount);
-      this.dShown = Math.min(dAll, HighestList);
-      /** Pixels of the list to a pixel of the page. */
-      this.dRatio = dAll > this.dShown ? (dAll - dPage) / (this.dShown - dPage) : 1;
-      const dAt = Math.min(dSeen * this.dRatio, Math.max(dAll - dPage, 0));
+      this.MeasureAll();
+      const dMost = Math.max(this.dAll - dPage, 0);
+      // Small steps are the same in a list that is pressed together.
+      const bStep = Math.abs(dSeen - this.dSeen) < 2 * dPage && dSeen > 0 && dSeen - this.dOffset >= 0 && dSeen - this.dOffset < dMost;
+      const dOffset = bStep && this.dAll > this.dShown ? this.dOffset : dSeen - this.OnList(dSeen);
+      if (Math.abs(dOffset - this.dOffset) > 0.5) this.bChanged = true;
+      this.dOffset = this.bPrinting ? 0 : dOffset;
+      this.dSeen = dSeen;
+      const dAt = Math.min(dSeen - dOffset, dMost);
+      this.SettleSoon();
       const At = (dHeight) => this.oHeights.At(dHeight, iCount);
       const bEnough =
         (this.iFrom === 0 || At(dAt - dPage / 2) >= this.iFrom) && (this.iTo === iCount || At(dAt + 1.5 * dPage) < this.iTo);
-      if (!this.bChanged && this.dRatio === 1 && (bEnough || this.bWhole)) return;
+      if (!this.bChanged && (bEnough || this.bWhole)) return;
       this.bChanged = false;
 
       if (this.bPrinting) [this.iFrom, this.iTo] = [0, Math.min(iCount, RowsPrinted)];
       else if (this.bWhole) [this.iFrom, this.iTo] = [0, iCount];
       else [this.iFrom, this.iTo] = [At(dAt - dPage), Math.min(At(dAt + 2 * dPage) + 1, iCount)];
-      this.dOffset = this.dRatio === 1 ? 0 : dSeen - dAt;
       this.Place();
       if (!this.bWhole) this.MeasureRows(At(dAt));
       this.Describe();
@@ -1025,11 +1047,44 @@
       return oNodes.map((oNode) => this.RowWith(oNode)).filter((iRow) => iRow !== undefined);
     }
 
+    MeasureAll() {
+      this.dAll = this.oHeights.Above(this.iCount);
+      this.dShown = Math.min(this.dAll, HighestList);
+    }
+
+    /** How far down in the list something on the page is. */
+    OnList(dOnPage) {
+      const dMore = this.dAll - this.dShown;
+      const dPressed = Math.min(Math.max((dOnPage - HighestEnd) / (HighestList - 2 * HighestEnd), 0), 1);
+      return dOnPage + dMore * dPressed;
+    }
+
+    /** Where on the page something in the list is. */
+    OnPage(dOnList) {
+      const dMore = this.dAll - this.dShown;
+      const dPressed = Math.min(Math.max((dOnList - HighestEnd) / (HighestList - 2 * HighestEnd + dMore), 0), 1);
+      return dOnList - dMore * dPressed;
+    }
+
+    /** When the wheel rests, the rows on the screen are put where they belong, without moving on the screen. */
+    SettleSoon() {
+      clearTimeout(this.iSettleTimer);
+      // The page is scrolled by whole pixels.
+      const dOff = Math.round(this.OnPage(this.dSeen - this.dOffset) - this.dSeen);
+      if (this.bWhole || this.bPrinting || dOff === 0) return;
+      this.iSettleTimer = setTimeout(() => {
+        this.dOffset += dOff;
+        this.dSeen += dOff;
+        this.Place();
+        this.oObserver.takeRecords();
+        scrollBy(0, dOff);
+      }, RestOfWheel);
+    }
+
     /** Where a place is, in pixels below the start. */
     OffsetOf(iPlace) {
       const dAbove = this.oHeights.Above(iPlace);
-      const bNear = iPlace >= this.iFrom && iPlace <= this.iTo;
-      return this.dRatio === 1 ? dAbove : Math.max(bNear ? dAbove + this.dOffset : dAbove / this.dRatio, 0);
+      return iPlace >= this.iFrom && iPlace <= this.iTo ? Math.max(dAbove + this.dOffset, 0) : this.OnPage(dAbove);
     }
 
     /** Puts the rows from iFrom to iTo and the pinned ones into the body, with gaps for all others. */
@@ -1055,8 +1110,13 @@
         this.oSpans.push([oGap, iNext, iPlace]);
         dEnd = dOffset;
       };
-      for (const iPlace of [...oPlaces.keys()].sort((i, iOther) => i - iOther)) {
-        AddGap(iPlace, this.OffsetOf(iPlace));
+      const iPlaces = [...oPlaces.keys()].sort((i, iOther) => i - iOther);
+      // Pinned rows above the others leave them where they are.
+      let dBefore = this.oHeights.Sum(iPlaces.filter((iPlace) => iPlace < this.iFrom));
+      for (const iPlace of iPlaces) {
+        const dMost = this.OffsetOf(this.iFrom) - dBefore;
+        AddGap(iPlace, iPlace < this.iFrom ? Math.min(this.OffsetOf(iPlace), dMost) : this.OffsetOf(iPlace));
+        if (iPlace < this.iFrom) dBefore -= this.oHeights.Of(iPlace);
         this.oSpans.push([this.MadeRow(oPlaces.get(iPlace), iPlace), iPlace, iPlace + 1]);
         dEnd += this.oHeights.Of(iPlace);
         iNext = iPlace + 1;
@@ -1174,7 +1234,7 @@
         if (iPlace < iFirst) dAbove += dMore;
       }
       if (!bAny) return;
-      this.dShown = Math.min(this.oHeights.Above(this.iCount), HighestList);
+      this.MeasureAll();
       this.Place();
       if (Math.abs(dAbove) >= 1) scrollBy(0, dAbove);
     }
@@ -1185,7 +1245,7 @@
     GoTo(iPlace) {
       if (!this.bWhole) {
         const dStart = this.oStart.getBoundingClientRect().bottom;
-        const dTop = dStart + this.oHeights.Above(iPlace) / this.dRatio;
+        const dTop = dStart + this.OffsetOf(iPlace);
         const { dFirst, dLast } = this.Visible;
         const dHeight = this.oHeights.Of(iPlace);
         if (dTop < dFirst) scrollBy(0, dTop - dFirst);

@@ -13,12 +13,13 @@ const AsObject = (row) => Object.fromEntries([["id", row], ...Cells(row).map((ce
 const ColumnNames = Array.from({ length: Columns }, (_, column) => `c${column}`);
 const Numbers = (count) => Array.from({ length: count }, (_, row) => row);
 
-/** Milliseconds until a text is painted. */
+/** Milliseconds until a text is painted, or until that for which the act has a condition. */
 const UntilPainted = async (text, act) => {
   const start = performance.now();
-  act();
+  const result = act();
+  const IsDone = typeof result === "function" ? result : () => document.body.textContent.includes(text);
   do await new Promise(requestAnimationFrame);
-  while (!document.body.textContent.includes(text));
+  while (!IsDone());
   await new Promise((done) => setTimeout(done));
   return performance.now() - start;
 };
