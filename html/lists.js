@@ -225,6 +225,9 @@
     sCharacters = [""];
     /** A number begins with this byte and the number of its digits. A digit is its value and 1. */
     iNumber = 0;
+    /** By character: the letter that one with an accent is equal to. */
+    iPlain = new Uint8Array(0x180);
+    bSharpS = Texts.compare("\u00df", "ss") === 0;
     /** By two characters: they may be a letter of its own, such as "ch". */
     iPairs = new Uint8Array(128 * 128);
 
@@ -243,6 +246,11 @@
         iByte += Alphabet.iDigits;
       }
       this.FindPairs(sAll.filter((s) => /[a-z']/i.test(s)));
+      for (let iCode = 0xc0; iCode < this.iPlain.length; ++iCode) {
+        const sPlain = String.fromCharCode(iCode).normalize("NFD").slice(0, 1);
+        const bSame = sPlain < "\x7f" && Texts.compare(String.fromCharCode(iCode), sPlain) === 0;
+        if (bSame) this.iPlain[iCode] = sPlain.charCodeAt(0);
+      }
     }
 
     /** Finds what is compared otherwise as soon as something invisible keeps it apart. */
@@ -271,7 +279,8 @@
     Write(sText, oBytes, iTo) {
       let iBefore = 0;
       for (let i = 0; i < sText.length; ) {
-        const iCode = sText.charCodeAt(i);
+        let iCode = sText.charCodeAt(i);
+        if (iCode > 127) iCode = iCode < this.iPlain.length ? this.iPlain[iCode] : 0;
         if (iCode >= 48 && iCode <= 57) {
           let iEnd = i + 1;
           while (iEnd < sText.length && sText.charCodeAt(iEnd) >= 48 && sText.charCodeAt(iEnd) <= 57) ++iEnd;
@@ -282,7 +291,7 @@
           iBefore = 0;
           continue;
         }
-        if (iCode > 127 || this.iBytes[iCode] === 0 || this.iPairs[iBefore * 128 + iCode] === 1) return -1;
+        if (this.iBytes[iCode] === 0 || this.iPairs[iBefore * 128 + iCode] === 1) return -1;
         oBytes[iTo++] = this.iBytes[iCode];
         iBefore = iCode;
         ++i;
@@ -336,7 +345,8 @@
           this.iEnd = 0;
         }
         const iStart = this.iEnd;
-        const iEnd = this.oAlphabet.Write(sText, this.oChunks.at(-1), iStart);
+        const sWritten = this.oAlphabet.bSharpS ? sText.replaceAll("\u00df", "ss") : sText;
+        const iEnd = this.oAlphabet.Write(sWritten, this.oChunks.at(-1), iStart);
         if (iEnd >= 0) {
           this.iEnd = iEnd;
           return (this.oChunks.length - 1) * TextColumn.iChunk + iStart;
@@ -424,10 +434,12 @@
       for (let i = 0, iOther = 0; i < iCount; ++i) {
         const sText = this.sOthers[oSorted.oItems[i]];
         if (i > 0 && Texts.compare(this.sOthers[oSorted.oItems[i - 1]], sText) !== 0) iOther = i;
-        for (let iHigh = oFirsts.length; iLow < iHigh; ) {
-          const iMiddle = (iLow + iHigh) >> 1;
-          if (Texts.compare(this.Text(oFirsts[iMiddle]), sText) < 0) iLow = iMiddle + 1;
-          else iHigh = iMiddle;
+        const IsBelow = (iFirst) => iFirst < oFirsts.length && Texts.compare(this.Text(oFirsts[iFirst]), sText) < 0;
+        let iStep = 1;
+        for (; IsBelow(iLow + iStep - 1); iStep *= 2) iLow += iStep;
+        for (; iStep > 1; ) {
+          iStep /= 2;
+          if (IsBelow(iLow + iStep - 1)) iLow += iStep;
         }
         const bEqual = iLow < oFirsts.length && Texts.compare(this.Text(oFirsts[iLow]), sText) === 0;
         dOthers[oSorted.oItems[i]] = 2 * iLow + (bEqual ? 1 : iOther / iCount);
