@@ -550,16 +550,17 @@
   const KeepsEscape = (o) => o instanceof HTMLInputElement && o.type === "search" && o.value !== "";
   const KeepsEnter = (o) => o instanceof HTMLButtonElement && o[NumberKey] === undefined;
 
+  /** Where the program asks nothing when a key goes down, it is told beforehand. */
+  const TellKeys = (oTarget) => {
+    const bEscape = KeepsEscape(oTarget);
+    const bEnter = KeepsEnter(oTarget);
+    const sKeys = `${Number(bEscape)} ${Number(bEnter)}`;
+    if (Keys !== undefined || sKeys === sTaken) return;
+    sTaken = sKeys;
+    Post("keys", iSerial, Number(bEscape), Number(bEnter));
+  };
+
   if (Keys === undefined) {
-    // The program asks nothing when a key goes down, so it is told beforehand.
-    const TellKeys = (oTarget) => {
-      const bEscape = KeepsEscape(oTarget);
-      const bEnter = KeepsEnter(oTarget);
-      const sKeys = `${Number(bEscape)} ${Number(bEnter)}`;
-      if (sKeys === sTaken) return;
-      sTaken = sKeys;
-      Post("keys", iSerial, Number(bEscape), Number(bEnter));
-    };
     for (const sEvent of ["focusin", "input"]) {
       window.addEventListener(sEvent, (oEvent) => TellKeys(oEvent.target), true);
     }
