@@ -1,7 +1,6 @@
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 
 #include "zelwbr3/desktop/DesktopPlatform.h"
-#include "zelwbr3/desktop/Script.h"
 #include "zelwbr3/dom/Document.h"
 #include "zelwbr3/remote/AgentSource.h"
 #include "zelwbr3/remote/FileURL.h"
@@ -156,8 +155,9 @@ void DesktopWebBrowser::Message(std::string_view sMessage) {
 }
 
 void DesktopWebBrowser::SendBatch(std::uint32_t iSerial, std::uint32_t iBatch, const std::string& sList) {
+  // The list is JSON, which is part of the script's language.
   const std::string sScript =
-      "zelwbr3.Apply(" + std::to_string(iSerial) + "," + std::to_string(iBatch) + "," + ScriptText(sList) + ")";
+      "zelwbr3.Apply(" + std::to_string(iSerial) + "," + std::to_string(iBatch) + "," + sList + ")";
   // The completion is the acknowledgement: it comes in the order of the
   // batches, also when the script failed or its process died, so the flow
   // cannot come to a halt.

@@ -489,14 +489,14 @@
     },
 
     /**
-     * Carries out one batch and answers what went wrong, "" for nothing. A
-     * change that fails does not prevent those after it.
+     * Carries out one batch, a list or its text, and answers what went wrong, ""
+     * for nothing. A change that fails does not prevent those after it.
      */
-    Apply(iFor, iBatch, sList) {
+    Apply(iFor, iBatch, batch) {
       if (iFor !== iSerial) return "";  // meant for the document before this one
       let sError = iBatch === iLastBatch + 1 ? "" : `batch ${iBatch} follows batch ${iLastBatch}`;
       iLastBatch = iBatch;
-      const oList = JSON.parse(sList);
+      const oList = typeof batch === "string" ? JSON.parse(batch) : batch;
       for (let i = 0; i < oList.length; ) {
         const [iCount, Make] = oChanges[oList[i]];
         try {
