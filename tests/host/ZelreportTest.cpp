@@ -3,12 +3,14 @@
 #include "tests/host/Run.h"
 #include "tests/support/Accepted.h"
 #include "tests/support/TempFolder.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/headless/HTMLParser.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <fstream>
 #include <regex>
 #include <sstream>
 
@@ -233,6 +235,45 @@ TEST_F(ZelreportTest, WritesATableAsCSV) {
   EXPECT_TRUE(oEnded.Out.starts_with(",Parameter,Value,Description\r\n")) << oEnded.Out;
   EXPECT_TRUE(oEnded.Out.ends_with("\r\n"));
   ExpectComplaint({Recording("demo"), "--csv", "nothing"}, "nothing");
+}
+
+// Rows of a list are kept as texts with a separator between them, unless a text has it.
+TEST_F(ZelreportTest, WritesRowsOfAnyTexts) {
+  using namespace std::string_literals;
+  const std::vector<std::string> hostile = {"sepa\x7frator", "</td>&<b>\"'\n,", "\xD7\xA9\xE2\x80\xAE nul\0"s,
+                                            std::string(1'000'000, 'M')};
+  std::vector<std::vector<std::string>> rows(300, {"1", "USER", "10.0.0.1", "x"});
+  rows[1] = hostile;
+  rows[250] = {hostile[1], hostile[2], hostile[3], ""};
+  std::ifstream oDemo(ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json");
+  auto oRecording = nlohmann::json::parse(oDemo);
+  oRecording["Database"]["SysInfos"][0]["Rows"] = rows;
+  oRecording["Database"]["SysInfos"][0]["BlockSize"] = rows.size();
+  const std::string sInstance = "recorded:" + Folder.Write("rows.json", oRecording.dump());
+  const Lines toView = {sInstance, "--page", "SysInfos", "--do", "click ITEM1"};
+
+  std::string sHTML = RunZelreport(toView).Out;
+  // The parser that reads it here takes this character, unlike a browser, for none.
+  const auto iSeparator = sHTML.find(hostile[0]);
+  ASSERT_NE(iSeparator, std::string::npos);
+  sHTML.replace(iSeparator, hostile[0].size(), "separated");
+  const auto oPage = Headless::ParseHTML(sHTML);
+  Element* oRow = oPage->all().item("tabSysInfo")->tBodies(0)->rows(1);
+  Lines toCSV = toView;
+  toCSV.insert(toCSV.end(), {"--csv", "tabSysInfo"});
+  std::string sCSV = "ID,USER,ADDRESS,APPLICATION\r\n";
+  for (auto& row : rows) {
+    oRow = oRow->nextElementSibling();
+    ASSERT_NE(oRow, nullptr);
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      row[i] = row[i].empty() ? " " : Text::Clean(row[i]);
+      ASSERT_EQ(oRow->cells(i)->innerText(), row[i] == hostile[0] ? "separated" : row[i]);
+      sCSV += (i == 0 ? "" : ",") + Text::CSVField(Text::Trim(row[i]));
+    }
+    sCSV += "\r\n";
+  }
+  EXPECT_EQ(oRow->nextElementSibling(), nullptr);
+  EXPECT_EQ(RunZelreport(toCSV).Out, sCSV);
 }
 
 }  // namespace ZELWbr3

@@ -1,6 +1,7 @@
 // Reading all rows of a view, and what happens to it while it goes on.
 
 #include "tests/support/Shown.h"
+#include "zelwbr3/dom/Style.h"
 #include "zelwbr3/pages/config/PageParameter.h"
 #include "zelwbr3/pages/main/PageMain.h"
 #include "zelwbr3/pages/monitor/PageSysInfo.h"
@@ -69,6 +70,7 @@ class ReadAll : public testing::Test, public Shown {
     };
   }
   std::string Footer() { return Text("txtFormFooter"); }
+  std::string Stop() { return At("btnStop").style().display() == "none" ? "" : "Stop "; }
   std::string ReadMore() {
     return At("btnReadMore").className() + (At("btnReadMore").hasAttribute("disabled") ? "!" : "");
   }
@@ -81,14 +83,14 @@ class ReadAll : public testing::Test, public Shown {
 TEST_F(ReadAll, ShowsHowFarItIsAndNothingReEntersIt) {
   std::string sSeen;
   AtRow(5, [&] {
-    sSeen = Footer() + " " + ReadMore() + " " + Items();
+    sSeen = Footer() + " " + ReadMore() + " " + Stop() + Items();
     Browser->PageSysInfo()->Command(3);
     Browser->PageSysInfo()->Command(2);
     Platform.FrontFrame().Click("btnReadAll");
     Commandlist->ClickItem(1);
   });
   Click("btnReadAll");
-  EXPECT_EQ(sSeen, "5 rows, reading zelBtnEmphDsbl! &Close &Stop");
+  EXPECT_EQ(sSeen, "5 rows, reading zelBtnEmphDsbl! Stop &Close &Stop");
   // The item closed the page, which ended the reading.
   EXPECT_EQ(View->Delivered, 5);
   EXPECT_EQ(Lines(), "begin\npage Main\ncomplete\n");
@@ -105,11 +107,13 @@ TEST_F(ReadAll, EscapeAndStopEndItAndStayOnThePage) {
     EXPECT_EQ(Lines(), "begin\ncomplete\n");
   }
   EXPECT_EQ(View->Paused, 2) << "the instance is told each time";
-  AtRow(5, [&] { Commandlist->ClickItem(5); });
-  View->Open();
-  Item(3);
-  EXPECT_EQ(Footer() + " " + Items(), "Rows: 5 &Close Read &More Read &All");
-  EXPECT_EQ(Lines(), "begin\ncomplete\n");
+  for (const bool bButton : {true, false}) {
+    AtRow(5, [&] { bButton ? Platform.FrontFrame().Click("btnStop") : Commandlist->ClickItem(5); });
+    View->Open();
+    Item(3);
+    EXPECT_EQ(Footer() + " " + Stop() + Items(), "Rows: 5 &Close Read &More Read &All");
+    EXPECT_EQ(Lines(), "begin\ncomplete\n");
+  }
   // One that comes right after it was meant for the reading, too.
   View->OnBlock = [](int) {};
   Key(Escape);

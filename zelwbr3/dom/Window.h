@@ -17,9 +17,15 @@ class Window {
   /// Null while no event is being handled.
   WindowEvent* event() const { return m_oEvent; }
 
+  /// Escape ends what the program is doing, even where the page's own script would
+  /// act on it, as a search field does.
+  bool TakesEscape() const { return m_bTakesEscape; }
+  void TakesEscape(bool bTakes) { m_bTakesEscape = bTakes; }
+
  private:
   friend class CurrentEvent;
   WindowEvent* m_oEvent = nullptr;
+  bool m_bTakesEscape = false;
 };
 
 /// Makes an event the window's current one for the lifetime of this object.

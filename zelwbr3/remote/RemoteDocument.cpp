@@ -155,7 +155,8 @@ bool RemoteDocument::KeyPress(Long lCode, bool bModified) {
   // A document that is being replaced takes no keys.
   if (m_oSender == nullptr || lCode == 0) return false;
   const bool bEnter = lCode == KeyCode::Enter || lCode == KeyCode::Space;
-  const bool bPages = (m_bPageTakesEscape && lCode == KeyCode::Escape) || (m_bPageTakesEnter && bEnter);
+  const bool bEscape = lCode == KeyCode::Escape && !m_oDocument->parentWindow().TakesEscape();
+  const bool bPages = (m_bPageTakesEscape && bEscape) || (m_bPageTakesEnter && bEnter);
   if (bPages && !bModified) return false;
   const std::shared_ptr<ZELWbr3::Document> oDocument = m_oDocument;
   const std::weak_ptr oAlive = m_oAlive;

@@ -3,6 +3,7 @@
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/framework/KeyCode.h"
 #include "zelwbr3/framework/ReadingStopped.h"
+#include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/framework/modPicture.h"
 
@@ -28,6 +29,7 @@ constexpr std::array<ReadingCommand, 2> ReadingCommands = {
 /// meant for the reading, does not close the page.
 constexpr std::chrono::seconds EscapeGrace{1};
 
+constexpr const char* StopButton = "btnStop";
 constexpr const char* EnabledClass = "zelBtnEmph";
 constexpr const char* DisabledClass = "zelBtnEmphDsbl";
 
@@ -74,8 +76,8 @@ void BlockPage::FillContent() {
 }
 
 bool BlockPage::OnClick(const std::string& sID) {
-  if (sID == "btnClose") {
-    CarryOut(CommandClose);
+  if (sID == "btnClose" || sID == StopButton) {
+    CarryOut(sID == StopButton ? CommandStop : CommandClose);
     return true;
   }
   for (const ReadingCommand& oCommand : ReadingCommands) {
@@ -195,9 +197,12 @@ void BlockPage::ShowRowCount(Long lRows, const std::string& sRemark) {
 }
 
 void BlockPage::FillCommandlist() {
+  const bool bReadingAll = m_oReading != nullptr && m_oReading->bAll;
+  modElement::ShowElement(Document()->all().item(StopButton), bReadingAll);
+  Document()->parentWindow().TakesEscape(bReadingAll);
   const auto oCommandlist = NewCommandlist();
   if (oCommandlist == nullptr) return;
-  if (m_oReading != nullptr && m_oReading->bAll) {
+  if (bReadingAll) {
     oCommandlist->Add(PageType(), {int{CommandStop}, "&Stop", modPicture::Stop});
     return;
   }

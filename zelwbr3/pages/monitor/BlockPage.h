@@ -84,7 +84,8 @@ class BlockPage : public DataPage {
   void ShowBlock();
   /// Also says that Read All goes on.
   void ShowRowCount(Long lRows, const std::string& sRemark = {});
-  /// The items of the command list: the reading commands, or Stop while it reads.
+  /// The items of the command list: the reading commands, or Stop while Read All
+  /// goes on, for which the page file has a button as well.
   void FillCommandlist();
   /// Enables the reading commands if there is something to read.
   void UpdateCommands();
