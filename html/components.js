@@ -89,7 +89,7 @@
      </pattern>`;
 
   const BarMarkup = `
-    <div id="meter" class="bar" role="meter" aria-valuemin="0" aria-valuemax="100">
+    <div id="meter" class="bar" role="meter">
       <svg aria-hidden="true">
         <title id="tip"></title>
         <defs>${Hatch("hatch-cold", 9, 1)}${Hatch("hatch-medium", 6, 1.5)}${Hatch("hatch-hot", 4, 1.5)}</defs>
@@ -159,10 +159,13 @@
       oMeter.className = `bar${bValue ? "" : " empty"}${oReached ? ` level-${oReached.sClass}` : ""}`;
       const sLabel = this.getAttribute("label") ?? "Fill level";
       oMeter.setAttribute("aria-label", bValue ? sLabel : `${sLabel}: ${sMeaning}`);
-      oMeter.setAttribute("aria-valuetext", sMeaning);
       // A meter must have a value; without one this is an image that says so.
       oMeter.setAttribute("role", bValue ? "meter" : "img");
-      oMeter.setAttribute("aria-valuenow", bValue ? String(Math.min(dPercent, 100)) : "");
+      const oValues = { valuemin: 0, valuemax: 100, valuenow: Math.min(dPercent, 100), valuetext: sMeaning };
+      for (const [sName, vValue] of Object.entries(oValues)) {
+        if (bValue) oMeter.setAttribute(`aria-${sName}`, String(vValue));
+        else oMeter.removeAttribute(`aria-${sName}`);
+      }
     }
 
     // Below the bar, each zone extends from its limit to the next higher one. On

@@ -1284,7 +1284,10 @@
 
     /** The part of the screen between headings and footer. */
     get Visible() {
-      const dFirst = this.oBody.rows[0].cells[0]?.getBoundingClientRect().height ?? 0;
+      const oHeading = this.oBody.rows[0].cells[0];
+      // The headings stay below what else stays at the top.
+      const dTop = oHeading === undefined ? 0 : parseFloat(getComputedStyle(oHeading).top) || 0;
+      const dFirst = dTop + (oHeading?.getBoundingClientRect().height ?? 0);
       const oFooter = document.querySelector(".zelFormFtr");
       return { dFirst, dLast: Math.min(innerHeight, oFooter?.getBoundingClientRect().top ?? innerHeight) };
     }

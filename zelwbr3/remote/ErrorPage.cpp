@@ -16,9 +16,9 @@ std::string ErrorPage(std::string_view sAsked, std::string_view sReason, std::st
          "=\"\"><head><meta charset=\"utf-8\"><title>Not shown</title>" +
          (sStyle.empty() ? sOwn : std::string(sStyle)) +
          "</head>"
-         "<body><h1>This page cannot be shown</h1><p><code>" +
+         "<body><main><h1>This page cannot be shown</h1><p><code>" +
          Text::EscapeHTML(Text::Clean(sAsked)) + "</code></p><p>" + Text::EscapeHTML(Text::Clean(sReason)) +
-         "</p></body></html>";
+         "</p></main></body></html>";
 }
 
 }  // namespace ZELWbr3::Remote
