@@ -15,6 +15,7 @@ class HostPages {
   struct Entry {
     const char* Name;   ///< as on the command line
     const char* Title;  ///< for a menu
+    const char* Group;  ///< of pages in a list of them, empty for none; null for a page that is not in it
     void (*Show)(Browser&, const std::shared_ptr<ZELLib3::Database>&);
   };
 

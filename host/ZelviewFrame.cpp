@@ -8,7 +8,6 @@
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/desktop/Accessible.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
-#include "zelwbr3/desktop/ListRow.h"
 #include "zelwbr3/desktop/Picture.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
@@ -37,6 +36,9 @@ wxString Text(const std::string& sText) {
 
 std::string UTF8(const wxString& sText) { return std::string(sText.utf8_str()); }
 
+/// In a narrower window, the pages are listed by their icons.
+constexpr int kWidthForTitles = 720;
+
 constexpr const char* Units[] = {"Sizes in &Kilobytes", "Sizes in &Megabytes", "Sizes in &Gigabytes", "Sizes in &Pages",
                                  "Sizes in a &Fitting Unit"};
 
@@ -49,7 +51,7 @@ wxBitmapBundle PictureOf(Long lNumber) {
 }  // namespace
 
 ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPosition, wxSize(1180, 860)) {
-  SetMinSize(wxSize(720, 480));
+  SetMinSize(FromDIP(wxSize(480, 400)));
   // What the control reports, when the figures were read, and what the instance is.
   CreateStatusBar(3);
   const int oWidths[] = {-2, -1, -1};
@@ -57,11 +59,12 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
   Browser::Resource(std::make_shared<ZelviewPictures>());
   // The Tab key goes round what is in one panel.
   auto* oAll = new wxPanel(this);
-  wxWindow* oLeft = MakePageList(oAll);
+  m_oPageList = new PageList(oAll);
   m_oPanel = new Desktop::BrowserPanel(oAll);
   m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*oAll, m_oPanel->Platform().Pump(), PictureOf);
   m_oRefreshBar = new RefreshBar(oAll, *m_oPanel, [this](std::function<void()> oWork) { Later(std::move(oWork)); });
   m_oRefreshBar->MoveBeforeInTabOrder(m_oCommandlist->Window());
+  m_oCommandlist->LeaveOut(modPicture::Close);  // the page has its own, and Escape
   m_oPanel->MoveAfterInTabOrder(m_oCommandlist->Window());
 
   auto* oRight = new wxBoxSizer(wxVERTICAL);
@@ -71,44 +74,30 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
   oRight->Add(oBar, 0, wxEXPAND);
   oRight->Add(m_oPanel, 1, wxEXPAND);
   auto* oColumns = new wxBoxSizer(wxHORIZONTAL);
-  oColumns->Add(oLeft, 0, wxEXPAND);
+  oColumns->Add(m_oPageList, 0, wxEXPAND);
   oColumns->Add(new wxStaticLine(oAll, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLI_VERTICAL), 0, wxEXPAND);
   oColumns->Add(oRight, 1, wxEXPAND);
   oAll->SetSizer(oColumns);
   Bind(wxEVT_CHAR_HOOK, &ZelviewFrame::OnKey, this);
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& oEvent) {
+    const bool bNarrow = GetClientSize().x < FromDIP(kWidthForTitles);
+    m_oPageList->Narrow(bNarrow);
+    m_oCommandlist->Compact(bNarrow);
+    oEvent.Skip();
+  });
+  m_oPageList->OnChoose = [this](const std::string& sPage, bool bBrowsing) {
+    Later([this, sPage, bBrowsing] {
+      m_oRefreshBar->Begins();
+      m_oPages->Show(sPage);
+      if (!bBrowsing) m_oPanel->SetFocus();
+    });
+  };
+  m_oPageList->OnEnter = [this] { m_oPanel->SetFocus(); };
 
   m_oPanel->Browser().HTMLPath(HTMLFolder());
   m_oPanel->Browser().CHMPath(HelpFile());
   MakeMenus();
   Connect();
-}
-
-wxWindow* ZelviewFrame::MakePageList(wxWindow* oParent) {
-  auto* oLeft = new wxPanel(oParent);
-  oLeft->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
-  oLeft->Bind(wxEVT_SYS_COLOUR_CHANGED, [oLeft](wxSysColourChangedEvent& oEvent) {
-    oLeft->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
-    oEvent.Skip();
-  });
-  m_oPageList = new wxListBox(oLeft, wxID_ANY, wxDefaultPosition, wxSize(FromDIP(190), -1), 0, nullptr,
-                              wxLB_SINGLE | wxBORDER_NONE);
-  auto* oSizer = new wxBoxSizer(wxVERTICAL);
-  oSizer->Add(m_oPageList, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));
-  oLeft->SetSizer(oSizer);
-  Desktop::AccessibleName(*m_oPageList, "Pages");
-  for (const HostPages::Entry& oEntry : HostPages::All()) m_oPageList->Append(oEntry.Title);
-  m_oPageList->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& oEvent) {
-    m_bBrowsing = false;
-    oEvent.Skip();
-  });
-  m_oPageList->Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& oEvent) {
-    m_bBrowsing = true;
-    oEvent.Skip();
-  });
-  m_oPageList->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { ShowChosen(); });
-  // Enter, or a double click.
-  m_oPageList->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { m_oPanel->SetFocus(); });
-  return oLeft;
 }
 
 void ZelviewFrame::OnKey(wxKeyEvent& oEvent) {
@@ -194,11 +183,7 @@ void ZelviewFrame::Connect() {
     m_oPanel->Platform().Trace([oTrace = m_oTrace](const std::string& sText) { oTrace->Text(sText); });
   }
   m_connections.push_back(oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
-    const auto oEntries = HostPages::All();
-    for (std::size_t i = 0; i < oEntries.size(); ++i) {
-      if (oPage->Name().starts_with(oEntries[i].Name)) Desktop::SelectRow(*m_oPageList, static_cast<int>(i));
-    }
-    if (const auto oMain = std::dynamic_pointer_cast<PageMain>(oPage)) ShowCounts(oMain->Findings());
+    m_oPageList->Select(oPage->Name());
     Say("");
   }));
   m_connections.push_back(oBrowser.ActionBegin.Connect([this] { Say("Working…"); }));
@@ -211,12 +196,9 @@ void ZelviewFrame::Connect() {
 }
 
 void ZelviewFrame::ShowCounts(const std::vector<Health::Finding>& findings) {
-  const auto oEntries = HostPages::All();
-  for (std::size_t i = 0; i < oEntries.size(); ++i) {
-    const auto iCount = std::ranges::count(findings, oEntries[i].Name, &Health::Finding::Page);
-    const wxString sTitle = oEntries[i].Title + (iCount == 0 ? wxString() : wxString::Format(" (%d)", int(iCount)));
-    const auto iRow = static_cast<unsigned>(i);
-    if (m_oPageList->GetString(iRow) != sTitle) m_oPageList->SetString(iRow, sTitle);
+  for (const HostPages::Entry& oEntry : HostPages::All()) {
+    m_oPageList->Count(oEntry.Name,
+                       static_cast<int>(std::ranges::count(findings, oEntry.Name, &Health::Finding::Page)));
   }
 }
 
@@ -320,16 +302,6 @@ void ZelviewFrame::ShowMessage() {
   if (m_oPanel->Platform().DialogBox().Show(oDialog) != Dialog::Answer::OK) return;
   const std::string sTopic = ZELWbr3::Text::Trim(oDialog.Fields.front().Text);
   if (!sTopic.empty()) m_oPanel->Browser().ShowMessageHelpID(sTopic);
-}
-
-void ZelviewFrame::ShowChosen() {
-  const int iChosen = m_oPageList->GetSelection();
-  if (iChosen < 0) return;
-  Later([this, iChosen, bBrowsing = m_bBrowsing] {
-    m_oRefreshBar->Begins();
-    m_oPages->Show(HostPages::All()[static_cast<std::size_t>(iChosen)].Name);
-    if (!bBrowsing) m_oPanel->SetFocus();
-  });
 }
 
 void ZelviewFrame::Later(std::function<void()> oWork) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/HostPages.h"
+#include "host/PageList.h"
 #include "host/RefreshBar.h"
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
@@ -14,7 +15,6 @@
 #include <vector>
 
 #include <wx/frame.h>
-#include <wx/listbox.h>
 
 namespace ZELWbr3::Host {
 
@@ -42,8 +42,6 @@ class ZelviewFrame : public wxFrame {
 
  private:
   void MakeMenus();
-  /// The window to be placed at the left.
-  wxWindow* MakePageList(wxWindow* oParent);
   /// A key pressed anywhere in the window.
   void OnKey(wxKeyEvent& oEvent);
   /// Gives the keyboard to the next of page list, commands and page.
@@ -57,8 +55,6 @@ class ZelviewFrame : public wxFrame {
   std::optional<std::string> AskPassword(const std::string& sRefused, const std::string& sInstance);
   void SaveRecording();
   void ShowMessage();
-  /// Shows the page that is chosen in the list; errors go to a message box.
-  void ShowChosen();
   /// Runs something that the user asked for, once the toolkit is done with the
   /// event, and shows what it throws.
   void Later(std::function<void()> oWork);
@@ -70,10 +66,8 @@ class ZelviewFrame : public wxFrame {
   std::string m_sInstance;
   std::shared_ptr<ZELLib3::Database> m_oDatabase;
   Desktop::BrowserPanel* m_oPanel;
-  wxListBox* m_oPageList;
+  PageList* m_oPageList;
   RefreshBar* m_oRefreshBar;
-  /// The arrow keys choose pages in the list, which keeps the keyboard.
-  bool m_bBrowsing = false;
   std::shared_ptr<Desktop::DesktopCommandlist> m_oCommandlist;
   std::unique_ptr<HostPages> m_oPages;
   /// Into the file that ZELWBR3_TRACE names, if it does.

@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <wx/app.h>
 #include <wx/button.h>
+#include <wx/dataview.h>
 #include <wx/filedlg.h>
 #include <wx/image.h>
 #include <wx/statusbr.h>
@@ -93,7 +94,7 @@ TEST_F(ZelviewTest, TheKeyboardReachesListCommandsAndPage) {
     std::string sFocus;
     WaitFor("the focus on " + sWanted, [&] {
       const wxWindow* oFocus = wxWindow::FindFocus();
-      const bool bList = dynamic_cast<const wxListBox*>(oFocus) != nullptr;
+      const bool bList = dynamic_cast<const wxDataViewCtrl*>(oFocus) != nullptr;
       const auto* oButton = dynamic_cast<const wxButton*>(oFocus);
       const auto oDocument = Panel().Browser().VisibleDocument();
       sFocus = Panel().PageHasFocus() ? "page " + (oDocument ? oDocument->activeElement()->id() : "")
@@ -136,7 +137,7 @@ TEST_F(ZelviewTest, TheKeyboardReachesListCommandsAndPage) {
   WaitForText("txtFormTitle", "Data Area");
   Go("Return", "page");
   Go("shift+F6", "list");
-  Do(ClickAt(wxWindow::FindFocus()->ClientToScreen(wxPoint(40, 100))) + " 1");
+  Do(ClickAt(wxWindow::FindFocus()->ClientToScreen(wxPoint(40, 80))) + " 1");
   WaitForFocus("page");
 }
 
@@ -179,7 +180,7 @@ TEST_F(ZelviewTest, ScreenReadersAreToldWhatIsWhat) {
       Panel().Browser().ActionBegin.Connect([&] { EXPECT_TRUE(Has("statusbar: Working…\n")) << sTree; });
   Press("F5");
   for (const char* sLine : {"frame: DEMO - zelview\n", "menu bar: Menu\n", ": Pages\n", ": Commands\n",
-                            "button: Close\n", "statusbar: \n"}) {
+                            "button: Read All\n", "statusbar: \n"}) {
     WaitFor(sLine, [&] { return Has(sLine); });
   }
   bool bNamed = false;

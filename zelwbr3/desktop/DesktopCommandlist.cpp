@@ -9,6 +9,7 @@
 #include <wx/wrapsizer.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace ZELWbr3::Desktop {
 
@@ -27,6 +28,8 @@ DesktopCommandlist::DesktopCommandlist(wxWindow& oParent, DesktopPump& oPump, Pi
     : m_oBar(new wxPanel(&oParent)), m_oPump(oPump), m_oPictures(std::move(oPictures)) {
   m_oBar->SetSizer(new wxWrapSizer(wxHORIZONTAL, wxREMOVE_LEADING_SPACES));
   AccessibleName(*m_oBar, "Commands");
+  wxButton oExample(m_oBar, wxID_ANY, "X");
+  m_oBar->SetMinSize(wxSize(-1, oExample.GetBestSize().y + 2 * m_oBar->FromDIP(3)));
 }
 
 DesktopCommandlist::~DesktopCommandlist() {
@@ -39,9 +42,34 @@ void DesktopCommandlist::ItemsChanged() {
   m_oBar->CallAfter([this] { Draw(); });
 }
 
+void DesktopCommandlist::Compact(bool bCompact) {
+  if (std::exchange(m_bCompact, bCompact) != bCompact) DrawAnew();
+}
+
+void DesktopCommandlist::LeaveOut(Long lPicture) {
+  m_lLeftOut = lPicture;
+  DrawAnew();
+}
+
+void DesktopCommandlist::DrawAnew() {
+  m_oShown.clear();
+  ItemsChanged();
+}
+
+std::vector<CommandItem> DesktopCommandlist::Drawn() const {
+  std::vector<CommandItem> oItems;
+  for (const CommandItem& oItem : Items()) {
+    if (!oItem.Separator && m_lLeftOut && oItem.Picture == *m_lLeftOut) continue;
+    if (oItem.Separator && (oItems.empty() || oItems.back().Separator)) continue;
+    oItems.push_back(oItem);
+  }
+  if (!oItems.empty() && oItems.back().Separator) oItems.pop_back();
+  return oItems;
+}
+
 void DesktopCommandlist::Draw() {
   m_bDrawing = false;
-  const auto oItems = Items();
+  const auto oItems = Drawn();
   const bool bFocus = HasFocus();
   if (!std::ranges::equal(oItems, m_oShown, LooksLike)) {
     m_oBar->Freeze();
@@ -74,6 +102,12 @@ wxWindow* DesktopCommandlist::MakeButton(const CommandItem& oItem) {
   auto* oButton = new wxButton(m_oBar, wxID_ANY, wxString::FromUTF8(Text::Clean(oItem.Text)));
   const wxBitmapBundle oPicture = m_oPictures ? m_oPictures(oItem.Picture) : wxBitmapBundle();
   if (oPicture.IsOk()) oButton->SetBitmap(oPicture);
+  if (oPicture.IsOk() && m_bCompact) {
+    oButton->SetToolTip(oButton->GetLabelText());
+    AccessibleName(*oButton, std::string(oButton->GetLabelText().utf8_str()));
+    oButton->SetLabel("");
+    oButton->SetWindowStyle(oButton->GetWindowStyle() | wxBU_EXACTFIT);
+  }
   // Not within the button's own event: the click may change the list.
   oButton->Bind(wxEVT_BUTTON, [this, lKey = oItem.Key](wxCommandEvent&) {
     m_oBar->CallAfter([this, lKey] { m_oPump.Deliver([&] { Click(lKey); }); });

@@ -3,6 +3,7 @@
 #include "zelwbr3/framework/CommandLists.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include <wx/bmpbndl.h>
@@ -26,7 +27,14 @@ class DesktopCommandlist : public CommandLists {
   DesktopCommandlist(wxWindow& oParent, DesktopPump& oPump, Pictures oPictures = {});
   ~DesktopCommandlist() override;
 
-  /// The window to be placed in a sizer; null when it is gone.
+  /// Items with pictures are drawn as those alone, with their texts as tooltips.
+  void Compact(bool bCompact);
+  /// Items with this picture are not drawn, because the host offers the same at
+  /// another place.
+  void LeaveOut(Long lPicture);
+
+  /// The window to be placed in a sizer; null when it is gone. It is never lower
+  /// than a button, so that what is below it stays where it is.
   wxWindow* Window() const { return m_oBar; }
 
  private:
@@ -35,6 +43,10 @@ class DesktopCommandlist : public CommandLists {
   void Draw();
   /// An item has the keyboard.
   bool HasFocus() const;
+  /// What is drawn: without separators at the ends.
+  std::vector<ZELCmd3::CommandItem> Drawn() const;
+  /// Draws everything again, once.
+  void DrawAnew();
   wxWindow* MakeButton(const ZELCmd3::CommandItem& oItem);
 
   wxWeakRef<wxPanel> m_oBar;
@@ -43,6 +55,8 @@ class DesktopCommandlist : public CommandLists {
   std::vector<ZELCmd3::CommandItem> m_oShown;
   std::vector<wxWindow*> m_oButtons;  ///< one for each item shown
   bool m_bDrawing = false;
+  bool m_bCompact = false;
+  std::optional<Long> m_lLeftOut;
 };
 
 }  // namespace ZELWbr3::Desktop
