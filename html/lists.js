@@ -1483,6 +1483,7 @@
         } else {
           this.oRows.AddElement(oRow);
           if (this.oRows.iCount > RowsWhole || this.bArranged) this.oWindow.oAway.append(oRow);
+          else this.oWindow.oLeft.add(oRow);
         }
         this.ShowSoon();
       }

@@ -1,4 +1,5 @@
 #include "tests/desktop/TestWindow.h"
+#include "tests/support/ChangedRecording.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/pages/monitor/PageSysInfo.h"
 #include "zelwbr3/pages/monitor/PageSysInfos.h"
@@ -243,6 +244,27 @@ TEST_F(ListsTest, OfALongListOnlyWhatIsNearTheScreenIsMade) {
   ClickOn(Front(), Heading(2));
   ClickOn(Front(), Heading(2));
   WaitForPage("the order read", [this] { return Names().starts_with("name 0 name 1 name 2"); });
+  ExpectLiveEqualsReplica(Front());
+}
+
+// As a report has them, and pages whose rows are more than texts.
+TEST_F(ListsTest, ManyRowsThatComeAsElementsAreShownAndFilteredAsWell) {
+  Testing::Changes changes;
+  for (int i = 100; i < 600; ++i) {
+    changes.push_back("SysInfos.- = {\"Index\": " + std::to_string(i) + ", \"Name\": \"VIEW" + std::to_string(i) +
+                      "\", \"Description\": \"text\", \"IsRecord\": false, \"Columns\": [], \"Rows\": []}");
+  }
+  Panel->Browser().PageSysInfos()->Show(std::make_shared<Testing::ChangedRecording>("demo", changes));
+  Front().Focus();
+  const auto Seen = [this] {
+    return Ask(Front(),
+               "[...document.querySelectorAll('#tabSysInfos td:first-child')]"
+               ".filter(o => o.getClientRects().length > 0 && o.closest('tr[aria-hidden]') === null)"
+               ".map(o => o.textContent).join(' ')");
+  };
+  WaitForPage("few of them", [&] { return std::ranges::count(Seen(), ' ') < 150; });
+  Press("ctrl+f V I E W 5 9 9");
+  WaitForPage("the only one", [&] { return Seen() == "VIEW599"; });
   ExpectLiveEqualsReplica(Front());
 }
 
