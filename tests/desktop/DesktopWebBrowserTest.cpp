@@ -1,8 +1,8 @@
 #include "tests/desktop/Listener.h"
 #include "tests/desktop/TestWindow.h"
-#include "zelwbr3/remote/FileURL.h"
 #include "zelwbr3/dom/EmbeddedObject.h"
 #include "zelwbr3/dom/Style.h"
+#include "zelwbr3/remote/FileURL.h"
 
 #include <algorithm>
 #include <fstream>

@@ -285,7 +285,7 @@ class Restorable {
     Completed = Now(oClient);
     AwaitNextSecond(oClient);
     oClient.Run("INSERT INTO t VALUES('kept')");
-    const std::string sSegment = oClient.Text("SELECT pg_walfile_name(pg_current_wal_lsn())");
+    const std::string sSegment = oClient.Text("SELECT pg_walfile_name(pg_current_wal_insert_lsn())");
     oClient.Run("SELECT pg_switch_wal()");
     Await([&] { return oClient.Text("SELECT last_archived_wal FROM pg_stat_archiver") >= sSegment; }, "it is archived");
     // From here on, the log is only in the server's own folder.

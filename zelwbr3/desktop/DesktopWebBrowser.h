@@ -1,9 +1,9 @@
 #pragma once
 
-#include "zelwbr3/remote/PageOrigin.h"
 #include "zelwbr3/desktop/Theme.h"
 #include "zelwbr3/desktop/WebView.h"
 #include "zelwbr3/platform/WebBrowser.h"
+#include "zelwbr3/remote/PageOrigin.h"
 #include "zelwbr3/remote/RemoteDocument.h"
 
 #include <cstdint>
