@@ -1,5 +1,7 @@
 #include "bench/BenchWindow.h"
 
+#include "zelwbr3/platform/MessagePump.h"
+
 #include <stdexcept>
 #include <utility>
 

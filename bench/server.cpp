@@ -3,6 +3,7 @@
 #include "bench/Figures.h"
 #include "zelwbr3/headless/HeadlessPlatform.h"
 #include "zelwbr3/instances/postgres/PostgresDatabase.h"
+#include "zelwbr3/instances/postgres/connection/Statement.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 #include "zelwbr3/shell/Browser.h"

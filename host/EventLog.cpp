@@ -1,5 +1,7 @@
 #include "host/EventLog.h"
 
+#include "zelwbr3/framework/Page.h"
+
 #include <nlohmann/json.hpp>
 
 #include <stdexcept>
@@ -28,7 +30,7 @@ void EventLog::Open(const std::string& sFile) {
 }
 
 void EventLog::Watch(Browser& oBrowser, Headless::HeadlessPlatform& oPlatform) {
-  const auto Keep = [this](Connection oConnection) { m_connections.push_back(std::move(oConnection)); };
+  const auto Keep = [this](ScopedConnection oConnection) { m_connections.push_back(std::move(oConnection)); };
   Keep(oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
     WriteLine(Line({{"event", "PageComplete"}, {"page", oPage->Name()}}));
   }));

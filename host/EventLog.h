@@ -35,7 +35,7 @@ class EventLog {
   std::ofstream m_oFile;
   /// The command list as last written.
   std::vector<ZELCmd3::CommandItem> m_items;
-  std::vector<Connection> m_connections;
+  std::vector<ScopedConnection> m_connections;
 };
 
 }  // namespace ZELWbr3::Host

@@ -43,11 +43,7 @@ constexpr std::array<std::string_view, 4> ByClick = {"SysInfo", "Parameter", "SQ
 HostPages::HostPages(Browser& oBrowser, std::shared_ptr<ZELLib3::Database> oDatabase,
                      std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist)
     : m_oBrowser(oBrowser), m_oDatabase(std::move(oDatabase)) {
-  const auto Attach = [&](auto... oPages) { (oPages->Commandlist(oCommandlist), ...); };
-  Attach(oBrowser.PageMain(), oBrowser.PageHistory(), oBrowser.PageHistoryItem(), oBrowser.PageSysInfos(),
-         oBrowser.PageSysInfo(), oBrowser.PageParameters(), oBrowser.PageParameter(), oBrowser.PageInfoCaches(),
-         oBrowser.PageInfoActivity(), oBrowser.PageDataArea(), oBrowser.PageLogArea(), oBrowser.PageSysDD(),
-         oBrowser.PageSQLTable(), oBrowser.PageSessions(), oBrowser.PageDBAnalyzer());
+  oBrowser.Commandlist(std::move(oCommandlist));
 }
 
 std::span<const HostPages::Entry> HostPages::All() { return Entries; }

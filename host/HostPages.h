@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/platform/FCommandlist.h"
 #include "zelwbr3/shell/Browser.h"
 
 #include <memory>

@@ -15,8 +15,7 @@ fs::path Find(const char* sVariable, const char* sName) {
   if (const char* pChosen = std::getenv(sVariable)) return pChosen;
   std::error_code eIgnored;
   const fs::path oProgram = fs::read_symlink("/proc/self/exe", eIgnored);
-  const fs::path oBeside = (oProgram.parent_path() / "../share/zelwbr3" / sName).lexically_normal();
-  return !oProgram.empty() && fs::exists(oBeside, eIgnored) ? oBeside : fs::path(ZELWBR3_INSTALLED) / sName;
+  return (oProgram.parent_path() / ZELWBR3_FROM_BIN_TO_DATA / sName).lexically_normal();
 }
 
 }  // namespace
@@ -28,6 +27,10 @@ std::string HTMLFolder() {
   throw std::runtime_error("The folder \"" + oFolder.string() + "\" contains no page files");
 }
 
-std::string HelpFile() { return Find("ZELWBR3_HELP", "messages.chm"); }
+std::string HelpFile() {
+  const fs::path oCompiled = Find("ZELWBR3_HELP", "messages.chm");
+  std::error_code eIgnored;
+  return fs::exists(oCompiled, eIgnored) ? oCompiled : Find("ZELWBR3_HELP", "messages");
+}
 
 }  // namespace ZELWbr3::Host

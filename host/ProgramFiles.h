@@ -2,9 +2,9 @@
 
 #include <string>
 
-/// The files that come with the programs. Each is looked for next to the program
-/// (../share/zelwbr3 from its folder, which in a build tree leads to the source),
-/// then in the folder that the programs are installed to.
+/// The files that come with the programs, found from the program's own folder
+/// (../share/zelwbr3 from there, which in a build tree leads to the source), so that
+/// an installation can be moved.
 namespace ZELWbr3::Host {
 
 /// The folder of the page files, or the one that the environment variable
@@ -12,8 +12,9 @@ namespace ZELWbr3::Host {
 /// holds no page files.
 std::string HTMLFolder();
 
-/// The compiled help file, or the one that the environment variable ZELWBR3_HELP
-/// names. It need not exist: that is said when a topic is asked for.
+/// The compiled help file, the folder of its topics where it was not compiled, or
+/// what the environment variable ZELWBR3_HELP names. It need not exist: that is said
+/// when a topic is asked for.
 std::string HelpFile();
 
 }  // namespace ZELWbr3::Host

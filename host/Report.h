@@ -44,7 +44,7 @@ class Report {
   HostPages m_oPages;
   EventLog& m_oEvents;
   std::vector<std::string> m_errors;
-  std::vector<Connection> m_connections;
+  std::vector<ScopedConnection> m_connections;
 };
 
 }  // namespace ZELWbr3::Host

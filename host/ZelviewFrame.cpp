@@ -7,11 +7,16 @@
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/desktop/Accessible.h"
+#include "zelwbr3/desktop/DesktopPlatform.h"
+#include "zelwbr3/desktop/DesktopPump.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/desktop/Picture.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 #include "zelwbr3/pages/main/PageMain.h"
+#include "zelwbr3/platform/DialogBox.h"
+#include "zelwbr3/platform/MessageBox.h"
+#include "zelwbr3/platform/MessagePump.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -61,7 +66,7 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
   auto* oAll = new wxPanel(this);
   m_oPageList = new PageList(oAll);
   m_oPanel = new Desktop::BrowserPanel(oAll);
-  m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*oAll, m_oPanel->Platform().Pump(), PictureOf);
+  m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*oAll, *m_oPanel, PictureOf);
   m_oRefreshBar = new RefreshBar(oAll, *m_oPanel, [this](std::function<void()> oWork) { Later(std::move(oWork)); });
   m_oRefreshBar->MoveBeforeInTabOrder(m_oCommandlist->Window());
   m_oCommandlist->LeaveOut(modPicture::Close);  // the page has its own, and Escape

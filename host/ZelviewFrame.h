@@ -72,7 +72,7 @@ class ZelviewFrame : public wxFrame {
   std::unique_ptr<HostPages> m_oPages;
   /// Into the file that ZELWBR3_TRACE names, if it does.
   std::shared_ptr<clsTrace> m_oTrace;
-  std::vector<Connection> m_connections;
+  std::vector<ScopedConnection> m_connections;
 };
 
 }  // namespace ZELWbr3::Host

@@ -3,6 +3,7 @@
 #include "host/OpenServer.h"
 #include "host/StandardStreams.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/base/Version.h"
 #include "zelwbr3/instances/common/daemon/AnalyzerRun.h"
 #include "zelwbr3/instances/common/daemon/Daemonize.h"
 #include "zelwbr3/instances/sqlite/SQLiteDatabase.h"

@@ -9,6 +9,7 @@
 #include "host/StandardStreams.h"
 #include "host/Step.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/base/Version.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 
 #include <CLI/CLI.hpp>

@@ -5,6 +5,7 @@
 #include "host/OutputFiles.h"
 #include "host/ZelviewFrame.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/base/Version.h"
 
 #include <CLI/CLI.hpp>
 

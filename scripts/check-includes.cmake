@@ -23,6 +23,7 @@ set(may_instances_common base ZELLib3 instances/common)
 set(may_instances_recorded ${may_instances_common} instances/recorded)
 set(may_instances_sqlite ${may_instances_common} instances/sqlite)
 set(may_instances_postgres ${may_instances_common} instances/postgres)
+set(may_testing ${may_headless} instances/recorded testing)
 set(may_host ${may_shell} headless remote desktop web instances)
 
 # Vendor and system headers, by the folder that may include them.
@@ -33,13 +34,14 @@ set(vendor_instances_common "(unistd|fcntl|pwd|signal|spawn|dirent)\\.h|sys/.*")
 set(vendor_instances_recorded "nlohmann/.*")
 set(vendor_instances_sqlite "sqlite3\\.h|${vendor_instances_common}")
 set(vendor_instances_postgres "libpq-fe\\.h|(poll|time)\\.h|${vendor_instances_common}")
+set(vendor_testing "gtest/.*|nlohmann/.*")
 set(vendor_host "nlohmann/.*|CLI/.*|wx/.*|(unistd|fcntl)\\.h|sys/.*")
 
 set(wrong 0)
 set(arrows)
 foreach(folder base ZELLib3 platform dom framework pages shell remote headless desktop web
     instances/common instances/recorded instances/sqlite
-    instances/postgres host)
+    instances/postgres testing host)
   string(REPLACE "/" "_" key ${folder})
   set(root zelwbr3/)
   if(folder STREQUAL host)

@@ -12,7 +12,7 @@ TEST(Event, HandlersComeAndGoWhileItIsRaised) {
   auto oEvent = std::make_unique<Event<const std::string&>>();
   Connection oSecond;
   Connection oThird;
-  const auto oFirst = oEvent->Connect([&](const std::string& s) {
+  oEvent->Connect([&](const std::string& s) {
     sCalls += "1" + s;
     oSecond.Disconnect();
     if (s == "a") oThird = oEvent->Connect([&](const std::string& t) { sCalls += "3" + t; });
@@ -22,9 +22,30 @@ TEST(Event, HandlersComeAndGoWhileItIsRaised) {
   EXPECT_EQ(sCalls, "1a");
   oEvent->Raise("b");
   EXPECT_EQ(sCalls, "1a1b3b");
-  const auto oLast = oEvent->Connect([&](const std::string&) { oEvent.reset(); });
+  oEvent->Connect([&](const std::string&) { oEvent.reset(); });
   oEvent->Raise("c");
   EXPECT_EQ(sCalls, "1a1b3b1c3c");
+}
+
+TEST(Event, AHandlerLivesAsLongAsTheEventUnlessItsConnectionIsScoped) {
+  auto oEvent = std::make_unique<Event<int&>>();
+  const auto oHeld = std::make_shared<int>();
+  oEvent->Connect([oHeld](int& i) { i += 1; });
+  ScopedConnection oMoved;
+  {
+    ScopedConnection oScoped = oEvent->Connect([oHeld](int& i) { i += 10; });
+    const ScopedConnection oEnds = oEvent->Connect([oHeld](int& i) { i += 100; });
+    oMoved = std::move(oScoped);
+  }
+  int i = 0;
+  oEvent->Raise(i);
+  EXPECT_EQ(i, 11);
+  oMoved.Disconnect();
+  oEvent->Raise(i);
+  EXPECT_EQ(i, 12);
+  EXPECT_EQ(oHeld.use_count(), 2);
+  oEvent.reset();
+  EXPECT_EQ(oHeld.use_count(), 1);
 }
 
 }  // namespace ZELWbr3

@@ -1,6 +1,6 @@
 #include "zelwbr3/base/ReplaceFile.h"
 
-#include "tests/support/TempFolder.h"
+#include "zelwbr3/testing/TempFolder.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>

@@ -113,7 +113,7 @@ TEST_F(LongReadingTest, TheWindowIsPaintedAndEscapeEndsIt) {
 
 TEST_F(LongReadingTest, WhatIsPressedMeanwhileComesAfterwards) {
   int iActions = 0;
-  const auto oCount = Control().ActionBegin.Connect([&] { ++iActions; });
+  const ScopedConnection oCount = Control().ActionBegin.Connect([&] { ++iActions; });
   Database->OnWait = [&] {
     Do("xdotool key F5");
     EXPECT_EQ(iActions, 0);
@@ -174,7 +174,7 @@ TEST_F(LongOperationTest, ACommandListTakesMnemonicsAndAClickMayReplaceIt) {
       return sShown == sList;
     });
   };
-  const auto oConnected = oList.ItemClick.Connect([&](Long lPageType, const ZELCmd3::CommandItem& oItem) {
+  const ScopedConnection oConnected = oList.ItemClick.Connect([&](Long lPageType, const ZELCmd3::CommandItem& oItem) {
     EXPECT_EQ(std::pair(int{lPageType}, int{oItem.Key}), std::pair(7, 4));
     oList.Reset(7);
     oList.Add(7, {9, "&New", 0});
@@ -192,7 +192,7 @@ TEST_F(LongOperationTest, ACommandListTakesMnemonicsAndAClickMayReplaceIt) {
 TEST_F(LongOperationTest, TheWindowIsRepaintedAndTakesNoInput) {
   ActivateFrame();
   int iActions = 0;
-  const auto oCount = Control().ActionBegin.Connect([&] { ++iActions; });
+  const ScopedConnection oCount = Control().ActionBegin.Connect([&] { ++iActions; });
   bool bWaitCursor = false;
   Database->OnOnline = [&] {
     bWaitCursor = wxIsBusy();

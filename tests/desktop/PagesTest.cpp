@@ -123,13 +123,30 @@ TEST_F(BrowserPanelTest, WithoutAPageTheKeysAreTheControlsOwn) {
   const auto Write = [&](const char* sWhat) {
     return [&sKeys, sWhat](Integer& iKey, auto&...) { sKeys += sWhat + std::to_string(iKey) + " "; };
   };
-  const auto oDown = Control().KeyDown.Connect(Write("down "));
-  const auto oPress = Control().KeyPress.Connect(Write("press "));
-  const auto oUp = Control().KeyUp.Connect(Write("up "));
+  const ScopedConnection oDown = Control().KeyDown.Connect(Write("down "));
+  const ScopedConnection oPress = Control().KeyPress.Connect(Write("press "));
+  const ScopedConnection oUp = Control().KeyUp.Connect(Write("up "));
   ActivateFrame();
   Panel->SetFocus();
   Press("a");
   WaitFor("the keys", [&] { return sKeys == "down 65 press 97 up 65 "; });
+  // A handler that takes the key keeps it from what would come of it.
+  Control().KeyDown.Connect([](Integer& iKeyCode, Integer&) { iKeyCode = 0; });
+  Press("b");
+  WaitFor("the key that was taken", [&] { return sKeys == "down 65 press 97 up 65 down 66 up 66 "; });
+}
+
+TEST_F(BrowserPanelTest, APageUsesFilesOfAllFolders) {
+  std::ofstream(Folder / "Default.htm")
+      << "<!DOCTYPE html><html><head><link rel=\"stylesheet\" href=\"zelwbr.css\"><link rel=\"stylesheet\" "
+         "href=\"own.css\"></head><body class=\"zelForm\"><p id=\"own\">Own</p></body></html>";
+  std::ofstream(Folder / "own.css") << "#own { letter-spacing: 3px }";
+  Control().HTMLPaths({Folder.string(), ZELWBR3_SOURCE_DIR "/html"});
+  Control().PageDefault()->Show();
+  EXPECT_EQ(Ask(Front(), "getComputedStyle(own).letterSpacing"), "3px");
+  EXPECT_EQ(Ask(Front(), "[...document.styleSheets].length"), "2");
+  EXPECT_NE(Ask(Front(), "getComputedStyle(document.documentElement).getPropertyValue('--zel-paper')"), "");
+  ExpectLiveEqualsReplica(Front());
 }
 
 TEST_F(BrowserPanelTest, APanelDestroyedInAWaitEndsIt) {

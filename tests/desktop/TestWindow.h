@@ -1,10 +1,12 @@
 #pragma once
 
-#include "tests/support/TempFolder.h"
+#include "zelwbr3/ZELLib3/Database.h"
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopPlatform.h"
+#include "zelwbr3/desktop/DesktopPump.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/dom/Document.h"
+#include "zelwbr3/testing/TempFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -126,7 +126,7 @@ TEST_F(ZelviewTest, TheKeyboardReachesListCommandsAndPage) {
   }
   // F5 and Escape are the page's, wherever they are pressed.
   int iActions = 0;
-  const auto oCount = Panel().Browser().ActionComplete.Connect([&](bool) { ++iActions; });
+  const ScopedConnection oCount = Panel().Browser().ActionComplete.Connect([&](bool) { ++iActions; });
   Go("shift+F6", "list");
   Press("F5");
   WaitFor("the refresh", [&] { return iActions == 1; });
@@ -176,7 +176,7 @@ TEST_F(ZelviewTest, ScreenReadersAreToldWhatIsWhat) {
     return (sTree = AccessibleTree(*Zelview)).find(sLine) != sTree.npos;
   };
   Zelview->ShowFirst("History");
-  const auto oBegin =
+  const ScopedConnection oBegin =
       Panel().Browser().ActionBegin.Connect([&] { EXPECT_TRUE(Has("statusbar: Working…\n")) << sTree; });
   Press("F5");
   for (const char* sLine : {"frame: DEMO - zelview\n", "menu bar: Menu\n", ": Pages\n", ": Commands\n",

@@ -1,6 +1,6 @@
 #include "zelwbr3/framework/clsSize.h"
 
-#include "tests/support/TestLocale.h"
+#include "zelwbr3/testing/TestLocale.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "zelwbr3/framework/clsTrace.h"
 
-#include "tests/support/TempFolder.h"
-#include "tests/support/TestLocale.h"
+#include "zelwbr3/testing/TempFolder.h"
+#include "zelwbr3/testing/TestLocale.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "zelwbr3/framework/modFormat.h"
 
-#include "tests/support/TestLocale.h"
 #include "zelwbr3/framework/modLocal.h"
+#include "zelwbr3/testing/TestLocale.h"
 
 #include <gtest/gtest.h>
 

@@ -62,9 +62,9 @@ TEST(modCmdEnum, LinksCarryTheirCommand) {
 TEST(CommandLists, ShowsTheListOfThePageInFront) {
   HeadlessCommandlist oLists;
   int iChanges = 0;
-  const auto oChanged = oLists.Changed.Connect([&] { ++iChanges; });
+  const ScopedConnection oChanged = oLists.Changed.Connect([&] { ++iChanges; });
   std::vector<std::string> clicks;
-  const auto oClicked = oLists.ItemClick.Connect([&](Long lPageType, const CommandItem& oItem) {
+  const ScopedConnection oClicked = oLists.ItemClick.Connect([&](Long lPageType, const CommandItem& oItem) {
     clicks.push_back(std::to_string(lPageType) + ":" + oItem.Text);
     if (oItem.Key == 4) oLists.Reset(lPageType);  // a page may tear its own list down
   });

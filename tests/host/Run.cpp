@@ -1,6 +1,6 @@
 #include "tests/host/Run.h"
 
-#include "tests/support/TempFolder.h"
+#include "zelwbr3/testing/TempFolder.h"
 
 #include <fcntl.h>
 #include <spawn.h>

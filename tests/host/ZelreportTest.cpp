@@ -2,9 +2,9 @@
 
 #include "tests/host/Run.h"
 #include "tests/support/Accepted.h"
-#include "tests/support/TempFolder.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/headless/HTMLParser.h"
+#include "zelwbr3/testing/TempFolder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

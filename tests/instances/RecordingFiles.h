@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tests/support/TempFolder.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/testing/TempFolder.h"
 
 #include <gtest/gtest.h>
 

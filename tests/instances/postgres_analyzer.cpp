@@ -1,9 +1,9 @@
 #include "tests/instances/PostgresServers.h"
-#include "tests/support/TempFolder.h"
 #include "zelwbr3/instances/common/daemon/Figures.h"
 #include "zelwbr3/instances/postgres/AnalyzedServer.h"
 #include "zelwbr3/instances/postgres/server/Server.h"
 #include "zelwbr3/instances/sqlite/settings/StateStore.h"
+#include "zelwbr3/testing/TempFolder.h"
 
 #include <gtest/gtest.h>
 

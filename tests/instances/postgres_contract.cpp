@@ -1,6 +1,8 @@
-#include "tests/instances/Contract.h"
 #include "tests/instances/PostgresServers.h"
 #include "zelwbr3/instances/postgres/PostgresDatabase.h"
+#include "zelwbr3/testing/Contract.h"
+
+using namespace ZELWbr3::Testing;
 
 using PostgresServers::Client;
 using PostgresServers::Primary;

@@ -1,10 +1,10 @@
 // The figures, against what the server answers somebody else.
 
 #include "tests/instances/PostgresServers.h"
-#include "tests/support/TempFolder.h"
 #include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/instances/postgres/PostgresDatabase.h"
 #include "zelwbr3/instances/sqlite/settings/StateStore.h"
+#include "zelwbr3/testing/TempFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,13 @@
 #include "tests/instances/PostgresServers.h"
-#include "tests/instances/Rows.h"
 #include "zelwbr3/instances/postgres/PostgresDatabase.h"
+#include "zelwbr3/testing/Rows.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <thread>
+
+using namespace ZELWbr3::Testing;
 
 using PostgresServers::Await;
 using PostgresServers::Client;

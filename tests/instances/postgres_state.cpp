@@ -1,10 +1,10 @@
 // What is said of a server that cannot be reached, or only in part.
 
 #include "tests/instances/PostgresServers.h"
-#include "tests/support/TempFolder.h"
 #include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/instances/postgres/PostgresDatabase.h"
 #include "zelwbr3/instances/postgres/connection/ServerError.h"
+#include "zelwbr3/testing/TempFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>

@@ -1,5 +1,7 @@
-#include "tests/instances/Contract.h"
 #include "tests/instances/RecordingFiles.h"
+#include "zelwbr3/testing/Contract.h"
+
+using namespace ZELWbr3::Testing;
 
 using namespace RecordingFiles;
 

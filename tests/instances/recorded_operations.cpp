@@ -1,5 +1,7 @@
 #include "tests/instances/RecordingFiles.h"
-#include "tests/instances/Rows.h"
+#include "zelwbr3/testing/Rows.h"
+
+using namespace ZELWbr3::Testing;
 
 using namespace RecordingFiles;
 

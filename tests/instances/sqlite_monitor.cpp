@@ -1,8 +1,10 @@
-#include "tests/instances/Rows.h"
 #include "tests/instances/SQLiteFiles.h"
+#include "zelwbr3/testing/Rows.h"
 
 #include <optional>
 #include <regex>
+
+using namespace ZELWbr3::Testing;
 
 using namespace SQLiteFiles;
 

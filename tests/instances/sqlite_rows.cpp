@@ -1,8 +1,10 @@
-#include "tests/instances/Rows.h"
 #include "tests/instances/SQLiteFiles.h"
 #include "zelwbr3/base/Worker.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
+#include "zelwbr3/testing/Rows.h"
+
+using namespace ZELWbr3::Testing;
 
 using namespace SQLiteFiles;
 using namespace std::chrono_literals;

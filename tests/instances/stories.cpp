@@ -1,13 +1,15 @@
 // What instances tell, step by step: see stories/README.md.
 
 #include "tests/instances/RecordingFiles.h"
-#include "tests/instances/Rows.h"
 #include "tests/instances/SQLiteFiles.h"
 #include "tests/support/Accepted.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
+#include "zelwbr3/testing/Rows.h"
 
 #include <regex>
 #include <sstream>
+
+using namespace ZELWbr3::Testing;
 
 namespace {
 

@@ -140,7 +140,7 @@ struct Asked {
   }
   Headless::ScriptedAnswers Answers;
   std::string Wrong;
-  Connection Unsuitable;
+  ScopedConnection Unsuitable;
 };
 
 // Number fields take digits and backspace only.

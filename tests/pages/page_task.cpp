@@ -15,7 +15,7 @@ void HideAtTheAnnouncement(const std::string& sPage, const std::string& sStep) {
   Shown o("demo");
   o.Show(sPage);
   const auto oPage = std::dynamic_pointer_cast<DataPage>(o.Browser->ActPageObj());
-  const auto oHide = o.Browser->ActionBegin.Connect([&] { oPage->Hide(); });
+  const ScopedConnection oHide = o.Browser->ActionBegin.Connect([&] { oPage->Hide(); });
   o.Quiet();
   o.Do(sStep);
   EXPECT_EQ(o.Lines(), "begin\ncomplete\n");

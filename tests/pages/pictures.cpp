@@ -1,5 +1,6 @@
 // The pages as a person sees them: tests/pictures, see the README there.
 
+#include "host/HostPages.h"
 #include "tests/support/Accepted.h"
 #include "tests/support/Shown.h"
 

@@ -30,6 +30,7 @@ class LifetimeTest : public testing::Test, public Shown {
   void On(Event<Arguments...>& oEvent, std::function<void()> oAct) {
     Connections.push_back(oEvent.Connect([oAct](const Arguments&...) { oAct(); }));
   }
+  std::vector<ScopedConnection> Connections;
   std::function<void()> Destroy = [this] { Browser.reset(); };
   std::function<void()> CleanUp = [this] { Browser->CleanUp(); };
   static void Fail() { throw std::runtime_error("and failed as well"); }

@@ -43,7 +43,7 @@ class NavigationTest : public testing::Test, public Story {
   Browser Control{Platform};
 
  private:
-  Connection m_oComplete;
+  ScopedConnection m_oComplete;
 };
 
 // What only pages may do is out of a host's reach.

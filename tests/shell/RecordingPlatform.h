@@ -1,11 +1,13 @@
 #pragma once
 
-#include "tests/support/Story.h"
-#include "tests/support/TestLocale.h"
 #include "zelwbr3/dom/DocumentBuilder.h"
 #include "zelwbr3/headless/MessageQueue.h"
 #include "zelwbr3/headless/ScriptedAnswers.h"
 #include "zelwbr3/platform/Platform.h"
+#include "zelwbr3/platform/ScreenPointer.h"
+#include "zelwbr3/platform/WebBrowser.h"
+#include "zelwbr3/testing/Story.h"
+#include "zelwbr3/testing/TestLocale.h"
 
 #include <array>
 #include <string>

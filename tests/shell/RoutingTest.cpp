@@ -117,7 +117,7 @@ TEST_F(RoutingTest, AReloadIsBegunAndEndedOnce) {
 TEST_F(RoutingTest, TheDefaultPageTellsItsClicksAndReloadsOnF5) {
   PageFile("Default", "<a id=link>x</a>");
   const auto oPage = Browser->PageDefault();
-  const auto oConnection = oPage->Click.Connect([this](const std::string& sID) { Line("Click " + sID); });
+  const ScopedConnection oConnection = oPage->Click.Connect([this](const std::string& sID) { Line("Click " + sID); });
   oPage->Show();
   Quiet();
   EXPECT_FALSE(oPage->HandleOnClick(""));

@@ -3,6 +3,7 @@
 #include "tests/support/ChangedRecording.h"
 #include "zelwbr3/headless/HeadlessPlatform.h"
 #include "zelwbr3/pages/main/PageMain.h"
+#include "zelwbr3/platform/HelpFile.h"
 #include "zelwbr3/shell/Browser.h"
 
 #include <gtest/gtest.h>
@@ -45,7 +46,7 @@ struct MessageWindows {
           Windows.push_back(oBrowser.URL() + " " + (oTopic == nullptr ? "no frame" : oTopic->getAttribute("src")));
         })) {}
   std::vector<std::string> Windows;
-  Connection Handler;
+  ScopedConnection Handler;
 };
 
 std::string HTML() { return std::string(ZELWBR3_SOURCE_DIR) + "/html"; }
@@ -54,7 +55,7 @@ TEST(MessageWindow, IsClosedBeforeTheCallReturnsAndMayBeTheControlsEnd) {
   Headless::HeadlessPlatform oPlatform;
   auto oBrowser = std::make_unique<Browser>(oPlatform);
   oBrowser->HTMLPath(HTML());
-  const auto oHandler = oPlatform.MessageWindowShown.Connect([&](const auto&) { oBrowser.reset(); });
+  const ScopedConnection oHandler = oPlatform.MessageWindowShown.Connect([&](const auto&) { oBrowser.reset(); });
   oBrowser->ShowMessageHelpID("1");
   EXPECT_EQ(oBrowser, nullptr);
 }

@@ -1,7 +1,7 @@
 #include "tests/support/ChangedRecording.h"
 
-#include "tests/support/TempFolder.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/testing/TempFolder.h"
 
 #include <nlohmann/json.hpp>
 

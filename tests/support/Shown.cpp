@@ -1,14 +1,9 @@
 #include "tests/support/Shown.h"
 
-#include "tests/support/Picture.h"
-#include "zelwbr3/dom/Style.h"
-
-#include <gtest/gtest.h>
+#include "host/HostPages.h"
 
 #include <algorithm>
 #include <map>
-#include <regex>
-#include <sstream>
 #include <stdexcept>
 
 namespace ZELWbr3::Testing {
@@ -21,44 +16,13 @@ std::string Worded(const Recorded::Call::Argument& oArgument) {
   return std::to_string(std::get<std::int32_t>(oArgument));
 }
 
-std::string OneLine(const std::string& sText) { return std::regex_replace(sText, std::regex("\n"), "\\n"); }
-
 }  // namespace
 
 Shown::Shown(const std::string& sRecording, const Changes& changes)
-    : Database(std::make_shared<ChangedRecording>(sRecording, changes, [this](const Recorded::Call& o) { Tell(o); })),
-      Browser(std::make_unique<ZELWbr3::Browser>(Platform)) {
-  Browser->HTMLPath(ZELWBR3_SOURCE_DIR "/html");
-  const auto Keep = [this](Connection oConnection) { Connections.push_back(std::move(oConnection)); };
-  Keep(Browser->ActionBegin.Connect([this] { Line("begin"); }));
-  Keep(Browser->ActionComplete.Connect([this](bool bRefresh) { Line(bRefresh ? "complete, refresh" : "complete"); }));
-  Keep(Browser->PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) { Line("page " + oPage->Name()); }));
-  Keep(Browser->Command.Connect([this](Long lCommand) { Line("command " + std::to_string(lCommand)); }));
-  Keep(Platform.MessageBox().Shown.Connect([this](const Headless::ScriptedAnswers::Box& oBox) {
-    using Headless::Word;
-    Line("box " + oBox.Title + " [" + Word(oBox.Picture) + " " + Word(oBox.Offered) + "]: " + OneLine(oBox.Text) +
-         " -> " + Word(oBox.Given));
-    if (OnAsked) OnAsked(oBox.Title);
-  }));
-  Keep(Platform.DialogBox().DialogShown.Connect([this](const Headless::ScriptedAnswers::AnsweredDialog& oDialog) {
-    std::string sButtons;
-    for (const auto& oButton : oDialog.Shown.Buttons) sButtons += "[" + oButton.Caption + "]";
-    Line("dialog " + oDialog.Shown.Name + " " + sButtons + " " + oDialog.Shown.Caption + ": " +
-         OneLine(Headless::FullText(oDialog.Shown)) + " -> " + Headless::Word(oDialog.Given));
-    if (OnAsked) OnAsked(oDialog.Shown.Name);
-  }));
-  Keep(Platform.MessageBox().Unsuitable.Connect([this](const std::string& sText) { Line("wrong: " + sText); }));
-  Keep(Platform.Traced.Connect([this](const std::string& sText) { Line("trace: " + sText); }));
-}
+    : ShownControl({ZELWBR3_SOURCE_DIR "/html"}),
+      Database(std::make_shared<ChangedRecording>(sRecording, changes, [this](const Recorded::Call& o) { Tell(o); })) {}
 
 Shown::~Shown() { Quiet(); }
-
-void Shown::Quiet() {
-  std::istringstream oLines(Lines());
-  for (std::string sLine; std::getline(oLines, sLine);) {
-    for (const char* sTrouble : {"box Error", "trace: ", "wrong: "}) EXPECT_FALSE(sLine.starts_with(sTrouble)) << sLine;
-  }
-}
 
 void Shown::Tell(const Recorded::Call& oCall) {
   m_calls.push_back(oCall.Name);
@@ -79,27 +43,6 @@ void Shown::Show(const std::string& sPage) {
   Settle();
 }
 
-void Shown::PageFile(const std::string& sName, const std::string& sHTML) {
-  m_oFolder.Write(sName + ".htm", (sHTML.starts_with("<!DOCTYPE") ? "" : "<!DOCTYPE html>") + sHTML);
-  Browser->HTMLPath(m_oFolder.Path());
-}
-
-void Shown::Click(const std::string& sID) {
-  Platform.FrontFrame().Click(sID);
-  Settle();
-}
-
-bool Shown::Key(int iCode) {
-  const bool bTaken = Platform.FrontFrame().Key(iCode);
-  Settle();
-  return bTaken;
-}
-
-void Shown::Item(int iKey) {
-  Commandlist->ClickItem(iKey);
-  Settle();
-}
-
 void Shown::Do(const std::string& sStep) {
   const std::map<std::string, std::function<void(const std::string&)>> steps = {
       {"show", [this](const std::string& s) { Show(s); }},
@@ -116,24 +59,5 @@ void Shown::Do(const std::string& sStep) {
   if (it == steps.end() || iBlank == std::string::npos) throw std::invalid_argument("No step: " + sStep);
   it->second(sStep.substr(iBlank + 1));
 }
-
-std::string Shown::Picture() const { return Testing::Picture(*Browser->VisibleDocument()); }
-
-std::string Shown::Items() const {
-  std::string sItems;
-  for (const auto& oItem : Commandlist->Items()) {
-    const std::string sText = oItem.Separator ? "|" : oItem.Enabled ? oItem.Text : "(" + oItem.Text + ")";
-    sItems += (sItems.empty() ? "" : " ") + sText;
-  }
-  return sItems;
-}
-
-Element& Shown::At(const std::string& sID) const {
-  Element* oElement = Browser->VisibleDocument()->all().item(sID);
-  if (oElement == nullptr) throw std::runtime_error("No element " + sID);
-  return *oElement;
-}
-
-bool Shown::IsShown(const std::string& sID) const { return At(sID).style().display() != "none"; }
 
 }  // namespace ZELWbr3::Testing

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tests/support/Story.h"
 #include "zelwbr3/framework/Page.h"
+#include "zelwbr3/testing/Story.h"
 
 #include <functional>
 #include <string>

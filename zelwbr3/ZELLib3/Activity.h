@@ -1,12 +1,13 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// Counters since the instance was started; -1 = not available, also returned
 /// for an index out of bounds.
-class Activity {
+class ZELWBR3_EXPORT Activity {
  public:
   virtual ~Activity() = default;
 

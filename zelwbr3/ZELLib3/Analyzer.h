@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 #include <optional>
 #include <vector>
@@ -8,7 +9,7 @@
 namespace ZELLib3 {
 
 /// The database analyzer of the instance.
-class Analyzer {
+class ZELWBR3_EXPORT Analyzer {
  public:
   /// The protocol files of one day.
   struct ProtocolSet {

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// Something that is read in blocks: Open delivers the first one, ReadMore the
 /// next. The reader steps through a block before it requests the next one.
-class BlockSource {
+class ZELWBR3_EXPORT BlockSource {
  public:
   virtual ~BlockSource() = default;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Parameter.h"
+#include "zelwbr3/base/Export.h"
 
 #include <memory>
 
@@ -9,7 +10,7 @@ namespace ZELLib3 {
 /// The instance's caches. Sizes are KB; a negative size means that the cache
 /// does not exist. Accesses are counters by index: 0 accesses, 1 successful,
 /// 2 unsuccessful; -1 = not available.
-class Caches {
+class ZELWBR3_EXPORT Caches {
  public:
   virtual ~Caches() = default;
 

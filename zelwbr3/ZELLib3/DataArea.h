@@ -1,11 +1,12 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Volumes.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// The data area.
-class DataArea {
+class ZELWBR3_EXPORT DataArea {
  public:
   virtual ~DataArea() = default;
 

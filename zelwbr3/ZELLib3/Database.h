@@ -18,6 +18,7 @@
 #include "zelwbr3/ZELLib3/SysInfos.h"
 #include "zelwbr3/ZELLib3/Trouble.h"
 #include "zelwbr3/ZELLib3/Version.h"
+#include "zelwbr3/base/Export.h"
 
 #include <functional>
 #include <memory>
@@ -35,7 +36,7 @@ namespace ZELLib3 {
 /// One call at a time: reads come on the user-interface thread. Operations that
 /// change the instance may come on another thread; nothing is read while one
 /// runs. A read that may take long runs its waiting through the WaitRunner.
-class Database {
+class ZELWBR3_EXPORT Database {
  public:
   virtual ~Database() = default;
 

@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/Checked.h"
 #include "zelwbr3/base/Date.h"
+#include "zelwbr3/base/Export.h"
 
 #include <stdexcept>
 #include <string>
@@ -20,7 +21,7 @@ struct Error {
 
 /// Raised by a member that cannot be read. The pages report it like LastError
 /// after a failed operation.
-class InstanceError : public std::runtime_error {
+class ZELWBR3_EXPORT InstanceError : public std::runtime_error {
  public:
   explicit InstanceError(Error oError) : std::runtime_error(oError.ErrorText), m_oError(std::move(oError)) {}
   const Error& ErrorObject() const { return m_oError; }

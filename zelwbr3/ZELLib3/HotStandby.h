@@ -1,13 +1,14 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 #include <vector>
 
 namespace ZELLib3 {
 
 /// The hot-standby configuration.
-class HotStandby {
+class ZELWBR3_EXPORT HotStandby {
  public:
   struct Node {
     std::string Name;  ///< "UNKNOWN", in upper or lower case: the node is not known

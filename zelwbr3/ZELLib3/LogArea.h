@@ -2,11 +2,12 @@
 
 #include "zelwbr3/ZELLib3/LogAreaSettings.h"
 #include "zelwbr3/ZELLib3/Volumes.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// The log area.
-class LogArea {
+class ZELWBR3_EXPORT LogArea {
  public:
   virtual ~LogArea() = default;
 

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// Settings of the log area, each 0 unknown, 1 or 2.
-class LogAreaSettings {
+class ZELWBR3_EXPORT LogAreaSettings {
  public:
   virtual ~LogAreaSettings() = default;
 

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// How the instance writes its log. Each code: 2 = active, anything else not.
-class LogSettings {
+class ZELWBR3_EXPORT LogSettings {
  public:
   virtual ~LogSettings() = default;
 

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// One configuration parameter with its change history.
-class Parameter {
+class ZELWBR3_EXPORT Parameter {
  public:
   virtual ~Parameter() = default;
 

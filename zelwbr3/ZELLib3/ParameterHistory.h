@@ -1,12 +1,13 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// The changes of all parameters. Open goes to the first entry; MoveNext returns
 /// false at the end. Without a current entry, its members are empty.
-class ParameterHistory {
+class ZELWBR3_EXPORT ParameterHistory {
  public:
   virtual ~ParameterHistory() = default;
 

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Parameter.h"
+#include "zelwbr3/base/Export.h"
 
 #include <memory>
 
 namespace ZELLib3 {
 
 /// The configuration parameters.
-class Parameters {
+class ZELWBR3_EXPORT Parameters {
  public:
   virtual ~Parameters() = default;
 

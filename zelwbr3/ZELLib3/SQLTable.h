@@ -1,11 +1,12 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/RowSource.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// The rows of one table. Owner and Name are set before Open.
-class SQLTable : public RowSource {
+class ZELWBR3_EXPORT SQLTable : public RowSource {
  public:
   std::string Owner() const { return m_sOwner; }
   void Owner(const std::string& sOwner) { m_sOwner = sOwner; }

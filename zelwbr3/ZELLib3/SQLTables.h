@@ -1,13 +1,14 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/SQLTable.h"
+#include "zelwbr3/base/Export.h"
 
 #include <memory>
 
 namespace ZELLib3 {
 
 /// The factory of SQLTable objects.
-class SQLTables {
+class ZELWBR3_EXPORT SQLTables {
  public:
   virtual ~SQLTables() = default;
 

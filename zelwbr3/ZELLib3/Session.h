@@ -1,11 +1,12 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// One session; the six texts are the cells of its row.
-class Session {
+class ZELWBR3_EXPORT Session {
  public:
   virtual ~Session() = default;
 

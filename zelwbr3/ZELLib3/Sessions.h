@@ -1,13 +1,14 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Session.h"
+#include "zelwbr3/base/Export.h"
 
 #include <memory>
 
 namespace ZELLib3 {
 
 /// The sessions of the instance.
-class Sessions {
+class ZELWBR3_EXPORT Sessions {
  public:
   virtual ~Sessions() = default;
 

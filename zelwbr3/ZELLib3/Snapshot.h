@@ -1,11 +1,12 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// The instance's snapshot.
-class Snapshot {
+class ZELWBR3_EXPORT Snapshot {
  public:
   virtual ~Snapshot() = default;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 #include <array>
 
@@ -9,7 +10,7 @@ namespace ZELLib3 {
 /// The instance's operational state and usage. Sizes are pages, rates percent
 /// (0 to 100). Except for Status and StateText, the figures are only meaningful
 /// while InfoAvailable is true.
-class StateInfo {
+class ZELWBR3_EXPORT StateInfo {
  public:
   /// Nine limits in percent: cold, medium and hot, for the data, the log and
   /// the session bar.

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/RowSource.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// One system information view.
-class SysInfo : public RowSource {
+class ZELWBR3_EXPORT SysInfo : public RowSource {
  public:
   virtual Long Index() const { return 0; }
   virtual std::string Name() const { return {}; }

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/SysInfo.h"
+#include "zelwbr3/base/Export.h"
 
 #include <memory>
 
 namespace ZELLib3 {
 
 /// The system information views.
-class SysInfos {
+class ZELWBR3_EXPORT SysInfos {
  public:
   virtual ~SysInfos() = default;
 

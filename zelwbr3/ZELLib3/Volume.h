@@ -1,12 +1,13 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELLib3 {
 
 /// One volume of the data or log area. Sizes are pages; a count of -1 means not
 /// available.
-class Volume {
+class ZELWBR3_EXPORT Volume {
  public:
   virtual ~Volume() = default;
 

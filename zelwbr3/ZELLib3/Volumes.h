@@ -1,13 +1,14 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Volume.h"
+#include "zelwbr3/base/Export.h"
 
 #include <memory>
 
 namespace ZELLib3 {
 
 /// The volumes of one area. Sizes are pages.
-class Volumes {
+class ZELWBR3_EXPORT Volumes {
  public:
   virtual ~Volumes() = default;
 

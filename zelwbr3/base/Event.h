@@ -1,6 +1,7 @@
 #pragma once
 
-#include <algorithm>
+#include "zelwbr3/base/Export.h"
+
 #include <functional>
 #include <memory>
 #include <utility>
@@ -8,19 +9,45 @@
 
 namespace ZELWbr3 {
 
-/// Keeps one handler connected; the connection ends with the handle. Move-only.
-/// Outliving the event is harmless.
-class [[nodiscard]] Connection {
+/// A handler's connection to an event. It lasts as long as the event, whatever
+/// becomes of this object, unless it is ended. Outliving the event is harmless.
+class ZELWBR3_EXPORT Connection {
  public:
   Connection() = default;
-  explicit Connection(std::shared_ptr<void> oHandler) : m_oHandler(std::move(oHandler)) {}
-  Connection(Connection&&) = default;
-  Connection& operator=(Connection&&) = default;
 
-  void Disconnect() { m_oHandler.reset(); }
+  /// The handler is not called any more, and what it holds is released.
+  void Disconnect() {
+    if (const auto oHandler = m_oHandler.lock()) oHandler->reset();
+  }
 
  private:
-  std::shared_ptr<void> m_oHandler;
+  template <typename...>
+  friend class Event;
+  explicit Connection(const std::shared_ptr<std::shared_ptr<void>>& oHandler) : m_oHandler(oHandler) {}
+
+  std::weak_ptr<std::shared_ptr<void>> m_oHandler;
+};
+
+/// Ends a connection with its own life, for a handler that uses something which
+/// does not live as long as the event. Move-only.
+///
+///     ScopedConnection oConnection = oBrowser.Command.Connect(...);
+class ZELWBR3_EXPORT ScopedConnection {
+ public:
+  ScopedConnection() = default;
+  ScopedConnection(Connection oConnection) : m_oConnection(std::move(oConnection)) {}
+  ScopedConnection(ScopedConnection&& oOther) noexcept : m_oConnection(std::exchange(oOther.m_oConnection, {})) {}
+  ScopedConnection& operator=(ScopedConnection&& oOther) noexcept {
+    std::swap(m_oConnection, oOther.m_oConnection);
+    oOther.Disconnect();
+    return *this;
+  }
+  ~ScopedConnection() { m_oConnection.Disconnect(); }
+
+  void Disconnect() { std::exchange(m_oConnection, {}).Disconnect(); }
+
+ private:
+  Connection m_oConnection;
 };
 
 /// An event that handlers can be connected to. Handlers run in the order in
@@ -36,29 +63,32 @@ class Event {
   Event(const Event&) = delete;
   Event& operator=(const Event&) = delete;
 
-  Connection Connect(Handler handler) {
-    std::erase_if(m_handlers, [](const auto& weak) { return weak.expired(); });
-    auto oHandler = std::make_shared<Handler>(std::move(handler));
-    m_handlers.push_back(oHandler);
-    return Connection(std::move(oHandler));
+  /// Calls the handler at each raise, as long as the event exists.
+  Connection Connect(Handler oHandler) {
+    std::erase_if(m_handlers, [](const auto& oOther) { return *oOther == nullptr; });
+    m_handlers.push_back(std::make_shared<std::shared_ptr<void>>(std::make_shared<Handler>(std::move(oHandler))));
+    return Connection(m_handlers.back());
   }
 
   /// A handler may destroy the event's owner: the list is copied first and the
   /// event is not touched afterwards.
   void Raise(Arguments... arguments) const {
     const auto handlers = m_handlers;
-    for (const auto& weak : handlers) {
-      if (const auto oHandler = weak.lock()) (*oHandler)(arguments...);
+    for (const auto& oEntry : handlers) {
+      if (const auto oHandler = *oEntry) (*static_cast<Handler*>(oHandler.get()))(arguments...);
     }
   }
 
   /// Somebody hears of the next raise.
   bool HasHandlers() const {
-    return std::any_of(m_handlers.begin(), m_handlers.end(), [](const auto& weak) { return !weak.expired(); });
+    for (const auto& oHandler : m_handlers) {
+      if (*oHandler != nullptr) return true;
+    }
+    return false;
   }
 
  private:
-  std::vector<std::weak_ptr<Handler>> m_handlers;
+  std::vector<std::shared_ptr<std::shared_ptr<void>>> m_handlers;
 };
 
 }  // namespace ZELWbr3

@@ -1,5 +1,7 @@
 #include "zelwbr3/desktop/BrowserPanel.h"
 
+#include "zelwbr3/desktop/DesktopPlatform.h"
+#include "zelwbr3/desktop/DesktopPump.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/desktop/KeyTranslation.h"
 
@@ -13,6 +15,12 @@ int ShiftState(const wxKeyEvent& oEvent) {
 }
 
 }  // namespace
+
+struct BrowserPanel::Control {
+  explicit Control(wxWindow& oWindow) : oPlatform(oWindow), oBrowser(oPlatform) {}
+  DesktopPlatform oPlatform;
+  ZELWbr3::Browser oBrowser;
+};
 
 BrowserPanel::BrowserPanel(wxWindow* oParent, wxWindowID iID)
     : wxPanel(oParent, iID, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL | wxWANTS_CHARS | wxBORDER_NONE),
@@ -29,6 +37,9 @@ BrowserPanel::~BrowserPanel() {
   oPump.EndWaits(std::make_exception_ptr(WaitError("The control was destroyed")));
   oPump.AfterWaits([oControl = m_oControl]() mutable { oControl.reset(); });
 }
+
+ZELWbr3::Browser& BrowserPanel::Browser() { return m_oControl->oBrowser; }
+DesktopPlatform& BrowserPanel::Platform() { return m_oControl->oPlatform; }
 
 void BrowserPanel::SetFocus() {
   if (Browser().VisibleDocument() != nullptr) {
@@ -62,20 +73,18 @@ void BrowserPanel::OnSize(wxSizeEvent& oEvent) {
 // Unhandled keys of a page arrive here as well, because such events go from a
 // window to its parent; they are not the control's own.
 
-void BrowserPanel::OnKeyDown(wxKeyEvent& oEvent) {
-  oEvent.Skip();
-  if (oEvent.GetEventObject() != this) return;
-  Integer iKeyCode = int{Translate(oEvent).Code};
-  Integer iShift = ShiftState(oEvent);
-  Platform().Pump().Deliver([&] { Browser().KeyDown.Raise(iKeyCode, iShift); });
-}
+void BrowserPanel::OnKeyDown(wxKeyEvent& oEvent) { Raise(Browser().KeyDown, oEvent); }
 
-void BrowserPanel::OnKeyUp(wxKeyEvent& oEvent) {
+void BrowserPanel::OnKeyUp(wxKeyEvent& oEvent) { Raise(Browser().KeyUp, oEvent); }
+
+void BrowserPanel::Raise(const Event<Integer&, Integer&>& oRaised, wxKeyEvent& oEvent) {
   oEvent.Skip();
   if (oEvent.GetEventObject() != this) return;
   Integer iKeyCode = int{Translate(oEvent).Code};
   Integer iShift = ShiftState(oEvent);
-  Platform().Pump().Deliver([&] { Browser().KeyUp.Raise(iKeyCode, iShift); });
+  const bool bKey = iKeyCode != 0;
+  Platform().Pump().Deliver([&] { oRaised.Raise(iKeyCode, iShift); });
+  oEvent.Skip(!bKey || iKeyCode != 0);
 }
 
 void BrowserPanel::OnChar(wxKeyEvent& oEvent) {
@@ -84,6 +93,7 @@ void BrowserPanel::OnChar(wxKeyEvent& oEvent) {
   if (oEvent.GetEventObject() != this || iCharacter == WXK_NONE || iCharacter > 0x7FFF) return;
   Integer iKeyAscii = iCharacter;
   Platform().Pump().Deliver([&] { Browser().KeyPress.Raise(iKeyAscii); });
+  oEvent.Skip(iKeyAscii != 0);
 }
 
 }  // namespace ZELWbr3::Desktop

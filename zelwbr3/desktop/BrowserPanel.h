@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/desktop/DesktopPlatform.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/shell/Browser.h"
 
 #include <memory>
@@ -8,6 +8,8 @@
 #include <wx/panel.h>
 
 namespace ZELWbr3::Desktop {
+
+class DesktopPlatform;
 
 /// The control for a program with wxWidgets: a panel like any other, to be
 /// placed in a sizer. Given the keyboard, it hands it to the page in front. The
@@ -17,16 +19,17 @@ namespace ZELWbr3::Desktop {
 ///     oPanel->Browser().HTMLPath("/usr/share/zelwbr3/html");
 ///     oPanel->Browser().PageMain()->Show(oDatabase);
 ///
-/// Showing a page pumps messages. When the panel is destroyed during that, the
+/// Showing a page waits in the toolkit's loop, which must be running: not in
+/// wxApp::OnInit, but in what that hands to CallAfter. It pumps messages. When the panel is destroyed during that, the
 /// wait ends with WaitError; the control itself lives on, invisible, until the
 /// waiting code has returned.
-class BrowserPanel : public wxPanel {
+class ZELWBR3_EXPORT BrowserPanel : public wxPanel {
  public:
   explicit BrowserPanel(wxWindow* oParent, wxWindowID iID = wxID_ANY);
   ~BrowserPanel() override;
 
-  ZELWbr3::Browser& Browser() { return m_oControl->oBrowser; }
-  DesktopPlatform& Platform() { return m_oControl->oPlatform; }
+  ZELWbr3::Browser& Browser();
+  DesktopPlatform& Platform();
 
   void SetFocus() override;
   void SetFocusFromKbd() override;
@@ -40,16 +43,14 @@ class BrowserPanel : public wxPanel {
   bool KeyToPage(const wxKeyEvent& oEvent);
 
  private:
-  struct Control {
-    explicit Control(wxWindow& oWindow) : oPlatform(oWindow), oBrowser(oPlatform) {}
-    DesktopPlatform oPlatform;
-    ZELWbr3::Browser oBrowser;
-  };
+  struct Control;
 
   void OnSize(wxSizeEvent& oEvent);
   void OnKeyDown(wxKeyEvent& oEvent);
   void OnKeyUp(wxKeyEvent& oEvent);
   void OnChar(wxKeyEvent& oEvent);
+  /// A handler that takes the key keeps it from the program's other windows.
+  void Raise(const Event<Integer&, Integer&>& oRaised, wxKeyEvent& oEvent);
 
   std::shared_ptr<Control> m_oControl;
 };

@@ -2,6 +2,8 @@
 
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/desktop/Accessible.h"
+#include "zelwbr3/desktop/BrowserPanel.h"
+#include "zelwbr3/desktop/DesktopPlatform.h"
 #include "zelwbr3/desktop/DesktopPump.h"
 
 #include <wx/button.h>
@@ -31,6 +33,9 @@ DesktopCommandlist::DesktopCommandlist(wxWindow& oParent, DesktopPump& oPump, Pi
   wxButton oExample(m_oBar, wxID_ANY, "X");
   m_oBar->SetMinSize(wxSize(-1, oExample.GetBestSize().y + 2 * m_oBar->FromDIP(3)));
 }
+
+DesktopCommandlist::DesktopCommandlist(wxWindow& oParent, BrowserPanel& oPanel, Pictures oPictures)
+    : DesktopCommandlist(oParent, oPanel.Platform().Pump(), std::move(oPictures)) {}
 
 DesktopCommandlist::~DesktopCommandlist() {
   if (m_oBar != nullptr) m_oBar->Destroy();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/CommandLists.h"
 
 #include <functional>
@@ -12,12 +13,13 @@
 
 namespace ZELWbr3::Desktop {
 
+class BrowserPanel;
 class DesktopPump;
 
 /// A command list drawn as a row of buttons, which wraps when it is narrow. A
 /// mnemonic works with Alt from everywhere in the window. The window is
 /// destroyed by its parent, as windows are; the list may outlive it.
-class DesktopCommandlist : public CommandLists {
+class ZELWBR3_EXPORT DesktopCommandlist : public CommandLists {
  public:
   /// The picture with a number; an empty bundle for none.
   using Pictures = std::function<wxBitmapBundle(Long)>;
@@ -25,6 +27,8 @@ class DesktopCommandlist : public CommandLists {
   /// oPump is that of the control whose commands are listed, and outlives the
   /// window: what a click throws goes where the control's own errors go.
   DesktopCommandlist(wxWindow& oParent, DesktopPump& oPump, Pictures oPictures = {});
+  /// The same, with the control named by its panel.
+  DesktopCommandlist(wxWindow& oParent, BrowserPanel& oPanel, Pictures oPictures = {});
   ~DesktopCommandlist() override;
 
   /// Items with pictures are drawn as those alone, with their texts as tooltips.

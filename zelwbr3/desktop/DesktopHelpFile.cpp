@@ -1,5 +1,7 @@
 #include "zelwbr3/desktop/DesktopHelpFile.h"
 
+#include "zelwbr3/base/ReadFile.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <memory>
@@ -11,6 +13,11 @@ namespace ZELWbr3::Desktop {
 
 namespace {
 
+std::string WithSlashes(std::string sPath) {
+  std::ranges::replace(sPath, '\\', '/');
+  return sPath;
+}
+
 struct Close {
   void operator()(chmFile* oFile) const { chm_close(oFile); }
 };
@@ -18,8 +25,7 @@ using OpenFile = std::unique_ptr<chmFile, Close>;
 
 OpenFile Open(const std::string& sCHMPath) {
   if (sCHMPath.empty()) throw HelpError("No help file was named.");
-  std::string sPath = sCHMPath;
-  std::ranges::replace(sPath, '\\', '/');
+  const std::string sPath = WithSlashes(sCHMPath);
   // A device or pipe would be waited for.
   std::error_code oError;
   const auto eKind = std::filesystem::status(sPath, oError).type();
@@ -41,9 +47,27 @@ std::optional<chmUnitInfo> Find(chmFile& oFile, const std::string& sObject) {
   return bFound ? std::optional(oFound) : std::nullopt;
 }
 
+/// The file of something in a folder of topics; empty if there is none. Nothing
+/// outside the folder can be named.
+std::filesystem::path FileIn(const std::string& sFolder, const std::string& sObject) {
+  std::error_code oIgnored;
+  const auto oFolder = std::filesystem::canonical(sFolder, oIgnored);
+  if (sObject.empty() || sObject.find('\0') != std::string::npos) return {};
+  const auto oFile = std::filesystem::canonical(oFolder / sObject, oIgnored);
+  const auto [itFolder, itFile] = std::ranges::mismatch(oFolder, oFile);
+  return itFolder == oFolder.end() && std::filesystem::is_regular_file(oFile, oIgnored) ? oFile
+                                                                                        : std::filesystem::path();
+}
+
+bool IsFolder(const std::string& sCHMPath) {
+  std::error_code oIgnored;
+  return std::filesystem::is_directory(WithSlashes(sCHMPath), oIgnored);
+}
+
 }  // namespace
 
 bool DesktopHelpFile::HasTopic(const std::string& sCHMPath, const std::string& sHelpID) {
+  if (IsFolder(sCHMPath)) return !FileIn(WithSlashes(sCHMPath), sHelpID + ".htm").empty();
   try {
     return Find(*Open(sCHMPath), sHelpID + ".htm").has_value();
   } catch (const HelpError&) {
@@ -52,9 +76,21 @@ bool DesktopHelpFile::HasTopic(const std::string& sCHMPath, const std::string& s
 }
 
 std::string DesktopHelpFile::Read(const std::string& sCHMPath, const std::string& sObject) {
+  const auto NoTopic = [&] {
+    return HelpError("The help file \"" + sCHMPath + "\" has no topic \"" + sObject + "\".");
+  };
+  if (IsFolder(sCHMPath)) {
+    const auto oPath = FileIn(WithSlashes(sCHMPath), sObject);
+    if (oPath.empty()) throw NoTopic();
+    try {
+      return ReadFile(oPath.string(), MaxBytes);
+    } catch (const ReadFileError& oError) {
+      throw HelpError("\"" + sObject + "\" in \"" + sCHMPath + "\" cannot be read: " + oError.what());
+    }
+  }
   const OpenFile oFile = Open(sCHMPath);
   auto oFound = Find(*oFile, sObject);
-  if (!oFound) throw HelpError("The help file \"" + sCHMPath + "\" has no topic \"" + sObject + "\".");
+  if (!oFound) throw NoTopic();
   if (oFound->length > MaxBytes) {
     throw HelpError("\"" + sObject + "\" in the help file \"" + sCHMPath + "\" is too large to be shown.");
   }

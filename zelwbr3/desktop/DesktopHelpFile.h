@@ -16,7 +16,8 @@ class HelpError : public std::runtime_error {
 };
 
 /// Compiled help files (.chm), read afresh each time: they are small, and
-/// one may be replaced while the program runs.
+/// one may be replaced while the program runs. A folder that holds what such a file
+/// is made of serves as well, for a program whose help was not compiled.
 class DesktopHelpFile : public HelpFile {
  public:
   /// Topics, styles and pictures are far below it; what claims to be larger is

@@ -1,13 +1,7 @@
 #pragma once
 
-#include "zelwbr3/desktop/DesktopDialogBox.h"
-#include "zelwbr3/desktop/DesktopHelpFile.h"
-#include "zelwbr3/desktop/DesktopMessageBox.h"
-#include "zelwbr3/desktop/DesktopPump.h"
-#include "zelwbr3/desktop/DesktopScreenPointer.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/desktop/Theme.h"
-#include "zelwbr3/desktop/WebContext.h"
-#include "zelwbr3/framework/SystemLocale.h"
 #include "zelwbr3/platform/Platform.h"
 
 #include <functional>
@@ -16,13 +10,14 @@
 #include <string>
 #include <vector>
 
-#include <wx/weakref.h>
-#include <wx/window.h>
+class wxWindow;
 
 namespace ZELWbr3::Desktop {
 
-class CloseGuard;
+class DesktopHelpFile;
+class DesktopPump;
 class DesktopWebBrowser;
+class WebContext;
 
 /// The platform on wxWidgets and WebKit. The four frames lie on each other in
 /// one window of the program.
@@ -30,7 +25,7 @@ class DesktopWebBrowser;
 /// While a page is waited for, closing the program's window would destroy the
 /// control under the waiting code: the platform holds the close back, ends the
 /// waits with an error, and closes the window when they have ended.
-class DesktopPlatform : public Platform {
+class ZELWBR3_EXPORT DesktopPlatform : public Platform {
  public:
   using TraceTo = std::function<void(const std::string&)>;
 
@@ -39,20 +34,21 @@ class DesktopPlatform : public Platform {
   ~DesktopPlatform() override;
 
   std::unique_ptr<WebBrowser> MakeWebBrowser(int iFrame, WebBrowserEvents& oEvents) override;
-  ZELWbr3::MessagePump& MessagePump() override { return m_oPump; }
-  ZELWbr3::ScreenPointer& ScreenPointer() override { return m_oPointer; }
-  ZELWbr3::MessageBox& MessageBox() override { return m_oMessageBox; }
-  ZELWbr3::DialogBox& DialogBox() override { return m_oDialogBox; }
+  ZELWbr3::MessagePump& MessagePump() override;
+  ZELWbr3::ScreenPointer& ScreenPointer() override;
+  ZELWbr3::MessageBox& MessageBox() override;
+  ZELWbr3::DialogBox& DialogBox() override;
   std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents& oEvents) override;
-  DesktopHelpFile& HelpFile() override { return m_oHelpFile; }
-  const ZELWbr3::UserLocale& UserLocale() const override { return m_oLocale; }
+  ZELWbr3::HelpFile& HelpFile() override;
+  const ZELWbr3::UserLocale& UserLocale() const override;
+  void Post(std::function<void()> oWork) override;
   bool Trace(const std::string& sText) override;
 
   /// Where traces go from now on; nowhere at first.
-  void Trace(TraceTo oTrace) { m_oTrace = std::move(oTrace); }
+  void Trace(TraceTo oTrace);
 
   /// The theme of the program's windows, unless another one was chosen.
-  Desktop::Theme Theme() const { return m_eTheme; }
+  Desktop::Theme Theme() const;
   /// Chooses a theme, for the pages shown now, too; none = the program's own.
   void Theme(std::optional<Desktop::Theme> eTheme);
 
@@ -60,30 +56,19 @@ class DesktopPlatform : public Platform {
   DesktopWebBrowser* Front() const;
 
   /// Null when the window is gone.
-  wxWindow* Parent() const { return m_oParent; }
-  const WebContext& Context() const { return m_oContext; }
-  DesktopPump& Pump() { return m_oPump; }
+  wxWindow* Parent() const;
+  const WebContext& Context() const;
+  DesktopPump& Pump();
   /// The browsers that exist now, by no particular order.
-  const std::vector<DesktopWebBrowser*>& Browsers() const { return m_oBrowsers; }
+  const std::vector<DesktopWebBrowser*>& Browsers() const;
 
  private:
   friend class DesktopWebBrowser;
+  /// A browser exists, or no longer.
+  void Watch(DesktopWebBrowser& oBrowser, bool bExists);
 
-  void OnColoursChanged(wxSysColourChangedEvent& oEvent);
-
-  wxWeakRef<wxWindow> m_oParent;
-  TraceTo m_oTrace;
-  WebContext m_oContext;
-  DesktopPump m_oPump;
-  DesktopScreenPointer m_oPointer;
-  DesktopMessageBox m_oMessageBox;
-  DesktopDialogBox m_oDialogBox;
-  DesktopHelpFile m_oHelpFile;
-  SystemLocale m_oLocale;
-  std::optional<Desktop::Theme> m_eChosenTheme;
-  Desktop::Theme m_eTheme;
-  std::vector<DesktopWebBrowser*> m_oBrowsers;
-  std::unique_ptr<CloseGuard> m_oCloseGuard;
+  struct Doors;
+  std::unique_ptr<Doors> m_oDoors;
 };
 
 }  // namespace ZELWbr3::Desktop

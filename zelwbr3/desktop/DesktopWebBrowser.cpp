@@ -1,7 +1,10 @@
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 
 #include "zelwbr3/desktop/DesktopPlatform.h"
+#include "zelwbr3/desktop/DesktopPump.h"
+#include "zelwbr3/desktop/PageFolders.h"
 #include "zelwbr3/dom/Document.h"
+#include "zelwbr3/platform/MessagePump.h"
 #include "zelwbr3/remote/AgentSource.h"
 #include "zelwbr3/remote/FileURL.h"
 
@@ -49,11 +52,11 @@ DesktopWebBrowser::DesktopWebBrowser(DesktopPlatform& oPlatform, wxWindow& oPare
     : m_oPlatform(oPlatform), m_oEvents(oEvents), m_oRemote(oEvents, *this) {
   m_oBox = new PictureBox(&oParent, wxID_ANY, wxDefaultPosition, oParent.GetClientSize(), wxBORDER_NONE);
   m_oBox->Hide();
-  m_oPlatform.m_oBrowsers.push_back(this);
+  m_oPlatform.Watch(*this, true);
 }
 
 DesktopWebBrowser::~DesktopWebBrowser() {
-  std::erase(m_oPlatform.m_oBrowsers, this);
+  m_oPlatform.Watch(*this, false);
   m_oView.reset();
   if (m_oBox != nullptr) m_oBox->Destroy();
 }
@@ -90,6 +93,11 @@ bool DesktopWebBrowser::BeginsAgainAs(const std::string& sURL) const {
 std::uint32_t DesktopWebBrowser::Load(const std::string& sURL) {
   m_eLoadTheme = m_oPlatform.Theme();
   m_oOrigin = Remote::PageOrigin(Remote::FilePath(sURL));
+  if (m_pageFolders.size() > 1) {
+    if (const auto sHTML = WithFolders(Remote::FilePath(sURL), m_pageFolders)) {
+      return m_oView->Load(Remote::MakeURL(sURL), *sHTML);
+    }
+  }
   return m_oView->Load(Remote::MakeURL(sURL));
 }
 

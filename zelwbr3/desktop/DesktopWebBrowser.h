@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <wx/panel.h>
 #include <wx/weakref.h>
@@ -30,6 +31,7 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remo
   DesktopWebBrowser(DesktopPlatform& oPlatform, wxWindow& oParent, WebBrowserEvents& oEvents);
   ~DesktopWebBrowser() override;
 
+  void PageFolders(const std::vector<std::string>& folders) override { m_pageFolders = folders; }
   void Navigate(const std::string& sURL, NavigateFlags eFlags) override;
   void Refresh(const std::string& sURL) override;
   std::shared_ptr<ZELWbr3::Document> Document() const override { return m_oRemote.Document(); }
@@ -91,6 +93,7 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remo
   wxWeakRef<wxPanel> m_oBox;
   std::unique_ptr<WebView> m_oView;
   Remote::PageOrigin m_oOrigin;
+  std::vector<std::string> m_pageFolders;
   Desktop::Theme m_eLoadTheme = Desktop::Theme::Light;
   Remote::RemoteDocument m_oRemote;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 namespace ZELWbr3::Desktop {
 
 /// How pages look. The browser would take this from the desktop's settings,
@@ -7,6 +9,6 @@ namespace ZELWbr3::Desktop {
 enum class Theme { Light, Dark };
 
 /// The theme that the program's windows have now.
-Theme SystemTheme();
+ZELWBR3_EXPORT Theme SystemTheme();
 
 }  // namespace ZELWbr3::Desktop

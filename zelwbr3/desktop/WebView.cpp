@@ -282,6 +282,14 @@ std::uint32_t WebView::Load(const std::string& sURL) {
   return m_iSerial;
 }
 
+std::uint32_t WebView::Load(const std::string& sURL, const std::string& sHTML) {
+  m_iSerial = NewNumber();
+  m_bNetwork = false;
+  const std::string sAddress = WithSerial(sURL, m_iSerial);
+  webkit_web_view_load_alternate_html(m_oView, sHTML.c_str(), sAddress.c_str(), sAddress.c_str());
+  return m_iSerial;
+}
+
 void WebView::ShowError(const std::string& sURL, const std::string& sReason) {
   const std::string sHTML = Remote::ErrorPage(WithoutSerial(sURL), sReason);
   const std::string sAddress = WithSerial("about:blank", m_iSerial);

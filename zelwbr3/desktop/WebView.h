@@ -66,6 +66,8 @@ class WebView {
   /// document finds in its URL. A URL of a scheme that is not allowed, and one
   /// that cannot be loaded, shows an error page with this number instead.
   std::uint32_t Load(const std::string& sURL);
+  /// The same with a text in place of what is in the file of that URL.
+  std::uint32_t Load(const std::string& sURL, const std::string& sHTML);
   /// A number that no load has, for the present document when it begins again.
   std::uint32_t NewNumber() { return ++m_iLastNumber; }
 

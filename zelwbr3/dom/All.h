@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Element.h"
 
 namespace ZELWbr3 {
@@ -7,7 +8,7 @@ namespace ZELWbr3 {
 /// The elements below a root, by id. If several elements share an id, the first
 /// in document order is returned; null if there is none, and for the empty id.
 /// The cost does not depend on the size of the document.
-class All {
+class ZELWBR3_EXPORT All {
  public:
   /// A null root has nothing below it.
   explicit All(const Element* oRoot) : m_oRoot(oRoot) {}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 #include <cstdint>
 #include <string_view>
 
@@ -40,7 +42,7 @@ struct Change {
 };
 
 /// Receives the writes to a document, in order.
-class ChangeLog {
+class ZELWBR3_EXPORT ChangeLog {
  public:
   virtual ~ChangeLog() = default;
   virtual void Record(const Change& oChange) = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/dom/All.h"
 #include "zelwbr3/dom/Element.h"
@@ -18,7 +19,7 @@ namespace ZELWbr3 {
 /// shows; without a screen, the document itself. Reads are answered here; writes
 /// change the document and are reported to the change log, if there is one.
 /// Built by a DocumentBuilder.
-class Document {
+class ZELWBR3_EXPORT Document {
  public:
   Document() = default;
   Document(const Document&) = delete;

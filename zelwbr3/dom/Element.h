@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/dom/Change.h"
 #include "zelwbr3/dom/FrozenRows.h"
@@ -26,7 +27,7 @@ class Style;
 /// the text that follows the element inside its parent. Attribute and tag names
 /// are in lower case. A text to write may hold any bytes; it is cleaned
 /// (Text::Clean) first.
-class Element {
+class ZELWBR3_EXPORT Element {
  public:
   using Attribute = std::pair<std::string, std::string>;
   using Attributes = std::vector<Attribute>;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Element.h"
 
 #include <cstdint>
@@ -9,7 +10,7 @@ namespace ZELWbr3 {
 /// The properties of an embedded object (a fill bar, the instance picture). They
 /// are attributes in the document, "data-" and the property's name in lower
 /// case; the object draws itself from them.
-class EmbeddedObject {
+class ZELWBR3_EXPORT EmbeddedObject {
  public:
   explicit EmbeddedObject(Element& oElement) : m_oElement(oElement) {}
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Element.h"
 
 #include <functional>
@@ -9,7 +10,7 @@
 namespace ZELWbr3 {
 
 /// Writes elements as HTML and keeps every blank of their texts.
-class HTMLWriter {
+class ZELWBR3_EXPORT HTMLWriter {
  public:
   /// May return markup to write in place of an element, such as a style element
   /// for a link to a style sheet.

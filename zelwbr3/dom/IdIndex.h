@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 #include <memory>
 #include <set>
 #include <string>
@@ -13,7 +15,7 @@ class Element;
 /// The connected elements of a document by id; elements with the same id are in
 /// document order. Add an element after it has been inserted into the tree, and
 /// remove it before it leaves the tree.
-class IdIndex {
+class ZELWBR3_EXPORT IdIndex {
  public:
   void Add(Element& oElement);
   void Remove(Element& oElement);

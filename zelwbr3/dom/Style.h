@@ -1,11 +1,12 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Element.h"
 
 namespace ZELWbr3 {
 
 /// An element's own style. Only `display` can be written.
-class Style {
+class ZELWBR3_EXPORT Style {
  public:
   explicit Style(Element& oElement) : m_oElement(oElement) {}
 

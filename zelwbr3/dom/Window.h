@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/base/Checked.h"
+#include "zelwbr3/base/Export.h"
 
 namespace ZELWbr3 {
 
@@ -12,7 +13,7 @@ struct WindowEvent {
 };
 
 /// The window that a document stands in.
-class Window {
+class ZELWBR3_EXPORT Window {
  public:
   /// Null while no event is being handled.
   WindowEvent* event() const { return m_oEvent; }
@@ -29,7 +30,7 @@ class Window {
 };
 
 /// Makes an event the window's current one for the lifetime of this object.
-class CurrentEvent {
+class ZELWBR3_EXPORT CurrentEvent {
  public:
   CurrentEvent(Window& oWindow, WindowEvent& oEvent) : m_oWindow(oWindow), m_oPrevious(oWindow.m_oEvent) {
     oWindow.m_oEvent = &oEvent;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/FCommandlist.h"
 
 #include <map>
@@ -9,7 +10,7 @@ namespace ZELWbr3 {
 
 /// The state of a command list: the items of each page and which page is in
 /// front. A platform adds the drawing.
-class CommandLists : public ZELCmd3::FCommandlist {
+class ZELWBR3_EXPORT CommandLists : public ZELCmd3::FCommandlist {
  public:
   bool HasList(Long lPageType) const override;
   void Add(Long lPageType, const ZELCmd3::CommandItem& oItem) override;

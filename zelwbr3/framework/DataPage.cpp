@@ -1,89 +1,136 @@
 #include "zelwbr3/framework/DataPage.h"
 
+#include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/base/Event.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/framework/FrontBoxes.h"
 #include "zelwbr3/framework/KeyCode.h"
 #include "zelwbr3/framework/PageLeft.h"
+#include "zelwbr3/framework/PageSite.h"
 #include "zelwbr3/framework/ReadingStopped.h"
 #include "zelwbr3/framework/WaitRunnerScope.h"
+#include "zelwbr3/framework/ZELHTMLForm.h"
+#include "zelwbr3/framework/clsHourglass.h"
+#include "zelwbr3/framework/clsSize.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modCmdEnum.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/framework/modZELError.h"
+#include "zelwbr3/platform/FCommandlist.h"
+#include "zelwbr3/platform/MessagePump.h"
+#include "zelwbr3/platform/Platform.h"
 
+#include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace ZELWbr3 {
 
+struct DataPage::State {
+  std::shared_ptr<ZELLib3::Database> oDatabase;
+  std::shared_ptr<ZELCmd3::FCommandlist> oCL;
+  ScopedConnection oItemClick;
+  ZELHTMLForm oForm;
+  std::shared_ptr<clsHourglass> oHourglass;
+  std::optional<clsSize> oSize;  ///< of this fill
+  Long lBusy = 0;
+  bool bActing = false;   ///< the task has announced an action
+  bool bUnasked = false;  ///< the refresh that goes on was not asked for
+  bool bFilling = false;
+  int iParts = 0;  ///< parts of a task that go on, one in the other
+  struct Unread {
+    std::string Text;
+    std::function<void()> Help;  ///< empty for none
+    bool All = false;            ///< not only a part of the page
+  };
+  std::optional<Unread> oUnread;  ///< what this fill could not read
+};
+
+DataPage::DataPage() : m_oState(std::make_unique<State>()) {}
+DataPage::~DataPage() = default;
+
+const std::shared_ptr<ZELLib3::Database>& DataPage::Database() const { return m_oState->oDatabase; }
+void DataPage::Database(std::shared_ptr<ZELLib3::Database> oDatabase) { m_oState->oDatabase = std::move(oDatabase); }
+std::shared_ptr<ZELCmd3::FCommandlist> DataPage::Commandlist() const { return m_oState->oCL; }
+ZELHTMLForm& DataPage::Form() { return m_oState->oForm; }
+const UserLocale& DataPage::Locale() const { return Browser().Platform().UserLocale(); }
+FrontBoxes DataPage::Boxes() { return Boxes(Needs::Page); }
+bool DataPage::IgnoresEvents() const { return NoEvents() || m_oState->lBusy > 0; }
+
 void DataPage::Commandlist(std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist) {
-  m_oItemClick.Disconnect();
-  m_oCL = std::move(oCommandlist);
-  if (m_oCL == nullptr) return;
-  m_oItemClick = m_oCL->ItemClick.Connect([this](Long lPageType, const ZELCmd3::CommandItem& oItem) {
+  m_oState->oItemClick.Disconnect();
+  m_oState->oCL = std::move(oCommandlist);
+  if (m_oState->oCL == nullptr) return;
+  m_oState->oItemClick = m_oState->oCL->ItemClick.Connect([this](Long lPageType, const ZELCmd3::CommandItem& oItem) {
     const auto oSelf = weak_from_this().lock();  // the click may clean up the control
     if (lPageType == PageType()) oCL_ItemClick(oItem);
   });
 }
 
 void DataPage::Show(std::shared_ptr<ZELLib3::Database> oDatabase) {
-  m_oDatabase = std::move(oDatabase);
+  m_oState->oDatabase = std::move(oDatabase);
   Show();
 }
 
 void DataPage::Hide() {
   Page::Hide();
-  m_oForm.CleanUp();
-  m_oDatabase.reset();
+  m_oState->oForm.CleanUp();
+  m_oState->oDatabase.reset();
 }
 
 void DataPage::CleanUp() {
-  if (m_oCL != nullptr) m_oCL->Reset(PageType());
+  if (m_oState->oCL != nullptr) m_oState->oCL->Reset(PageType());
   Commandlist(nullptr);
-  m_oDatabase.reset();
-  m_oForm.CleanUp();
-  m_oHourglass.reset();
-  m_oSize.reset();
+  m_oState->oDatabase.reset();
+  m_oState->oForm.CleanUp();
+  m_oState->oHourglass.reset();
+  m_oState->oSize.reset();
   Page::CleanUp();
 }
 
 void DataPage::Fill() {
   if (Document()->IsErrorPage()) return;  // has nothing to fill
   clsHourglass::Scope oWait(Hourglass());
-  m_oForm.Init(Document());
-  m_oSize.reset();
-  m_oUnread.reset();
-  m_bFilling = true;
+  m_oState->oForm.Init(Document());
+  m_oState->oSize.reset();
+  m_oState->oUnread.reset();
+  m_oState->bFilling = true;
   Finally(
       [this] {
         Enter([this] {
-          if (m_oDatabase == nullptr) throw std::logic_error("The page " + Name() + " has no instance to show");
+          if (m_oState->oDatabase == nullptr) throw std::logic_error("The page " + Name() + " has no instance to show");
           FillContent();
         });
       },
-      [this] { m_bFilling = m_bUnasked = false; });
+      [this] { m_oState->bFilling = m_oState->bUnasked = false; });
   ShowUnread();
-  m_oForm.ShowContent(ShowsFooter());
+  m_oState->oForm.ShowContent(ShowsFooter());
 }
+
+bool DataPage::CanRefreshUnasked() const { return Document() != nullptr && !IgnoresEvents(); }
 
 void DataPage::RefreshUnasked() {
   if (!CanRefreshUnasked()) return;
-  m_bUnasked = true;
+  m_oState->bUnasked = true;
   Command(CommandRefresh);
 }
 
 void DataPage::NoteUnread(const std::string& sText, const std::function<void()>& oHelp) {
-  if (m_bFilling && !m_oUnread) m_oUnread = {Text::OneLine(sText), oHelp, m_iParts <= 1};
+  if (m_oState->bFilling && !m_oState->oUnread)
+    m_oState->oUnread = {Text::OneLine(sText), oHelp, m_oState->iParts <= 1};
 }
 
 void DataPage::ShowUnread() {
   Element* oBlock = Document() == nullptr ? nullptr : Document()->all().item("divUnread");
-  if (oBlock == nullptr || !m_oUnread) return;
-  SetTextIfPresent("txtUnread",
-                   (m_oUnread->All ? "Could not be read: " : "Not everything could be read: ") + m_oUnread->Text);
-  modElement::ShowElement(Document()->all().item("lnkUnreadHelp"), m_oUnread->Help != nullptr);
+  if (oBlock == nullptr || !m_oState->oUnread) return;
+  SetTextIfPresent("txtUnread", (m_oState->oUnread->All ? "Could not be read: " : "Not everything could be read: ") +
+                                    m_oState->oUnread->Text);
+  modElement::ShowElement(Document()->all().item("lnkUnreadHelp"), m_oState->oUnread->Help != nullptr);
   // What was shown before stays, marked as old.
-  if (m_oUnread->All) oBlock->setAttribute("data-all", "true");
+  if (m_oState->oUnread->All) oBlock->setAttribute("data-all", "true");
   modElement::ShowElement(oBlock, true);
 }
 
@@ -104,15 +151,15 @@ void DataPage::CarryOut(Long lCommand) {
       Close();
       break;
     default:
-      if (Document() != nullptr && m_oDatabase != nullptr) OnCommand(lCommand);
+      if (Document() != nullptr && m_oState->oDatabase != nullptr) OnCommand(lCommand);
   }
 }
 
-void DataPage::Close() { Browser().ShowOnTop(PageSite::zelWebBrowserMain); }
+void DataPage::Close() { Browser().ShowOnTop(zelWebBrowserMain); }
 
 void DataPage::CloseDetail() {
-  const bool bWork = Browser().HasPage(PageSite::zelWebBrowserWork);
-  Browser().ShowOnTop(bWork ? PageSite::zelWebBrowserWork : PageSite::zelWebBrowserMain);
+  const bool bWork = Browser().HasPage(zelWebBrowserWork);
+  Browser().ShowOnTop(bWork ? zelWebBrowserWork : zelWebBrowserMain);
 }
 
 bool DataPage::HandleOnClick(const std::string& sID) {
@@ -124,7 +171,7 @@ bool DataPage::HandleOnClick(const std::string& sID) {
     } else if (sID == "lnkTryAgain") {
       CarryOut(CommandRefresh);
     } else if (sID == "lnkUnreadHelp") {
-      if (m_oUnread && m_oUnread->Help) Boxes().ShowHelp(std::function(m_oUnread->Help));
+      if (m_oState->oUnread && m_oState->oUnread->Help) Boxes().ShowHelp(std::function(m_oState->oUnread->Help));
     } else if (const auto lCommand = modCmdEnum::LinkedCommand(sID)) {
       Pumping(Needs::Page, [&] { Browser().RaiseCommand(*lCommand); });
     } else {
@@ -176,33 +223,36 @@ void DataPage::FillLocale() {
 }
 
 std::string DataPage::SizeText(double dSize, Long lUnit) {
-  if (!m_oSize) {
-    m_oSize.emplace(Locale());
-    m_oSize->PageBytes(m_oDatabase->PageSize());
+  if (!m_oState->oSize) {
+    m_oState->oSize.emplace(Locale());
+    m_oState->oSize->PageBytes(m_oState->oDatabase->PageSize());
   }
-  return m_oSize->NumberStr(dSize, lUnit, Browser().PreferredUnit() + 1, true);
+  return m_oState->oSize->NumberStr(dSize, lUnit, Browser().PreferredUnit() + 1, true);
 }
 
+std::string DataPage::SizeText(double dPages) { return SizeText(dPages, int{clsSize::Pages}); }
+
 std::shared_ptr<ZELCmd3::FCommandlist> DataPage::NewCommandlist() {
-  if (m_oCL == nullptr) return nullptr;
-  m_oCL->Reset(PageType());
-  m_oCL->Add(PageType(), {int{CommandClose}, "&Close", modPicture::Close});
-  return m_oCL;
+  if (m_oState->oCL == nullptr) return nullptr;
+  m_oState->oCL->Reset(PageType());
+  m_oState->oCL->Add(PageType(), {int{CommandClose}, "&Close", modPicture::Close});
+  return m_oState->oCL;
 }
 
 void DataPage::Enter(const std::function<void()>& oTask) {
   if (!HasBrowser()) return;  // the page has been cleaned up
   const auto oSelf = shared_from_this();
   MessagePump& oPump = Browser().Platform().MessagePump();
-  const bool bOuterActs = std::exchange(m_bActing, false);
+  const bool bOuterActs = std::exchange(m_oState->bActing, false);
   Finally(
       [&] {
         try {
           // Nothing is read from the instance while one of its operations runs.
           Pumping(Needs::Document, [&] { oPump.AwaitBackground(); });
-          const WaitRunnerScope oScope(m_oDatabase, [this, pDatabase = m_oDatabase.get()](const auto& oPart) {
-            ReadInBackground(*pDatabase, oPart);
-          });
+          const WaitRunnerScope oScope(m_oState->oDatabase,
+                                       [this, pDatabase = m_oState->oDatabase.get()](const auto& oPart) {
+                                         ReadInBackground(*pDatabase, oPart);
+                                       });
           try {
             Attempt(oTask);
           } catch (const ReadingStopped& oStopped) {
@@ -215,13 +265,13 @@ void DataPage::Enter(const std::function<void()>& oTask) {
         }
       },
       [&] {
-        if (std::exchange(m_bActing, bOuterActs) && HasBrowser()) Browser().RaiseActionComplete(false);
+        if (std::exchange(m_oState->bActing, bOuterActs) && HasBrowser()) Browser().RaiseActionComplete(false);
       });
 }
 
 bool DataPage::Attempt(const std::function<void()>& oPart) {
   bool bDone = false;
-  ++m_iParts;
+  ++m_oState->iParts;
   Finally(
       [&] {
         try {
@@ -233,25 +283,25 @@ bool DataPage::Attempt(const std::function<void()>& oPart) {
           Report(oFailure);
         }
       },
-      [this] { --m_iParts; });
+      [this] { --m_oState->iParts; });
   return bDone;
 }
 
 void DataPage::Pumping(Needs eNeeds, const std::function<void()>& oWork) {
   const auto oDocument = Document();
-  const auto oDatabase = m_oDatabase;
+  const auto oDatabase = m_oState->oDatabase;
   {
     const WaitRunnerScope::Pause oPause;
     oWork();
   }
   const bool bHidden = oDocument != nullptr && Document() == nullptr;
   const bool bReloaded = eNeeds == Needs::Document && Document() != oDocument;
-  if (!HasBrowser() || bHidden || bReloaded || m_oDatabase != oDatabase) throw PageLeft{};
+  if (!HasBrowser() || bHidden || bReloaded || m_oState->oDatabase != oDatabase) throw PageLeft{};
 }
 
 void DataPage::Act(const std::function<void()>& oAction) {
   clsHourglass::Scope oWait(Hourglass());
-  m_bActing = true;
+  m_oState->bActing = true;
   Pumping(Needs::Page, [this] { Browser().RaiseActionBegin(); });
   oAction();
 }
@@ -264,7 +314,7 @@ FrontBoxes DataPage::Boxes(Needs eNeeds) {
   return {Browser(), Hourglass(), [this, eNeeds](const std::function<void()>& oWork) { Pumping(eNeeds, oWork); }};
 }
 
-void DataPage::ReportLastError() { ReportError(m_oDatabase->LastError()); }
+void DataPage::ReportLastError() { ReportError(m_oState->oDatabase->LastError()); }
 
 void DataPage::ReportError(const ZELLib3::Error& oError) {
   if (!HasBrowser()) throw PageLeft{};  // cleaned up by the code that failed
@@ -285,17 +335,18 @@ void DataPage::Report(const std::exception& oFailure) {
 
 void DataPage::ShowFailure(const std::function<void(FrontBoxes&)>& oShow) {
   if (!HasBrowser()) throw PageLeft{};  // cleaned up by the code that failed
-  if (m_bFilling && m_bUnasked && Document()->all().item("divUnread") != nullptr) return;
+  if (m_oState->bFilling && m_oState->bUnasked && Document()->all().item("divUnread") != nullptr) return;
   FrontBoxes oBoxes = Boxes(Needs::Document);
   oShow(oBoxes);
 }
 
 DataPage::Busy::Busy(DataPage& oPage)
-    : m_oPage(std::static_pointer_cast<DataPage>(oPage.shared_from_this())), m_oWait(oPage.Hourglass()) {
-  ++oPage.m_lBusy;
+    : m_oPage(std::static_pointer_cast<DataPage>(oPage.shared_from_this())),
+      m_oWait(std::make_shared<clsHourglass::Scope>(oPage.Hourglass())) {
+  ++oPage.m_oState->lBusy;
 }
 
-DataPage::Busy::~Busy() { m_oPage->m_lBusy -= 1; }
+DataPage::Busy::~Busy() { m_oPage->m_oState->lBusy -= 1; }
 
 bool DataPage::Operate(const std::function<bool()>& oOperation) {
   MessagePump& oPump = Browser().Platform().MessagePump();
@@ -362,8 +413,9 @@ void DataPage::Poll(const std::function<bool()>& oEnough) {
 }
 
 const std::shared_ptr<clsHourglass>& DataPage::Hourglass() {
-  if (!m_oHourglass) m_oHourglass = std::make_shared<clsHourglass>(Browser().Platform().ScreenPointer());
-  return m_oHourglass;
+  if (!m_oState->oHourglass)
+    m_oState->oHourglass = std::make_shared<clsHourglass>(Browser().Platform().ScreenPointer());
+  return m_oState->oHourglass;
 }
 
 }  // namespace ZELWbr3

@@ -1,19 +1,28 @@
 #pragma once
 
-#include "zelwbr3/ZELLib3/Database.h"
-#include "zelwbr3/base/Event.h"
-#include "zelwbr3/framework/FrontBoxes.h"
 #include "zelwbr3/framework/Page.h"
-#include "zelwbr3/framework/ZELHTMLForm.h"
-#include "zelwbr3/framework/clsHourglass.h"
-#include "zelwbr3/framework/clsSize.h"
 
 #include <exception>
 #include <functional>
-#include <optional>
+#include <memory>
 #include <string>
+#include <string_view>
+
+namespace ZELLib3 {
+class Database;
+struct Error;
+}  // namespace ZELLib3
+
+namespace ZELCmd3 {
+struct CommandItem;
+}
 
 namespace ZELWbr3 {
+
+class FrontBoxes;
+class UserLocale;
+class ZELHTMLForm;
+class clsHourglass;
 
 /// Base class of pages that show an instance: the instance, the host's command
 /// list, the frame of the page file, refresh and close, command links, and the
@@ -29,16 +38,18 @@ namespace ZELWbr3 {
 /// The same holds for reading the instance: while a task goes on, what the
 /// instance has to wait for runs in the background, and messages are pumped if
 /// that takes long. The page is busy then; Escape ends the reading and the task.
-class DataPage : public Page {
+class ZELWBR3_EXPORT DataPage : public Page {
  public:
+  ~DataPage() override;
+
   /// Common commands; a page's own commands start at 2.
   static constexpr int CommandRefresh = 0;
   static constexpr int CommandClose = 1;
 
-  const std::shared_ptr<ZELLib3::Database>& Database() const { return m_oDatabase; }
-  void Database(std::shared_ptr<ZELLib3::Database> oDatabase) { m_oDatabase = std::move(oDatabase); }
+  const std::shared_ptr<ZELLib3::Database>& Database() const;
+  void Database(std::shared_ptr<ZELLib3::Database> oDatabase);
 
-  std::shared_ptr<ZELCmd3::FCommandlist> Commandlist() const override { return m_oCL; }
+  std::shared_ptr<ZELCmd3::FCommandlist> Commandlist() const override;
   void Commandlist(std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist);
 
   /// Shows the page with the present Database.
@@ -60,7 +71,7 @@ class DataPage : public Page {
   void RefreshUnasked();
   /// False while a refresh would take something from the user, or while the page is
   /// busy.
-  virtual bool CanRefreshUnasked() const { return Document() != nullptr && !IgnoresEvents(); }
+  virtual bool CanRefreshUnasked() const;
 
   bool HandleOnClick(const std::string& sID) override;
   bool HandleOnKeyDown(Long& lKeyCode, Element* oElement) override;
@@ -82,8 +93,10 @@ class DataPage : public Page {
   /// page, else for the main frame.
   void CloseDetail();
 
-  ZELHTMLForm& Form() { return m_oForm; }
-  const UserLocale& Locale() const { return Browser().Platform().UserLocale(); }
+  DataPage();
+
+  ZELHTMLForm& Form();
+  const UserLocale& Locale() const;
 
   /// Writes the text of an element. Throws std::runtime_error, which names it, if
   /// the page file has no such element.
@@ -99,7 +112,9 @@ class DataPage : public Page {
 
   /// A size in the host's preferred unit; lUnit is a unit of clsSize. Pages are
   /// the instance's; their size is read once per fill.
-  std::string SizeText(double dSize, Long lUnit = clsSize::Pages);
+  std::string SizeText(double dSize, Long lUnit);
+  /// A number of pages.
+  std::string SizeText(double dPages);
 
   /// The page's command list with only "&Close" in it; null if the host has not
   /// provided one.
@@ -118,7 +133,7 @@ class DataPage : public Page {
   void AnnounceReload();
 
   /// For asking the user.
-  FrontBoxes Boxes() { return Boxes(Needs::Page); }
+  FrontBoxes Boxes();
 
   /// Shows the instance's last error, or a given one, in the common error display.
   void ReportLastError();
@@ -129,7 +144,7 @@ class DataPage : public Page {
 
   /// Clicks and keys are ignored: the document is being replaced, or the page is
   /// busy.
-  bool IgnoresEvents() const { return NoEvents() || m_lBusy > 0; }
+  bool IgnoresEvents() const;
 
   /// While an object lives, the wait cursor is shown and clicks and keys are
   /// ignored.
@@ -142,7 +157,7 @@ class DataPage : public Page {
 
    private:
     std::shared_ptr<DataPage> m_oPage;
-    clsHourglass::Scope m_oWait;
+    std::shared_ptr<void> m_oWait;
   };
 
   /// Runs an operation of the instance that may take seconds. While it runs, the
@@ -186,23 +201,8 @@ class DataPage : public Page {
   void Report(const std::exception& oFailure);
   const std::shared_ptr<clsHourglass>& Hourglass();
 
-  std::shared_ptr<ZELLib3::Database> m_oDatabase;
-  std::shared_ptr<ZELCmd3::FCommandlist> m_oCL;
-  Connection m_oItemClick;
-  ZELHTMLForm m_oForm;
-  std::shared_ptr<clsHourglass> m_oHourglass;
-  std::optional<clsSize> m_oSize;  ///< of this fill
-  Long m_lBusy = 0;
-  bool m_bActing = false;   ///< the task has announced an action
-  bool m_bUnasked = false;  ///< the refresh that goes on was not asked for
-  bool m_bFilling = false;
-  int m_iParts = 0;  ///< parts of a task that go on, one in the other
-  struct Unread {
-    std::string Text;
-    std::function<void()> Help;  ///< empty for none
-    bool All = false;            ///< not only a part of the page
-  };
-  std::optional<Unread> m_oUnread;  ///< what this fill could not read
+  struct State;
+  std::unique_ptr<State> m_oState;
 };
 
 }  // namespace ZELWbr3

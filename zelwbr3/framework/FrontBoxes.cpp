@@ -1,5 +1,7 @@
 #include "zelwbr3/framework/FrontBoxes.h"
 
+#include "zelwbr3/platform/Platform.h"
+
 namespace ZELWbr3 {
 
 void FrontBoxes::Open(const std::function<void()>& oShow) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/PageSite.h"
 #include "zelwbr3/framework/clsHourglass.h"
 #include "zelwbr3/platform/DialogBox.h"
@@ -14,7 +15,7 @@ namespace ZELWbr3 {
 /// page's changes are sent to the browser; while it is open, the wait cursor is
 /// suspended. If the page was left in the meantime, the task ends with PageLeft
 /// and gets no answer.
-class FrontBoxes : public MessageBox, public DialogBox {
+class ZELWBR3_EXPORT FrontBoxes : public MessageBox, public DialogBox {
  public:
   /// Runs something that pumps messages; throws PageLeft if the page was left.
   using Pumping = std::function<void(const std::function<void()>&)>;

@@ -1,6 +1,7 @@
 #include "zelwbr3/framework/Health.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/ZELLib3/Database.h"
 #include "zelwbr3/base/SizeText.h"
 #include "zelwbr3/base/Text.h"
 

@@ -1,15 +1,19 @@
 #pragma once
 
-#include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/base/Export.h"
 
 #include <string>
 #include <vector>
+
+namespace ZELLib3 {
+class Database;
+}
 
 namespace ZELWbr3 {
 
 /// What somebody should look at in an instance, judged by the limits that the
 /// instance itself has: the same in a window, a report and a check from cron.
-struct Health {
+struct ZELWBR3_EXPORT Health {
   enum class Level { OK, Warning, Critical, Unknown };
 
   struct Finding {

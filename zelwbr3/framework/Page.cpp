@@ -1,10 +1,20 @@
 #include "zelwbr3/framework/Page.h"
 
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/framework/PageSite.h"
+#include "zelwbr3/platform/FCommandlist.h"
+#include "zelwbr3/platform/Platform.h"
+
 #include <stdexcept>
+#include <utility>
 
 namespace ZELWbr3 {
 
 void PageSite::Adopt(Page& oPage) { oPage.SetBrowser(*this); }
+
+Page::~Page() = default;
+
+std::shared_ptr<ZELCmd3::FCommandlist> Page::Commandlist() const { return nullptr; }
 
 void Page::Hide() { m_oDocument.reset(); }
 

@@ -1,13 +1,21 @@
 #pragma once
 
-#include "zelwbr3/dom/Document.h"
-#include "zelwbr3/framework/PageSite.h"
-#include "zelwbr3/platform/FCommandlist.h"
+#include "zelwbr3/base/Checked.h"
+#include "zelwbr3/base/Export.h"
+#include "zelwbr3/framework/PageType.h"
 
 #include <memory>
 #include <string>
 
+namespace ZELCmd3 {
+class FCommandlist;
+}
+
 namespace ZELWbr3 {
+
+class Document;
+class Element;
+class PageSite;
 
 /// A page controller: has one page file, fills its document when it has loaded
 /// and handles clicks and keys in it. Held by shared pointers of the control's
@@ -16,9 +24,9 @@ namespace ZELWbr3 {
 /// One display: the host calls the page's Show, which calls the control's. The
 /// control navigates the page's frame and passes the document to the page
 /// (DocumentComplete). Clicks and keys follow until Hide or CleanUp.
-class Page : public std::enable_shared_from_this<Page> {
+class ZELWBR3_EXPORT Page : public std::enable_shared_from_this<Page> {
  public:
-  virtual ~Page() = default;
+  virtual ~Page();
   Page() = default;
   Page(const Page&) = delete;
   Page& operator=(const Page&) = delete;
@@ -29,7 +37,7 @@ class Page : public std::enable_shared_from_this<Page> {
   virtual Long PageType() const = 0;
   /// The frame to show the page in, 0 to 3.
   virtual Long WebBrowser() const = 0;
-  virtual std::shared_ptr<ZELCmd3::FCommandlist> Commandlist() const { return nullptr; }
+  virtual std::shared_ptr<ZELCmd3::FCommandlist> Commandlist() const;
 
   /// True while the page's document is being replaced.
   void NoEvents(bool bNoEvents) { m_bNoEvents = bNoEvents; }

@@ -1,6 +1,7 @@
 #include "zelwbr3/framework/PageDefault.h"
 
 #include "zelwbr3/framework/KeyCode.h"
+#include "zelwbr3/framework/PageController.h"
 
 namespace ZELWbr3 {
 

@@ -1,19 +1,20 @@
 #pragma once
 
 #include "zelwbr3/base/Event.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/Page.h"
 #include "zelwbr3/framework/PageType.h"
 
 namespace ZELWbr3 {
 
 /// The default page: shows its page file as it is.
-class PageDefault : public Page {
+class ZELWBR3_EXPORT PageDefault : public Page {
  public:
   static constexpr int Type = zelWebBrowserPageDefault;
 
   std::string Name() const override { return "Default"; }
   Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+  Long WebBrowser() const override { return zelWebBrowserWork; }
 
   void Show() { ShowInFrame(); }
 

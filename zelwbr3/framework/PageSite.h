@@ -1,26 +1,29 @@
 #pragma once
 
-#include "zelwbr3/ZELLib3/Database.h"
 #include "zelwbr3/base/Checked.h"
-#include "zelwbr3/platform/Platform.h"
+#include "zelwbr3/base/Export.h"
 
 #include <functional>
 #include <memory>
 #include <string>
 
+namespace ZELLib3 {
+class Database;
+class Parameter;
+class SQLTable;
+class SysInfo;
+struct HistoryItem;
+}  // namespace ZELLib3
+
 namespace ZELWbr3 {
 
 class Page;
+class Platform;
 
 /// What a page may ask of the control that shows it. The control implements it
 /// privately, so hosts cannot call the members that are only for pages.
-class PageSite {
+class ZELWBR3_EXPORT PageSite {
  public:
-  /// Frames with a name.
-  static constexpr int zelWebBrowserMain = 0;
-  static constexpr int zelWebBrowserWork = 1;
-  static constexpr int zelWebBrowserDetail = 2;
-
   virtual Long Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) = 0;
   virtual void ShowOnTop(Long lWebBrowser) = 0;
   virtual void Refresh(Long lWebBrowser) = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/PageSite.h"
 
 #include <memory>
@@ -10,7 +11,7 @@ namespace ZELWbr3 {
 
 /// A parameter's name as a link, written by modCells::FillParamCell: its id is
 /// "PARAM" and the name.
-class ParameterLink {
+class ZELWBR3_EXPORT ParameterLink {
  public:
   /// Remembers the parameter if the id is such a link. False for other ids, and
   /// for a cell without a name, which is not a link.

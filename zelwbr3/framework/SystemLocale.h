@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/UserLocale.h"
 
 #include <locale>
@@ -9,7 +10,7 @@ namespace ZELWbr3 {
 /// The locale named by the environment (LC_ALL, LC_NUMERIC, LC_TIME, LANG). Does
 /// not change the locale of the process. A category that is not installed is
 /// that of the C locale: a point, no groups, month/day/year.
-class SystemLocale : public UserLocale {
+class ZELWBR3_EXPORT SystemLocale : public UserLocale {
  public:
   SystemLocale();
   explicit SystemLocale(const std::locale& oLocale) : m_oLocale(oLocale) {}

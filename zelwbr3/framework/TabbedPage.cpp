@@ -1,6 +1,7 @@
 #include "zelwbr3/framework/TabbedPage.h"
 
 #include "zelwbr3/base/Finally.h"
+#include "zelwbr3/framework/PageController.h"
 
 namespace ZELWbr3 {
 

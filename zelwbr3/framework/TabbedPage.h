@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/clsTabStrip.h"
 
@@ -8,7 +9,7 @@ namespace ZELWbr3 {
 /// A data page with a tab strip, which has the page's name. The tab chosen by the
 /// user is selected again when the page is refreshed or shown again, if it can
 /// be.
-class TabbedPage : public DataPage {
+class ZELWBR3_EXPORT TabbedPage : public DataPage {
  public:
   void Hide() override;
   void CleanUp() override;

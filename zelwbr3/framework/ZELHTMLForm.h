@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/base/Checked.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Document.h"
 
 #include <memory>
@@ -11,7 +12,7 @@ namespace ZELWbr3 {
 /// The frame that all page files share: wait area, content, footer and the
 /// warning strip at the top. Shows and hides them by their style; creates
 /// nothing. Elements missing in the page file are skipped.
-class ZELHTMLForm {
+class ZELWBR3_EXPORT ZELHTMLForm {
  public:
   /// Finds the areas in a document; keeps the document until CleanUp.
   void Init(std::shared_ptr<Document> oDocument);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/ScreenPointer.h"
 
 #include <memory>
@@ -7,7 +8,7 @@
 namespace ZELWbr3 {
 
 /// The wait cursor, nested: shown until each Show has had its Hide.
-class clsHourglass {
+class ZELWBR3_EXPORT clsHourglass {
  public:
   explicit clsHourglass(ScreenPointer& oScreen) : m_oScreen(oScreen) {}
   /// Restores the default pointer at any nesting depth.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/base/Checked.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/UserLocale.h"
 
 #include <array>
@@ -14,7 +15,7 @@ namespace ZELWbr3 {
 /// Only conversions between bytes and pages use PageBytes. All others that
 /// involve pages use the page size in whole KB, so with a page size that is not
 /// a multiple of 1024 the result depends on the units it goes through.
-class clsSize {
+class ZELWBR3_EXPORT clsSize {
  public:
   /// Unit numbers, also used as indexes.
   static constexpr int Bytes = 0, KB = 1, MB = 2, GB = 3, Pages = 4, Automatic = 5;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/base/Checked.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Document.h"
 
 #include <memory>
@@ -16,7 +17,7 @@ namespace ZELWbr3 {
 /// Sets class names and shows and hides the blocks. The selection is stored in
 /// the strip's attribute "selectedtab". Elements missing in the page file are
 /// skipped.
-class clsTabStrip {
+class ZELWBR3_EXPORT clsTabStrip {
  public:
   /// For the page's use; the strip itself does not need it.
   bool Enabled() const { return m_bEnabled; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/base/Checked.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/UserLocale.h"
 
 #include <array>
@@ -15,7 +16,7 @@ namespace ZELWbr3 {
 /// written. Times are milliseconds since StartLogging; beyond 32 bits (24.8 days)
 /// they raise std::overflow_error. A file that cannot be written raises
 /// std::runtime_error, which names it.
-class clsTrace {
+class ZELWBR3_EXPORT clsTrace {
  public:
   /// Milliseconds of a monotonic clock.
   using Timer = std::function<std::int64_t()>;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/base/Checked.h"
+#include "zelwbr3/base/Export.h"
 
 #include <optional>
 #include <string>
@@ -14,8 +15,8 @@ inline constexpr int cmdBackupWizard = 35;
 inline constexpr int cmdVolumes = 65;
 
 /// Markup of a link to a command.
-std::string CommandLink(Long lCommand, std::string_view sLabel);
+ZELWBR3_EXPORT std::string CommandLink(Long lCommand, std::string_view sLabel);
 /// The command number in an element's id; no value if it is not a command link.
-std::optional<Long> LinkedCommand(std::string_view sID);
+ZELWBR3_EXPORT std::optional<Long> LinkedCommand(std::string_view sID);
 
 }  // namespace ZELWbr3::modCmdEnum

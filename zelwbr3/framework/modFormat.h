@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/Checked.h"
 #include "zelwbr3/base/Date.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/UserLocale.h"
 
 #include <string>
@@ -15,26 +16,26 @@
 namespace ZELWbr3::modFormat {
 
 /// At least iDigits digits with leading zeros ("00000"); never grouped.
-std::string Padded(Long lValue, int iDigits);
+ZELWBR3_EXPORT std::string Padded(Long lValue, int iDigits);
 /// At least eight digits with leading zeros, grouped in threes by the user's
 /// separator ("00,000,000").
-std::string PaddedGrouped(Long lValue, const UserLocale& oLocale);
+ZELWBR3_EXPORT std::string PaddedGrouped(Long lValue, const UserLocale& oLocale);
 /// Digits in the user's groups; empty for zero ("#,#").
-std::string Grouped(Long lValue, const UserLocale& oLocale);
+ZELWBR3_EXPORT std::string Grouped(Long lValue, const UserLocale& oLocale);
 /// One digit or more and exactly iDecimals decimals, not grouped ("0.00"). A
 /// single-precision number is rounded on its own, fewer digits.
-std::string Fixed(double dValue, int iDecimals, const UserLocale& oLocale);
-std::string Fixed(float fValue, int iDecimals, const UserLocale& oLocale);
+ZELWBR3_EXPORT std::string Fixed(double dValue, int iDecimals, const UserLocale& oLocale);
+ZELWBR3_EXPORT std::string Fixed(float fValue, int iDecimals, const UserLocale& oLocale);
 /// The user's number format: like Fixed, in the user's groups.
-std::string Number(double dValue, int iDecimals, const UserLocale& oLocale);
+ZELWBR3_EXPORT std::string Number(double dValue, int iDecimals, const UserLocale& oLocale);
 
 /// Short date, one blank, long time; empty for no date.
-std::string GeneralDate(const Date& dDate, const UserLocale& oLocale);
+ZELWBR3_EXPORT std::string GeneralDate(const Date& dDate, const UserLocale& oLocale);
 
 /// The leading number of a text, ignoring blanks; 0 if there is none, infinite if
 /// it is too large for a double.
-double Val(std::string_view sText);
+ZELWBR3_EXPORT double Val(std::string_view sText);
 /// Rounded half to even; throws std::overflow_error beyond 32 bits.
-Long ToLong(double dValue);
+ZELWBR3_EXPORT Long ToLong(double dValue);
 
 }  // namespace ZELWbr3::modFormat

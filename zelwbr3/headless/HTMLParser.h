@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Document.h"
 
 #include <memory>
@@ -9,11 +10,11 @@
 namespace ZELWbr3::Headless {
 
 /// The document of an HTML text, parsed by the rules that browsers follow.
-std::shared_ptr<Document> ParseHTML(std::string_view sHTML);
+ZELWBR3_EXPORT std::shared_ptr<Document> ParseHTML(std::string_view sHTML);
 
 /// The document of a page file; null if the file is empty or cannot be read.
-std::shared_ptr<Document> LoadPageFile(const std::string& sPath);
+ZELWBR3_EXPORT std::shared_ptr<Document> LoadPageFile(const std::string& sPath);
 /// The document to show instead of a page file that cannot be read.
-std::shared_ptr<Document> PageNotFound(const std::string& sPath);
+ZELWBR3_EXPORT std::shared_ptr<Document> PageNotFound(const std::string& sPath);
 
 }  // namespace ZELWbr3::Headless

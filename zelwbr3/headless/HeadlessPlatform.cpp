@@ -1,5 +1,7 @@
 #include "zelwbr3/headless/HeadlessPlatform.h"
 
+#include "zelwbr3/platform/MessageWindow.h"
+
 #include <stdexcept>
 
 namespace ZELWbr3::Headless {

@@ -1,19 +1,23 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/SystemLocale.h"
 #include "zelwbr3/headless/HeadlessWebBrowser.h"
 #include "zelwbr3/headless/MessageQueue.h"
 #include "zelwbr3/headless/ScriptedAnswers.h"
 #include "zelwbr3/platform/Platform.h"
+#include "zelwbr3/platform/ScreenPointer.h"
 
 #include <array>
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace ZELWbr3::Headless {
 
 /// The platform without a screen, for tests, reports and any program that needs
 /// the pages' content but no window. Serves one control at a time.
-class HeadlessPlatform : public Platform {
+class ZELWBR3_EXPORT HeadlessPlatform : public Platform {
  public:
   /// Uses the locale of the environment unless given another one.
   explicit HeadlessPlatform(std::unique_ptr<ZELWbr3::UserLocale> oLocale = std::make_unique<SystemLocale>())
@@ -26,6 +30,7 @@ class HeadlessPlatform : public Platform {
   ScriptedAnswers& DialogBox() override { return m_oAnswers; }
   /// A window that closes as soon as its document has loaded.
   std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents& oEvents) override;
+  void Post(std::function<void()> oWork) override { m_oQueue.Post(std::move(oWork)); }
   const ZELWbr3::UserLocale& UserLocale() const override { return *m_oLocale; }
   bool Trace(const std::string& sText) override {
     Traced.Raise(sText);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Document.h"
 #include "zelwbr3/headless/MessageQueue.h"
 #include "zelwbr3/platform/WebBrowser.h"
@@ -12,7 +13,7 @@ namespace ZELWbr3::Headless {
 /// A web browser without a screen: parses the page file and holds the document.
 /// Its navigation notifications go through the message queue in the order in
 /// which a real browser sends them. Click, Key and Focus play the user.
-class HeadlessWebBrowser : public WebBrowser {
+class ZELWBR3_EXPORT HeadlessWebBrowser : public WebBrowser {
  public:
   HeadlessWebBrowser(MessageQueue& oQueue, WebBrowserEvents& oEvents) : m_oQueue(oQueue), m_oEvents(oEvents) {}
 

@@ -8,13 +8,20 @@
 namespace ZELWbr3::Headless {
 
 std::string WriteReport(const Document& oDocument, const std::string& sFolder) {
+  return WriteReport(oDocument, std::vector{sFolder});
+}
+
+std::string WriteReport(const Document& oDocument, const std::vector<std::string>& folders) {
   const auto Inlined = [&](const std::string& sTag, const std::string& sFile) -> std::optional<std::string> {
     if (sFile.empty()) return std::nullopt;
-    try {
-      return "<" + sTag + ">\n" + ReadFile(sFolder + "/" + sFile) + "</" + sTag + ">";
-    } catch (const ReadFileError&) {
-      return std::nullopt;  // stays a link
+    for (const std::string& sFolder : folders) {
+      try {
+        return "<" + sTag + ">\n" + ReadFile(sFolder + "/" + sFile) + "</" + sTag + ">";
+      } catch (const ReadFileError&) {
+        // The next one may have it.
+      }
     }
+    return std::nullopt;  // stays a link
   };
   const HTMLWriter oWriter([&](const Element& oElement) -> std::optional<std::string> {
     if (oElement.tagName() == "link" && oElement.getAttribute("rel") == "stylesheet") {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/Dialog.h"
 
 #include <string>
@@ -9,7 +10,7 @@ namespace ZELWbr3::Headless {
 
 /// One scripted answer: the button to press, and what to enter into the dialog
 /// before that.
-struct ScriptedAnswer {
+struct ZELWBR3_EXPORT ScriptedAnswer {
   /// A value for one field.
   struct Entry {
     std::string Name;

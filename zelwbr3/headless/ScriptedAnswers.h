@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/base/Event.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/headless/ScriptedAnswer.h"
 #include "zelwbr3/platform/DialogBox.h"
 #include "zelwbr3/platform/MessageBox.h"
@@ -13,7 +14,7 @@ namespace ZELWbr3::Headless {
 /// Answers message boxes and dialogs from a script, in order. A box without a
 /// scripted answer is cancelled. A box that only offers OK takes the next answer
 /// only if that is ok.
-class ScriptedAnswers : public MessageBox, public DialogBox {
+class ZELWBR3_EXPORT ScriptedAnswers : public MessageBox, public DialogBox {
  public:
   struct Box {
     std::string Text;
@@ -53,12 +54,12 @@ class ScriptedAnswers : public MessageBox, public DialogBox {
 };
 
 /// The words for buttons, icons and answers in scripts and event logs.
-const char* Word(MessageBox::Buttons eButtons);
-const char* Word(MessageBox::Icon eIcon);
-const char* Word(MessageBox::Answer eAnswer);
-const char* Word(Dialog::Answer eAnswer);
+ZELWBR3_EXPORT const char* Word(MessageBox::Buttons eButtons);
+ZELWBR3_EXPORT const char* Word(MessageBox::Icon eIcon);
+ZELWBR3_EXPORT const char* Word(MessageBox::Answer eAnswer);
+ZELWBR3_EXPORT const char* Word(Dialog::Answer eAnswer);
 
 /// Everything a dialog says: its text, then one line per field.
-std::string FullText(const Dialog& oDialog);
+ZELWBR3_EXPORT std::string FullText(const Dialog& oDialog);
 
 }  // namespace ZELWbr3::Headless

@@ -58,8 +58,9 @@ struct Dialog {
   std::string Caption;  ///< of the window
   MessageBox::Icon Picture;
   /// The text above the fields, lines separated by "\n". If TextIsHTML is set, it
-  /// is markup of text, entities, <b>, <br> and <img src="exclamation" alt="…">,
-  /// which is the platform's own picture of that name, as large as the text.
+  /// is markup of text, entities, `<b>`, `<br>` and
+  /// `<img src="exclamation" alt="…">`, which is the platform's own picture of that
+  /// name, as large as the text.
   std::string Text;
   bool TextIsHTML = false;
   std::string Frame = {};  ///< caption of a frame around the fields; empty = no frame

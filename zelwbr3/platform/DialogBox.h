@@ -1,11 +1,12 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/Dialog.h"
 
 namespace ZELWbr3 {
 
 /// Draws the control's dialogs: modal to the control's window.
-class DialogBox {
+class ZELWBR3_EXPORT DialogBox {
  public:
   virtual ~DialogBox() = default;
 

@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/Checked.h"
 #include "zelwbr3/base/Event.h"
+#include "zelwbr3/base/Export.h"
 
 #include <string>
 #include <vector>
@@ -24,7 +25,7 @@ struct CommandItem {
 
 /// The host's command list: keeps one list of items per page (by page type) and
 /// shows the list of the page in front.
-class FCommandlist {
+class ZELWBR3_EXPORT FCommandlist {
  public:
   virtual ~FCommandlist() = default;
 

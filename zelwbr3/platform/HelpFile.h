@@ -1,12 +1,14 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 #include <string>
 
 namespace ZELWbr3 {
 
 /// What the control needs to know about compiled help files. The message window
 /// reads the topics itself.
-class HelpFile {
+class ZELWBR3_EXPORT HelpFile {
  public:
   virtual ~HelpFile() = default;
 

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 #include <functional>
 #include <string>
 
 namespace ZELWbr3 {
 
 /// The program's message box: modal to the control's window.
-class MessageBox {
+class ZELWBR3_EXPORT MessageBox {
  public:
   enum class Buttons { OK, OKCancel, YesNo };
   enum class Icon { Exclamation, Question };

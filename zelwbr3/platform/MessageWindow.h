@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/WebBrowser.h"
 
 #include <string>
@@ -7,7 +8,7 @@
 namespace ZELWbr3 {
 
 /// What a message window reports: the events of its browser, and its own size.
-class MessageWindowEvents : public WebBrowserEvents {
+class ZELWBR3_EXPORT MessageWindowEvents : public WebBrowserEvents {
  public:
   /// The window's inside has this size now, in the platform's pixels. Also called
   /// before the window is first visible.
@@ -16,7 +17,7 @@ class MessageWindowEvents : public WebBrowserEvents {
 
 /// The window that explains a message: modal to the control's window, with one
 /// embedded web browser. Escape closes it, Ctrl+C copies the selection.
-class MessageWindow {
+class ZELWBR3_EXPORT MessageWindow {
  public:
   virtual ~MessageWindow() = default;
 

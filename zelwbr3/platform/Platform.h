@@ -1,26 +1,30 @@
 #pragma once
 
-#include "zelwbr3/platform/DialogBox.h"
-#include "zelwbr3/platform/HelpFile.h"
-#include "zelwbr3/platform/MessageBox.h"
-#include "zelwbr3/platform/MessagePump.h"
-#include "zelwbr3/platform/MessageWindow.h"
-#include "zelwbr3/platform/ScreenPointer.h"
-#include "zelwbr3/platform/UserLocale.h"
-#include "zelwbr3/platform/WebBrowser.h"
+#include "zelwbr3/base/Export.h"
 
-#include <iostream>
+#include <exception>
+#include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 namespace ZELWbr3 {
 
+class DialogBox;
+class HelpFile;
+class MessageBox;
+class MessagePump;
+class MessageWindow;
+class MessageWindowEvents;
+class ScreenPointer;
+class UserLocale;
+class WebBrowser;
+class WebBrowserEvents;
+
 /// All doors of one platform. The host creates it, passes it to the control and
 /// keeps it alive as long as the control.
-class Platform {
+class ZELWBR3_EXPORT Platform {
  public:
-  virtual ~Platform() = default;
+  virtual ~Platform();
 
   /// Creates the browser of one frame (0 to 3). It reports to oEvents, which
   /// outlives it, until it is destroyed.
@@ -31,18 +35,17 @@ class Platform {
   virtual ZELWbr3::MessageBox& MessageBox() = 0;
   virtual const ZELWbr3::UserLocale& UserLocale() const = 0;
 
-  // Optional.
+  // Optional; those that show something raise std::logic_error.
 
-  virtual ZELWbr3::DialogBox& DialogBox() { throw std::logic_error("This program cannot show dialogs"); }
+  virtual ZELWbr3::DialogBox& DialogBox();
   /// Creates a message window without showing it. It reports to oEvents, which
   /// outlives it.
-  virtual std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents&) {
-    throw std::logic_error("This program cannot show help");
-  }
-  virtual ZELWbr3::HelpFile& HelpFile() {
-    static ZELWbr3::HelpFile oNone;
-    return oNone;
-  }
+  virtual std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents& oEvents);
+  /// One that has no topic.
+  virtual ZELWbr3::HelpFile& HelpFile();
+  /// Hands work from any thread to the user-interface thread, where the message
+  /// loop does it. Raises std::logic_error.
+  virtual void Post(std::function<void()> oWork);
 
   /// A line for developers and support; users do not see it.
   /// False when nobody reads it.
@@ -50,11 +53,7 @@ class Platform {
   /// What was thrown where nobody could handle it, such as by a host's event
   /// handler: never lost, it goes to standard error if nobody reads the trace. The
   /// end of a wait is only traced: whoever ended it knows.
-  void TraceFailure(const std::string& sWhere, const std::exception& oThrown) {
-    const std::string sText = sWhere + ": " + oThrown.what();
-    const bool bRead = Trace(sText);
-    if (!bRead && dynamic_cast<const WaitError*>(&oThrown) == nullptr) std::cerr << sText << std::endl;
-  }
+  void TraceFailure(const std::string& sWhere, const std::exception& oThrown);
 };
 
 }  // namespace ZELWbr3

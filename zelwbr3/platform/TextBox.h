@@ -1,13 +1,14 @@
 #pragma once
 
 #include "zelwbr3/base/Checked.h"
+#include "zelwbr3/base/Export.h"
 
 #include <string>
 
 namespace ZELWbr3 {
 
 /// A text box of a dialog. Positions count characters from 0.
-class TextBox {
+class ZELWBR3_EXPORT TextBox {
  public:
   virtual ~TextBox() = default;
   virtual std::string Text() const = 0;

@@ -2,13 +2,14 @@
 
 #include "zelwbr3/base/Checked.h"
 #include "zelwbr3/base/Date.h"
+#include "zelwbr3/base/Export.h"
 
 #include <string>
 
 namespace ZELWbr3 {
 
 /// The user's settings for numbers and dates. Texts are UTF-8.
-class UserLocale {
+class ZELWBR3_EXPORT UserLocale {
  public:
   /// Items that can be requested; the numbers are the traditional ones.
   enum Item : int {

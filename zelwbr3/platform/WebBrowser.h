@@ -1,7 +1,10 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace ZELWbr3 {
 
@@ -19,7 +22,7 @@ enum class NavigateFlags {
 /// What an embedded web browser reports. All calls come on the user-interface
 /// thread, from MessagePump::Turn or the toolkit's own loop, never from within a
 /// call that the control makes.
-class WebBrowserEvents {
+class ZELWBR3_EXPORT WebBrowserEvents {
  public:
   virtual ~WebBrowserEvents() = default;
 
@@ -47,9 +50,14 @@ class WebBrowserEvents {
 ///
 /// A URL is "about:blank", a URL with a scheme, or a file's path, where both
 /// backslashes and slashes separate folders.
-class WebBrowser {
+class ZELWBR3_EXPORT WebBrowser {
  public:
   virtual ~WebBrowser() = default;
+
+  /// The folders of page files, in the order in which they are searched, for
+  /// navigations from now on: a page may use files of all of them. A browser that
+  /// shows no styles needs none.
+  virtual void PageFolders(const std::vector<std::string>& /*folders*/) {}
 
   /// Begins a navigation and returns at once. The present document takes no more
   /// changes. A browser may make a fresh document of a page that it shows already

@@ -1,17 +1,22 @@
 #pragma once
 
+#include "zelwbr3/base/Checked.h"
 #include "zelwbr3/base/Event.h"
-#include "zelwbr3/framework/PageSite.h"
+#include "zelwbr3/base/Export.h"
+#include "zelwbr3/framework/Page.h"
 #include "zelwbr3/framework/PageType.h"
-#include "zelwbr3/shell/BrowserFrame.h"
+#include "zelwbr3/platform/WaitError.h"
 
-#include <array>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace ZELWbr3 {
+
+class BrowserControl;
+class Document;
+class Platform;
 
 // The headers of the pages are in zelwbr3/shell/Pages.h.
 class PageDBAnalyzer;
@@ -34,14 +39,15 @@ class PageSysInfos;
 /// The browser control: shows the pages of one instance in four stacked frames,
 /// routes clicks and keys to the page in front and reports to the host by events.
 ///
-/// Everything happens on the user-interface thread. Show waits by pumping
-/// messages, without a time-out; during that the host may call the control again.
-/// A wait that cannot end raises WaitError. Nothing is persisted.
+/// Everything happens on the thread that made the control. A call on another one
+/// raises std::logic_error, except for Post. Show waits by pumping messages,
+/// without a time-out; during that the host may call the control again. A wait
+/// that cannot end raises WaitError. Nothing is persisted.
 ///
 ///     Browser oBrowser(oPlatform);
 ///     oBrowser.HTMLPath("/usr/share/zelwbr3/html");
 ///     oBrowser.PageMain()->Show(oDatabase);
-class Browser : private PageSite, private BrowserFrame::Owner {
+class ZELWBR3_EXPORT Browser {
  public:
   /// The platform must outlive the control.
   explicit Browser(ZELWbr3::Platform& oPlatform);
@@ -50,29 +56,35 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   Browser(const Browser&) = delete;
   Browser& operator=(const Browser&) = delete;
 
-  using PageSite::zelWebBrowserDetail;
-  using PageSite::zelWebBrowserMain;
-  using PageSite::zelWebBrowserWork;
-
-  /// Path of the compiled help file.
-  const std::string& CHMPath() const { return m_sCHMPath; }
-  void CHMPath(const std::string& sPath) { m_sCHMPath = sPath; }
+  /// Path of the compiled help file, or of a folder with its topics.
+  const std::string& CHMPath() const;
+  void CHMPath(const std::string& sPath);
   /// Folder of the page files, without a trailing separator.
-  const std::string& HTMLPath() const { return m_sHTMLPath; }
-  void HTMLPath(const std::string& sPath) { m_sHTMLPath = sPath; }
+  const std::string& HTMLPath() const;
+  void HTMLPath(const std::string& sPath);
+  /// Several folders of page files, searched in this order: a host's own pages
+  /// beside the installed ones. A page file may use style sheets, scripts and
+  /// pictures of all of them. HTMLPath is the first one. Raises
+  /// std::invalid_argument for an empty list.
+  const std::vector<std::string>& HTMLPaths() const;
+  void HTMLPaths(std::vector<std::string> paths);
   /// The unit to show sizes in: 0 KB, 1 MB, 2 GB, 3 pages, 4 automatic, -1 bytes.
   /// It is the number of a unit of clsSize, minus one.
-  Long PreferredUnit() const override { return m_lPreferredUnit; }
-  void PreferredUnit(Long lUnit) { m_lPreferredUnit = lUnit; }
+  Long PreferredUnit() const;
+  void PreferredUnit(Long lUnit);
   /// An object of the host that all pages of all controls share.
-  static std::shared_ptr<void> Resource() { return s_oResource; }
-  static void Resource(std::shared_ptr<void> oResource) { s_oResource = std::move(oResource); }
+  static std::shared_ptr<void> Resource();
+  static void Resource(std::shared_ptr<void> oResource);
   /// The user's number settings, read when the control was created.
-  const std::string& LocaleDecimalSymbole() const override { return m_sDecimalSymbole; }
-  Long LocaleDecimalPlaces() const override { return m_lDecimalPlaces; }
-  const std::string& LocaleThousendGroupingSymbole() const override { return m_sThousendGroupingSymbole; }
+  const std::string& LocaleDecimalSymbole() const;
+  Long LocaleDecimalPlaces() const;
+  const std::string& LocaleThousendGroupingSymbole() const;
+  /// Gives this command list to all pages of the control, also to those that do not
+  /// exist yet; pages of the host's own get theirs from the host. Null at first.
+  std::shared_ptr<ZELCmd3::FCommandlist> Commandlist() const;
+  void Commandlist(std::shared_ptr<ZELCmd3::FCommandlist> oCommandlist);
   /// Page type of the page that completed last; initially 0.
-  Long ActPage() const { return m_lActPage; }
+  Long ActPage() const;
   /// The page of that type in the registry; null if there is none yet.
   std::shared_ptr<Page> ActPageObj() const;
 
@@ -100,16 +112,16 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   void CleanUp();
   /// Shows a page in a frame, waits until it has filled its document and the
   /// browser has confirmed that, and returns the frame's number.
-  Long Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) override;
+  Long Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser);
   /// Brings a frame to the front and announces its page, if it has one, as
   /// complete again.
-  void ShowOnTop(Long lWebBrowser) override;
+  void ShowOnTop(Long lWebBrowser);
   /// Navigates a frame anywhere, http and https included, without a page and
   /// without waiting. An empty URL does nothing.
   void Navigate(const std::string& sURL, Long lWebBrowser);
   /// Loads the frame's URL again, without waiting; the page fills it again. Does
   /// nothing if the frame was never navigated.
-  void Refresh(Long lWebBrowser) override;
+  void Refresh(Long lWebBrowser);
   /// Takes the frame's page away and empties it.
   void Clear(Long lWebBrowser);
   /// Explains a message with a topic of the help file, in a window of its own;
@@ -119,11 +131,19 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   /// Gives all frames the size of the control, in the platform's pixels.
   void Resize(int iWidth, int iHeight);
 
+  /// Takes work from any thread: the control's thread does it when it next handles
+  /// messages, also during a wait. Work left when the control is destroyed is
+  /// dropped. What it throws is treated like what a handler of an event throws.
+  /// Raises std::logic_error on a platform that takes none.
+  void Post(std::function<void()> oWork);
+
   /// The document of the frame in front; null if there is none.
   std::shared_ptr<ZELWbr3::Document> VisibleDocument() const;
 
   // Keys that the control itself receives, not a document: the key code and
-  // the shift state (1 Shift, 2 Ctrl, 4 Alt), or the character.
+  // the shift state (1 Shift, 2 Ctrl, 4 Alt), or the character. A handler that sets
+  // the code to 0 keeps the key from the handlers of the program's windows; other
+  // values that it writes only reach the handlers connected after it.
   Event<Integer&, Integer&> KeyDown;
   Event<Integer&> KeyPress;
   Event<Integer&, Integer&> KeyUp;
@@ -137,76 +157,7 @@ class Browser : private PageSite, private BrowserFrame::Owner {
   Event<Long> Command;
 
  private:
-  bool HasPage(Long lWebBrowser) const override { return Frame(lWebBrowser).Page != nullptr; }
-  bool IsBehind(Long lWebBrowser) const override { return Frame(lWebBrowser).WebBrowser().IsBehind(); }
-  void ShowDefault() override;
-  void ShowPage(const std::string& sName, std::shared_ptr<ZELLib3::Database> oDatabase, Long lTab) override;
-  void ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
-                     std::shared_ptr<ZELLib3::Parameter> oParameter) override;
-  void ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SysInfo> oSysInfo) override;
-  void ShowSQLTable(std::shared_ptr<ZELLib3::Database> oDatabase,
-                    std::shared_ptr<ZELLib3::SQLTable> oSQLTable) override;
-  void ShowHistoryItem(std::shared_ptr<ZELLib3::Database> oDatabase,
-                       std::shared_ptr<const ZELLib3::HistoryItem> oHistoryItem) override;
-
-  std::function<void()> MessageHelp(const std::string& sHelpID) override;
-
-  void NotifyPageComplete(const std::shared_ptr<Page>& oPage) override;
-  void RaiseActionBegin() override { ActionBegin.Raise(); }
-  void RaiseActionComplete(bool bRefresh) override { ActionComplete.Raise(bRefresh); }
-  void RaiseCommand(Long lCommand) override { Command.Raise(lCommand); }
-  ZELWbr3::Platform& Platform() override { return m_oPlatform; }
-  void FlushDocuments() override;
-
-  void NavigateCompleted() override { m_bNavigateComplete = true; }
-  bool IsInFront(int iFrame) const override { return m_lCurrentFrame == iFrame; }
-  bool DropEvents(bool bDrop) override { return std::exchange(m_bBusy, bDrop); }
-  bool EnterDocumentEvent() override { return !DropEvents(true); }
-  void LeaveDocumentEvent() override { m_bBusy = false; }
-  void ProcessTerminated(const std::string& sReason) override;
-  void TraceFailure(const std::string& sWhere, const std::exception& oThrown) override {
-    m_oPlatform.TraceFailure(sWhere, oThrown);
-  }
-
-  /// The registry's page of that class, created if there is none.
-  template <typename PageClass>
-  std::shared_ptr<PageClass> Registered();
-
-  BrowserFrame& Frame(Long lWebBrowser) const;
-  void AdoptPage(const std::shared_ptr<Page>& oPage);
-  void BringToFront(Long lWebBrowser);
-  /// Makes the host's command list show the commands of the page in front; none
-  /// if there is no page or it has no commands.
-  void ShowCommandsOf(const std::shared_ptr<Page>& oPage);
-  void WaitUntil(const std::function<bool()>& oDone);
-
-  static std::shared_ptr<void> s_oResource;
-
-  ZELWbr3::Platform& m_oPlatform;
-  std::string m_sCHMPath;
-  std::string m_sHTMLPath;
-  Long m_lPreferredUnit;
-  std::string m_sDecimalSymbole;
-  Long m_lDecimalPlaces;
-  std::string m_sThousendGroupingSymbole;
-
-  std::array<std::shared_ptr<Page>, zelWebBrowserPageDBAnalyzer + 1> m_registry;  // 0 stays empty
-  /// Every page that may still call this control: those of the registry and those
-  /// shown by the host.
-  std::vector<std::weak_ptr<Page>> m_adopted;
-  std::array<std::shared_ptr<BrowserFrame>, 4> m_frames;
-  std::weak_ptr<ZELCmd3::FCommandlist> m_oCommandlist;
-  Long m_lCurrentFrame = -1;
-  Long m_lActPage;
-  bool m_bNavigateComplete = false;
-  bool m_bPageComplete = false;
-  bool m_bBusy = false;
-
-  /// Number of browser processes that have died, and why the last one did.
-  int m_iTerminations = 0;
-  std::string m_sTermination;
-  /// Expires with the control, so that code that pumps messages notices.
-  std::shared_ptr<const bool> m_oAlive = std::make_shared<const bool>(true);
+  std::unique_ptr<BrowserControl> m_oControl;  ///< last, so that events outlive it
 };
 
 }  // namespace ZELWbr3

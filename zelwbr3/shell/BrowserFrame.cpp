@@ -1,6 +1,8 @@
 #include "zelwbr3/shell/BrowserFrame.h"
 
 #include "zelwbr3/base/Finally.h"
+#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/platform/MessagePump.h"
 
 namespace ZELWbr3 {
 

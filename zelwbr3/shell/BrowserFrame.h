@@ -2,6 +2,7 @@
 
 #include "zelwbr3/framework/Page.h"
 #include "zelwbr3/platform/Platform.h"
+#include "zelwbr3/platform/WebBrowser.h"
 
 #include <exception>
 #include <functional>

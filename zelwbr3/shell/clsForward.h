@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -9,7 +11,7 @@ namespace ZELWbr3 {
 
 /// Forwards an event to a method of an object, for a host that needs a plain
 /// object as a document's event handler. The control itself does not use it.
-class clsForward {
+class ZELWBR3_EXPORT clsForward {
  public:
   /// An object whose methods can be called by name.
   class Destination {

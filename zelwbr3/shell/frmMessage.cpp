@@ -1,5 +1,7 @@
 #include "zelwbr3/shell/frmMessage.h"
 
+#include "zelwbr3/dom/Document.h"
+
 namespace ZELWbr3 {
 
 namespace {

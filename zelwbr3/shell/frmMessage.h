@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zelwbr3/dom/Document.h"
+#include "zelwbr3/platform/MessageWindow.h"
 #include "zelwbr3/platform/Platform.h"
 
 #include <memory>

@@ -170,6 +170,8 @@ bool PostgresDatabase::RegisterBackup(const std::string& sPath, const ZELLib3::D
   }
 }
 
+std::shared_ptr<ZELLib3::Database> OpenDatabase(std::string_view sAddress) { return OpenDatabase(sAddress, Options{}); }
+
 std::shared_ptr<ZELLib3::Database> OpenDatabase(std::string_view sAddress, const Options& oOptions) {
   return std::make_shared<PostgresDatabase>(sAddress, oOptions);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/instances/postgres/OpenDatabase.h"
 #include "zelwbr3/instances/postgres/server/Options.h"
 
 #include <memory>
@@ -19,7 +20,7 @@ class ServerParameters;
 /// Reading changes nothing and keeps nothing open on the server: one connection,
 /// no transaction, no snapshot, no lock. Each statement waits at most 250 ms for a
 /// lock and ends after 10 s. The objects that it hands out may outlive it.
-class PostgresDatabase : public ZELLib3::Database {
+class ZELWBR3_EXPORT PostgresDatabase : public ZELLib3::Database {
  public:
   /// sAddress is in libpq's words. Raises ZELLib3::InstanceError, with one line that
   /// names the server and what is wrong, when it cannot be reached and nothing is
@@ -109,8 +110,5 @@ class PostgresDatabase : public ZELLib3::Database {
   std::shared_ptr<ServerParameters> m_oParameters;
   std::shared_ptr<Operations> m_oOperations;
 };
-
-/// Opens a server; the errors are those of PostgresDatabase.
-std::shared_ptr<ZELLib3::Database> OpenDatabase(std::string_view sAddress, const Options& oOptions = {});
 
 }  // namespace ZELWbr3::Postgres

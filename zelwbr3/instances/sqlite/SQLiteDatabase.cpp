@@ -129,6 +129,8 @@ bool SQLiteDatabase::RegisterCopy(const std::string& sFile, const ZELLib3::Date&
 
 void LimitMemory(std::int64_t lBytes) { sqlite3_hard_heap_limit64(lBytes); }
 
+std::shared_ptr<ZELLib3::Database> OpenDatabase(const std::string& sPath) { return OpenDatabase(sPath, Options{}); }
+
 std::shared_ptr<ZELLib3::Database> OpenDatabase(const std::string& sPath, const Options& oOptions) {
   return std::make_shared<SQLiteDatabase>(sPath, oOptions);
 }

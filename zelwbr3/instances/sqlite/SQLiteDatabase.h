@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/instances/sqlite/OpenDatabase.h"
 #include "zelwbr3/instances/sqlite/file/Options.h"
 
 #include <cstdint>
@@ -19,7 +20,7 @@ class StateStore;
 /// open, admin while it is open and all others are locked out, offline while
 /// it is closed. Reading figures changes nothing in the file. The objects that
 /// it hands out may outlive it.
-class SQLiteDatabase : public ZELLib3::Database {
+class ZELWBR3_EXPORT SQLiteDatabase : public ZELLib3::Database {
  public:
   /// Raises ZELLib3::InstanceError, with one line that names the file and what
   /// is wrong, for a file that is missing, unreadable or not a database. A file
@@ -82,9 +83,6 @@ class SQLiteDatabase : public ZELLib3::Database {
 /// Bounds the memory that the library uses in this process, for all connections
 /// of all its parts. Without it, a view that was made for it can use some
 /// gigabytes; with it, reading the view fails.
-void LimitMemory(std::int64_t lBytes);
-
-/// Opens an existing database file; the errors are those of SQLiteDatabase.
-std::shared_ptr<ZELLib3::Database> OpenDatabase(const std::string& sPath, const Options& oOptions = {});
+ZELWBR3_EXPORT void LimitMemory(std::int64_t lBytes);
 
 }  // namespace ZELWbr3::SQLite

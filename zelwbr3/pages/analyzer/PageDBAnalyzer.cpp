@@ -3,6 +3,7 @@
 #include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/base/Finally.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"
@@ -32,6 +33,8 @@ Element& Emptied(Element& oSection) {
 }
 
 }  // namespace
+
+void PageDBAnalyzer::Close() { Browser().ShowDefault(); }
 
 void PageDBAnalyzer::OnCommand(Long lCommand) {
   Action oAction = nullptr;

@@ -1,15 +1,20 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/PageType.h"
 
 #include <memory>
 
+namespace ZELLib3 {
+class Analyzer;
+}
+
 namespace ZELWbr3 {
 
 /// The database analyzer of the instance: its state, its settings and its
 /// protocol sets. Commands start it, stop it and delete old protocol sets.
-class PageDBAnalyzer : public DataPage {
+class ZELWBR3_EXPORT PageDBAnalyzer : public DataPage {
  public:
   static constexpr int Type = zelWebBrowserPageDBAnalyzer;
 
@@ -19,12 +24,12 @@ class PageDBAnalyzer : public DataPage {
 
   std::string Name() const override { return "DBAnalyzer"; }
   Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserMain; }
+  Long WebBrowser() const override { return zelWebBrowserMain; }
 
  protected:
   void FillContent() override;
   void OnCommand(Long lCommand) override;
-  void Close() override { Browser().ShowDefault(); }
+  void Close() override;
 
  private:
   /// An action of the page: asks the user and calls the analyzer. True if the

@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/analyzer/frmDBAnalyzerDelete.h"
 
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modDate.h"
 
 namespace ZELWbr3 {

@@ -1,6 +1,7 @@
 #include "zelwbr3/pages/analyzer/frmDBAnalyzerStart.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/framework/modSelectText.h"
 

@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/config/PageParameter.h"
 
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modCheckCommands.h"
 #include "zelwbr3/framework/modElement.h"

@@ -1,6 +1,7 @@
 #include "zelwbr3/pages/config/PageParameters.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/pages/config/ParameterChange.h"

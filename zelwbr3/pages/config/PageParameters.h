@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/PageType.h"
 #include "zelwbr3/framework/ParameterLink.h"
 #include "zelwbr3/framework/TabbedPage.h"
@@ -12,7 +13,7 @@ namespace ZELWbr3 {
 /// The configuration parameters: a tab for each group and one for changes by
 /// date. A tab is filled when it is first selected. A parameter's own history
 /// opens below its row, and its name is a link to its page.
-class PageParameters : public TabbedPage {
+class ZELWBR3_EXPORT PageParameters : public TabbedPage {
  public:
   static constexpr int Type = zelWebBrowserPageParameters;
 
@@ -23,7 +24,7 @@ class PageParameters : public TabbedPage {
 
   std::string Name() const override { return "Parameters"; }
   Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+  Long WebBrowser() const override { return zelWebBrowserWork; }
 
   void Hide() override;
 

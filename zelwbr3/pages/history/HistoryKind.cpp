@@ -1,5 +1,7 @@
 #include "zelwbr3/pages/history/HistoryKind.h"
 
+#include "zelwbr3/framework/PageController.h"
+
 #include <array>
 #include <cstddef>
 

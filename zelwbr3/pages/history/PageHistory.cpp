@@ -1,6 +1,7 @@
 #include "zelwbr3/pages/history/PageHistory.h"
 
 #include "zelwbr3/base/Calendar.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/pages/history/HistoryKind.h"
@@ -21,6 +22,8 @@ std::string SortKey(const Date& dDate) {
 }
 
 }  // namespace
+
+void PageHistory::ObtainSource() { m_oHistory = Database()->History(); }
 
 void PageHistory::ReleaseSource() {
   m_oHistory.reset();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/History.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/pages/monitor/BlockPage.h"
 
 #include <vector>
@@ -8,17 +9,17 @@
 namespace ZELWbr3 {
 
 /// The backup history, newest entry first; a click shows an entry's details.
-class PageHistory : public BlockPage {
+class ZELWBR3_EXPORT PageHistory : public BlockPage {
  public:
   static constexpr int Type = zelWebBrowserPageHistory;
   static constexpr int CommandOpen = 4;
 
   std::string Name() const override { return "History"; }
   Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+  Long WebBrowser() const override { return zelWebBrowserWork; }
 
  protected:
-  void ObtainSource() override { m_oHistory = Database()->History(); }
+  void ObtainSource() override;
   std::shared_ptr<ZELLib3::BlockSource> Source() override { return m_oHistory; }
   void ReleaseSource() override;
   void FillHead() override;

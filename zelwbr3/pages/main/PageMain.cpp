@@ -3,6 +3,7 @@
 #include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/dom/EmbeddedObject.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"
@@ -42,6 +43,10 @@ void SetLimits(EmbeddedObject oBar, const ZELLib3::StateInfo::Thresholds& limits
 const Integer NoValue = -1;
 
 }  // namespace
+
+std::shared_ptr<ZELLib3::StateInfo> PageMain::State() const { return Database()->StateInfo(); }
+
+bool PageMain::IsAtLeast(int lVersion) const { return Database()->Version()->Number() >= lVersion; }
 
 void PageMain::FillContent() {
   m_oHealth = {};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/Health.h"
 #include "zelwbr3/framework/PageType.h"
@@ -8,18 +9,22 @@
 #include <memory>
 #include <string>
 
+namespace ZELLib3 {
+class StateInfo;
+}
+
 namespace ZELWbr3 {
 
 /// An overview of the instance: what needs attention, a summary with the instance picture and three
 /// fill bars, tables of details, the hot-standby nodes, and a warning if an area
 /// is full.
-class PageMain : public DataPage {
+class ZELWBR3_EXPORT PageMain : public DataPage {
  public:
   static constexpr int Type = zelWebBrowserPageMain;
 
   std::string Name() const override { return "Main"; }
   Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserMain; }
+  Long WebBrowser() const override { return zelWebBrowserMain; }
 
   /// What the page shows at the moment; none while it shows none.
   const std::vector<Health::Finding>& Findings() const { return m_oHealth.Findings; }
@@ -48,10 +53,10 @@ class PageMain : public DataPage {
   void FillHealth();
 
   /// The present state; never kept.
-  std::shared_ptr<ZELLib3::StateInfo> State() const { return Database()->StateInfo(); }
+  std::shared_ptr<ZELLib3::StateInfo> State() const;
   /// True if the instance is in a state in which its areas have figures.
   bool AreasOpen() const;
-  bool IsAtLeast(int lVersion) const { return Database()->Version()->Number() >= lVersion; }
+  bool IsAtLeast(int lVersion) const;
   /// The text of an area: a blank, that it is full, or its sizes.
   std::string AreaText(Flag pFull, const std::string& sFullText, const std::function<std::string()>& oSizes) const;
 

@@ -2,6 +2,7 @@
 
 #include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/pages/main/frmOnlineUntil.h"

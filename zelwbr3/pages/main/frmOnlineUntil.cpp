@@ -1,6 +1,7 @@
 #include "zelwbr3/pages/main/frmOnlineUntil.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modDate.h"
 
 namespace ZELWbr3 {

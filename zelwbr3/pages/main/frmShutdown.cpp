@@ -1,5 +1,7 @@
 #include "zelwbr3/pages/main/frmShutdown.h"
 
+#include "zelwbr3/framework/PageController.h"
+
 namespace ZELWbr3 {
 
 frmShutdown::Choice frmShutdown::Shutdown(const std::string& sInstanceName) {

@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/framework/KeyCode.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/ReadingStopped.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"
@@ -101,7 +102,7 @@ bool BlockPage::HandleOnKeyDown(Long& lKeyCode, Element* oElement) {
 
 void BlockPage::Close() {
   if (m_oReading != nullptr) m_oReading->bStopped = true;
-  if (WebBrowser() == PageSite::zelWebBrowserDetail) {
+  if (WebBrowser() == zelWebBrowserDetail) {
     CloseDetail();
   } else {
     DataPage::Close();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/BlockSource.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/PageType.h"
 
@@ -24,7 +25,7 @@ namespace ZELWbr3 {
 /// A click or key that starts Read All is a document event, and while one is
 /// handled all others are dropped. Poll allows them, and the page itself refuses
 /// to start a second reading.
-class BlockPage : public DataPage {
+class ZELWBR3_EXPORT BlockPage : public DataPage {
  public:
   static constexpr int CommandReadMore = 2;
   static constexpr int CommandReadAll = 3;

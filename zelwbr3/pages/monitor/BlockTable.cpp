@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/monitor/BlockTable.h"
 
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/pages/monitor/TableRow.h"
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/RowSource.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Element.h"
 
 namespace ZELWbr3 {
@@ -10,7 +11,7 @@ namespace ZELWbr3 {
 /// of one cell each.
 ///
 /// A missing value is never written: its cell stays as in the template.
-class BlockTable {
+class ZELWBR3_EXPORT BlockTable {
  public:
   /// A column for each column of the source, or Name and Value if the source is
   /// one record.

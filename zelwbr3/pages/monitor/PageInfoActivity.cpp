@@ -1,6 +1,7 @@
 #include "zelwbr3/pages/monitor/PageInfoActivity.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/pages/monitor/TableRow.h"
 

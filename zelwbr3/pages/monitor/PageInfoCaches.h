@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/PageType.h"
 #include "zelwbr3/framework/ParameterLink.h"
@@ -12,14 +13,14 @@ namespace ZELWbr3 {
 /// The caches of the instance: their sizes, accesses and hit rates, the usage of
 /// the data cache, and the parameters that set the sizes. A click on a
 /// parameter's name opens the parameter.
-class PageInfoCaches : public DataPage {
+class ZELWBR3_EXPORT PageInfoCaches : public DataPage {
  public:
   static constexpr int Type = zelWebBrowserPageInfoCaches;
   static constexpr int CommandOpenParameter = 2;
 
   std::string Name() const override { return "InfoCaches"; }
   Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+  Long WebBrowser() const override { return zelWebBrowserWork; }
 
  protected:
   void FillContent() override;

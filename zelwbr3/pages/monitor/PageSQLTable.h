@@ -1,13 +1,14 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/SQLTable.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/pages/monitor/RowsPage.h"
 
 namespace ZELWbr3 {
 
 /// The rows of one table.
-class PageSQLTable : public RowsPage<ZELLib3::SQLTable> {
+class ZELWBR3_EXPORT PageSQLTable : public RowsPage<ZELLib3::SQLTable> {
  public:
   static constexpr int Type = zelWebBrowserPageSQLTable;
 

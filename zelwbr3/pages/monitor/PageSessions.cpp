@@ -1,6 +1,7 @@
 #include "zelwbr3/pages/monitor/PageSessions.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/pages/monitor/ListLink.h"
 #include "zelwbr3/pages/monitor/TableRow.h"

@@ -1,19 +1,20 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/PageType.h"
 
 namespace ZELWbr3 {
 
 /// The sessions of the instance.
-class PageSessions : public DataPage {
+class ZELWBR3_EXPORT PageSessions : public DataPage {
  public:
   static constexpr int Type = zelWebBrowserPageSessions;
   static constexpr int CommandSelect = 2;
 
   std::string Name() const override { return "Sessions"; }
   Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+  Long WebBrowser() const override { return zelWebBrowserWork; }
 
  protected:
   void FillContent() override;

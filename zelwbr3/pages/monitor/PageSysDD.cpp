@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/monitor/PageSysDD.h"
 
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 
 #include <algorithm>

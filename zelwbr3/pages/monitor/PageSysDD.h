@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/PageType.h"
 #include "zelwbr3/pages/PageUnfilled.h"
 
@@ -7,7 +8,7 @@ namespace ZELWbr3 {
 
 /// The system tables of the data dictionary: one page file per release. Its links
 /// have the id "ITEM_" and a table's name; a click opens that table.
-class PageSysDD : public PageUnfilled {
+class ZELWBR3_EXPORT PageSysDD : public PageUnfilled {
  public:
   static constexpr int Type = zelWebBrowserPageSysDD;
   static constexpr int CommandOpen = 2;
@@ -16,7 +17,7 @@ class PageSysDD : public PageUnfilled {
   /// nearest release that has a page file.
   std::string Name() const override { return m_sName; }
   Long PageType() const override { return Type; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+  Long WebBrowser() const override { return zelWebBrowserWork; }
 
   using PageUnfilled::Show;
   void Show(std::shared_ptr<ZELLib3::Database> oDatabase);

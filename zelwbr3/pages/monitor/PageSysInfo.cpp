@@ -1,6 +1,7 @@
 #include "zelwbr3/pages/monitor/PageSysInfo.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 
 namespace ZELWbr3 {

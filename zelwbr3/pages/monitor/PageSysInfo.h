@@ -1,13 +1,14 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/SysInfo.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/pages/monitor/RowsPage.h"
 
 namespace ZELWbr3 {
 
 /// One system information view: a table of its rows, or names and values if it
 /// is one record.
-class PageSysInfo : public RowsPage<ZELLib3::SysInfo> {
+class ZELWBR3_EXPORT PageSysInfo : public RowsPage<ZELLib3::SysInfo> {
  public:
   static constexpr int Type = zelWebBrowserPageSysInfo;
 

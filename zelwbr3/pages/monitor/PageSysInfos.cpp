@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/KeyCode.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/pages/monitor/ListLink.h"
 #include "zelwbr3/pages/monitor/TableRow.h"

@@ -13,7 +13,7 @@ namespace ZELWbr3 {
 template <class RowSource>
 class RowsPage : public BlockPage {
  public:
-  Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
+  Long WebBrowser() const override { return zelWebBrowserDetail; }
 
   using DataPage::Show;
   /// Keeps both and shows the page.

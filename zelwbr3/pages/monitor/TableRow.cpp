@@ -1,5 +1,7 @@
 #include "zelwbr3/pages/monitor/TableRow.h"
 
+#include "zelwbr3/framework/PageController.h"
+
 #include <stdexcept>
 
 namespace ZELWbr3 {

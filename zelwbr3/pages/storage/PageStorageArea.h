@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/ParameterLink.h"
 #include "zelwbr3/framework/TabbedPage.h"
 #include "zelwbr3/pages/storage/StorageArea.h"
@@ -14,13 +15,13 @@ namespace ZELWbr3 {
 /// usage, input and output by volume and, for the log, the activity of its
 /// writer. One tab each; the last ones only have figures while the instance is
 /// online. Elements missing in the page file are skipped.
-class PageStorageArea : public TabbedPage {
+class ZELWBR3_EXPORT PageStorageArea : public TabbedPage {
  public:
   static constexpr int CommandOpenParameter = 2;
 
   std::string Name() const override { return m_oArea.Name; }
   Long PageType() const override { return int{m_oArea.PageType}; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserWork; }
+  Long WebBrowser() const override { return zelWebBrowserWork; }
 
  protected:
   explicit PageStorageArea(const StorageArea& oArea) : m_oArea(oArea) {}

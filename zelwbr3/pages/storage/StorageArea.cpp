@@ -1,6 +1,7 @@
 #include "zelwbr3/pages/storage/StorageArea.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/PageType.h"
 
 namespace ZELWbr3 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/base/Export.h"
 
 #include <array>
 #include <memory>
@@ -12,7 +13,7 @@ namespace ZELWbr3 {
 /// Describes an area of the instance for its page: where its figures come from
 /// and which elements they go to. It contains all differences between the pages
 /// of the data area and the log area.
-struct StorageArea {
+struct ZELWBR3_EXPORT StorageArea {
   using Instance = ZELLib3::Database;
   using Condition = bool (*)(Instance&);
   using Number = Long (*)(Instance&);

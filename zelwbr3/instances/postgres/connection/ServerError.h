@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Error.h"
+#include "zelwbr3/base/Export.h"
 
 #include <string>
 #include <string_view>
@@ -9,10 +10,10 @@ namespace ZELWbr3::Postgres {
 
 /// The five characters of an SQLSTATE as a base-36 number, which is the ErrorCode
 /// of this kind of instance; 0 without one.
-ZELLib3::Long CodeOf(std::string_view sSQLState);
+ZELWBR3_EXPORT ZELLib3::Long CodeOf(std::string_view sSQLState);
 
 /// A server that answered with an error, or did not answer.
-class ServerError : public ZELLib3::InstanceError {
+class ZELWBR3_EXPORT ServerError : public ZELLib3::InstanceError {
  public:
   /// The text names the server, what was asked of it, and what it said.
   ServerError(std::string_view sSQLState, const std::string& sServer, const std::string& sAsked,
@@ -31,26 +32,26 @@ class ServerError : public ZELLib3::InstanceError {
 };
 
 /// The server has not answered in time.
-class NoAnswer : public ServerError {
+class ZELWBR3_EXPORT NoAnswer : public ServerError {
  public:
   using ServerError::ServerError;
 };
 
 /// The server has taken the connection, but its login does not end.
-class LoginWaits : public NoAnswer {
+class ZELWBR3_EXPORT LoginWaits : public NoAnswer {
  public:
   using NoAnswer::NoAnswer;
 };
 
 /// The connection has ended meanwhile.
-class ConnectionLost : public ServerError {
+class ZELWBR3_EXPORT ConnectionLost : public ServerError {
  public:
   using ServerError::ServerError;
 };
 
 /// The server wants a password that is neither given nor found where libpq looks
 /// for one.
-class PasswordNeeded : public ServerError {
+class ZELWBR3_EXPORT PasswordNeeded : public ServerError {
  public:
   using ServerError::ServerError;
 };

@@ -1,13 +1,17 @@
 #pragma once
 
-#include "zelwbr3/instances/common/settings/ObservationStore.h"
-#include "zelwbr3/instances/postgres/connection/Statement.h"
-
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 
+namespace ZELWbr3::Instances {
+class ObservationStore;
+}
+
 namespace ZELWbr3::Postgres {
+
+struct Statement;
 
 /// How a server is shown. None of this is stored on the server.
 struct Options {
@@ -35,7 +39,8 @@ struct Options {
   /// Where the program zelanalyzer is, which the analyzer is started with.
   /// Empty = what $ZELWBR3_ANALYZER says, otherwise beside the running program.
   std::string AnalyzerProgram = {};
-  StatementObserver Sending = {};
+  /// Told of every statement before it is sent; for tests and tracing.
+  std::function<void(const Statement&)> Sending = {};
 };
 
 }  // namespace ZELWbr3::Postgres

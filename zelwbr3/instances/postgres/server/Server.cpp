@@ -1,6 +1,7 @@
 #include "zelwbr3/instances/postgres/server/Server.h"
 
 #include "zelwbr3/instances/common/ThisSystem.h"
+#include "zelwbr3/instances/common/settings/ObservationStore.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Document.h"
 
 #include <string>
@@ -20,6 +21,6 @@ namespace ZELWbr3::Testing {
 /// a parameter (G, E, S, I, –), the triangle of a row that unfolds (> v -), the
 /// arrow of a node, the mark of a failure. "~" is a cell with a blank, and what
 /// a person cannot see in a text is escaped.
-std::string Picture(const Document& oDocument);
+ZELWBR3_EXPORT std::string Picture(const Document& oDocument);
 
 }  // namespace ZELWbr3::Testing

@@ -48,5 +48,5 @@ int main() {
   ZELWbr3::Browser oBrowser(oPlatform);
   oBrowser.HTMLPath(ZELWBR3_HTML);
   oBrowser.PageMain()->Show(std::make_shared<Disk>());
-  std::cout << ZELWbr3::Headless::WriteReport(*oBrowser.VisibleDocument(), ZELWBR3_HTML);
+  std::cout << ZELWbr3::Headless::WriteReport(*oBrowser.VisibleDocument(), oBrowser.HTMLPaths());
 }

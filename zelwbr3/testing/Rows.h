@@ -2,9 +2,12 @@
 
 #include "zelwbr3/ZELLib3/Database.h"
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+namespace ZELWbr3::Testing {
 
 /// Rows of views and tables, each as its texts.
 using Rows = std::vector<std::vector<std::string>>;
@@ -56,3 +59,5 @@ inline Rows ReadTable(ZELLib3::Database& oDatabase, const std::string& sOwner, c
 inline Rows ReadView(ZELLib3::Database& oDatabase, const std::string& sName) {
   return OpenAndRead(oDatabase, *View(oDatabase, sName));
 }
+
+}  // namespace ZELWbr3::Testing

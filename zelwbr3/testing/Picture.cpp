@@ -1,4 +1,4 @@
-#include "tests/support/Picture.h"
+#include "zelwbr3/testing/Picture.h"
 
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/dom/Style.h"
