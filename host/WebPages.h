@@ -27,7 +27,7 @@ class WebPages {
   std::shared_ptr<ZELLib3::Database> m_oDatabase;
   Browser m_oBrowser;
   HostPages m_oPages;
-  std::vector<Connection> m_connections;
+  std::vector<ScopedConnection> m_connections;
 };
 
 /// The observer of an instance that must not be changed: throws, before it is.

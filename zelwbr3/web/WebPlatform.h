@@ -3,6 +3,7 @@
 #include "zelwbr3/base/Event.h"
 #include "zelwbr3/dom/FlatList.h"
 #include "zelwbr3/platform/Platform.h"
+#include "zelwbr3/platform/ScreenPointer.h"
 #include "zelwbr3/web/PageFiles.h"
 #include "zelwbr3/web/WebBoxes.h"
 #include "zelwbr3/web/WebLocale.h"
