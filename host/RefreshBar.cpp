@@ -1,6 +1,8 @@
 #include "host/RefreshBar.h"
 
 #include "zelwbr3/desktop/Accessible.h"
+#include "zelwbr3/desktop/DesktopPlatform.h"
+#include "zelwbr3/desktop/DesktopPump.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/framework/DataPage.h"
 

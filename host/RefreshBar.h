@@ -78,7 +78,7 @@ class RefreshBar : public wxPanel, private wxModalDialogHook {
   std::optional<Clock::time_point> m_oBegin;
   /// By page: a page that comes to the front again is as old as it was.
   std::map<std::string, Reading> m_readings;
-  std::vector<Connection> m_connections;
+  std::vector<ScopedConnection> m_connections;
 };
 
 }  // namespace ZELWbr3::Host

@@ -41,7 +41,7 @@ class RefreshTest : public TestPanel {
   /// Refreshes the page in front and waits until the browser shows it.
   void Refresh() {
     int iPages = 0;
-    const auto oCount = Control().PageComplete.Connect([&](const auto&) { ++iPages; });
+    const ScopedConnection oCount = Control().PageComplete.Connect([&](const auto&) { ++iPages; });
     std::dynamic_pointer_cast<DataPage>(Control().ActPageObj())->Command(DataPage::CommandRefresh);
     WaitFor("the refreshed page", [&] { return iPages == 1 && Front().Settled(); });
     ExpectLiveEqualsReplica(Front());

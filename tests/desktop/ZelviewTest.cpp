@@ -146,7 +146,7 @@ TEST_F(ZelviewTest, ThePageRefreshesByItselfButNotUnderADialogOrASelection) {
   Host::RefreshBar& oBar = Zelview->Refreshing();
   int iDone = 0;
   int iLeftOut = 0;
-  const auto oTicks = oBar.Ticked.Connect([&](bool bDone) { ++(bDone ? iDone : iLeftOut); });
+  const ScopedConnection oTicks = oBar.Ticked.Connect([&](bool bDone) { ++(bDone ? iDone : iLeftOut); });
   oBar.Interval(2);
   WaitFor("a refresh", [&] { return iDone == 1; });
   WaitFor("when it was", [&] { return Zelview->GetStatusBar()->GetStatusText(1).StartsWith("Read "); });
