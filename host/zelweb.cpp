@@ -11,7 +11,6 @@
 #include "zelwbr3/base/ReadFile.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/base/Version.h"
-#include "zelwbr3/base/Version.h"
 #include "zelwbr3/web/Secrets.h"
 #include "zelwbr3/web/Server.h"
 #include "zelwbr3/web/Sessions.h"
