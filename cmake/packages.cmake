@@ -27,7 +27,7 @@ if(ZELWBR3_PROGRAMS)
       set(manual ${CMAKE_CURRENT_BINARY_DIR}/man/${program}.1)
       add_custom_command(OUTPUT ${manual}
         COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_CURRENT_BINARY_DIR}/man
-        COMMAND ${ZELWBR3_HELP2MAN} --no-info --name=${does_${program}} --output=${manual} $<TARGET_FILE:zelwbr3_${program}>
+        COMMAND ${ZELWBR3_HELP2MAN} --no-info --locale=C.UTF-8 --name=${does_${program}} --output=${manual} $<TARGET_FILE:zelwbr3_${program}>
         DEPENDS zelwbr3_${program}
         COMMENT "Writing the manual of ${program}" VERBATIM)
       list(APPEND manuals ${manual})
