@@ -1,9 +1,9 @@
 #include "zelwbr3/desktop/WebView.h"
 
-#include "zelwbr3/remote/FileURL.h"
 #include "zelwbr3/desktop/HelpScheme.h"
 #include "zelwbr3/desktop/WebContext.h"
 #include "zelwbr3/remote/ErrorPage.h"
+#include "zelwbr3/remote/FileURL.h"
 
 #include <gtk/gtk.h>
 #include <webkit2/webkit2.h>

@@ -53,6 +53,9 @@ std::size_t ExpectReadable(RowSource& oSource, const std::string& sWhat, bool bI
 // Named here, so that a program that runs the suite links this file.
 std::string ContractCase::Named(const ::testing::TestParamInfo<ContractCase>& oInfo) { return oInfo.param.Name; }
 
+// A program may use the rest of the kit only.
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Contract);
+
 TEST_P(Contract, SubObjectsAreNeverNull) {
   EXPECT_NE(nullptr, m_oDatabase->StateInfo());
   EXPECT_NE(nullptr, m_oDatabase->Parameters());
