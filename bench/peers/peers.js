@@ -13,13 +13,15 @@ const AsObject = (row) => Object.fromEntries([["id", row], ...Cells(row).map((ce
 const ColumnNames = Array.from({ length: Columns }, (_, column) => `c${column}`);
 const Numbers = (count) => Array.from({ length: count }, (_, row) => row);
 
-/** Milliseconds until a text is painted, or until that for which the act has a condition. */
+/** Milliseconds until a text is painted, or until that for which the act has a condition; NaN after 20 seconds. */
 const UntilPainted = async (text, act) => {
   const start = performance.now();
   const result = act();
   const IsDone = typeof result === "function" ? result : () => document.body.textContent.includes(text);
-  do await new Promise(requestAnimationFrame);
-  while (!IsDone());
+  do {
+    await new Promise(requestAnimationFrame);
+    if (performance.now() - start > 20_000) return NaN;
+  } while (!IsDone());
   await new Promise((done) => setTimeout(done));
   return performance.now() - start;
 };
@@ -49,6 +51,7 @@ const Steps = {
     for (let i = 1; i <= 25; ++i) {
       const row = (i * 7919 * 131) % (count - 100);
       times.push(await UntilPainted(Value(row, 1), () => peer.jump(row)));
+      if (Number.isNaN(times.at(-1))) return NaN;
     }
     await UntilPainted(Value(0, 1), () => peer.jump(0));
     return Median(times);

@@ -8,6 +8,7 @@
 #include <wx/timer.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace ZELWbr3::Desktop {
@@ -266,6 +267,45 @@ TEST_F(ListsTest, ManyRowsThatComeAsElementsAreShownAndFilteredAsWell) {
   Press("ctrl+f V I E W 5 9 9");
   WaitForPage("the only one", [&] { return Seen() == "VIEW599"; });
   ExpectLiveEqualsReplica(Front());
+}
+
+// More rows than a page is high enough for. They are evenly spaced to the end, and a
+// step of the wheel is the same everywhere.
+TEST_F(ListsTest, AListIsHigherThanAPage) {
+  ShowView();
+  WaitForNames("Zoe adam Eve Bea 2");
+  Ask(Front(), R"((() => {
+    const template = document.querySelector('#tabSysInfo tr[style*="none"]');
+    for (let row = 0; row < 400; ++row) {
+      const texts = [1e6 + row * 5000 * 4, 5000, '9999999', '', ''];
+      for (let i = 0; i < 5000; ++i) texts.push(row * 5000 + i, 'n', '');
+      const detail = texts.join('\x7f');
+      template.dispatchEvent(new CustomEvent('zelrows', { bubbles: true, cancelable: true, detail }));
+    }
+  })())");
+  const auto Rows = [this](const std::string& sOf) {
+    return Ask(
+        Front(),
+        "(() => { const rows = [...document.querySelectorAll('#tabSysInfo tr[data-zel-row]')]"
+        ".filter(o => o.getBoundingClientRect().top > 50 && o.getBoundingClientRect().bottom < innerHeight - 50);"
+        "const Top = o => o.getBoundingClientRect().top; return rows.length > 9 ? " +
+            sOf + " : ''; })()");
+  };
+  WaitForPage("the rows",
+              [this] { return Ask(Front(), "document.getElementById('tabSysInfo').ariaRowCount") == "2000005"; });
+  ClickOn(Front(), "txtFormFooter");
+  Press("End");
+  WaitForPage("the end", [this] { return Ask(Front(), "document.activeElement.cells?.[0].textContent") == "1999999"; });
+  const std::string sSpaces = "new Set(rows.slice(1).map((o, i) => Top(o) - Top(rows[i]))).size";
+  const std::string sPlace = "Number(rows[0].cells[0].textContent) * (Top(rows[1]) - Top(rows[0])) - Top(rows[0])";
+  EXPECT_EQ(Rows(sSpaces), "1");
+  for (const char* sPart : {"0.5", "0.3"}) {
+    Ask(Front(), "scrollTo(0, document.documentElement.scrollHeight * " + std::string(sPart) + ")");
+    WaitForPage("the middle", [&] { return Rows(sSpaces) == "1"; });
+    const double dPlace = std::stod(Rows(sPlace));
+    for (int i = 0; i < 20; ++i) Ask(Front(), "scrollBy(0, 53); dispatchEvent(new Event('scroll'))");
+    WaitForPage("the steps", [&] { return std::abs(std::stod(Rows(sPlace)) - dPlace - 20 * 53) < 1; });
+  }
 }
 
 TEST_F(ListsTest, EscapeAndClosingTheWindowEndReading) {
