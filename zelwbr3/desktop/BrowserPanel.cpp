@@ -73,11 +73,11 @@ void BrowserPanel::OnSize(wxSizeEvent& oEvent) {
 // Unhandled keys of a page arrive here as well, because such events go from a
 // window to its parent; they are not the control's own.
 
-void BrowserPanel::OnKeyDown(wxKeyEvent& oEvent) { Raise(Browser().KeyDown, oEvent); }
+void BrowserPanel::OnKeyDown(wxKeyEvent& oEvent) { PassOn(Browser().KeyDown, oEvent); }
 
-void BrowserPanel::OnKeyUp(wxKeyEvent& oEvent) { Raise(Browser().KeyUp, oEvent); }
+void BrowserPanel::OnKeyUp(wxKeyEvent& oEvent) { PassOn(Browser().KeyUp, oEvent); }
 
-void BrowserPanel::Raise(const Event<Integer&, Integer&>& oRaised, wxKeyEvent& oEvent) {
+void BrowserPanel::PassOn(const Event<Integer&, Integer&>& oRaised, wxKeyEvent& oEvent) {
   oEvent.Skip();
   if (oEvent.GetEventObject() != this) return;
   Integer iKeyCode = int{Translate(oEvent).Code};

@@ -50,7 +50,7 @@ class ZELWBR3_EXPORT BrowserPanel : public wxPanel {
   void OnKeyUp(wxKeyEvent& oEvent);
   void OnChar(wxKeyEvent& oEvent);
   /// A handler that takes the key keeps it from the program's other windows.
-  void Raise(const Event<Integer&, Integer&>& oRaised, wxKeyEvent& oEvent);
+  void PassOn(const Event<Integer&, Integer&>& oRaised, wxKeyEvent& oEvent);
 
   std::shared_ptr<Control> m_oControl;
 };
