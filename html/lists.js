@@ -1356,6 +1356,17 @@
       this.sTyped = "";
       this.dTyped = -Infinity;
 
+      // For other scripts of the page: the rows as they are seen, in order, with all
+      // those that have no elements. They stay the same however the list changes.
+      oTable.zelList = {
+        Headings: () => Array.from(this.oHeadings.cells, (oCell) => oCell.textContent),
+        Shown: () => {
+          const { oRows } = this;
+          const { iCount, oOrder } = this.oWindow;
+          return { iCount, Texts: (i) => oRows.Texts(oOrder?.[i] ?? i) };
+        },
+      };
+
       this.MakeBar();
       this.Add(this.oBody.rows);
       this.Show();
@@ -1710,6 +1721,9 @@
     oLists.clear();
     for (const oTable of document.querySelectorAll("table.zelTblSort")) oLists.set(oTable, new List(oTable));
   };
+
+  // For tables.js.
+  globalThis.zelNumbers = NumberReader;
 
   window.addEventListener("load", Begin);
   document.currentScript.dataset.beginsAgain = "";

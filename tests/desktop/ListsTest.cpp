@@ -1,10 +1,12 @@
 #include "tests/desktop/TestWindow.h"
 #include "tests/support/ChangedRecording.h"
+#include "zelwbr3/base/ReadFile.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
 #include "zelwbr3/pages/monitor/PageSysInfo.h"
 #include "zelwbr3/pages/monitor/PageSysInfos.h"
 
 #include <wx/app.h>
+#include <wx/filedlg.h>
 #include <wx/timer.h>
 
 #include <algorithm>
@@ -141,6 +143,28 @@ TEST_F(ListsTest, TextsAreInTheOrderOfTheUsersLanguage) {
       WaitForPage("the order", [&] { return Numbers("") == sSorted; });
     }
   }
+}
+
+TEST_F(ListsTest, WhatIsExportedIsWhatIsSeen) {
+  ShowView();
+  ClickOn(Front(), Heading(2));
+  WaitForNames("adam Bea 2 Eve Zoe");
+  ClickOn(Front(), ".zelListFilter");
+  Press("e");
+  WaitForNames("Bea 2 Eve Zoe");
+  const std::filesystem::path oFile = Folder / "rows.csv";
+  InDialog([&](wxDialog& oDialog) { oDialog.EndModal(wxID_OK); },
+           [&](wxDialog& oDialog) { dynamic_cast<wxFileDialog&>(oDialog).SetPath(oFile.string()); });
+  const auto Choose = [this](const std::string& sKeys) {
+    ClickOn(Front(), ".zelExport");
+    WaitForPage("the menu", [this] { return Ask(Front(), "document.querySelectorAll('.zelMenuItem').length") == "5"; });
+    Press(sKeys);
+  };
+  Choose("Down Return");
+  WaitFor("the file", [&] { return std::filesystem::exists(oFile); });
+  EXPECT_EQ(ReadFile(oFile.string()), "ID,NAME,REMARK\r\nn/a,Bea 2,y\r\n100.5,Eve,x\r\n10,Zoe,a\tb\r\n");
+  Choose("Return");
+  WaitFor("the copy", [&] { return Clipboard() == "ID\tNAME\tREMARK\nn/a\tBea 2\ty\n100.5\tEve\tx\n10\tZoe\ta b\n"; });
 }
 
 TEST_F(ListsTest, EnterSortsAlsoWhereItOpensViews) {

@@ -27,6 +27,8 @@ std::string AgentHost(Theme eTheme) {
   // The view puts its navigation's number into the URL.
   Serial: () => Number(/[?&]zelwbr3=(\d+)/.exec(location.href)?.[1] ?? 0),
   Post: (sMessage) => webkit.messageHandlers.zelwbr3.postMessage(sMessage),
+  // Files and the clipboard are the program's matter.
+  Exports: true,
   Attach: (oAgent) => { globalThis.zelwbr3 = oAgent; },
 };
 )";
@@ -49,7 +51,7 @@ DesktopWebBrowser::DesktopWebBrowser(DesktopPlatform& oPlatform, WebBrowserEvent
     : DesktopWebBrowser(oPlatform, *oPlatform.Parent(), oEvents) {}
 
 DesktopWebBrowser::DesktopWebBrowser(DesktopPlatform& oPlatform, wxWindow& oParent, WebBrowserEvents& oEvents)
-    : m_oPlatform(oPlatform), m_oEvents(oEvents), m_oRemote(oEvents, *this) {
+    : m_oPlatform(oPlatform), m_oEvents(oEvents), m_oRemote(oEvents, *this), m_oExport(oPlatform) {
   m_oBox = new PictureBox(&oParent, wxID_ANY, wxDefaultPosition, oParent.GetClientSize(), wxBORDER_NONE);
   m_oBox->Hide();
   m_oPlatform.Watch(*this, true);
@@ -134,6 +136,18 @@ void DesktopWebBrowser::Move(int iLeft, int iTop, int iWidth, int iHeight) {
 }
 
 void DesktopWebBrowser::HelpFile(const std::string& sCHMPath) { NeedView().HelpFile(sCHMPath); }
+
+void DesktopWebBrowser::Export(std::string_view sPiece) {
+  if (m_oExport.Take(sPiece) != ListExport::Wish::Print) return;
+  if (m_oBox != nullptr)
+    m_oBox->CallAfter([oBox = m_oBox, this] {
+      if (oBox != nullptr) Print();
+    });
+}
+
+void DesktopWebBrowser::Print() {
+  if (m_oView != nullptr) m_oView->Print();
+}
 
 void DesktopWebBrowser::Copy() {
   if (m_oView != nullptr) m_oView->Copy();

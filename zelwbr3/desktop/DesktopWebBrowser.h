@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/desktop/ListExport.h"
 #include "zelwbr3/desktop/Theme.h"
 #include "zelwbr3/desktop/WebView.h"
 #include "zelwbr3/platform/WebBrowser.h"
@@ -48,6 +49,8 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remo
   void HelpFile(const std::string& sCHMPath);
   /// Copies what is selected to the clipboard.
   void Copy();
+  /// Lets the user print the page, also to a file.
+  void Print();
   /// Gives the keyboard to the page.
   void Focus();
   /// Gives it to the first element that the Tab key comes by, or to the last.
@@ -73,6 +76,7 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remo
   void ProcessTerminated(const std::string& sReason) override;
   void Trace(const std::string& sText) override;
 
+  void Export(std::string_view sPiece) override;
   void SendBatch(std::uint32_t iSerial, std::uint32_t iBatch, const std::string& sList) override;
   void Later(std::function<void()> oTask) override;
   void Loaded(const ZELWbr3::Document& oDocument) override { m_oOrigin.Loaded(oDocument); }
@@ -96,6 +100,7 @@ class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remo
   std::vector<std::string> m_pageFolders;
   Desktop::Theme m_eLoadTheme = Desktop::Theme::Light;
   Remote::RemoteDocument m_oRemote;
+  ListExport m_oExport;
 };
 
 }  // namespace ZELWbr3::Desktop

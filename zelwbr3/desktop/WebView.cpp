@@ -344,6 +344,12 @@ void WebView::HelpFile(const std::string& sCHMPath) {
 
 void WebView::Copy() { webkit_web_view_execute_editing_command(m_oView, WEBKIT_EDITING_COMMAND_COPY); }
 
+void WebView::Print() {
+  WebKitPrintOperation* oOperation = webkit_print_operation_new(m_oView);
+  webkit_print_operation_run_dialog(oOperation, GTK_WINDOW(gtk_widget_get_toplevel(GTK_WIDGET(m_oView))));
+  g_object_unref(oOperation);
+}
+
 void WebView::Focus() { gtk_widget_grab_focus(GTK_WIDGET(m_oView)); }
 
 bool WebView::HasFocus() const { return gtk_widget_is_focus(GTK_WIDGET(m_oView)) != FALSE; }

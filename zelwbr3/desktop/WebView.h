@@ -83,6 +83,8 @@ class WebView {
   /// visible view paints.
   void AfterPaint(std::function<void()> oDone);
 
+  /// Shows the dialog for printing the document, also to a file.
+  void Print();
   /// Copies what is selected in the frame with the keyboard to the clipboard.
   void Copy();
   void Focus();

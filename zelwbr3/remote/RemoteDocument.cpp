@@ -118,6 +118,8 @@ void RemoteDocument::Handle(std::string_view sMessage) {
     m_bPageTakesEnter = oList.Number() != 0;
   } else if (sKind == "key") {
     KeyPress(oList.Number(), false);
+  } else if (sKind == "export") {
+    m_oChannel.Export(oList.Text());
   } else if (m_oSender != nullptr) {
     m_oDocument->Activate(m_oDocument->ByNumber(oList.Number()));
     if (sKind == "click") m_oEvents.Click();

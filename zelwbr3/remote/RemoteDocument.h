@@ -20,6 +20,9 @@ class Channel {
   /// Sends a batch of changes for the document with this number, without waiting.
   /// RemoteDocument::Acknowledge answers it.
   virtual void SendBatch(std::uint32_t iSerial, std::uint32_t iBatch, const std::string& sList) = 0;
+  /// The page gives something away, in pieces, for the clipboard, a file or a printer
+  /// (html/export.js). A channel that cannot do that leaves it.
+  virtual void Export(std::string_view) {}
   /// Runs something soon, but not within the present call. What it throws goes
   /// where that of arriving messages goes.
   virtual void Later(std::function<void()> oTask) = 0;

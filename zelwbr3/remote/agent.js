@@ -193,7 +193,7 @@
   const End = 4;
 
   /** What a list's script writes to the program's own elements. */
-  const ListAttributes = ["aria-rowcount", "aria-rowindex", "aria-sort", RowAttribute];
+  const ListAttributes = ["aria-rowcount", "aria-rowindex", "aria-sort", RowAttribute, "data-zel-out"];
   /** And what is written to an element whose figure has changed: a mark, and a tooltip if it has none. */
   const MarkAttribute = "data-zel-mark";
   const ChangeAttribute = "data-zel-changed";
@@ -544,10 +544,11 @@
   window.addEventListener("click", (oEvent) => oEvent.isTrusted && Report("click", oEvent.target), true);
   window.addEventListener("focusin", (oEvent) => Report("focus", oEvent.target), true);
 
-  // Keys that belong to the page's own script: Escape empties a search field before
-  // it leaves the page, Enter and Space press a button that the script has made and
+  // Keys that belong to the page's own script: Escape empties a search field or
+  // closes a menu before it leaves the page, Enter and Space press a button that the script has made and
   // that the program does not know.
-  const KeepsEscape = (o) => o instanceof HTMLInputElement && o.type === "search" && o.value !== "";
+  const KeepsEscape = (o) =>
+    (o instanceof HTMLInputElement && o.type === "search" && o.value !== "") || (o instanceof Element && o.closest(".zelMenu") !== null);
   const KeepsEnter = (o) => o instanceof HTMLButtonElement && o[NumberKey] === undefined;
 
   /** Where the program asks nothing when a key goes down, it is told beforehand. */
@@ -591,6 +592,14 @@
       true
     );
   }
+
+  // What the page's script takes out of a list, for the clipboard or a file. Where the
+  // host does not want it, the browser does that.
+  document.addEventListener("zelexport", (oEvent) => {
+    if (!zelwbr3Host.Exports) return;
+    oEvent.preventDefault();
+    Post("export", iSerial, oEvent.detail);
+  });
 
   Post("begin", iSerial);
 })();

@@ -72,6 +72,22 @@ void PageParameters::FillGroup(std::size_t iGroup) {
     modCells::FillParamCell(*oCells[1], sName, lGroup);
     modCells::SetCellText(*oCells[2], sValue);
     modCells::SetCellText(*oCells[3], sDescription);
+    MarkChange(*oCells[2], *oParameter);
+  }
+}
+
+void PageParameters::MarkChange(Element& oValue, const ZELLib3::Parameter& oParameter) {
+  try {
+    const std::string sNew = oParameter.NewValue();
+    const bool bPending = !modCells::Known(sNew).empty() && sNew != oParameter.Value();
+    if (bPending) oValue.setAttribute("data-zel-new", sNew);
+    if (bPending) {
+      oValue.parentElement()->setAttribute("data-zel-state", "pending");
+    } else if (oParameter.HistoryCount() > 0) {
+      oValue.parentElement()->setAttribute("data-zel-state", "changed");
+    }
+  } catch (const ZELLib3::InstanceError&) {
+    // The row is not marked then. The parameter's own page reads the same and reports it.
   }
 }
 

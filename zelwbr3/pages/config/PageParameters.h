@@ -37,6 +37,8 @@ class ZELWBR3_EXPORT PageParameters : public TabbedPage {
   /// Does nothing if the document already shows the tab.
   void FillTab(Long lTab);
   void FillGroup(std::size_t iGroup);
+  /// Tells the page's script of a value that waits for a restart, and of changes.
+  static void MarkChange(Element& oValue, const ZELLib3::Parameter& oParameter);
   void FillHistory();
 
   /// Shows or hides the history below the last clicked row.

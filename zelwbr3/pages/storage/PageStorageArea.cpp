@@ -123,7 +123,8 @@ void PageStorageArea::FillUsage() {
   FillVolumeRows("tabUsage", [this](const ZELLib3::Volume& o) {
     const Long lSize = o.Size();
     const Long lUsed = o.UsedSize();
-    return std::vector<std::string>{SizeText(lSize), SizeText(lUsed), SizeText(o.FreeSize()), Percent(lUsed, lSize)};
+    return std::vector<std::string>{SizeText(lSize),       SizeText(lUsed), SizeText(o.FreeSize()),
+                                    Percent(lUsed, lSize), o.Info1(),       o.Info2()};
   });
 }
 
@@ -166,6 +167,7 @@ void PageStorageArea::FillVolumeRows(std::string_view sTable, const VolumeTexts&
   const Element* oTable = Find(sTable);
   Element* oTemplate = oTable == nullptr ? nullptr : TemplateRow(*oTable);
   if (oTemplate == nullptr) return;
+  const std::size_t iColumns = oTemplate->cells().size();
   const auto oVolumes = m_oArea.Volumes(*Database());
   const Long lCount = oVolumes->Count();
   int iListed = 0;
@@ -175,6 +177,8 @@ void PageStorageArea::FillVolumeRows(std::string_view sTable, const VolumeTexts&
     const std::string sName = oVolume->Name();
     std::vector<std::string> texts = {std::to_string(iListed + 1), std::string(modCells::Known(sName))};
     for (const std::string& sText : oTexts(*oVolume)) texts.emplace_back(modCells::Known(sText));
+    // Not every page file has columns for all of it.
+    texts.resize(std::min(texts.size(), iColumns));
     modCells::AddRow(*oTemplate, texts);
     ++iListed;
   }
