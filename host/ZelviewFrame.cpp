@@ -6,6 +6,7 @@
 #include "host/ZelviewPictures.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/base/Version.h"
 #include "zelwbr3/desktop/Accessible.h"
 #include "zelwbr3/desktop/DesktopPlatform.h"
 #include "zelwbr3/desktop/DesktopPump.h"
@@ -24,7 +25,9 @@
 #include <stdexcept>
 
 #include <wx/filedlg.h>
+#include <wx/log.h>
 #include <wx/menu.h>
+#include <wx/msgdlg.h>
 #include <wx/mstream.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
@@ -43,6 +46,16 @@ std::string UTF8(const wxString& sText) { return std::string(sText.utf8_str()); 
 
 /// In a narrower window, the pages are listed by their icons.
 constexpr int kWidthForTitles = 720;
+
+/// The numbers of menu items for recent instances follow.
+constexpr int kFirstRecent = 7000;
+
+constexpr const char* Shortcuts =
+    "F5\tread the page again\nEsc\tclose the page\nAlt+Left, Alt+Right\tback and forward\n"
+    "F6, Shift+F6\tgo round page list, commands and page\nCtrl+F\tfilter a list\n"
+    "Arrows, Page Up, Page Down, Home, End\tgo from row to row\nletters\tgo to the row that begins with them\n"
+    "Ctrl+C\tcopy what is selected\nCtrl+P\tprint the page\nCtrl+O, Ctrl+Shift+O\topen a file or a server\n"
+    "Ctrl+S\tsave a recording\nCtrl+Q\tquit";
 
 constexpr const char* Units[] = {"Sizes in &Kilobytes", "Sizes in &Megabytes", "Sizes in &Gigabytes", "Sizes in &Pages",
                                  "Sizes in a &Fitting Unit"};
@@ -74,6 +87,7 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
 
   auto* oRight = new wxBoxSizer(wxVERTICAL);
   auto* oBar = new wxBoxSizer(wxHORIZONTAL);
+  oBar->Add(MakeTrail(oAll), 0, wxEXPAND);
   oBar->Add(m_oRefreshBar, 0, wxEXPAND);
   oBar->Add(m_oCommandlist->Window(), 1, wxEXPAND);
   oRight->Add(oBar, 0, wxEXPAND);
@@ -87,6 +101,7 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
   Bind(wxEVT_SIZE, [this](wxSizeEvent& oEvent) {
     const bool bNarrow = GetClientSize().x < FromDIP(kWidthForTitles);
     m_oPageList->Narrow(bNarrow);
+    m_oPath->Show(!bNarrow);
     m_oCommandlist->Compact(bNarrow);
     oEvent.Skip();
   });
@@ -101,14 +116,63 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
 
   m_oPanel->Browser().HTMLPath(HTMLFolder());
   m_oPanel->Browser().CHMPath(HelpFile());
+  m_oTrail = std::make_unique<PageTrail>(m_oPanel->Browser());
   MakeMenus();
   Connect();
+  // Files dropped on the window's own parts are opened; pages take none.
+  DragAcceptFiles(true);
+  Bind(wxEVT_DROP_FILES, [this](wxDropFilesEvent& oEvent) {
+    if (oEvent.GetNumberOfFiles() == 0) return;
+    const std::string sFile = UTF8(oEvent.GetFiles()[0]);
+    Later([this, sFile] { OpenAndShow(sFile); });
+  });
+  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& oEvent) {
+    SaveSettings();
+    oEvent.Skip();
+  });
+}
+
+wxSizer* ZelviewFrame::MakeTrail(wxWindow* oParent) {
+  const auto AddButton = [&](const char* sName, const char* sPath, const std::function<void()>& oWork) {
+    auto* oButton =
+        new wxButton(oParent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT | wxBORDER_NONE);
+    const std::string sSVG =
+        R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16" viewBox="0 0 16 16"><path fill="none" stroke="#7c8794")"
+        R"( stroke-width="1.8" stroke-linecap="round" stroke-linejoin="round" d=")" +
+        std::string(sPath) + "\"/></svg>";
+    oButton->SetBitmap(wxBitmapBundle::FromSVG(sSVG.c_str(), wxSize(16, 16)));
+    oButton->SetToolTip(sName);
+    oButton->DisableFocusFromKeyboard();  // its keys work everywhere
+    Desktop::AccessibleName(*oButton, sName);
+    oButton->Bind(wxEVT_BUTTON, [this, oWork](wxCommandEvent&) { Later(oWork); });
+    return oButton;
+  };
+  m_oBack = AddButton("Back (Alt+Left)", "M10 3 5 8l5 5", [this] { m_oTrail->Back(); });
+  m_oForward = AddButton("Forward (Alt+Right)", "M6 3l5 5-5 5", [this] { m_oTrail->Forward(); });
+  m_oPath = new wxStaticText(oParent, wxID_ANY, "", wxDefaultPosition, wxSize(FromDIP(190), -1),
+                             wxST_ELLIPSIZE_MIDDLE | wxST_NO_AUTORESIZE);
+  auto* oSizer = new wxBoxSizer(wxHORIZONTAL);
+  for (wxWindow* o : std::initializer_list<wxWindow*>{m_oBack, m_oForward, m_oPath}) {
+    oSizer->Add(o, wxSizerFlags().CenterVertical().Border(wxLEFT, FromDIP(4)));
+  }
+  return oSizer;
+}
+
+void ZelviewFrame::ShowTrail() {
+  m_oBack->Enable(m_oTrail->CanGoBack());
+  m_oForward->Enable(m_oTrail->CanGoForward());
+  const wxString sPath = Text(m_oTrail->Path());
+  m_oPath->SetLabelText(sPath);
+  m_oPath->SetToolTip(sPath);
 }
 
 void ZelviewFrame::OnKey(wxKeyEvent& oEvent) {
   const int iKey = oEvent.GetKeyCode();
+  const bool bTrail = oEvent.AltDown() && !oEvent.ControlDown() && (iKey == WXK_LEFT || iKey == WXK_RIGHT);
   const bool bPages = (iKey == WXK_F5 || iKey == WXK_ESCAPE) && !oEvent.HasAnyModifiers();
-  if (iKey == WXK_F6 && !oEvent.HasModifiers()) {
+  if (bTrail) {
+    Later([this, iKey] { iKey == WXK_LEFT ? m_oTrail->Back() : m_oTrail->Forward(); });
+  } else if (iKey == WXK_F6 && !oEvent.HasModifiers()) {
     GoRound(!oEvent.ShiftDown());
   } else if (iKey == WXK_TAB && !oEvent.HasAnyModifiers() && m_oPageList->HasFocus()) {
     m_oPanel->SetFocusFromKbd();  // not by way of the commands: what was chosen is the page
@@ -146,6 +210,17 @@ void ZelviewFrame::MakeMenus() {
   Add(oFile, "Open S&erver…\tCtrl+Shift+O", [this] { Later([this] { OpenServer(); }); });
   Add(oFile, "Open &Recording…", [this] { OpenFile("Open a recording", "*.json", "recorded:"); });
   Add(oFile, "&Save Recording…\tCtrl+S", [this] { Later([this] { SaveRecording(); }); });
+  m_oRecent = new wxMenu;
+  oFile->AppendSubMenu(m_oRecent, "Open Re&cent");
+  m_oRecent->Bind(wxEVT_MENU, [this](wxCommandEvent& oEvent) {
+    const auto iRecent = static_cast<std::size_t>(oEvent.GetId() - kFirstRecent);
+    if (!m_oSettings || iRecent >= m_oSettings->Recent.size()) return;
+    Later([this, sInstance = m_oSettings->Recent[iRecent]] { OpenAndShow(sInstance); });
+  });
+  oFile->AppendSeparator();
+  Add(oFile, "&Print…\tCtrl+P", [this] {
+    if (Desktop::DesktopWebBrowser* oBrowser = m_oPanel->Platform().Front()) oBrowser->Print();
+  });
   oFile->AppendSeparator();
   Add(
       oFile, "&Quit\tCtrl+Q", [this] { Close(); }, wxITEM_NORMAL, wxID_EXIT);
@@ -163,18 +238,30 @@ void ZelviewFrame::MakeMenus() {
   oView->AppendSeparator();
   const auto AddTheme = [&](const char* sText, std::optional<Desktop::Theme> eTheme) {
     Add(
-        oView, sText, [this, eTheme] { m_oPanel->Platform().Theme(eTheme); }, wxITEM_RADIO);
+        oView, sText, [this, eTheme] { Theme(eTheme); }, wxITEM_RADIO);
   };
   AddTheme("Theme of the &Desktop", std::nullopt);
   AddTheme("&Light Theme", Desktop::Theme::Light);
   AddTheme("Da&rk Theme", Desktop::Theme::Dark);
 
+  auto* oGo = new wxMenu;
+  Add(oGo, "&Back", [this] { Later([this] { m_oTrail->Back(); }); });
+  Add(oGo, "&Forward", [this] { Later([this] { m_oTrail->Forward(); }); });
+
   auto* oHelp = new wxMenu;
   Add(oHelp, "&Message…", [this] { Later([this] { ShowMessage(); }); });
+  Add(oHelp, "&Keyboard Shortcuts",
+      [this] { Later([this] { wxMessageBox(Shortcuts, "Keyboard Shortcuts", wxOK, this); }); });
+  Add(oHelp, "&About zelview", [this] {
+    Later([this] {
+      wxMessageBox("zelview " ZELWBR3_VERSION "\nShows the state of a database instance.", "About zelview", wxOK, this);
+    });
+  });
 
   auto* oBar = new wxMenuBar;
   oBar->Append(oFile, "&File");
   oBar->Append(oView, "&View");
+  oBar->Append(oGo, "&Go");
   oBar->Append(oHelp, "&Help");
   SetMenuBar(oBar);
   Desktop::AccessibleName(*oBar, "Menu");
@@ -188,7 +275,10 @@ void ZelviewFrame::Connect() {
     m_oPanel->Platform().Trace([oTrace = m_oTrace](const std::string& sText) { oTrace->Text(sText); });
   }
   m_connections.push_back(oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
-    m_oPageList->Select(oPage->Name());
+    m_oTrail->Shown(oPage);
+    m_oPageList->Select(m_oTrail->List());
+    ShowTrail();
+    if (oPage->WebBrowser() != PageSite::zelWebBrowserDetail && oPage->Name() != "Default") m_sPage = oPage->Name();
     Say("");
   }));
   m_connections.push_back(oBrowser.ActionBegin.Connect([this] { Say("Working…"); }));
@@ -222,6 +312,11 @@ void ZelviewFrame::Open(const std::string& sInstance) {
   }
   m_sInstance = sInstance;
   m_oDatabase = std::move(oDatabase);
+  m_oTrail->Clear();
+  if (m_oSettings) {
+    m_oSettings->Opened(sInstance);
+    FillRecent();
+  }
   m_oPages = std::make_unique<HostPages>(m_oPanel->Browser(), m_oDatabase, m_oCommandlist);
   SetTitle(Text(ZELWbr3::Text::Isolated(m_oDatabase->InstanceName()) + " - zelview"));
   SetStatusText(Text(ZELWbr3::Text::Isolated(m_oDatabase->Version()->Text())), 2);
@@ -250,14 +345,57 @@ void ZelviewFrame::PreferredUnit(Long lUnit) {
   GetMenuBar()->GetMenu(1)->FindItemByPosition(static_cast<std::size_t>(lUnit))->Check();
 }
 
+void ZelviewFrame::Theme(std::optional<Desktop::Theme> eTheme) {
+  m_oPanel->Platform().Theme(eTheme);
+  // The radio items of themes stand behind those of units.
+  const int iItem = !eTheme ? 0 : *eTheme == Desktop::Theme::Light ? 1 : 2;
+  GetMenuBar()->GetMenu(1)->FindItemByPosition(std::size(Units) + 1 + static_cast<std::size_t>(iItem))->Check();
+  if (m_oSettings) m_oSettings->Theme = !eTheme ? "" : iItem == 1 ? "light" : "dark";
+}
+
+void ZelviewFrame::Remember(const Settings& oSettings, bool bSave) {
+  m_bSave = bSave;
+  m_oSettings = oSettings;
+  SetSize(oSettings.Width, oSettings.Height);
+  if (oSettings.Theme == "light") Theme(Desktop::Theme::Light);
+  if (oSettings.Theme == "dark") Theme(Desktop::Theme::Dark);
+  FillRecent();
+}
+
+void ZelviewFrame::FillRecent() {
+  while (m_oRecent->GetMenuItemCount() > 0) m_oRecent->Destroy(m_oRecent->FindItemByPosition(0));
+  for (std::size_t i = 0; i < m_oSettings->Recent.size(); ++i) {
+    wxString sItem = Text(m_oSettings->Recent[i]);
+    sItem.Replace("&", "&&");
+    m_oRecent->Append(kFirstRecent + static_cast<int>(i), sItem);
+  }
+}
+
+void ZelviewFrame::SaveSettings() {
+  if (!m_oSettings || !m_bSave) return;
+  if (!IsMaximized() && !IsIconized()) {
+    m_oSettings->Width = GetSize().x;
+    m_oSettings->Height = GetSize().y;
+  }
+  m_oSettings->Page = m_sPage;
+  m_oSettings->Unit = m_oPanel->Browser().PreferredUnit();
+  try {
+    m_oSettings->Save();
+  } catch (const std::exception& oError) {
+    wxLogError("%s", wxString::FromUTF8(oError.what()));
+  }
+}
+
+void ZelviewFrame::OpenAndShow(const std::string& sInstance) {
+  Open(sInstance);
+  ShowFirst("Main");
+}
+
 void ZelviewFrame::OpenFile(const wxString& sTitle, const wxString& sPattern, const std::string& sKind) {
   wxFileDialog oDialog(this, sTitle, "", "", sPattern, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
   if (oDialog.ShowModal() != wxID_OK) return;
   const std::string sInstance = sKind + UTF8(oDialog.GetPath());
-  Later([this, sInstance] {
-    Open(sInstance);
-    ShowFirst("Main");
-  });
+  Later([this, sInstance] { OpenAndShow(sInstance); });
 }
 
 void ZelviewFrame::SaveRecording() {

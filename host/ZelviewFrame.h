@@ -2,7 +2,9 @@
 
 #include "host/HostPages.h"
 #include "host/PageList.h"
+#include "host/PageTrail.h"
 #include "host/RefreshBar.h"
+#include "host/Settings.h"
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
 #include "zelwbr3/framework/Health.h"
@@ -14,7 +16,9 @@
 #include <string>
 #include <vector>
 
+#include <wx/button.h>
 #include <wx/frame.h>
+#include <wx/stattext.h>
 
 namespace ZELWbr3::Host {
 
@@ -33,6 +37,9 @@ class ZelviewFrame : public wxFrame {
   /// Shows the main page and then another one; throws as HostPages::Show.
   void ShowFirst(const std::string& sPage);
   void PreferredUnit(Long lUnit);
+  /// Begins as the user has left the program. What it is when the window closes is
+  /// saved if bSave.
+  void Remember(const Settings& oSettings, bool bSave);
   RefreshBar& Refreshing() { return *m_oRefreshBar; }
   /// Calls oDone when what is shown has been painted.
   void AfterPaint(std::function<void()> oDone);
@@ -42,6 +49,14 @@ class ZelviewFrame : public wxFrame {
 
  private:
   void MakeMenus();
+  /// The buttons for going back and forward, and where the user is.
+  wxSizer* MakeTrail(wxWindow* oParent);
+  void ShowTrail();
+  void Theme(std::optional<Desktop::Theme> eTheme);
+  /// Opens what the user has named and shows its first page.
+  void OpenAndShow(const std::string& sInstance);
+  void FillRecent();
+  void SaveSettings();
   /// A key pressed anywhere in the window.
   void OnKey(wxKeyEvent& oEvent);
   /// Gives the keyboard to the next of page list, commands and page.
@@ -64,6 +79,15 @@ class ZelviewFrame : public wxFrame {
   void DoInBackground(const std::string& sText, const std::function<void()>& oWork);
 
   std::string m_sInstance;
+  /// None for a window that remembers nothing.
+  std::optional<Settings> m_oSettings;
+  bool m_bSave = false;
+  wxMenu* m_oRecent;
+  wxButton* m_oBack;
+  wxButton* m_oForward;
+  wxStaticText* m_oPath;
+  std::unique_ptr<PageTrail> m_oTrail;
+  std::string m_sPage = "Main";
   std::shared_ptr<ZELLib3::Database> m_oDatabase;
   Desktop::BrowserPanel* m_oPanel;
   PageList* m_oPageList;

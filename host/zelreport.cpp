@@ -5,6 +5,7 @@
 #include "host/HostPages.h"
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
+#include "host/PDF.h"
 #include "host/Report.h"
 #include "host/StandardStreams.h"
 #include "host/Step.h"
@@ -29,6 +30,7 @@ struct Arguments {
   std::string Events;
   std::string Record;
   std::string Table;
+  std::string PDF;
   bool Check = false;
   bool JSON = false;
 };
@@ -50,8 +52,10 @@ int Run(const Arguments& oArguments) {
   std::vector<Step> steps;
   for (const std::string& sStep : oArguments.Steps) steps.push_back(Step::Parse(sStep));
 
-  CheckOutputFiles(oArguments.Instance,
-                   {{"--out", oArguments.Out}, {"--events", oArguments.Events}, {"--record", oArguments.Record}});
+  CheckOutputFiles(oArguments.Instance, {{"--out", oArguments.Out},
+                                         {"--events", oArguments.Events},
+                                         {"--record", oArguments.Record},
+                                         {"--pdf", oArguments.PDF}});
 
   EventLog oEvents;
   const auto oDatabase =
@@ -70,7 +74,8 @@ int Run(const Arguments& oArguments) {
     if (!oOut.str().empty()) WriteOut(oArguments.Out, oOut.str());
     throw;
   }
-  WriteOut(oArguments.Out, oOut.str());
+  if (!oArguments.PDF.empty()) WritePDF(oOut.str(), oArguments.PDF);
+  if (oArguments.PDF.empty() || !oArguments.Out.empty()) WriteOut(oArguments.Out, oOut.str());
   oEvents.Close();
 
   for (const std::string& sError : oReport.Errors()) Complain("the page reported an error: " + sError);
@@ -95,12 +100,15 @@ int main(int argc, char** argv) {
   oApp.add_option("--record", oArguments.Record, "File to write a recording of the instance to");
   oApp.add_option("--csv", oArguments.Table, "Write the page's table of this id as CSV instead of the HTML")
       ->check(CLI::Validator([](std::string& s) { return s.empty() ? "names no table" : std::string(); }, "ID"));
+  oApp.add_option("--pdf", oArguments.PDF,
+                  "File to print the page to, with Chromium or Chrome; the HTML is then only written with --out")
+      ->excludes("--csv");
   auto* oCheck =
       oApp.add_flag("--check", oArguments.Check,
                     "Show no page, but write one line about what needs attention, and exit with 0 (nothing), "
                     "1 (warning), 2 (critical) or 3 (unknown), as monitoring plugins do");
   oApp.add_flag("--json", oArguments.JSON, "Write what --check finds as JSON")->needs(oCheck);
-  for (const char* sOther : {"--page", "--do", "--out", "--events", "--record", "--csv"}) {
+  for (const char* sOther : {"--page", "--do", "--out", "--events", "--record", "--csv", "--pdf"}) {
     oCheck->excludes(oApp.get_option(sOther));
   }
   oApp.set_version_flag("--version", "zelreport " ZELWBR3_VERSION);

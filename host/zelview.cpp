@@ -9,13 +9,18 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
+#include <optional>
+#include <vector>
 
 #include <wx/app.h>
 #include <wx/image.h>
 #include <wx/log.h>
+#include <wx/stdpaths.h>
 #include <wx/timer.h>
+#include <wx/utils.h>
 
 namespace {
 
@@ -23,8 +28,9 @@ using namespace ZELWbr3::Host;
 
 struct Arguments {
   std::string Instance;
-  std::string Page = "Main";
-  int Unit = 0;
+  std::vector<std::string> Others;
+  std::string Page;
+  std::optional<int> Unit;
   std::string Screenshot;
   std::string Record;
 };
@@ -32,6 +38,18 @@ struct Arguments {
 int Complain(const std::string& sText) {
   std::cerr << "zelview: " << ZELWbr3::Text::OneLine(sText) << '\n';
   return 1;
+}
+
+/// Another window is another program: one that waits for its instance keeps no other.
+void OpenWindow(const std::string& sInstance) {
+  const std::string sProgram = std::string(wxStandardPaths::Get().GetExecutablePath().utf8_str());
+  const char* const sArguments[] = {sProgram.c_str(), sInstance.c_str(), nullptr};
+  if (wxExecute(sArguments, wxEXEC_ASYNC) == 0)
+    Complain("\"" + ShownInstance(sInstance) + "\" cannot be opened in a window");
+}
+
+bool IsPage(const std::string& sName) {
+  return std::ranges::any_of(HostPages::All(), [&](const auto& oEntry) { return oEntry.Name == sName; });
 }
 
 class Zelview : public wxApp {
@@ -55,7 +73,10 @@ class Zelview : public wxApp {
       m_sInstance = m_oArguments.Instance.empty() ? SampleInstance() : m_oArguments.Instance;
       CheckOutputFiles(m_sInstance, {{"--screenshot", m_oArguments.Screenshot}, {"--record", m_oArguments.Record}});
       m_oFrame = new ZelviewFrame;
-      m_oFrame->PreferredUnit(m_oArguments.Unit);
+      const Settings oSettings = Settings::Load();
+      m_oFrame->Remember(oSettings, m_oArguments.Screenshot.empty());
+      if (m_oArguments.Page.empty()) m_oArguments.Page = IsPage(oSettings.Page) ? oSettings.Page : "Main";
+      m_oFrame->PreferredUnit(m_oArguments.Unit.value_or(oSettings.Unit));
       m_oFrame->Show();
     } catch (const std::exception& oError) {
       m_iResult = Complain(oError.what());
@@ -63,6 +84,7 @@ class Zelview : public wxApp {
     }
     if (!m_oArguments.Screenshot.empty()) Watch();
     m_oFrame->CallAfter([this] { Start(); });
+    for (const std::string& sOther : m_oArguments.Others) OpenWindow(sOther);
     return true;
   }
 
@@ -130,19 +152,29 @@ class Zelview : public wxApp {
 int main(int argc, char** argv) {
   Arguments oArguments;
   CLI::App oCommandLine("Shows the pages of a database instance in a window.", "zelview");
+  std::vector<std::string> instances;
   oCommandLine.add_option(
-      "INSTANCE", oArguments.Instance,
+      "INSTANCE", instances,
       "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; the sample database by "
-      "default");
-  oCommandLine.add_option("--page", oArguments.Page, "The page to show, Main by default");
-  oCommandLine.add_option("--unit", oArguments.Unit, "Sizes in: 0 KB, 1 MB, 2 GB, 3 pages, 4 automatic, -1 bytes")
+      "default. Several are shown in a window each");
+  oCommandLine.add_option("--page", oArguments.Page, "The page to show; the last one by default, at first Main");
+  oCommandLine
+      .add_option("--unit", oArguments.Unit,
+                  "Sizes in: 0 KB, 1 MB, 2 GB, 3 pages, 4 automatic, -1 bytes; as the last time by default, at first 4")
       ->check(CLI::Range(-1, 4));
   oCommandLine.add_option("--screenshot", oArguments.Screenshot, "Write a picture of the window (PNG) and end");
   oCommandLine.add_option("--record", oArguments.Record, "File to write a recording of the instance to");
   oCommandLine.set_version_flag("--version", "zelview " ZELWBR3_VERSION);
   try {
     oCommandLine.parse(argc, argv);
-    HostPages::Find(oArguments.Page);
+    if (!oArguments.Page.empty()) HostPages::Find(oArguments.Page);
+    if (instances.size() > 1 && !(oArguments.Screenshot + oArguments.Record).empty()) {
+      throw std::invalid_argument("--screenshot and --record are for one INSTANCE");
+    }
+    if (!instances.empty()) {
+      oArguments.Instance = instances.front();
+      oArguments.Others.assign(instances.begin() + 1, instances.end());
+    }
   } catch (const CLI::Success& oSuccess) {
     return oCommandLine.exit(oSuccess);  // help was asked for
   } catch (const std::exception& oError) {

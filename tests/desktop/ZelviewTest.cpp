@@ -170,6 +170,24 @@ TEST_F(ZelviewTest, ThePageRefreshesByItselfButNotUnderADialogOrASelection) {
   oBar.Interval(0);
 }
 
+TEST_F(ZelviewTest, BackLeadsToTheListAsItWas) {
+  Zelview->ShowFirst("Parameters");
+  DesktopWebBrowser& oList = *Panel().Platform().Front();
+  const auto Filter = [&] { return Ask(oList, "document.querySelector('.zelListFilter').value"); };
+  Press("ctrl+f");
+  Press("s");
+  WaitFor("the filter", [&] { return Filter() == "s"; });
+  Ask(oList, "document.getElementById('PARAMCACHE_SIZE').focus()");
+  Press("Return");
+  WaitForText("txtName", "CACHE_SIZE");
+  Press("alt+Left");
+  WaitForText("txtFormTitle", "Parameters");
+  EXPECT_EQ(Panel().Platform().Front(), &oList);
+  EXPECT_EQ(Filter(), "s");
+  Press("alt+Right");
+  WaitForText("txtName", "CACHE_SIZE");
+}
+
 TEST_F(ZelviewTest, ScreenReadersAreToldWhatIsWhat) {
   std::string sTree;
   const auto Has = [&](const std::string& sLine) {
@@ -245,8 +263,9 @@ class ZelviewProgramTest : public testing::Test {
  protected:
   /// Runs it to its end and keeps its exit code and what it says.
   void Run(const std::string& sArguments, const std::string& sEnvironment = "") {
-    const std::string sCommand = sEnvironment + " XDG_DATA_HOME='" + Folder.Path() + "' timeout 60 '" ZELVIEW "' " +
-                                 sArguments + " 2>'" + Folder.Path("errors") + "'";
+    const std::string sCommand = sEnvironment + " XDG_DATA_HOME='" + Folder.Path() + "' XDG_CONFIG_HOME='" +
+                                 Folder.Path() + "' timeout 60 '" ZELVIEW "' " + sArguments + " 2>'" +
+                                 Folder.Path("errors") + "'";
     const int iStatus = std::system(sCommand.c_str());
     Code = WIFEXITED(iStatus) ? WEXITSTATUS(iStatus) : -1;
     Errors = Folder.Read("errors");
