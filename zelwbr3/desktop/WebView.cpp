@@ -319,6 +319,11 @@ void WebView::AfterPaint(std::function<void()> oDone) {
 }
 
 bool WebView::OnKeyPress(const GdkEventKey& oEvent) {
+  // WebKit takes these for its own history, which is empty here. They are the program's.
+  if ((oEvent.state & GDK_MOD1_MASK) != 0 && (oEvent.keyval == GDK_KEY_Left || oEvent.keyval == GDK_KEY_Right)) {
+    g_signal_stop_emission_by_name(m_oView, "key-press-event");
+    return false;
+  }
   // A key that the page leaves is dispatched once more, with the same time.
   const std::pair<std::uint32_t, std::uint32_t> oSeen(oEvent.time, oEvent.hardware_keycode);
   if (const auto it = std::ranges::find(m_oSeenKeys, oSeen); it != m_oSeenKeys.end()) {
