@@ -277,6 +277,7 @@ void ZelviewFrame::Connect() {
   m_connections.push_back(oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
     m_oTrail->Shown(oPage);
     m_oPageList->Select(m_oTrail->List());
+    if (const auto oMain = std::dynamic_pointer_cast<PageMain>(oPage)) ShowCounts(oMain->Findings());
     ShowTrail();
     if (oPage->WebBrowser() != PageSite::zelWebBrowserDetail && oPage->Name() != "Default") m_sPage = oPage->Name();
     Say("");
