@@ -9,6 +9,7 @@
 #include "bench/MemoryDatabase.h"
 #include "bench/Rows.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/pages/charts/PageCharts.h"
 #include "zelwbr3/shell/Pages.h"
 
 #include <CLI/CLI.hpp>
@@ -78,6 +79,64 @@ void MeasureShow(BenchWindow& oWindow, Figures& oFigures) {
   oFigures.Add("show_painted_ms", Median(paintedShows), "ms to show Main again, until painted");
   oFigures.Add("bare_painted_ms", Median(paintedBares), "ms of a bare navigation, until painted");
   oFigures.Add("show_painted_ratio", Median(paintedShows) / Median(paintedBares), "of the two");
+}
+
+/// Draws a chart of 20,000 points as the page Charts does, or with the library alone,
+/// and leaves the milliseconds until it was painted in an attribute of the root.
+constexpr const char* DrawChart = R"(((mine) => {
+  const root = document.documentElement;
+  root.removeAttribute('data-took');
+  const script = document.createElement('script');
+  script.textContent = `{
+    const block = document.getElementById('lstSeries');
+    const count = 20000;
+    if (!block.dataset.times) {
+      block.dataset.chosen = 'SERIESX';
+      block.dataset.times = '1700000000000' + ' 5000'.repeat(count - 1);
+      const series = document.createElement('a');
+      Object.assign(series.dataset, { label: 'Figure', unit: '', counter: 'false', place: 'x' });
+      series.id = 'SERIESX';
+      series.dataset.values = Array.from({ length: count }, (_, i) => Math.round(1e6 + 9e5 * Math.sin(i / 300) + (i * 7919) % 9973)).join(' ');
+      block.append(series);
+    }
+    const place = document.getElementById('divChart');
+    const times = Array.from({ length: count }, (_, i) => 1700000000 + 5 * i);
+    const values = document.getElementById('SERIESX').dataset.values.split(' ').map(Number);
+    globalThis.alone?.destroy();
+    globalThis.alone = undefined;
+    const start = performance.now();
+    if (${mine}) document.dispatchEvent(new Event('zelwbr3reset'));
+    else globalThis.alone = new uPlot({ width: place.clientWidth, height: 560, series: [{}, { stroke: 'blue' }] }, [times, values], place);
+    requestAnimationFrame(() => setTimeout(() => document.documentElement.setAttribute('data-took', performance.now() - start)));
+  }`;
+  document.body.append(script);
+  script.remove();
+}))";
+
+void MeasureChart(BenchWindow& oWindow, Figures& oFigures) {
+  Browser& oBrowser = oWindow.Control();
+  oBrowser.HTMLPath(ZELWBR3_PAGES);
+  const auto oPage = std::make_shared<PageCharts>();
+  oPage->Database(std::make_shared<ZELLib3::Database>());
+  oBrowser.Show(oPage, 2);
+  const auto Draw = [&](bool bMine) {
+    oWindow.Script(2, std::string(DrawChart) + (bMine ? "(true)" : "(false)"));
+    std::string sTook;
+    oWindow.WaitFor([&] {
+      sTook = oWindow.Script(2, "document.documentElement.getAttribute('data-took') ?? ''");
+      return !sTook.empty();
+    });
+    return std::stod(sTook);
+  };
+  std::vector<double> ours;
+  std::vector<double> alone;
+  for (int i = 0; i < 15; ++i) {
+    alone.push_back(Draw(false));
+    ours.push_back(Draw(true));
+  }
+  oFigures.Add("chart_20k_ms", Median(ours), "ms to open a chart of 20,000 points, until painted");
+  oFigures.Add("chart_20k_library_ms", Median(alone), "ms of the library alone");
+  oFigures.Add("chart_20k_ratio", Median(ours) / Median(alone), "of the two");
 }
 
 /// Our time for the rows: from the first clone to the last acknowledgement.
@@ -338,6 +397,7 @@ class BenchApp : public wxApp {
       MeasureMillion(oFigures);
       BenchWindow oWindow;
       MeasureShow(oWindow, oFigures);
+      MeasureChart(oWindow, oFigures);
       MeasureRows(oWindow, oFigures);
       MeasureLists(oWindow, oFigures);
       MeasureParameters(oWindow, oFigures);

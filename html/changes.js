@@ -52,7 +52,7 @@
     return `${dMore < 0 ? "\u2212" : "+"}${sMore} ${oNew.sUnit}`.trim();
   };
 
-  const Time = () => new Date().toLocaleTimeString();
+  const Time = () => new Date().toLocaleTimeString(undefined, { hour12: false });
 
   const oNote = Object.assign(document.createElement("div"), { className: "zelChanges" });
   oNote.setAttribute("role", "status");

@@ -1,6 +1,8 @@
 #include "host/ZelviewFrame.h"
 #include "tests/desktop/TestWindow.h"
+#include "tests/support/ChangedRecording.h"
 #include "zelwbr3/desktop/Accessible.h"
+#include "zelwbr3/shell/Pages.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -188,6 +190,36 @@ TEST_F(ZelviewTest, BackLeadsToTheListAsItWas) {
   EXPECT_EQ(Filter(), "s");
   Press("alt+Right");
   WaitForText("txtName", "CACHE_SIZE");
+}
+
+TEST_F(ZelviewTest, ACurveOpensAChartThatEndsWithTheFigureOfTheCell) {
+  const auto oDatabase = std::make_shared<Testing::ChangedRecording>("demo");
+  const auto oPage = Panel().Browser().PageInfoActivity();
+  oPage->Show(oDatabase);
+  const auto Front = [&]() -> DesktopWebBrowser& {
+    const auto& oBrowsers = Panel().Platform().Browsers();
+    return **std::ranges::find_if(oBrowsers, &DesktopWebBrowser::IsVisible);
+  };
+  const std::string sRate = "document.querySelector('#tabCommands td.zelRate > span')?.textContent ?? ''";
+  oDatabase->Change({"Activity.SQLCounter.0 = 51000"});
+  Zelview->Refreshing().Interval(2);
+  std::string sCell;
+  WaitFor("the rate", [&] { return (sCell = Ask(Front(), sRate)).ends_with("/s"); });
+  Zelview->Refreshing().Interval(0);
+  ExpectLiveEqualsReplica(Front());
+  Panel().SetFocus();
+  Ask(Front(), "document.querySelector('#tabCommands .zelCurveLink').focus(); ''");
+  WaitFor("the focus", [&] { return Front().Document()->activeElement()->id() == "SERIEStabCommands.0"; });
+  Press("Return");
+  WaitFor("the chart", [&] {
+    return Panel().Browser().ActPageObj() != oPage && Front().Settled() &&
+           Ask(Front(), "document.querySelectorAll('.zelChartPlot canvas').length") == "1";
+  });
+  const std::string sFigure = sCell.substr(0, sCell.size() - 2);
+  EXPECT_EQ(Ask(Front(), "[...document.querySelectorAll('.u-legend .u-value')].at(-1).textContent"), sFigure);
+  EXPECT_EQ(Ask(Front(), "document.querySelector('.zelChartTable tbody tr').cells[1].textContent"), sFigure);
+  EXPECT_EQ(Ask(Front(), "document.querySelector('.zelChartTable thead th:nth-child(2)').textContent"),
+            "SQL Commands per second");
 }
 
 TEST_F(ZelviewTest, ScreenReadersAreToldWhatIsWhat) {

@@ -100,4 +100,21 @@ TEST(HealthTest, TheWorstComesFirst) {
   EXPECT_EQ(95, oHealth.Bars[2].Critical);
 }
 
+TEST(HealthTest, AnAreaThatFillsUpSaysWhenItWillBeFull) {
+  const auto Text = [](double dPagesPerMinute) {
+    Samples oSamples;
+    for (int i = 0; i <= 30; ++i) {
+      oSamples.Add("State", {{"DataUsed", "", "", false, 108800 + (i - 30) * dPagesPerMinute, ""}}, i * 60000);
+    }
+    ChangedRecording oRecording(
+        "", {"StateInfo.Status = 5", "StateInfo.InfoAvailable = true", "PageSize = 8192",
+             "StateInfo.BarThresholds = [70,80,95,60,90,100,70,80,95]", "StateInfo.DataPercent = 85",
+             "StateInfo.DataTotal = 128000", "StateInfo.DataUsed = 108800"});
+    return Health::Of(oRecording, oSamples.Of("State")).Findings.at(0).Text;
+  };
+  EXPECT_EQ(Text(4), "Data area is 85 % full, 150 MB left; at the present rate in 3 days (limit 80 %)");
+  EXPECT_EQ(Text(640), "Data area is 85 % full, 150 MB left; at the present rate in 30 minutes (limit 80 %)");
+  EXPECT_EQ(Text(-4), "Data area is 85 % full, 150 MB left (limit 80 %)");
+}
+
 }  // namespace ZELWbr3

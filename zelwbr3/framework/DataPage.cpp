@@ -10,6 +10,7 @@
 #include "zelwbr3/framework/PageLeft.h"
 #include "zelwbr3/framework/PageSite.h"
 #include "zelwbr3/framework/ReadingStopped.h"
+#include "zelwbr3/framework/SeriesElements.h"
 #include "zelwbr3/framework/WaitRunnerScope.h"
 #include "zelwbr3/framework/ZELHTMLForm.h"
 #include "zelwbr3/framework/clsHourglass.h"
@@ -35,6 +36,7 @@ struct DataPage::State {
   ScopedConnection oItemClick;
   ZELHTMLForm oForm;
   std::shared_ptr<clsHourglass> oHourglass;
+  std::string sSamples;          ///< the group of the last figures sampled
   std::optional<clsSize> oSize;  ///< of this fill
   Long lBusy = 0;
   bool bActing = false;   ///< the task has announced an action
@@ -168,6 +170,8 @@ bool DataPage::HandleOnClick(const std::string& sID) {
   Enter([&] {
     if (sID == "btnFormClose") {
       CarryOut(CommandClose);
+    } else if (std::string sFigure; !m_oState->sSamples.empty() && modCells::AfterPrefix("SERIES", sID, sFigure)) {
+      Act([&] { Browser().ShowCharts(Database(), m_oState->sSamples, sFigure); });
     } else if (sID == "lnkTryAgain") {
       CarryOut(CommandRefresh);
     } else if (sID == "lnkUnreadHelp") {
@@ -220,6 +224,14 @@ void DataPage::FillLocale() {
   SetTextIfPresent("LocaleDecimalSymbole", Browser().LocaleDecimalSymbole());
   SetTextIfPresent("LocaleDecimalPlaces", std::to_string(Browser().LocaleDecimalPlaces()));
   SetTextIfPresent("LocaleThousendGroupingSymbole", Browser().LocaleThousendGroupingSymbole());
+}
+
+void DataPage::Sample(const std::string& sGroup, std::vector<Samples::Figure> figures) {
+  constexpr std::size_t MostOfCurve = 120;  // ten minutes of readings every five seconds
+  const auto oSamples = Samples::Of(Database());
+  oSamples->Add(sGroup, std::move(figures));
+  m_oState->sSamples = sGroup;
+  SeriesElements::Fill(*Document(), *oSamples->Of(sGroup), MostOfCurve);
 }
 
 std::string DataPage::SizeText(double dSize, Long lUnit) {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "zelwbr3/framework/Page.h"
+#include "zelwbr3/framework/Samples.h"
 
 #include <exception>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ZELLib3 {
 class Database;
@@ -109,6 +111,10 @@ class ZELWBR3_EXPORT DataPage : public Page {
   /// Writes the user's number settings into the three elements that page scripts
   /// read them from; missing elements are skipped.
   void FillLocale();
+
+  /// Adds figures that were read now to the instance's samples, and writes the last
+  /// of them into the page for its curves.
+  void Sample(const std::string& sGroup, std::vector<Samples::Figure> figures);
 
   /// A size in the host's preferred unit; lUnit is a unit of clsSize. Pages are
   /// the instance's; their size is read once per fill.

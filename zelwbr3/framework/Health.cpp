@@ -23,6 +23,8 @@ constexpr double kLoad = 10000;
 constexpr int kLowHitRate = 90;
 /// Database::HotStandbyRole of a standby.
 constexpr int kStandby = 2;
+/// Milliseconds in which an area's growth is looked at.
+constexpr std::int64_t Hour = 60 * 60 * 1000;
 /// Names that a sentence lists.
 constexpr std::size_t kMostNames = 5;
 
@@ -63,8 +65,11 @@ std::string Counted(std::int32_t lCount, const char* sOne, const char* sMany) {
 /// One examination.
 class Examination {
  public:
-  explicit Examination(ZELLib3::Database& oDatabase)
-      : m_oDatabase(oDatabase), m_oState(oDatabase.StateInfo()), m_oLimits(m_oState->BarThresholds()) {}
+  Examination(ZELLib3::Database& oDatabase, const Samples::Group* oBefore)
+      : m_oDatabase(oDatabase),
+        m_oBefore(oBefore),
+        m_oState(oDatabase.StateInfo()),
+        m_oLimits(m_oState->BarThresholds()) {}
 
   Health Examine() {
     State();
@@ -125,18 +130,32 @@ class Examination {
   }
 
   /// "Data area is 96 % full, 12 GB left".
-  std::string AreaText(const char* sArea, Long lPercent, bool bFull, Long lTotal, Long lUsed) {
+  std::string AreaText(const char* sArea, Long lPercent, bool bFull, Long lTotal, Long lUsed, const char* sFigure) {
     if (bFull) return std::string(sArea) + " is full";
     const auto lLeft = std::max<std::int64_t>(0, std::int64_t{lTotal} - std::int64_t{lUsed});
     return std::string(sArea) + " is " + std::to_string(lPercent) + " % full, " +
-           SizeText(lLeft * std::int64_t{m_oDatabase.PageSize()}) + " left";
+           SizeText(lLeft * std::int64_t{m_oDatabase.PageSize()}) + " left" + Forecast(sFigure, lLeft);
+  }
+
+  /// "; full in 3 days at the present rate"; empty if it does not fill up soon.
+  std::string Forecast(const char* sFigure, std::int64_t lLeft) const {
+    const auto dRate = m_oBefore == nullptr ? std::nullopt : m_oBefore->Rate(sFigure, Hour);
+    if (!dRate || *dRate <= 0) return "";
+    const double dMinutes = static_cast<double>(lLeft) / *dRate / 60;
+    if (dMinutes > 60.0 * 24 * 60) return "";
+    const auto In = [](double dCount, const char* sOne) {
+      const auto lCount = std::max<std::int64_t>(1, static_cast<std::int64_t>(dCount));
+      return "; at the present rate in " + std::to_string(lCount) + " " + sOne + (lCount == 1 ? "" : "s");
+    };
+    if (dMinutes < 120) return In(dMinutes, "minute");
+    return dMinutes < 48 * 60 ? In(dMinutes / 60, "hour") : In(dMinutes / 60 / 24, "day");
   }
 
   void DataArea() {
     const Long lPercent = m_oState->DataPercent();
     const bool bFull = m_oState->DataFull();
     Bar("data", "data-area", 0, lPercent, bFull,
-        AreaText("Data area", lPercent, bFull, m_oState->DataTotal(), m_oState->DataUsed()));
+        AreaText("Data area", lPercent, bFull, m_oState->DataTotal(), m_oState->DataUsed(), "DataUsed"));
   }
 
   void LogArea() {
@@ -146,7 +165,7 @@ class Examination {
     const Long lPercent = m_oState->LogPercent();
     const bool bFull = m_oState->LogFull();
     Bar("log", "log-area", 3, lPercent, bFull,
-        AreaText("Log area", lPercent, bFull, m_oState->LogTotal(), m_oState->LogUsed()));
+        AreaText("Log area", lPercent, bFull, m_oState->LogTotal(), m_oState->LogUsed(), "LogUsed"));
   }
 
   void Sessions() {
@@ -220,6 +239,7 @@ class Examination {
   }
 
   ZELLib3::Database& m_oDatabase;
+  const Samples::Group* m_oBefore;
   std::shared_ptr<ZELLib3::StateInfo> m_oState;
   ZELLib3::StateInfo::Thresholds m_oLimits;
   Health m_oHealth;
@@ -227,7 +247,9 @@ class Examination {
 
 }  // namespace
 
-Health Health::Of(ZELLib3::Database& oDatabase) { return Examination(oDatabase).Examine(); }
+Health Health::Of(ZELLib3::Database& oDatabase, const Samples::Group* oBefore) {
+  return Examination(oDatabase, oBefore).Examine();
+}
 
 Health::Level Health::Worst() const { return Findings.empty() ? Level::OK : Findings.front().Severity; }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/base/Export.h"
+#include "zelwbr3/framework/Samples.h"
 
 #include <string>
 #include <vector>
@@ -39,7 +40,9 @@ struct ZELWBR3_EXPORT Health {
 
   /// Examines an instance. Raises what its state raises; any other part that
   /// cannot be read is a finding of the level Unknown.
-  static Health Of(ZELLib3::Database& oDatabase);
+  /// With what was read before of its state, an area that fills up also says when it
+  /// will be full.
+  static Health Of(ZELLib3::Database& oDatabase, const Samples::Group* oBefore = nullptr);
 
   /// The worst one; a part that cannot be read is worse than a warning.
   Level Worst() const;

@@ -40,6 +40,9 @@ class ZELWBR3_EXPORT PageSite {
   /// A page by the name of its page file, with that of its tabs in front if it has
   /// any. Does nothing for a name that no page of an instance has.
   virtual void ShowPage(const std::string& sName, std::shared_ptr<ZELLib3::Database> oDatabase, Long lTab) = 0;
+  /// Figures over time: those of a group of the instance's samples, with one chosen.
+  virtual void ShowCharts(std::shared_ptr<ZELLib3::Database> oDatabase, const std::string& sGroup,
+                          const std::string& sFigure) = 0;
   virtual void ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
                              std::shared_ptr<ZELLib3::Parameter> oParameter) = 0;
   virtual void ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase,

@@ -178,6 +178,9 @@
    */
   const NumberOf = (oNode) => {
     if (oNode.closest?.(`[${OldAttribute}]`)) return 0;
+    // What a script has made may stand for an element of the program.
+    const sFor = oNode.closest?.("[data-zel-for]")?.getAttribute("data-zel-for");
+    if (sFor) return document.getElementById(sFor)?.[NumberKey] ?? 0;
     if (oNode[NumberKey] !== undefined) return oNode[NumberKey];
     const iRow = Number(oNode.closest?.(`tr[${RowAttribute}]`)?.getAttribute(RowAttribute));
     const oRecord = RecordOf(iRow);

@@ -3,6 +3,7 @@
 #include "zelwbr3/framework/TabbedPage.h"
 #include "zelwbr3/framework/WaitRunnerScope.h"
 #include "zelwbr3/framework/modLocal.h"
+#include "zelwbr3/pages/charts/PageCharts.h"
 #include "zelwbr3/platform/FCommandlist.h"
 #include "zelwbr3/platform/HelpFile.h"
 #include "zelwbr3/platform/MessagePump.h"
@@ -105,6 +106,7 @@ void BrowserControl::CleanUp() {
     if (oPage != nullptr) oPage->CleanUp();
   }
   m_registry.fill(nullptr);
+  if (const auto oCharts = std::exchange(m_oCharts, nullptr)) oCharts->CleanUp();
 }
 
 Long BrowserControl::Show(const std::shared_ptr<Page>& oPage, Long lWebBrowser) {
@@ -220,6 +222,19 @@ void BrowserControl::ShowPage(const std::string& sName, std::shared_ptr<ZELLib3:
   const auto oPage = it->second(m_oBrowser);
   if (const auto oTabbed = std::dynamic_pointer_cast<TabbedPage>(oPage)) oTabbed->ChooseTab(lTab);
   oPage->Show(std::move(oDatabase));
+}
+
+void BrowserControl::ShowCharts(std::shared_ptr<ZELLib3::Database> oDatabase, const std::string& sGroup,
+                                const std::string& sFigure) {
+  if (m_oCharts == nullptr) {
+    m_oCharts = std::make_shared<PageCharts>();
+    AdoptPage(m_oCharts);
+  }
+  const auto oCharts = std::static_pointer_cast<PageCharts>(m_oCharts);
+  if (const auto oCommandlist = m_oCommandlist.lock(); oCharts->Commandlist() != oCommandlist) {
+    oCharts->Commandlist(oCommandlist);
+  }
+  oCharts->Show(std::move(oDatabase), sGroup, sFigure);
 }
 
 void BrowserControl::ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,

@@ -80,6 +80,8 @@ class BrowserControl : private PageSite, private BrowserFrame::Owner {
   bool IsBehind(Long lWebBrowser) const override;
   void ShowDefault() override;
   void ShowPage(const std::string& sName, std::shared_ptr<ZELLib3::Database> oDatabase, Long lTab) override;
+  void ShowCharts(std::shared_ptr<ZELLib3::Database> oDatabase, const std::string& sGroup,
+                  const std::string& sFigure) override;
   void ShowParameter(std::shared_ptr<ZELLib3::Database> oDatabase,
                      std::shared_ptr<ZELLib3::Parameter> oParameter) override;
   void ShowSysInfo(std::shared_ptr<ZELLib3::Database> oDatabase, std::shared_ptr<ZELLib3::SysInfo> oSysInfo) override;
@@ -126,6 +128,8 @@ class BrowserControl : private PageSite, private BrowserFrame::Owner {
 
   const std::thread::id m_oThread = std::this_thread::get_id();
   std::array<std::shared_ptr<Page>, zelWebBrowserPageDBAnalyzer + 1> m_registry;  // 0 stays empty
+  /// Not one of the registry's kinds.
+  std::shared_ptr<Page> m_oCharts;
   /// Every page that may still call this control: those of the registry and those
   /// shown by the host.
   std::vector<std::weak_ptr<Page>> m_adopted;

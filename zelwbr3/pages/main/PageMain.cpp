@@ -59,6 +59,7 @@ void PageMain::FillContent() {
   FillDetails();
   FillHotStandby();
   modTopWarning::Show(Form(), *Database());
+  SampleState();
   FillHealth();
 }
 
@@ -215,9 +216,24 @@ void PageMain::FillHotStandby() {
   oTable.Fill(*Database());
 }
 
+void PageMain::SampleState() {
+  const auto oState = State();
+  if (!AreasOpen() || !oState->InfoAvailable() || oState->AnyAreaFull()) return;
+  const auto Level = [](const char* sID, const char* sLabel, const char* sUnit, Long lValue, const char* sPlace) {
+    const double dValue = int{lValue};
+    return Samples::Figure{.ID = sID, .Label = sLabel, .Unit = sUnit, .Value = dValue, .Place = sPlace};
+  };
+  Sample("State", {Level("DataPercent", "Data Area", "%", oState->DataPercent(), "txtData"),
+                   Level("LogPercent", "Log Area", "%", oState->LogPercent(), "txtLog"),
+                   Level("SessionPercent", "Sessions", "%", oState->SessionPercent(), "txtSessions"),
+                   Level("DataUsed", "Data Area, used pages", "", oState->DataUsed(), ""),
+                   Level("LogUsed", "Log Area, used pages", "", oState->LogUsed(), ""),
+                   Level("CacheHitRate", "Hit Rate", "%", oState->CacheHitRate(), "")});
+}
+
 void PageMain::FillHealth() {
   if (!FindingList::IsIn(*Document())) return;
-  m_oHealth = Health::Of(*Database());
+  m_oHealth = Health::Of(*Database(), Samples::Of(Database())->Of("State"));
   FindingList::Fill(*Document(), m_oHealth,
                     [this](const std::string& sHelpID) { return Browser().MessageHelp(sHelpID) != nullptr; });
 }

@@ -50,6 +50,8 @@ class ZELWBR3_EXPORT PageMain : public DataPage {
   void FillLogRows();
   void FillDetails();
   void FillHotStandby();
+  /// Keeps the figures for the curves and for the forecast.
+  void SampleState();
   void FillHealth();
 
   /// The present state; never kept.

@@ -1,11 +1,15 @@
 #include "zelwbr3/pages/monitor/PageInfoActivity.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/base/Text.h"
 #include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/pages/monitor/TableRow.h"
 
 #include <span>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace ZELWbr3 {
 
@@ -74,18 +78,37 @@ struct Table {
   const char* sID;
   Counter pCounter;
   std::span<const Row> rows;
+  bool bRates = true;  ///< the figures are counters, not levels
 };
 
-void FillTable(const Element& oTable, const Activity& oActivity, const Table& oContent, const UserLocale& oLocale) {
+/// Also keeps what it reads in figures.
+void FillTable(const Element& oTable, const Activity& oActivity, const Table& oContent, const UserLocale& oLocale,
+               std::vector<Samples::Figure>& figures) {
   Element& oTemplate = TableRow(oTable, TemplateAlone);
-  for (const Row& oRow : oContent.rows) {
-    const auto Read = [&](const Figure& oFigure) {
+  std::string sAbove[2];  // labels that indented ones belong to
+  for (std::size_t iRow = 0; iRow < oContent.rows.size(); ++iRow) {
+    const Row& oRow = oContent.rows[iRow];
+    const auto Read = [&](const Figure& oFigure, int iCell) {
       if (oFigure.sLabel == nullptr) return std::string();
-      return modCells::FormatCounter((oActivity.*oContent.pCounter)(oFigure.iIndex), oLocale);
+      const double dCount = (oActivity.*oContent.pCounter)(oFigure.iIndex);
+      const std::string sLabel = Text::Trim(oFigure.sLabel);
+      const bool bPart = oFigure.sLabel[0] == ' ';
+      std::string& sWhole = sAbove[iCell / 2];
+      if (!bPart) sWhole = sLabel;
+      if (oContent.bRates) {
+        figures.push_back(
+            {.ID = std::string(oContent.sID) + "." + std::to_string(oFigure.iIndex),
+             .Label = bPart ? sWhole + ": " + sLabel : sLabel,
+             .Unit = "",
+             .IsCounter = true,
+             .Value = dCount < 0 ? Samples::NotKnown : dCount,
+             .Place = std::string(oContent.sID) + " " + std::to_string(iRow) + " " + std::to_string(iCell) + " after"});
+      }
+      return modCells::FormatCounter(dCount, oLocale);
     };
     // Read everything before adding the row, so that no row is left half filled.
-    const std::string sLeft = Read(oRow.oLeft);
-    const std::string sRight = Read(oRow.oRight);
+    const std::string sLeft = Read(oRow.oLeft, 1);
+    const std::string sRight = Read(oRow.oRight, 3);
     const auto oCells = modCells::AddRowCells(oTemplate, 4);
     const auto Write = [&](std::size_t iCell, const Figure& oFigure, const std::string& sCounter) {
       if (oFigure.sLabel == nullptr) return;
@@ -107,11 +130,14 @@ void PageInfoActivity::FillContent() {
   const Table Tables[] = {
       {"tabCommands", &Activity::SQLCounter, Commands},
       {"tabIO", &Activity::IOCounter, IO},
-      {"tabLock", &Activity::LockCounter, bOlder ? std::span<const Row>(OlderLocks) : std::span<const Row>(Locks)},
+      {"tabLock", &Activity::LockCounter, bOlder ? std::span<const Row>(OlderLocks) : std::span<const Row>(Locks),
+       false},
       {"tabLog", &Activity::LogCounter, Log},
       {"tabScanSort", &Activity::SQLCounter, ScansAndSorts},
   };
-  for (const Table& oTable : Tables) FillTable(RequiredElement(oTable.sID), *oActivity, oTable, Locale());
+  std::vector<Samples::Figure> figures;
+  for (const Table& oTable : Tables) FillTable(RequiredElement(oTable.sID), *oActivity, oTable, Locale(), figures);
+  Sample("Activity", std::move(figures));
 }
 
 }  // namespace ZELWbr3

@@ -23,10 +23,12 @@ void PageInfoCaches::FillContent() {
   const auto oCaches = Database()->Caches();
   if (!oCaches->Refresh()) return ReportLastError();
   FillLocale();
+  m_figures.clear();
   FillSizes(*oCaches);
   FillAccesses(*oCaches);
   FillParameters(*oCaches);
   FillUsage(*oCaches);
+  Sample("Caches", std::move(m_figures));
 }
 
 void PageInfoCaches::FillSizes(const Caches& oCaches) {
@@ -135,6 +137,12 @@ void PageInfoCaches::AddAccesses(Element& oTemplate, const std::string& sLabel, 
                                  Counter pCounter) {
   // Read everything before adding the row, so that no row is left half filled.
   const std::array<double, 3> counters = {(oCaches.*pCounter)(0), (oCaches.*pCounter)(1), (oCaches.*pCounter)(2)};
+  m_figures.push_back({.ID = "Accesses." + Text::Trim(sLabel),
+                       .Label = Text::Trim(sLabel),
+                       .Unit = "",
+                       .IsCounter = true,
+                       .Value = counters[0] < 0 ? Samples::NotKnown : counters[0],
+                       .Place = "tabCacheAccesses " + std::to_string(m_figures.size()) + " 1 last"});
   const auto oCells = modCells::AddRowCells(oTemplate, 5);
   modCells::SetCellText(*oCells[0], sLabel);
   for (std::size_t i = 0; i < counters.size(); ++i) {

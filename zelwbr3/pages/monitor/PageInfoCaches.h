@@ -7,6 +7,7 @@
 #include "zelwbr3/framework/ParameterLink.h"
 
 #include <string>
+#include <vector>
 
 namespace ZELWbr3 {
 
@@ -48,6 +49,7 @@ class ZELWBR3_EXPORT PageInfoCaches : public DataPage {
   std::string FormatRate(double dWhole, double dPart) const;
 
   ParameterLink m_oParameterLink;
+  std::vector<Samples::Figure> m_figures;  ///< what this fill has read
 };
 
 }  // namespace ZELWbr3
