@@ -24,6 +24,9 @@ struct Choice {
 };
 constexpr Choice Choices[] = {{0, "off"}, {2, "2 s"}, {5, "5 s"}, {15, "15 s"}, {60, "60 s"}};
 
+/// Seconds after which a page that could not be read is tried again, whatever is chosen.
+constexpr int TryAgain = 5;
+
 /// Reading takes at most this part of the time.
 constexpr int LargestShare = 10;
 
@@ -97,9 +100,11 @@ void RefreshBar::RefreshNow() {
 
 void RefreshBar::Schedule() {
   m_oTimer.Stop();
-  if (m_iInterval == 0) return;
+  const auto oPage = std::dynamic_pointer_cast<DataPage>(m_oPanel.Browser().ActPageObj());
+  const int iInterval = m_iInterval == 0 && oPage != nullptr && oPage->IsUnread() ? TryAgain : m_iInterval;
+  if (iInterval == 0) return;
   const auto iTook = std::chrono::duration_cast<std::chrono::milliseconds>(m_oLast).count();
-  m_oTimer.StartOnce(static_cast<int>(std::max<std::int64_t>(m_iInterval * std::int64_t{1000}, LargestShare * iTook)));
+  m_oTimer.StartOnce(static_cast<int>(std::max<std::int64_t>(iInterval * std::int64_t{1000}, LargestShare * iTook)));
 }
 
 bool RefreshBar::MayRefresh() const {
@@ -142,6 +147,7 @@ void RefreshBar::PageShown(const std::string& sPage) {
     m_readings[sPage] = {wxDateTime::Now(), m_oLast};
     m_oBegin.reset();
   }
+  Schedule();
   const auto it = m_readings.find(sPage);
   if (it == m_readings.end() || sPage == "Default") return Read.Raise("");
   const auto iTook = std::chrono::duration_cast<std::chrono::milliseconds>(it->second.Took).count();

@@ -167,6 +167,9 @@ TEST_F(RefreshTest, KeepsFiguresThatCannotBeReadAgainAndSaysSo) {
   EXPECT_EQ(Old(), "true");
   EXPECT_EQ(Figures(), sBefore);
   ExpectLiveEqualsReplica(Front());
+  oPage->RefreshUnasked();
+  WaitFor("since when", [&] { return Text("txtUnread").starts_with("Could not be read since "); });
+  WaitFor("the page", [&] { return Front().Settled(); });
   oDatabase->Change({"fails = []"});
   ClickOn(Front(), "#lnkTryAgain");
   WaitFor("the figures", [&] { return Old() == "false" && Front().Settled(); });

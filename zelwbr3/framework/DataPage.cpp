@@ -1,6 +1,7 @@
 #include "zelwbr3/framework/DataPage.h"
 
 #include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/base/Event.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/Text.h"
@@ -49,6 +50,7 @@ struct DataPage::State {
     bool All = false;            ///< not only a part of the page
   };
   std::optional<Unread> oUnread;  ///< what this fill could not read
+  Date dUnread;                   ///< since when, zero while it can be read
 };
 
 DataPage::DataPage() : m_oState(std::make_unique<State>()) {}
@@ -79,6 +81,7 @@ void DataPage::Show(std::shared_ptr<ZELLib3::Database> oDatabase) {
 
 void DataPage::Hide() {
   Page::Hide();
+  m_oState->dUnread = {};
   m_oState->oForm.CleanUp();
   m_oState->oDatabase.reset();
 }
@@ -90,6 +93,7 @@ void DataPage::CleanUp() {
   m_oState->oForm.CleanUp();
   m_oState->oHourglass.reset();
   m_oState->oSize.reset();
+  m_oState->dUnread = {};
   Page::CleanUp();
 }
 
@@ -125,11 +129,17 @@ void DataPage::NoteUnread(const std::string& sText, const std::function<void()>&
     m_oState->oUnread = {Text::OneLine(sText), oHelp, m_oState->iParts <= 1};
 }
 
+bool DataPage::IsUnread() const { return m_oState->oUnread && m_oState->oUnread->All; }
+
 void DataPage::ShowUnread() {
   Element* oBlock = Document() == nullptr ? nullptr : Document()->all().item("divUnread");
+  Date& dSince = m_oState->dUnread;
+  const Date dBefore = std::exchange(dSince, !IsUnread() ? Date() : dSince == Date() ? Calendar::Now() : dSince);
   if (oBlock == nullptr || !m_oState->oUnread) return;
-  SetTextIfPresent("txtUnread", (m_oState->oUnread->All ? "Could not be read: " : "Not everything could be read: ") +
-                                    m_oState->oUnread->Text);
+  const std::string sSince = dBefore == Date() ? "" : " since " + Locale().LongTime(dBefore);
+  SetTextIfPresent("txtUnread",
+                   (m_oState->oUnread->All ? "Could not be read" + sSince : "Not everything could be read") + ": " +
+                       m_oState->oUnread->Text);
   modElement::ShowElement(Document()->all().item("lnkUnreadHelp"), m_oState->oUnread->Help != nullptr);
   // What was shown before stays, marked as old.
   if (m_oState->oUnread->All) oBlock->setAttribute("data-all", "true");

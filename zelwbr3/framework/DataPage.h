@@ -74,6 +74,8 @@ class ZELWBR3_EXPORT DataPage : public Page {
   /// False while a refresh would take something from the user, or while the page is
   /// busy.
   virtual bool CanRefreshUnasked() const;
+  /// The last fill could read nothing, so what is shown is old or missing.
+  bool IsUnread() const;
 
   bool HandleOnClick(const std::string& sID) override;
   bool HandleOnKeyDown(Long& lKeyCode, Element* oElement) override;
