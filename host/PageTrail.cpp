@@ -2,7 +2,7 @@
 
 #include "host/HostPages.h"
 #include "zelwbr3/dom/Document.h"
-#include "zelwbr3/framework/PageSite.h"
+#include "zelwbr3/framework/PageType.h"
 
 #include <algorithm>
 
@@ -32,7 +32,7 @@ std::string EntryOf(const Document* oDocument) {
 }  // namespace
 
 bool PageTrail::IsEntry(std::size_t i) const {
-  return i < m_pages.size() && m_pages[i]->WebBrowser() == PageSite::zelWebBrowserDetail;
+  return i < m_pages.size() && m_pages[i]->WebBrowser() == zelWebBrowserDetail;
 }
 
 void PageTrail::Shown(const std::shared_ptr<Page>& oPage) {

@@ -12,6 +12,7 @@
 #include "zelwbr3/desktop/DesktopPump.h"
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/desktop/Picture.h"
+#include "zelwbr3/framework/PageType.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 #include "zelwbr3/pages/main/PageMain.h"
@@ -279,7 +280,7 @@ void ZelviewFrame::Connect() {
     m_oPageList->Select(m_oTrail->List());
     if (const auto oMain = std::dynamic_pointer_cast<PageMain>(oPage)) ShowCounts(oMain->Findings());
     ShowTrail();
-    if (oPage->WebBrowser() != PageSite::zelWebBrowserDetail && oPage->Name() != "Default") m_sPage = oPage->Name();
+    if (oPage->WebBrowser() != zelWebBrowserDetail && oPage->Name() != "Default") m_sPage = oPage->Name();
     Say("");
   }));
   m_connections.push_back(oBrowser.ActionBegin.Connect([this] { Say("Working…"); }));

@@ -7,6 +7,7 @@
 #include "host/Settings.h"
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
+#include "zelwbr3/desktop/Theme.h"
 #include "zelwbr3/framework/Health.h"
 #include "zelwbr3/framework/clsTrace.h"
 

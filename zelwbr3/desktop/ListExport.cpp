@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/ReplaceFile.h"
 #include "zelwbr3/desktop/DesktopPlatform.h"
+#include "zelwbr3/platform/MessageBox.h"
 
 #include <exception>
 #include <utility>

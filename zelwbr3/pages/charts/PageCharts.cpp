@@ -1,5 +1,6 @@
 #include "zelwbr3/pages/charts/PageCharts.h"
 
+#include "zelwbr3/framework/PageController.h"
 #include "zelwbr3/framework/SeriesElements.h"
 
 #include <algorithm>

@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/PageType.h"
 
 #include <memory>
 #include <string>
@@ -14,7 +15,7 @@ class ZELWBR3_EXPORT PageCharts : public DataPage {
  public:
   std::string Name() const override { return "Charts"; }
   Long PageType() const override { return 17; }
-  Long WebBrowser() const override { return PageSite::zelWebBrowserDetail; }
+  Long WebBrowser() const override { return zelWebBrowserDetail; }
 
   /// Shows the samples of a group, with that figure of it chosen.
   void Show(std::shared_ptr<ZELLib3::Database> oDatabase, const std::string& sGroup, const std::string& sFigure);
