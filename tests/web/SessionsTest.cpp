@@ -227,6 +227,7 @@ TEST_F(SessionsTest, ASessionEndsWithAnOpenBoxWhenNobodyComesBack) {
   const auto oLate = std::make_shared<PlayedShell>(Site);
   oLate->Connect(sCookie, oShell->Session(), oShell->Got, true);
   EXPECT_TRUE(oLate->IsClosed());
+  oLate->Disconnect();
 }
 
 }  // namespace

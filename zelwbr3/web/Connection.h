@@ -73,6 +73,7 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
     OnThread([iCode](StreamSocket& o) {
       if (std::exchange(o.m_bClosing, true)) return;
       o.m_iCode = iCode;
+      o.m_oResumed.cancel();
       if (o.m_oQueue.empty()) o.SayGoodBye();
     });
   }
@@ -82,7 +83,11 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
       o.m_oResumed.cancel();
     });
   }
-  void Abort() override { beast::get_lowest_layer(m_oSocket).close(); }
+  void Abort() override {
+    m_bClosing = true;
+    m_oResumed.cancel();
+    beast::get_lowest_layer(m_oSocket).close();
+  }
 
   asio::awaitable<void> Serve(http::request<http::string_body> oUpgrade, Request oRequest) {
     const Limits& oLimits = m_oShared->oLimits;
@@ -103,6 +108,8 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
     m_oQueue.clear();
     m_oWriteTimer.cancel();
     std::exchange(m_oOwner, nullptr)->Gone();
+    // Lets what still waits in the socket end: it holds this object.
+    Abort();
   }
 
  private:

@@ -107,7 +107,11 @@ struct Server::State {
     for (OpenSocket* oSocket : oShared->oSockets) oSocket->Close(1001);
     // Whoever does not answer the good-bye is not waited for.
     oEnd.expires_after(std::chrono::milliseconds(500));
-    oEnd.async_wait([this](const boost::system::error_code&) { oLoop.stop(); });
+    oEnd.async_wait([this](const boost::system::error_code&) {
+      for (OpenSocket* oSocket : oShared->oSockets) oSocket->Abort();
+      oEnd.expires_after(std::chrono::milliseconds(100));
+      oEnd.async_wait([this](const boost::system::error_code&) { oLoop.stop(); });
+    });
   }
 
   asio::io_context oLoop{1};
