@@ -22,29 +22,6 @@ constexpr int Backspace = 8;
 constexpr int FirstCharacter = 32;
 constexpr int LastCharacter = 255;
 
-/// The buttons as those of a dialog: the cancelling one gives Cancel.
-std::vector<Dialog::Button> ButtonsOf(MessageBox::Buttons eButtons) {
-  switch (eButtons) {
-    case MessageBox::Buttons::OKCancel:
-      return {{Answer::OK, "cmdOK", "&OK"}, {Answer::Cancel, "cmdCancel", "&Cancel"}};
-    case MessageBox::Buttons::YesNo:
-      return {{Answer::OK, "cmdYes", "&Yes"}, {Answer::Cancel, "cmdNo", "&No"}};
-    default:
-      return {{Answer::OK, "cmdOK", "&OK"}};
-  }
-}
-
-Dialog BoxOf(const std::string& sText, const std::string& sTitle, MessageBox::Buttons eButtons,
-             MessageBox::Icon eIcon) {
-  return {.Name = "",
-          .Caption = sTitle,
-          .Picture = eIcon,
-          .Text = sText,
-          .Buttons = ButtonsOf(eButtons),
-          // What is asked with Yes stops something.
-          .DefaultButton = eButtons == MessageBox::Buttons::YesNo ? 1U : 0U};
-}
-
 /// A text as pairs of what it is (text, b, br, img) and what it says.
 std::vector<std::pair<std::string, std::string>> Runs(const Dialog& oDialog) {
   if (!oDialog.TextIsHTML) return {{"text", oDialog.Text}};
@@ -125,19 +102,6 @@ class ShownTextBox : public TextBox {
 std::uint32_t NotNegative(Long l) { return static_cast<std::uint32_t>(std::max<std::int32_t>(l, 0)); }
 
 }  // namespace
-
-MessageBox::Answer WebBoxes::Show(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon) {
-  Dialog oDialog = BoxOf(sText, sTitle, eButtons, eIcon);
-  const bool bConfirmed = Ask(oDialog, {}) == Dialog::Answer::OK;
-  if (eButtons == Buttons::YesNo) return bConfirmed ? MessageBox::Answer::Yes : MessageBox::Answer::No;
-  return bConfirmed || eButtons == Buttons::OK ? MessageBox::Answer::OK : MessageBox::Answer::Cancel;
-}
-
-void WebBoxes::ShowWithHelp(const std::string& sText, const std::string& sTitle, Icon eIcon,
-                            const std::function<void()>& oHelp) {
-  Dialog oDialog = BoxOf(sText, sTitle, Buttons::OK, eIcon);
-  Ask(oDialog, oHelp);
-}
 
 Dialog::Answer WebBoxes::Ask(Dialog& oDialog, const std::function<void()>& oHelp) {
   Box oBox{++m_iLast, oDialog, oHelp};

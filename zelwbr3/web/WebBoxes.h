@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zelwbr3/platform/DialogBox.h"
-#include "zelwbr3/platform/MessageBox.h"
+#include "zelwbr3/remote/DialogMessageBox.h"
 
 #include <cstdint>
 #include <functional>
@@ -14,13 +14,11 @@ class WebPlatform;
 
 /// Message boxes and dialogs, drawn by the shell. One that is open while another
 /// one opens waits behind it.
-class WebBoxes : public MessageBox, public DialogBox {
+class WebBoxes : public Remote::DialogMessageBox, public DialogBox {
  public:
   explicit WebBoxes(WebPlatform& oPlatform) : m_oPlatform(oPlatform) {}
 
-  MessageBox::Answer Show(const std::string& sText, const std::string& sTitle, Buttons eButtons, Icon eIcon) override;
-  void ShowWithHelp(const std::string& sText, const std::string& sTitle, Icon eIcon,
-                    const std::function<void()>& oHelp) override;
+  using Remote::DialogMessageBox::Show;
   Dialog::Answer Show(Dialog& oDialog) override { return Ask(oDialog, {}); }
 
   // What the user does in the box with that number; one that is not open is
@@ -44,7 +42,7 @@ class WebBoxes : public MessageBox, public DialogBox {
     std::vector<std::string> Values = {};
   };
 
-  Dialog::Answer Ask(Dialog& oDialog, const std::function<void()>& oHelp);
+  Dialog::Answer Ask(Dialog& oDialog, const std::function<void()>& oHelp) override;
   /// Takes the values over and says what is wrong with them, in a box of its own.
   bool IsAccepted(const Box& oBox);
   Box* Find(std::uint32_t iBox) const;
