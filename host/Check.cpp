@@ -13,11 +13,6 @@ namespace ZELWbr3::Host {
 
 namespace {
 
-const char* LevelText(Health::Level eLevel) {
-  constexpr const char* Texts[] = {"OK", "WARNING", "CRITICAL", "UNKNOWN"};
-  return Texts[static_cast<std::size_t>(eLevel)];
-}
-
 /// The performance data begin at the first bar.
 std::string Sentence(const std::string& sText) {
   std::string sSentence = Text::OneLine(Text::Clean(sText));
@@ -26,7 +21,7 @@ std::string Sentence(const std::string& sText) {
 }
 
 std::string Line(const Health& oHealth) {
-  std::string sLine = LevelText(oHealth.Worst()) + std::string(" - ");
+  std::string sLine = Health::LevelName(oHealth.Worst()) + std::string(" - ");
   if (oHealth.Findings.empty()) sLine += "Nothing needs attention";
   const char* sBetween = "";
   for (const Health::Finding& oFinding : oHealth.Findings) {
@@ -47,10 +42,10 @@ std::string JSON(const Health& oHealth, const std::string& sInstance) {
   nlohmann::ordered_json oFindings = nlohmann::ordered_json::array();
   for (const Health::Finding& o : oHealth.Findings) {
     oFindings.push_back(
-        {{"level", LevelText(o.Severity)}, {"name", o.Name}, {"text", Text::Clean(o.Text)}, {"page", o.Page}});
+        {{"level", Health::LevelName(o.Severity)}, {"name", o.Name}, {"text", Text::Clean(o.Text)}, {"page", o.Page}});
   }
   const nlohmann::ordered_json oAll = {
-      {"level", LevelText(oHealth.Worst())}, {"instance", Text::Clean(sInstance)}, {"findings", oFindings}};
+      {"level", Health::LevelName(oHealth.Worst())}, {"instance", Text::Clean(sInstance)}, {"findings", oFindings}};
   return oAll.dump();
 }
 

@@ -6,7 +6,6 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <functional>
 #include <map>
@@ -16,11 +15,6 @@
 namespace ZELWbr3::Host {
 
 namespace {
-
-const char* LevelName(Health::Level eLevel) {
-  constexpr std::array<const char*, 4> Names = {"OK", "WARNING", "CRITICAL", "UNKNOWN"};
-  return Names[static_cast<std::size_t>(eLevel)];
-}
 
 std::vector<Monitor::Figure> FiguresOf(ZELLib3::Database& oDatabase) {
   const auto oState = oDatabase.StateInfo();
@@ -162,11 +156,12 @@ std::string MetricsText(const std::vector<std::unique_ptr<Monitor>>& monitors) {
     for (const auto eLevel : {Health::Level::Warning, Health::Level::Critical, Health::Level::Unknown}) {
       const auto iCount = std::ranges::count(o.Health.Findings, eLevel, &Health::Finding::Severity);
       oMetrics.Add("zelwbr3_findings", "What needs attention, by level.", false,
-                   sInstance + ",level=\"" + LevelName(eLevel) + "\"", static_cast<double>(iCount));
+                   sInstance + ",level=\"" + Health::LevelName(eLevel) + "\"", static_cast<double>(iCount));
     }
     // One sample for each kind: a name may be found more than once.
     std::map<std::pair<std::string, std::string>, int> oKinds;
-    for (const Health::Finding& oFinding : o.Health.Findings) ++oKinds[{oFinding.Name, LevelName(oFinding.Severity)}];
+    for (const Health::Finding& oFinding : o.Health.Findings)
+      ++oKinds[{oFinding.Name, Health::LevelName(oFinding.Severity)}];
     for (const auto& [oKind, iCount] : oKinds) {
       oMetrics.Add("zelwbr3_finding", "What needs attention, by kind.", false,
                    sInstance + ",name=\"" + Label(oKind.first) + "\",level=\"" + oKind.second + "\"", iCount);
@@ -187,7 +182,7 @@ std::string LightsJSON(const std::vector<std::unique_ptr<Monitor>>& monitors) {
   for (const auto& oMonitor : monitors) {
     const Monitor::Reading o = oMonitor->Last();
     const auto& findings = o.Health.Findings;
-    oLights.push_back({{"level", o.Done ? LevelName(o.Health.Worst()) : "UNKNOWN"},
+    oLights.push_back({{"level", o.Done ? Health::LevelName(o.Health.Worst()) : "UNKNOWN"},
                        {"text", !o.Done            ? "Reading"
                                 : findings.empty() ? ""
                                                    : Text::Clean(findings.front().Text)}});

@@ -251,6 +251,11 @@ Health Health::Of(ZELLib3::Database& oDatabase, const Samples::Group* oBefore) {
   return Examination(oDatabase, oBefore).Examine();
 }
 
+const char* Health::LevelName(Level eLevel) {
+  constexpr std::array<const char*, 4> Names = {"OK", "WARNING", "CRITICAL", "UNKNOWN"};
+  return Names[static_cast<std::size_t>(eLevel)];
+}
+
 Health::Level Health::Worst() const { return Findings.empty() ? Level::OK : Findings.front().Severity; }
 
 }  // namespace ZELWbr3

@@ -16,6 +16,8 @@ namespace ZELWbr3 {
 /// instance itself has: the same in a window, a report and a check from cron.
 struct ZELWBR3_EXPORT Health {
   enum class Level { OK, Warning, Critical, Unknown };
+  /// As monitoring plugins write it: "WARNING".
+  static const char* LevelName(Level eLevel);
 
   struct Finding {
     Level Severity = Level::Warning;
