@@ -171,9 +171,10 @@ int Serve(const Arguments& oArguments) {
   std::cout << (oArguments.Origins.empty() ? sHere : oArguments.Origins.front()) << "/?token=" << sToken << "\n"
             << "metrics token " << sMetricsToken << std::endl;
   oServer.Run([&] { oSessions.End("The server is stopping"); });
-  // A session that waits for its database cannot be ended, but need not be waited for.
-  if (!oSessions.Join(std::chrono::seconds(5))) std::_Exit(0);
-  return 0;
+  // A session or a monitor that waits for its database cannot be ended, but need not
+  // be waited for.
+  oSessions.Join(std::chrono::seconds(5));
+  std::_Exit(0);
 }
 
 }  // namespace
