@@ -115,10 +115,9 @@ bool RefreshBar::MayRefresh() const {
 
 void RefreshBar::OnTick() {
   Schedule();
-  const auto& oBrowsers = m_oPanel.Platform().Browsers();
-  const auto it = std::ranges::find_if(oBrowsers, &Desktop::DesktopWebBrowser::IsVisible);
-  if (it == oBrowsers.end() || !MayRefresh()) return Ticked.Raise(false);
-  (*it)->AskIfInUse([oThis = wxWeakRef<RefreshBar>(this)](bool bInUse) {
+  Desktop::DesktopWebBrowser* oFront = m_oPanel.Platform().Front();
+  if (oFront == nullptr || !MayRefresh()) return Ticked.Raise(false);
+  oFront->AskIfInUse([oThis = wxWeakRef<RefreshBar>(this)](bool bInUse) {
     if (!oThis) return;
     // What came meanwhile may be in the way.
     if (bInUse || !oThis->MayRefresh()) return oThis->Ticked.Raise(false);

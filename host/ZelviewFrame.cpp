@@ -3,6 +3,7 @@
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
 #include "host/ProgramFiles.h"
+#include "host/Questions.h"
 #include "host/ZelviewPictures.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/Text.h"
@@ -16,7 +17,6 @@
 #include "zelwbr3/framework/PageType.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 #include "zelwbr3/pages/main/PageMain.h"
-#include "zelwbr3/platform/DialogBox.h"
 #include "zelwbr3/platform/MessageBox.h"
 #include "zelwbr3/platform/MessagePump.h"
 
@@ -307,9 +307,10 @@ void ZelviewFrame::Open(const std::string& sInstance) {
       DoInBackground("Opening " + ZELWbr3::Text::Isolated(ShownInstance(sInstance)) + "…",
                      [&] { oDatabase = OpenInstance(sInstance, {}, sPassword); });
     } catch (const PasswordNeeded& oError) {
-      const auto oEntered = AskPassword(sPassword.empty() ? std::string() : oError.what(), sInstance);
-      if (!oEntered) throw;
-      sPassword = *oEntered;
+      const auto sEntered =
+          AskPassword(m_oPanel->Platform().DialogBox(), sInstance, sPassword.empty() ? std::string() : oError.what());
+      if (!sEntered) throw;
+      sPassword = *sEntered;
     }
   }
   m_sInstance = sInstance;
@@ -409,44 +410,13 @@ void ZelviewFrame::SaveRecording() {
   Say(notes.empty() ? "The recording is written." : ZELWbr3::Text::OneLine(notes.front()));
 }
 
-std::optional<std::string> ZelviewFrame::AskPassword(const std::string& sRefused, const std::string& sInstance) {
-  Dialog oDialog{.Name = "frmPassword",
-                 .Caption = "Password",
-                 .Picture = MessageBox::Icon::Question,
-                 .Text = sRefused.empty() ? "The server asks for a password:\n" + ShownInstance(sInstance) : sRefused,
-                 .Fields = {{.What = Dialog::Field::Kind::Password, .Name = "txtPassword", .Caption = "&Password:"}},
-                 .Buttons = {{Dialog::Answer::OK, "cmdOK", "OK"}, {Dialog::Answer::Cancel, "cmdCancel", "&Cancel"}}};
-  if (m_oPanel->Platform().DialogBox().Show(oDialog) != Dialog::Answer::OK) return std::nullopt;
-  return oDialog.Fields.front().Text;
-}
-
 void ZelviewFrame::OpenServer() {
-  Dialog oDialog{.Name = "frmServer",
-                 .Caption = "Open Server",
-                 .Picture = MessageBox::Icon::Question,
-                 .Text =
-                     "Show a PostgreSQL server. What the address leaves out comes from the environment, the "
-                     "service file and the password file, as with psql.",
-                 .Fields = {{.What = Dialog::Field::Kind::TextBox,
-                             .Name = "txtAddress",
-                             .Caption = "&Address:",
-                             .Text = "postgresql://"}},
-                 .Buttons = {{Dialog::Answer::OK, "cmdOK", "OK"}, {Dialog::Answer::Cancel, "cmdCancel", "&Cancel"}}};
-  if (m_oPanel->Platform().DialogBox().Show(oDialog) != Dialog::Answer::OK) return;
-  Open(ZELWbr3::Text::Trim(oDialog.Fields.front().Text));
-  ShowFirst("Main");
+  if (const auto sAddress = AskServer(m_oPanel->Platform().DialogBox())) OpenAndShow(*sAddress);
 }
 
 void ZelviewFrame::ShowMessage() {
-  Dialog oDialog{.Name = "frmMessageNumber",
-                 .Caption = "Message",
-                 .Picture = MessageBox::Icon::Question,
-                 .Text = "Show the help on a message.",
-                 .Fields = {{.What = Dialog::Field::Kind::TextBox, .Name = "txtTopic", .Caption = "&Number or topic:"}},
-                 .Buttons = {{Dialog::Answer::OK, "cmdOK", "OK"}, {Dialog::Answer::Cancel, "cmdCancel", "&Cancel"}}};
-  if (m_oPanel->Platform().DialogBox().Show(oDialog) != Dialog::Answer::OK) return;
-  const std::string sTopic = ZELWbr3::Text::Trim(oDialog.Fields.front().Text);
-  if (!sTopic.empty()) m_oPanel->Browser().ShowMessageHelpID(sTopic);
+  const auto sTopic = AskTopic(m_oPanel->Platform().DialogBox());
+  if (sTopic && !sTopic->empty()) m_oPanel->Browser().ShowMessageHelpID(*sTopic);
 }
 
 void ZelviewFrame::Later(std::function<void()> oWork) {
@@ -467,13 +437,9 @@ void ZelviewFrame::Later(std::function<void()> oWork) {
 }
 
 void ZelviewFrame::AfterPaint(std::function<void()> oDone) {
-  for (Desktop::DesktopWebBrowser* oBrowser : m_oPanel->Platform().Browsers()) {
-    if (oBrowser->IsVisible()) {
-      oBrowser->AfterPaint(std::move(oDone));
-      return;
-    }
-  }
-  oDone();
+  Desktop::DesktopWebBrowser* oFront = m_oPanel->Platform().Front();
+  if (oFront == nullptr) return oDone();
+  oFront->AfterPaint(std::move(oDone));
 }
 
 void ZelviewFrame::SaveScreenshot(const std::string& sFile) {

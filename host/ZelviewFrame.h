@@ -67,8 +67,6 @@ class ZelviewFrame : public wxFrame {
   void ShowCounts(const std::vector<Health::Finding>& findings);
   void OpenFile(const wxString& sTitle, const wxString& sPattern, const std::string& sKind);
   void OpenServer();
-  /// No value when the user cancels. sRefused says why another one is needed.
-  std::optional<std::string> AskPassword(const std::string& sRefused, const std::string& sInstance);
   void SaveRecording();
   void ShowMessage();
   /// Runs something that the user asked for, once the toolkit is done with the
