@@ -144,16 +144,20 @@ class PlayedShell : public Socket, public std::enable_shared_from_this<PlayedShe
 
 class SessionsTest : public testing::Test {
  protected:
+  explicit SessionsTest(std::chrono::milliseconds oAbsence = 60s) : Site(oAbsence) {}
+
   /// A cookie as a browser gets it.
   std::string Cookie() {
-    const std::string sSet = Site.Keeper.Enter({.Target = "/?token=the-right-token"}).SetCookie;
+    std::promise<std::string> oSet;
+    Site.TheServer().Post([&] { oSet.set_value(Site.Keeper.Enter({.Target = "/?token=the-right-token"}).SetCookie); });
+    const std::string sSet = oSet.get_future().get();
     const auto iValue = sSet.find('=') + 1;
     return sSet.substr(iValue, sSet.find(';') - iValue);
   }
   const std::string Main = R"(["page","Main",)";
   const std::string Activity = R"(["page","InfoActivity",)";
 
-  Served Site{300ms};
+  Served Site;
 };
 
 TEST_F(SessionsTest, TwentyAtATimeShowTheirPages) {
@@ -208,7 +212,12 @@ TEST_F(SessionsTest, WhatALostSocketHadIsSentAgainAndNothingTwice) {
   oReloaded->Disconnect();
 }
 
-TEST_F(SessionsTest, ASessionEndsWithAnOpenBoxWhenNobodyComesBack) {
+class ForsakenSessionsTest : public SessionsTest {
+ protected:
+  ForsakenSessionsTest() : SessionsTest(200ms) {}
+};
+
+TEST_F(ForsakenSessionsTest, ASessionEndsWithAnOpenBoxWhenNobodyComesBack) {
   const std::string sCookie = Cookie();
   const auto oShell = std::make_shared<PlayedShell>(Site);
   oShell->Connect(sCookie);

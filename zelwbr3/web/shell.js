@@ -257,7 +257,7 @@
       }));
       if (sFocus !== undefined) oBar.querySelector(`[data-key="${sFocus}"]`)?.focus();
     },
-    live: (iFrame) => SendText(`["live",${iFrame}]\n${aStates[iFrame].oAgent.Live()}`),
+    live: (iFrame) => aStates[iFrame].bLoaded && SendText(`["live",${iFrame}]\n${aStates[iFrame].oAgent.Live()}`),
     failure: (sText) => Over(sText),
     box: (...aItems) => ShowBox(...aItems.slice(0, -1)),
     close: (iBox) => {

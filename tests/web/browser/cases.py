@@ -10,6 +10,7 @@ import unittest
 
 try:
     from selenium import webdriver
+    from selenium.common.exceptions import TimeoutException, WebDriverException
     from selenium.webdriver.chrome.service import Service
     from selenium.webdriver.common.action_chains import ActionChains
     from selenium.webdriver.common.by import By
@@ -38,18 +39,32 @@ def open_browser():
 class Case(unittest.TestCase):
     browser = None
 
-    def serve(self, *command):
+    def start(self, *command):
+        """Starts a server; the process and the address that it prints."""
         process = subprocess.Popen(command, stdout=subprocess.PIPE, text=True)
-        self.addCleanup(process.wait, 10)
+        self.addCleanup(process.wait, 30)
         self.addCleanup(process.terminate)
         self.addCleanup(process.stdout.close)
-        address = process.stdout.readline().strip()
-        self.browser.get(address)
-        self.await_value("the overview", lambda: self.text("#General\\.Name\\.Val") == "DEMO (3)")
+        return process, process.stdout.readline().strip()
+
+    def serve(self, *command):
+        process, address = self.start(*command)
+        # A page that is left open would complain that its server is gone, in the middle of the next test.
+        self.addCleanup(self.browser.get, "about:blank")
+        self.browser.get_log("browser")
+        self.open(address)
         return process, address
 
+    def open(self, address):
+        self.browser.get(address)
+        self.await_value("the overview", lambda: self.text("#General\\.Name\\.Val") == "DEMO (3)")
+
     def await_value(self, what, get):
-        return WebDriverWait(self.browser, 30, 0.02).until(lambda _: get(), what)
+        """Asks until there is a value. While a page or a box is replaced, asking may fail."""
+        return WebDriverWait(self.browser, 60, 0.02, [WebDriverException]).until(lambda _: get(), what)
+
+    def press_button(self, selector):
+        self.await_value(selector, lambda: self.browser.find_element(By.CSS_SELECTOR, selector).click() is None)
 
     def script(self, text, *arguments):
         return self.browser.execute_script(text, *arguments)
@@ -64,33 +79,46 @@ class Case(unittest.TestCase):
         return self.text("#txtFormTitle")
 
     def show(self, name, title):
-        self.browser.find_element(By.CSS_SELECTOR, f"#pages [data-name={name}]").click()
+        self.press_button(f"#pages [data-name={name}]")
         self.await_shown(title)
 
     def await_shown(self, title):
         shown = ("const o = document.querySelector('#frames iframe.front')?.contentDocument;"
                  "return o?.querySelector('#txtFormTitle')?.textContent === arguments[0] &&"
-                 " o.querySelector('#divFrmCnt').style.display === ''")
+                 " o.querySelector('#divFrmCnt')?.style.display === ''")
         self.await_value(title, lambda: self.script(shown, title))
 
     def click(self, element):
         """In the page in front."""
-        frame = self.browser.find_element(By.CSS_SELECTOR, "#frames iframe.front")
-        self.browser.switch_to.frame(frame)
-        self.browser.find_element(By.ID, element).click()
-        self.browser.switch_to.default_content()
+        self.browser.switch_to.frame(self.browser.find_element(By.CSS_SELECTOR, "#frames iframe.front"))
+        try:
+            self.press_button("#" + element)
+        finally:
+            self.browser.switch_to.default_content()
 
     def press(self, *keys):
         ActionChains(self.browser).send_keys(*keys).perform()
 
-    def box(self):
-        return self.await_value("a box", lambda: self.browser.find_elements(By.CSS_SELECTOR, "dialog[open]"))[-1]
+    def await_box(self, text):
+        """The box in front, which holds the text."""
+        def front():
+            box = self.browser.find_elements(By.CSS_SELECTOR, "dialog[open]")[-1:]
+            return box[0] if box and text in box[0].text else None
+        return self.await_value(f"a box with {text}", front)
 
     def expect_live_equals_replica(self):
+        """Within the deadline, as what was asked for may still be on its way."""
         ask = "const f = arguments[0]; fetch('/lights').then((o) => o.text()).then(f)"
-        before = int(self.browser.execute_async_script(ask).split()[0])
-        self.await_value("a comparison", lambda: int(self.browser.execute_async_script(ask).split()[0]) > before)
-        self.assertEqual(self.browser.execute_async_script(ask).split(" ", 1)[1], "equal")
+        found = []
+
+        def equal():
+            number, text = self.browser.execute_async_script(ask).split(" ", 1)
+            found.append((int(number), text))
+            return found[-1][0] > found[0][0] and text == "equal"
+        try:
+            self.await_value("a comparison", equal)
+        except TimeoutException:
+            self.fail(f"comparison {found[-1:]}")
 
     def expect_no_errors(self):
         errors = [o["message"] for o in self.browser.get_log("browser") if "favicon" not in o["message"]]
@@ -140,7 +168,7 @@ class PagesTest(Case):
         self.browser.refresh()
         self.await_shown("Instance Overview")
         self.script("last.close()")
-        self.browser.find_element(By.CSS_SELECTOR, "#pages [data-name=Sessions]").click()
+        self.press_button("#pages [data-name=Sessions]")
         self.await_shown("Sessions")
         self.await_value("no line", lambda: self.script("return document.getElementById('line').hidden"))
         self.expect_live_equals_replica()
@@ -149,10 +177,10 @@ class PagesTest(Case):
 class ZelwebTest(Case):
     def test_changes_are_refused_at_the_instance(self):
         self.serve(ZELWEB, f"recorded:{RECORDINGS}/demo.json")
-        self.browser.find_element(By.CSS_SELECTOR, "#commands button:nth-of-type(2)").click()
-        self.assertIn("DEMO", self.box().text)
-        self.box().find_element(By.CSS_SELECTOR, ".buttons button").click()
-        self.await_value("the refusal", lambda: "--allow-commands" in self.box().text)
+        self.press_button("#commands button:nth-of-type(2)")
+        self.await_box("DEMO")
+        self.press_button("dialog[open] .buttons button")
+        self.await_box("--allow-commands")
         self.press(Keys.ESCAPE)
         self.await_value("no box", lambda: not self.browser.find_elements(By.CSS_SELECTOR, "dialog"))
         self.assertEqual(self.text("#txtState"), "Online")
@@ -166,17 +194,12 @@ class ZelwebTest(Case):
         process, address = self.serve(ZELWEB, f"recorded:{RECORDINGS}/demo.json", *files)
         port = address.split(":")[2].split("/")[0]
         process.terminate()
-        self.assertEqual(process.wait(6), 0)
+        self.assertEqual(process.wait(30), 0)
         self.await_value("the line", lambda: not self.script("return document.getElementById('line').hidden"))
-        again = subprocess.Popen([ZELWEB, f"recorded:{RECORDINGS}/demo.json", "--listen", f"127.0.0.1:{port}", *files],
-                                 stdout=subprocess.PIPE, text=True)
-        self.addCleanup(again.wait, 10)
-        self.addCleanup(again.terminate)
-        self.addCleanup(again.stdout.close)
-        self.assertEqual(again.stdout.readline().strip(), address)
+        self.assertEqual(self.start(ZELWEB, f"recorded:{RECORDINGS}/demo.json", "--listen", f"127.0.0.1:{port}", *files)[1],
+                         address)
         # Its cookies are new ones: the token is needed again.
-        self.browser.get(address)
-        self.await_value("the overview", lambda: self.text("#General\\.Name\\.Val") == "DEMO (3)")
+        self.open(address)
 
 
 if __name__ == "__main__":

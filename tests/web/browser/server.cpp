@@ -29,7 +29,7 @@ struct Comparison {
 /// On the session's thread.
 void Compare(Comparison& oComparison, Web::WebPlatform& oPlatform) {
   Web::WebWebBrowser* oBrowser = oPlatform.Front();
-  if (oBrowser == nullptr || oBrowser->Document() == nullptr || !oBrowser->Settled()) return;
+  if (oBrowser == nullptr || !oBrowser->Remote().IsLoaded() || !oBrowser->Settled()) return;
   oBrowser->LiveDocument([&, oDocument = oBrowser->Document()](const std::string& sList) {
     const std::string sLive = Testing::LinesOf(sList);
     const std::string sReplica = Testing::LinesOf(*oDocument->documentElement());
