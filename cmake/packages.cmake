@@ -75,7 +75,7 @@ set(CPACK_COMPONENT_DATA_DESCRIPTION "state of database instances as pages - pag
 
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libzelwbr3-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "zelwbr3-data (= ${PROJECT_VERSION}), libgumbo-dev, libsqlite3-dev, libpq-dev, libssl-dev, zlib1g-dev")
+set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "zelwbr3-data (= ${PROJECT_VERSION}), libgumbo-dev, libsqlite3-dev, libpq-dev, libssl-dev, zlib1g-dev, libchm-dev")
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "libzelwbr3-desktop, libgtest-dev")
 set(CPACK_COMPONENT_DEV_DESCRIPTION "browser control for database instances - development files
  Headers, static libraries, CMake and pkg-config files of the control that shows
@@ -86,7 +86,7 @@ set(CPACK_DEBIAN_DESKTOP_PACKAGE_NAME libzelwbr3-desktop)
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_SECTION libdevel)
 string(REGEX REPLACE "^webkit2gtk" "libwebkit2gtk" webkit "${ZELWBR3_WEBKIT_MODULE}-dev")
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS
-  "libzelwbr3-dev (= ${PROJECT_VERSION}), libwxgtk3.2-dev, ${webkit}, libchm-dev")
+  "libzelwbr3-dev (= ${PROJECT_VERSION}), libwxgtk3.2-dev, ${webkit}")
 set(CPACK_COMPONENT_DESKTOP_DESCRIPTION "browser control for database instances - wxWidgets development files
  Headers and static library of the control's platform for programs with
  wxWidgets, on WebKitGTK.")

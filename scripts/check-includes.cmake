@@ -2,7 +2,7 @@
 # include each other in a circle. From the ground up:
 #   base <- ZELLib3 <- instances
 #   base <- platform, dom <- framework (with ZELLib3) <- pages <- shell <- headless, desktop <- host
-#   framework <- remote <- desktop, web
+#   framework <- remote <- desktop, web; platform <- chm <- desktop, web
 # Instances only see the interface that they implement and what they share, the
 # core only itself and the C++ standard library, and each vendor library belongs
 # to one leaf folder. docs/architecture.md has the same rules as a table.
@@ -17,18 +17,20 @@ set(may_pages ${may_framework} pages)
 set(may_shell ${may_pages} shell)
 set(may_headless ${may_shell} headless)
 set(may_remote base platform dom framework remote)
-set(may_desktop ${may_shell} remote desktop)
-set(may_web ${may_shell} remote web)
+set(may_chm base platform chm)
+set(may_desktop ${may_shell} remote chm desktop)
+set(may_web ${may_shell} remote chm web)
 set(may_instances_common base ZELLib3 instances/common)
 set(may_instances_recorded ${may_instances_common} instances/recorded)
 set(may_instances_sqlite ${may_instances_common} instances/sqlite)
 set(may_instances_postgres ${may_instances_common} instances/postgres)
 set(may_testing ${may_headless} instances/recorded testing)
-set(may_host ${may_shell} headless remote desktop web instances)
+set(may_host ${may_shell} headless remote chm desktop web instances)
 
 # Vendor and system headers, by the folder that may include them.
 set(vendor_headless "gumbo\\.h")
-set(vendor_desktop "(wx|webkit2|gtk|gdk|glib|gio|jsc)/.*|webkit2/.*|chm_lib\\.h|glib\\.h|(unistd|fcntl)\\.h|sys/.*")
+set(vendor_desktop "(wx|webkit2|gtk|gdk|glib|gio|jsc)/.*|webkit2/.*|glib\\.h|(unistd|fcntl)\\.h|sys/.*")
+set(vendor_chm "chm_lib\\.h")
 set(vendor_web "boost/(asio|beast|system)/.*|boost/(asio|beast)\\.hpp|openssl/.*|zlib\\.h")
 set(vendor_instances_common "(unistd|fcntl|pwd|signal|spawn|dirent)\\.h|sys/.*")
 set(vendor_instances_recorded "nlohmann/.*")
@@ -39,7 +41,7 @@ set(vendor_host "nlohmann/.*|CLI/.*|wx/.*|(unistd|fcntl)\\.h|sys/.*")
 
 set(wrong 0)
 set(arrows)
-foreach(folder base ZELLib3 platform dom framework pages shell remote headless desktop web
+foreach(folder base ZELLib3 platform dom framework pages shell remote chm headless desktop web
     instances/common instances/recorded instances/sqlite
     instances/postgres testing host)
   string(REPLACE "/" "_" key ${folder})

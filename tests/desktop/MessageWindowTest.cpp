@@ -1,6 +1,6 @@
 #include "tests/desktop/Listener.h"
 #include "tests/desktop/TestWindow.h"
-#include "zelwbr3/desktop/DesktopHelpFile.h"
+#include "zelwbr3/chm/CompiledHelp.h"
 #include "zelwbr3/desktop/HelpScheme.h"
 #include "zelwbr3/desktop/HelpURL.h"
 #include "zelwbr3/shell/Browser.h"
@@ -119,7 +119,7 @@ TEST(HelpContent, OnlyTopicsOfTheFileCanBeNamed) {
     EXPECT_FALSE(IsShown(sURL)) << sURL;
   }
   EXPECT_NE(HelpContentOf("mk:@MSITStore:::/5.htm", "").Bytes.find("cannot be shown"), std::string::npos);
-  DesktopHelpFile oHelp;
+  CHM::CompiledHelp oHelp;
   EXPECT_TRUE(oHelp.HasTopic(OwnHelp, "5"));
   EXPECT_TRUE(oHelp.HasTopic(OwnHelp, "1544"));
   EXPECT_FALSE(oHelp.HasTopic(OwnHelp, "4711"));

@@ -1,8 +1,8 @@
 #include "zelwbr3/desktop/DesktopPlatform.h"
 
+#include "zelwbr3/chm/CompiledHelp.h"
 #include "zelwbr3/desktop/CloseGuard.h"
 #include "zelwbr3/desktop/DesktopDialogBox.h"
-#include "zelwbr3/desktop/DesktopHelpFile.h"
 #include "zelwbr3/desktop/DesktopMessageBox.h"
 #include "zelwbr3/desktop/DesktopMessageWindow.h"
 #include "zelwbr3/desktop/DesktopPump.h"
@@ -52,7 +52,7 @@ struct DesktopPlatform::Doors {
   DesktopScreenPointer oPointer;
   DesktopMessageBox oMessageBox;
   DesktopDialogBox oDialogBox;
-  DesktopHelpFile oHelpFile;
+  CHM::CompiledHelp oHelpFile;
   SystemLocale oLocale;
   std::optional<Desktop::Theme> eChosenTheme;
   Desktop::Theme eTheme = SystemTheme();

@@ -14,7 +14,6 @@ class wxWindow;
 
 namespace ZELWbr3::Desktop {
 
-class DesktopHelpFile;
 class DesktopPump;
 class DesktopWebBrowser;
 class WebContext;

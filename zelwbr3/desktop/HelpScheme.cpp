@@ -1,11 +1,9 @@
 #include "zelwbr3/desktop/HelpScheme.h"
 
-#include "zelwbr3/desktop/DesktopHelpFile.h"
+#include "zelwbr3/chm/CompiledHelp.h"
 #include "zelwbr3/desktop/HelpURL.h"
 #include "zelwbr3/remote/ErrorPage.h"
-
-#include <algorithm>
-#include <array>
+#include "zelwbr3/remote/FileType.h"
 
 #include <webkit2/webkit2.h>
 
@@ -18,26 +16,6 @@ constexpr char Property[] = "zelwbr3-help-file";
 constexpr char ContentPolicy[] =
     "default-src 'none'; style-src mk: 'unsafe-inline'; img-src mk: data:; font-src mk: data:; "
     "base-uri 'none'; form-action 'none'";
-
-/// By the ending, as the file itself tells nothing of types.
-std::string TypeOf(const std::string& sObject) {
-  static constexpr std::array<std::pair<std::string_view, const char*>, 12> Types = {{{".htm", "text/html"},
-                                                                                      {".html", "text/html"},
-                                                                                      {".css", "text/css"},
-                                                                                      {".txt", "text/plain"},
-                                                                                      {".png", "image/png"},
-                                                                                      {".gif", "image/gif"},
-                                                                                      {".jpg", "image/jpeg"},
-                                                                                      {".jpeg", "image/jpeg"},
-                                                                                      {".svg", "image/svg+xml"},
-                                                                                      {".bmp", "image/bmp"},
-                                                                                      {".ico", "image/x-icon"},
-                                                                                      {".webp", "image/webp"}}};
-  std::string sEnding = sObject.substr(std::min(sObject.rfind('.'), sObject.size()));
-  std::ranges::transform(sEnding, sEnding.begin(), [](char c) { return g_ascii_tolower(c); });
-  const auto it = std::ranges::find(Types, sEnding, [](const auto& oType) { return oType.first; });
-  return it == Types.end() ? "application/octet-stream" : it->second;
-}
 
 /// After a document type, which must stay first. Scripts are disabled in the
 /// view itself, see WebView::HelpFile.
@@ -79,12 +57,12 @@ HelpContent HelpContentOf(const std::string& sURL, const std::string& sCHMPath) 
     return {Remote::ErrorPage(sURL, "It is not in the help file that this window shows."), "text/html"};
   }
   try {
-    std::string sBytes = DesktopHelpFile::Read(sCHMPath, *sObject);
+    std::string sBytes = CHM::CompiledHelp::Read(sCHMPath, *sObject);
     if (IsUsualHelpURL(sURL)) return {Forward(HelpURL(sCHMPath, *sObject)), "text/html"};
-    const std::string sType = TypeOf(*sObject);
+    const std::string sType = Remote::FileType(*sObject);
     if (sType == "text/html") AddPolicy(sBytes);
     return {std::move(sBytes), sType};
-  } catch (const HelpError& oError) {
+  } catch (const CHM::HelpError& oError) {
     return {Remote::ErrorPage(*sObject, oError.what()), "text/html"};
   }
 }

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::CHM {
 
 /// A compiled help file or something in it cannot be read; the text, for users,
 /// says which and why.
@@ -18,7 +18,7 @@ class HelpError : public std::runtime_error {
 /// Compiled help files (.chm), read afresh each time: they are small, and
 /// one may be replaced while the program runs. A folder that holds what such a file
 /// is made of serves as well, for a program whose help was not compiled.
-class DesktopHelpFile : public HelpFile {
+class CompiledHelp : public HelpFile {
  public:
   /// Topics, styles and pictures are far below it; what claims to be larger is
   /// a damaged file.
@@ -33,4 +33,4 @@ class DesktopHelpFile : public HelpFile {
   static std::string Read(const std::string& sCHMPath, const std::string& sObject);
 };
 
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::CHM

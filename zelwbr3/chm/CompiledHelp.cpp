@@ -1,4 +1,4 @@
-#include "zelwbr3/desktop/DesktopHelpFile.h"
+#include "zelwbr3/chm/CompiledHelp.h"
 
 #include "zelwbr3/base/ReadFile.h"
 
@@ -9,7 +9,7 @@
 
 #include <chm_lib.h>
 
-namespace ZELWbr3::Desktop {
+namespace ZELWbr3::CHM {
 
 namespace {
 
@@ -66,7 +66,7 @@ bool IsFolder(const std::string& sCHMPath) {
 
 }  // namespace
 
-bool DesktopHelpFile::HasTopic(const std::string& sCHMPath, const std::string& sHelpID) {
+bool CompiledHelp::HasTopic(const std::string& sCHMPath, const std::string& sHelpID) {
   if (IsFolder(sCHMPath)) return !FileIn(WithSlashes(sCHMPath), sHelpID + ".htm").empty();
   try {
     return Find(*Open(sCHMPath), sHelpID + ".htm").has_value();
@@ -75,7 +75,7 @@ bool DesktopHelpFile::HasTopic(const std::string& sCHMPath, const std::string& s
   }
 }
 
-std::string DesktopHelpFile::Read(const std::string& sCHMPath, const std::string& sObject) {
+std::string CompiledHelp::Read(const std::string& sCHMPath, const std::string& sObject) {
   const auto NoTopic = [&] {
     return HelpError("The help file \"" + sCHMPath + "\" has no topic \"" + sObject + "\".");
   };
@@ -103,4 +103,4 @@ std::string DesktopHelpFile::Read(const std::string& sCHMPath, const std::string
   return sContent;
 }
 
-}  // namespace ZELWbr3::Desktop
+}  // namespace ZELWbr3::CHM
