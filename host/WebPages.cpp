@@ -13,7 +13,7 @@ WebPages::WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Databas
       m_oDatabase(std::move(oDatabase)),
       m_oBrowser(oPlatform),
       m_oPages(m_oBrowser, m_oDatabase, std::make_shared<Web::WebCommandlist>(oPlatform)) {
-  m_oBrowser.HTMLPath(oPlatform.Files().Folder());
+  m_oBrowser.HTMLPaths(oPlatform.Files().Folders());
   m_oBrowser.CHMPath(HelpFile());
   std::vector<std::pair<std::string, std::string>> names;
   for (const HostPages::Entry& oEntry : HostPages::All()) names.emplace_back(oEntry.Name, oEntry.Title);

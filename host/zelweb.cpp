@@ -131,7 +131,7 @@ int Serve(const Arguments& oArguments) {
     setrlimit(RLIMIT_NOFILE, &oFiles);
   }
 
-  const ZELWbr3::Web::PageFiles oPages(HTMLFolder());
+  const ZELWbr3::Web::PageFiles oPages({HTMLFolder()});
   std::vector<std::unique_ptr<Monitor>> monitors;
   ZELWbr3::Web::Sessions::Options oOptions;
   oOptions.Most = oArguments.MaxSessions;

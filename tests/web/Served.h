@@ -21,7 +21,7 @@ namespace ZELWbr3::Web {
 class Served {
  public:
   explicit Served(std::chrono::milliseconds oAbsence = std::chrono::seconds(60), Limits oLimits = {})
-      : m_oFiles(ZELWBR3_SOURCE_DIR "/html"), m_oSessions(Options(oAbsence), Keeper, m_oFiles) {
+      : m_oFiles({ZELWBR3_SOURCE_DIR "/html"}), m_oSessions(Options(oAbsence), Keeper, m_oFiles) {
     m_oServer = std::make_unique<Server>(Server::Options{.Limits = oLimits}, m_oSessions);
     m_oSessions.ServedBy(*m_oServer);
     Keeper.ServedAt({Origin()}, m_oServer->Port());

@@ -97,16 +97,19 @@ std::string Compressed(const std::string& sContent) {
   return sCompressed;
 }
 
-PageFiles::PageFiles(const std::string& sFolder) : m_sFolder(Remote::FilePath(sFolder)) {
+PageFiles::PageFiles(const std::vector<std::string>& folders) {
   std::string sAll;
-  std::error_code oError;
-  for (const auto& oEntry : std::filesystem::directory_iterator(sFolder, oError)) {
-    if (!oEntry.is_regular_file()) continue;
-    const std::string sName = oEntry.path().filename().string();
-    const std::string sContent = ReadFile(oEntry.path().string());
-    Add(sName, TypeOf(sName).starts_with("text/html") ? WithAgent(sContent) : sContent);
+  for (const std::string& sFolder : folders) {
+    m_folders.push_back(Remote::FilePath(sFolder));
+    std::error_code oError;
+    for (const auto& oEntry : std::filesystem::directory_iterator(sFolder, oError)) {
+      const std::string sName = oEntry.path().filename().string();
+      if (!oEntry.is_regular_file() || m_files.contains(sName)) continue;
+      const std::string sContent = ReadFile(oEntry.path().string());
+      Add(sName, TypeOf(sName).starts_with("text/html") ? WithAgent(sContent) : sContent);
+    }
+    if (oError) throw std::runtime_error("The folder \"" + sFolder + "\" cannot be read: " + oError.message());
   }
-  if (oError) throw std::runtime_error("The folder \"" + sFolder + "\" cannot be read: " + oError.message());
   Add(AgentFile, AgentFileText());
   Add(BlankFile, WithAgent("<!DOCTYPE html><html><head></head><body></body></html>"));
   Add(ErrorStyle, std::string(Remote::ErrorPageStyle));
@@ -123,8 +126,10 @@ void PageFiles::Add(const std::string& sName, std::string sContent) {
 std::string PageFiles::NameOf(const std::string& sPathOrURL) const {
   if (sPathOrURL == "about:blank") return BlankFile;
   const std::string sPath = Remote::FilePath(sPathOrURL);
-  if (!sPath.starts_with(m_sFolder + "/")) return {};
-  std::string sName = sPath.substr(m_sFolder.size() + 1);
+  const auto itFolder =
+      std::ranges::find_if(m_folders, [&](const std::string& sFolder) { return sPath.starts_with(sFolder + "/"); });
+  if (itFolder == m_folders.end()) return {};
+  std::string sName = sPath.substr(itFolder->size() + 1);
   const auto it = m_files.find(sName);
   return it != m_files.end() && it->second.Type.starts_with("text/html") ? sName : std::string();
 }

@@ -7,24 +7,26 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ZELWbr3::Web {
 
-/// The page files of a folder as browsers get them: read once, with the agent as
-/// each page's first script, and compressed once. A name is looked up here, so no
-/// request reaches the file system.
+/// The page files of some folders as browsers get them, side by side: read once, with
+/// the agent as each page's first script, and compressed once. A name is looked up
+/// here, so no request reaches the file system.
 class PageFiles {
  public:
-  /// Throws std::runtime_error that names the folder or file.
-  explicit PageFiles(const std::string& sFolder);
+  /// A file of an earlier folder hides one of the same name in a later folder. Throws
+  /// std::runtime_error that names the folder or file.
+  explicit PageFiles(const std::vector<std::string>& folders);
 
   /// Where a frame finds the page of a path, in the form of a navigation's: in
-  /// this folder, or "about:blank". The error page for everything else. iSerial is
+  /// these folders, or "about:blank". The error page for everything else. iSerial is
   /// that navigation's number.
   std::string URL(const std::string& sPathOrURL, std::uint32_t iSerial) const;
   /// False if the URL is that of the error page.
   bool Has(const std::string& sPathOrURL) const;
-  const std::string& Folder() const { return m_sFolder; }
+  const std::vector<std::string>& Folders() const { return m_folders; }
   /// Stands for all files: another content has another one.
   const std::string& Hash() const { return m_sHash; }
 
@@ -39,10 +41,10 @@ class PageFiles {
   };
 
   void Add(const std::string& sName, std::string sContent);
-  /// The name of a page file in this folder; empty for anything else.
+  /// The name of a page file in these folders; empty for anything else.
   std::string NameOf(const std::string& sPathOrURL) const;
 
-  std::string m_sFolder;
+  std::vector<std::string> m_folders;
   std::string m_sHash;
   std::map<std::string, File, std::less<>> m_files;
 };

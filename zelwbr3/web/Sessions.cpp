@@ -184,7 +184,8 @@ Response Sessions::AnswerVisitor(const Request& o) {
 Response Sessions::Shell(std::size_t iInstance) const {
   // The first frame begins to load at once: a session's first navigation is that
   // of the overview, under the number 1.
-  std::string sShell = Replaced(std::string(ShellPage), "@FIRST@", m_oFiles.URL(m_oFiles.Folder() + "/Main.htm", 1));
+  std::string sShell =
+      Replaced(std::string(ShellPage), "@FIRST@", m_oFiles.URL(m_oFiles.Folders().front() + "/Main.htm", 1));
   sShell = Replaced(sShell, "@INSTANCE@", std::to_string(iInstance));
   sShell = Replaced(sShell, "@START@", m_oOptions.Instances.size() == 1 ? "hidden" : "");
   sShell = Replaced(sShell, "@NAME@", Text::EscapeHTML(Text::Clean(m_oOptions.Instances[iInstance])));

@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
   const std::string sRecording = argc > 1 ? argv[1] : "";
   const std::chrono::milliseconds oAbsence(argc > 2 ? std::atoi(argv[2]) : 60000);
   Comparison oComparison;
-  const Web::PageFiles oFiles(Host::HTMLFolder());
+  const Web::PageFiles oFiles({Host::HTMLFolder()});
   Web::Doorkeeper oDoorkeeper({.Token = "the-token-of-the-tests", .MetricsToken = "another-token-of-the-tests"});
   Web::Sessions::Options oOptions;
   oOptions.Instances = {"Test"};
