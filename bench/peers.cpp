@@ -2,7 +2,7 @@
 // how it is given rows and told what to do, and peers.js measures it. One line for
 // the table in the documentation.
 
-#include "bench/Memory.h"
+#include "bench/Processes.h"
 
 #include <CLI/CLI.hpp>
 

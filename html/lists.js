@@ -458,6 +458,9 @@
 
   const Make = (sTag, sClass, oProperties = {}) => Object.assign(document.createElement(sTag), { className: sClass }, oProperties);
 
+  /** An element and all below it, in document order. */
+  const WithAll = (oElement) => [oElement, ...oElement.querySelectorAll("*")];
+
   const IsHidden = (oRow) => oRow.style.display === "none";
 
   const Separator = "\x7f";
@@ -496,9 +499,12 @@
   };
 
   /**
-   * Rows that are texts only. A record has, with separators, the first row's number,
-   * the number of rows, the longest text of each column, and the texts. An empty text
-   * stands for that of the template.
+   * Rows of which only what differs from the template is told. A record has, with
+   * separators, the first row's number, the number of rows, what the columns are, the
+   * longest value of each column, and the values. A column is the text of an element,
+   * given by its place in the row in document order, or after "@" an attribute of it; if
+   * nothing is said, the columns are the texts of all cells. An empty value stands for
+   * that of the template.
    */
   class RecordPart {
     /** Elements that rows have got since: the program has written more than texts. */
@@ -509,46 +515,70 @@
     constructor(iStart, sRecord, oTemplate) {
       this.iStart = iStart;
       this.sRecord = sRecord;
+      const [sFirst, sCount, sColumns] = sRecord.split(Separator, 3);
+      this.iFirst = Number(sFirst);
+      this.iCount = Number(sCount);
+      this.sKind = sColumns;
+      const oAll = WithAll(oTemplate);
+      this.iStep = oAll.length;
+      const sAll = sColumns === "" ? Array.from(oTemplate.cells, (_, i) => String(i + 1)) : sColumns.split(" ");
+      /** Of each column: the element, the attribute if it is none of texts, and what the template has. */
+      this.oColumns = sAll.map((sColumn) => {
+        const [sElement, sName] = sColumn.split("@");
+        const oElement = oAll[sElement];
+        return { iElement: Number(sElement), sName, sDefault: sName === undefined ? oElement.textContent : oElement.getAttribute(sName) };
+      });
+      this.iColumns = this.oColumns.length;
+      const ColumnsWith = (Is) => Array.from(oTemplate.cells, (oCell) => this.oColumns.findIndex((o) => Is(o, oCell, oAll[o.iElement])));
+      /** The column with each cell's text, and that with what it is sorted by; -1 for none. */
+      this.iTextOf = ColumnsWith(({ sName }, oCell, oElement) => sName === undefined && oCell.contains(oElement));
+      this.iSortOf = ColumnsWith(({ sName }, oCell, oElement) => sName === "data-sort" && oCell === oElement);
       this.sDefaults = Array.from(oTemplate.cells, (oCell) => oCell.textContent);
-      this.iColumns = this.sDefaults.length;
-      [this.iFirst, this.iCount] = sRecord.split(Separator, 2).map(Number);
-      this.iTexts = 0;
-      for (let i = 2 + this.iColumns; i > 0; --i) this.iTexts = this.EndOf(this.iTexts) + 1;
+      this.iValues = 0;
+      for (let i = 3 + this.iColumns; i > 0; --i) this.iValues = this.EndOf(this.iValues) + 1;
     }
 
     /** The number that the program knows a row by. */
     NumberOf(i) {
-      return this.iFirst + i * (1 + this.iColumns);
+      return this.iFirst + i * this.iStep;
     }
     Longest() {
-      return this.sRecord.split(Separator, 2 + this.iColumns).slice(2);
+      const sLongest = this.sRecord.split(Separator, 3 + this.iColumns).slice(3);
+      return this.iTextOf.map((iColumn) => sLongest[iColumn] ?? "");
     }
     Element(i) {
       return this.oElements.get(i);
     }
     Texts(i) {
       if (this.oElements.has(i)) return Array.from(this.oElements.get(i).cells, (oCell) => oCell.textContent);
+      const sValues = this.Values(i);
+      return this.sDefaults.map((sDefault, iCell) => sValues[this.iTextOf[iCell]] || sDefault);
+    }
+    /** A row's values by column. */
+    Values(i) {
       if (this.oStarts === null) this.Keys(0);
       let iAt = this.oStarts[i >> 3];
-      for (let iTexts = (i & 7) * this.iColumns; iTexts > 0; --iTexts) iAt = this.EndOf(iAt) + 1;
-      return this.sDefaults.map((sDefault) => {
+      for (let iValues = (i & 7) * this.iColumns; iValues > 0; --iValues) iAt = this.EndOf(iAt) + 1;
+      return this.oColumns.map(() => {
         const iFrom = iAt;
         iAt = this.EndOf(iAt) + 1;
-        return this.sRecord.slice(iFrom, iAt - 1) || sDefault;
+        return this.sRecord.slice(iFrom, iAt - 1);
       });
     }
-    Keys(iColumn) {
-      const sKeys = new Array(this.iCount).fill(this.sDefaults[iColumn] ?? "");
+    Keys(iCell) {
+      const sKeys = new Array(this.iCount).fill(this.sDefaults[iCell] ?? "");
+      const [iText, iSort] = [this.iTextOf[iCell], this.iSortOf[iCell]];
       this.oStarts = new Uint32Array((this.iCount + 7) >> 3);
-      for (let i = 0, iAt = this.iTexts; i < this.iCount; ++i) {
+      for (let i = 0, iAt = this.iValues; i < this.iCount; ++i) {
         if ((i & 7) === 0) this.oStarts[i >> 3] = iAt;
-        for (let iText = 0; iText < this.iColumns; ++iText) {
+        for (let iColumn = 0; iColumn < this.iColumns; ++iColumn) {
           const iEnd = this.EndOf(iAt);
-          if (iText === iColumn && iEnd > iAt) sKeys[i] = this.sRecord.slice(iAt, iEnd);
+          // Attributes come after the texts.
+          if ((iColumn === iText || iColumn === iSort) && iEnd > iAt) sKeys[i] = this.sRecord.slice(iAt, iEnd);
           iAt = iEnd + 1;
         }
       }
-      for (const [i, oRow] of this.oElements) sKeys[i] = KeyOf(oRow, iColumn);
+      for (const [i, oRow] of this.oElements) sKeys[i] = KeyOf(oRow, iCell);
       return sKeys;
     }
     EndOf(iStart) {
@@ -559,17 +589,31 @@
       const sRecord = this.sRecord.toLowerCase();
       const bDefault = this.sDefaults.some((s) => s.toLowerCase().includes(sText));
       if (!sRecord.includes(sText) && this.oElements.size === 0 && !bDefault) return;
-      const sTexts = sRecord.split(Separator);
-      for (let i = 0, iText = 2 + this.iColumns; i < this.iCount; ++i, iText += this.iColumns) {
-        if (this.IsMatch(i, sTexts, iText, sText, bDefault)) yield i;
+      const sValues = sRecord.split(Separator);
+      for (let i = 0, iValue = 3 + this.iColumns; i < this.iCount; ++i, iValue += this.iColumns) {
+        if (this.IsMatch(i, sValues, iValue, sText, bDefault)) yield i;
       }
     }
-    IsMatch(i, sTexts, iText, sText, bDefault) {
+    IsMatch(i, sValues, iValue, sText, bDefault) {
       if (bDefault || this.oElements.has(i)) return this.Texts(i).some((s) => s.toLowerCase().includes(sText));
-      for (let iColumn = 0; iColumn < this.iColumns; ++iColumn) {
-        if (sTexts[iText + iColumn].includes(sText)) return true;
+      for (const iColumn of this.iTextOf) {
+        if (iColumn >= 0 && sValues[iValue + iColumn].includes(sText)) return true;
       }
       return false;
+    }
+    /** Writes a row to a copy of the template. Calls OnText with each element that gets another text and the text before. */
+    Fill(i, oRow, OnText) {
+      const sValues = this.Values(i);
+      const oAll = WithAll(oRow);
+      this.oColumns.forEach(({ iElement, sName, sDefault }, iColumn) => {
+        const sValue = sValues[iColumn] || sDefault;
+        const oElement = oAll[iElement];
+        const sBefore = sName === undefined ? oElement.textContent : oElement.getAttribute(sName);
+        if (sBefore === sValue) return;
+        if (sName !== undefined) return sValue === null ? oElement.removeAttribute(sName) : oElement.setAttribute(sName, sValue);
+        oElement.textContent = sValue;
+        OnText(oElement, sBefore);
+      });
     }
   }
 
@@ -608,7 +652,7 @@
     SetElement(iNumber, oRow) {
       const oPart = this.oParts.find((o) => o instanceof RecordPart && o.iFirst <= iNumber && iNumber < o.NumberOf(o.iCount));
       if (oPart === undefined) return -1;
-      const i = (iNumber - oPart.iFirst) / (1 + oPart.iColumns);
+      const i = (iNumber - oPart.iFirst) / oPart.iStep;
       oPart.oElements.set(i, oRow);
       return oPart.iStart + i;
     }
@@ -795,9 +839,12 @@
     return { oCame, iWent };
   };
 
+  /** What the elements of a row before are found by. */
+  const OldKey = (sKind, sKey) => `${sKind}${Separator}${sKey}`;
+
   /** An element for another row than before. */
   const Unmarked = (oElement) => {
-    for (const o of [oElement, ...oElement.cells]) {
+    for (const o of WithAll(oElement)) {
       if (o.hasAttribute("data-zel-changed")) o.removeAttribute("title");
       for (const sName of ["data-zel-mark", "data-zel-changed"]) o.removeAttribute(sName);
     }
@@ -826,10 +873,12 @@
     dOffset = 0;
     iSettleTimer = 0;
     oGaps = [];
-    oFree = [];
+    /** Elements for records' rows that are not in use, by the columns that their rows had. */
+    oFree = new Map();
+    oKinds = new WeakMap();
     oPlain = null;
     oRuler = null;
-    /** While rows are replaced: elements of the rows before by what they begin with. */
+    /** While rows are replaced: elements of the rows before by their columns and what they begin with. */
     oOld = new Map();
     /** And the program's rows that are still in the body. */
     oLeft = new Set();
@@ -910,8 +959,9 @@
       const oKept = new Map(oRows.oParts.flatMap((oPart) => Array.from(oPart.oElements.entries(), ([i, oRow]) => [oRow, oPart.iStart + i])));
       for (const [iRow, oElement] of this.oMade) {
         if (oKept.has(oElement)) continue;
+        const sOld = OldKey(this.oKinds.get(oElement), this.KeyAt(iRow));
         if (this.oRows.Element(iRow) === oElement) oElement.remove();
-        else if (!this.oOld.get(this.KeyAt(iRow))?.push(oElement)) this.oOld.set(this.KeyAt(iRow), [oElement]);
+        else if (!this.oOld.get(sOld)?.push(oElement)) this.oOld.set(sOld, [oElement]);
       }
       for (const oRow of [...this.oAway.rows]) oKept.has(oRow) || oRow.remove();
       for (const oRow of this.oBody.rows) if (oKept.has(oRow) && !IsHidden(oRow)) this.oLeft.add(oRow);
@@ -1148,11 +1198,7 @@
 
     /** Takes away what the rows before have left. */
     ForgetOld() {
-      for (const oElement of [...this.oOld.values()].flat()) {
-        this.oRowOf.delete(oElement);
-        oElement.remove();
-        this.oFree.push(oElement);
-      }
+      for (const oElement of [...this.oOld.values()].flat()) this.Free(oElement);
       this.oOld.clear();
       const oShown = new Set(this.oMade.values());
       for (const oRow of this.oLeft) oShown.has(oRow) || this.oAway.append(oRow);
@@ -1161,10 +1207,15 @@
 
     Release(iRow, oElement) {
       this.oMade.delete(iRow);
-      if (this.oRows.Element(iRow) === oElement) return this.oAway.append(oElement);
+      if (this.oRows.Element(iRow) === oElement) this.oAway.append(oElement);
+      else this.Free(oElement);
+    }
+
+    Free(oElement) {
       this.oRowOf.delete(oElement);
       oElement.remove();
-      this.oFree.push(oElement);
+      const sKind = this.oKinds.get(oElement);
+      if (!this.oFree.get(sKind)?.push(oElement)) this.oFree.set(sKind, [oElement]);
     }
 
     MadeRow(iRow, iPlace) {
@@ -1182,26 +1233,28 @@
     /** An element for a record's row. The control knows a click in it by the number. */
     Filled(iRow) {
       const oPart = this.oRows.PartOf(iRow);
-      const sTexts = oPart.Texts(iRow - oPart.iStart);
-      const oSame = this.oOld.get(sTexts[0])?.shift();
-      const oElement = oSame ?? Unmarked(this.oFree.pop() ?? this.MakeRow());
-      oElement.dataset.zelRow = oPart.NumberOf(iRow - oPart.iStart);
-      sTexts.forEach((sText, i) => {
-        const sBefore = oElement.cells[i].textContent;
-        if (sBefore === sText) return;
-        oElement.cells[i].textContent = sText;
-        if (oSame !== undefined) oElement.cells[i].dispatchEvent(new CustomEvent("zelchanged", { bubbles: true, detail: sBefore }));
+      const i = iRow - oPart.iStart;
+      const oSame = this.oOld.get(OldKey(oPart.sKind, this.KeyAt(iRow)))?.shift();
+      const oElement = oSame ?? Unmarked(this.oFree.get(oPart.sKind)?.pop() ?? this.MakeRow());
+      this.oKinds.set(oElement, oPart.sKind);
+      oElement.dataset.zelRow = oPart.NumberOf(i);
+      oPart.Fill(i, oElement, (oChanged, sBefore) => {
+        if (oSame !== undefined) oChanged.dispatchEvent(new CustomEvent("zelchanged", { bubbles: true, detail: sBefore }));
       });
       return oElement;
     }
 
     /** Tells screen readers how many rows there are, and the columns how long their texts are. */
     Describe() {
-      if (this.bWhole) this.oTable.removeAttribute("aria-rowcount");
-      else this.oTable.setAttribute("aria-rowcount", this.iCount + 1);
-      this.oRuler?.querySelectorAll("td").forEach((oCell, i) => {
+      const oHeadings = this.oBody.rows[0];
+      for (const [o, sName, iValue] of [[this.oTable, "aria-rowcount", this.iCount + 1], [oHeadings, "aria-rowindex", 1]]) {
+        if (this.bWhole) o.removeAttribute(sName);
+        else o.setAttribute(sName, iValue);
+      }
+      Array.from(this.oRuler?.cells ?? []).forEach((oCell, i) => {
+        const oWithText = oCell.firstElementChild ?? oCell;
         const sText = this.oRows.sLongest[i] ?? "";
-        if (oCell.textContent !== sText) oCell.textContent = sText;
+        if (oWithText.textContent !== sText) oWithText.textContent = sText;
       });
     }
 

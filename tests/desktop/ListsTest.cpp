@@ -301,7 +301,7 @@ TEST_F(ListsTest, AListIsHigherThanAPage) {
   Ask(Front(), R"((() => {
     const template = document.querySelector('#tabSysInfo tr[style*="none"]');
     for (let row = 0; row < 400; ++row) {
-      const texts = [1e6 + row * 5000 * 4, 5000, '9999999', '', ''];
+      const texts = [1e6 + row * 5000 * 4, 5000, '', '9999999', '', ''];
       for (let i = 0; i < 5000; ++i) texts.push(row * 5000 + i, 'n', '');
       const detail = texts.join('\x7f');
       template.dispatchEvent(new CustomEvent('zelrows', { bubbles: true, cancelable: true, detail }));

@@ -21,6 +21,8 @@ namespace {
 constexpr const char* Tables =
     "<div id=d><table id=t1><tbody id=s1><tr id=h><th>head</th></tr> <tr id=r style='display:none'>"
     "<td id=c>old</td> <td class=k></td></tr><tr id=q style='display:none'><th></th></tr>\n</tbody></table></div>"
+    "<table><tbody id=s3><tr id=l style='display:none'><th tabindex=0><a href='#' class=k></a></th><td "
+    "class=k>\n</td></tr></tbody></table>"
     "<table><tbody id=s2><tr id=r class=z style='display:none'><td>x</td><td></td><td id=e></td></tr></tbody></table>";
 
 /// What appendRow is said to do, with elements only.
@@ -47,6 +49,15 @@ class Twins {
     oTemplate.parentElement()->appendRow(oTemplate, texts);
     Element& oOther = *m_oPlain->ByNumber(iTemplate);
     AppendElements(*oOther.parentElement(), oOther, texts);
+  }
+
+  void AppendRow(NodeNumber iTemplate, const std::function<void(Element&)>& oWrite) {
+    Element& oTemplate = *m_oFrozen->ByNumber(iTemplate);
+    oTemplate.parentElement()->appendRow(oTemplate, oWrite);
+    Element& oOther = *m_oPlain->ByNumber(iTemplate);
+    Element& oRow = oOther.parentElement()->appendChild(oOther.cloneNode(true));
+    oRow.style().display("");
+    oWrite(oRow);
   }
 
   /// Does the same to the element with this number in both.
@@ -95,7 +106,7 @@ TEST(FrozenRows, AreLikeOtherRowsUnderArbitraryWrites) {
     std::mt19937 oRandom(iSeed);
     const auto Pick = [&](std::size_t iCount) { return static_cast<NodeNumber>(oRandom() % iCount); };
     const std::string texts[] = {"", "a", " <&>\"", "in\x7fside", "\xFF", std::string(300, 'x')};
-    const char* const ids[] = {"r", "q", "c", "e", "h", "s1", "new"};
+    const char* const ids[] = {"r", "q", "c", "e", "h", "s1", "new", "l", "l1", "l2"};
     const auto AnyText = [&] { return texts[Pick(std::size(texts))]; };
 
     Twins oTwins;
@@ -106,7 +117,7 @@ TEST(FrozenRows, AreLikeOtherRowsUnderArbitraryWrites) {
       const Element& oNode = *oTwins.Plain().ByNumber(iNode);
       const bool bConnected = oNode.isConnected();
       const bool bInBody = bConnected && &oNode != oTwins.Plain().body() && oTwins.Plain().body()->contains(oNode);
-      switch (Pick(12)) {
+      switch (Pick(13)) {
         case 0:
         case 1:
         case 2:
@@ -120,6 +131,28 @@ TEST(FrozenRows, AreLikeOtherRowsUnderArbitraryWrites) {
             }
           }
           break;
+        case 12: {
+          const Element* oTemplate = oTwins.Plain().all().item("l");
+          for (NodeNumber n = Pick(6); n > 0 && oTemplate != nullptr; --n) {
+            const std::string sText = AnyText();
+            const auto iHow = Pick(10);
+            oTwins.AppendRow(oTemplate->Number(), [&](Element& o) {
+              if (iHow == 0) o.title("row " + sText);
+              if (iHow == 1) o.removeAttribute("id");
+              const auto oCells = o.cells();
+              if (oCells.size() < 2) return;
+              Element* oLink = iHow == 2 ? oCells[0] : oCells[0]->firstElementChild();
+              if (oLink != nullptr) oLink->innerText(sText);
+              if (oLink != nullptr && iHow != 3) oLink->id(iHow < 7 ? "l1" : "l2");
+              if (iHow == 9) oCells[0]->id("l2");
+              if (iHow > 3) oCells[1]->className(sText);
+              if (iHow > 4) oCells[1]->setAttribute("data-a", sText);
+              if (iHow > 5) oCells[1]->setAttribute("data-b", "<\"");
+              if (iHow == 8) oCells[0]->removeAttribute("tabindex");
+            });
+          }
+          break;
+        }
         case 4:
           if (bInBody)
             oTwins.Both(iNode, [&](Element& o) {
@@ -201,6 +234,39 @@ TEST(FrozenRows, AreFoundByIdWhenWhatStandsBeforeThemIsNot) {
   Expect("r", [](Element& o) { o.removeAttribute("id"); });
   Expect("c", [](Element& o) { o.cells(0)->id("other"); });
   Expect("c", [](Element& o) { o.innerText("no cells"); });
+}
+
+TEST(FrozenRows, WithLinksAndIdsAreToldByWhatDiffersAndFoundById) {
+  struct Log : ChangeLog {
+    std::vector<std::string> Told;
+    void Record(const Change& o) override { Told.push_back(std::string(o.Name) + ": " + std::string(o.Text)); }
+  } oLog;
+  const auto oDocument = ParseHTML(Tables);
+  oDocument->ReportTo(&oLog);
+  Element& oSection = *oDocument->all().item("s3");
+  const auto Add = [&](const std::string& sText, const char* sTitle) {
+    oSection.appendRow(*oSection.firstElementChild(), [&](Element& oRow) {
+      Element& oLink = *oRow.cells(0)->firstElementChild();
+      oLink.innerText(sText);
+      oLink.id("go" + sText);
+      oRow.title(sTitle);
+    });
+  };
+  for (const char* sText : {"1", "2", "3"}) Add(sText, "t");
+  const std::string sColumns = "2 3 0@title 2@id: ";
+  const std::vector<std::string> expected = {sColumns + "1\x7f\x7ft\x7fgo1", sColumns + "2\x7f\x7ft\x7fgo2",
+                                             sColumns + "3\x7f\x7ft\x7fgo3"};
+  EXPECT_EQ(oLog.Told, expected);
+  Element& oFound = *oDocument->all().item("go2");
+  EXPECT_EQ(HTMLWriter().Outer(oFound), "<a href=\"#\" class=\"k\" id=\"go2\">2</a>");
+  EXPECT_EQ(oSection.all().item("go2"), &oFound);
+  EXPECT_EQ(oDocument->all().item("go4"), nullptr);
+  // What columns cannot tell is an element, and no row is left half written.
+  EXPECT_THROW(oSection.appendRow(*oSection.firstElementChild(), [](Element&) { throw std::runtime_error("read"); }),
+               std::runtime_error);
+  Add("4", "");
+  EXPECT_GT(oLog.Told.size(), 4u);
+  EXPECT_EQ(oDocument->all().item("go4")->parentElement()->parentElement()->Number(), oFound.Number() + 6);
 }
 
 TEST(FrozenRows, OfACopyAreItsOwn) {

@@ -58,8 +58,8 @@ TEST_F(ChangeSenderTest, SmallChangesWaitForTheBrowserAndGoTogether) {
 
 TEST_F(ChangeSenderTest, RowsThatFollowEachOtherAreOneRecord) {
   NodeNumber iNext = 10;
-  const auto AddRow = [&](NodeNumber iTemplate, const char* sTexts) {
-    Sender.Record({Change::Kind::Row, iTemplate, iNext, {}, sTexts});
+  const auto AddRow = [&](NodeNumber iTemplate, const char* sTexts, const char* sColumns = "") {
+    Sender.Record({Change::Kind::Row, iTemplate, iNext, sColumns, sTexts});
     iNext += 3;
   };
   AddRow(7,
@@ -71,12 +71,11 @@ TEST_F(ChangeSenderTest, RowsThatFollowEachOtherAreOneRecord) {
   Sender.Record({Change::Kind::Text, 1, 0, {}, "between"});
   AddRow(7, "f\x7fg");
   AddRow(8, "h\x7fi");
-  iNext += 1;
-  AddRow(8, "j\x7fk");
+  AddRow(8, "j\x7fk", "1 1@id");
   EXPECT_FALSE(Sender.Settled());
   Sender.Flush();
   std::string sExpected =
-      R"([10,7,"10;2;a;bcd;a;bcd;;e",1,1,"between",10,7,"16;1;f;g;f;g",10,8,"19;1;h;i;h;i",10,8,"23;1;j;k;j;k"])";
+      R"([10,7,"10;2;;a;bcd;a;bcd;;e",1,1,"between",10,7,"16;1;;f;g;f;g",10,8,"19;1;;h;i;h;i",10,8,"22;1;1 1@id;j;k;j;k"])";
   std::ranges::replace(sExpected, ';', Change::Separator);
   EXPECT_EQ(Lists, std::vector<std::string>{sExpected});
 

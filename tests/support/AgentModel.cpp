@@ -78,10 +78,19 @@ void AgentModel::Record(const Change& oChange) {
       NodeNumber iNext = oChange.Other;
       const NodeNumber iRow = Clone(oChange.Node, iNext);
       m_nodes.at(iRow).Attributes.erase("style");
-      std::istringstream oTexts{std::string(oChange.Text)};
-      std::string sText;
-      for (NodeNumber iCell = iRow + 1; std::getline(oTexts, sText, Change::Separator); ++iCell) {
-        if (!sText.empty()) m_nodes.at(iCell).Content.assign(1, sText);
+      std::istringstream oValues{std::string(oChange.Text)};
+      std::istringstream oColumns{std::string(oChange.Name)};
+      std::string sValue;
+      std::string sColumn;
+      for (NodeNumber iCell = iRow + 1; std::getline(oValues, sValue, Change::Separator); ++iCell) {
+        if (!(oColumns >> sColumn)) sColumn = std::to_string(iCell - iRow);
+        Node& oElement = m_nodes.at(iRow + static_cast<NodeNumber>(std::stoul(sColumn)));
+        const auto iName = sColumn.find('@');
+        if (sValue.empty()) continue;
+        if (iName == std::string::npos)
+          oElement.Content.assign(1, sValue);
+        else
+          oElement.Attributes[sColumn.substr(iName + 1)] = sValue;
       }
       Insert(oNode.Parent, m_nodes.at(oNode.Parent).Content.size(), iRow);
       break;

@@ -23,6 +23,7 @@ Element* All::item(std::string_view sID) const {
   // row just cloned from its template, is small enough to walk.
   Document& oDocument = m_oRoot->OwnerDocument();
   if (!m_oRoot->isConnected()) return oDocument.ByNumber(FirstByWalking(*m_oRoot, sID));
+  oDocument.ThawWithID(sID);
   return oDocument.m_ids.FirstBelow(*m_oRoot, sID);
 }
 

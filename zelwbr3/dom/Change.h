@@ -26,8 +26,12 @@ struct Change {
     Create = 8,           ///< a new element Other with the tag Name becomes Node's last child
     AppendText = 9,       ///< Text is appended to Node's content
     /// A visible copy of the template row Node, with the numbers from Other on,
-    /// becomes the last row of its section. Text holds a text for each cell, with
-    /// Separator between them; an empty one leaves the cell as the template has it.
+    /// becomes the last row of its section. Text holds a value for each column, with
+    /// Separator between them; an empty one leaves what it is for as the template has
+    /// it. Name says what the columns are, with blanks between them: the text of an
+    /// element, by its place in the row in document order (the row is 0), or, after
+    /// its place and "@", an attribute of it; "1 1@id 2" are two texts and an id. An
+    /// empty Name stands for the texts of all cells of a row without other elements.
     Row = 10,
   };
 

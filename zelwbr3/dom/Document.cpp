@@ -68,6 +68,23 @@ Element& Document::Thaw(NodeNumber iNumber) {
   return oRow;
 }
 
+void Document::AddFrozen(const Element& oTemplate, std::string_view sValues) {
+  Element& oBefore = *oTemplate.m_oParent->m_oLastChild;
+  const FrozenRows& oRows = oBefore.m_oFrozen;
+  if (oRows.Count() == 1) m_frozen.emplace(m_iNext, &oBefore);
+  const NodeNumber iFirst = std::exchange(m_iNext, oRows.End());
+  Report({Change::Kind::Row, oTemplate.m_iNumber, iFirst, oRows.Columns(), sValues});
+}
+
+void Document::ThawWithID(std::string_view sID) {
+  std::vector<NodeNumber> found;
+  for (const auto& [iFirst, oBefore] : m_frozen) {
+    const auto rows = oBefore->m_oFrozen.WithID(sID);
+    found.insert(found.end(), rows.begin(), rows.end());
+  }
+  for (const NodeNumber iRow : found) Thaw(iRow);
+}
+
 void Document::ThawFollowers(const Element& oElement) {
   std::vector<NodeNumber> followers;
   for (const auto& [iFirst, oBefore] : m_frozen) {

@@ -66,8 +66,13 @@ class ZELWBR3_EXPORT Document {
   Element& NewElement(std::string_view sTag, NodeNumber& iNext);
   /// A copy, with the numbers from iNext on.
   Element& CloneBelow(const Element& oSource, Element* oParent, NodeNumber& iNext);
-  /// Makes the element of a frozen row, given its number or that of a cell.
+  /// Counts and reports a row that is the last of the frozen ones behind its section's
+  /// last child.
+  void AddFrozen(const Element& oTemplate, std::string_view sValues);
+  /// Makes the element of a frozen row, given its number or that of an element in it.
   Element& Thaw(NodeNumber iNumber);
+  /// To be called before the index by id is asked.
+  void ThawWithID(std::string_view sID);
   /// To be called before an element of the document loses its id or its content: it
   /// may be the one that stands for frozen rows in the index by id.
   void ThawFollowers(const Element& oElement);

@@ -230,13 +230,10 @@ Element& Element::appendChild(Element& oChild) {
 void Element::appendRow(Element& oTemplate, std::span<const std::string> texts) {
   if (oTemplate.m_oParent != this) throw std::logic_error("Only a row of the section can be its template");
   Element& oLast = *m_oLastChild;
-  NodeNumber& iNext = m_oDocument->m_iNext;
+  const NodeNumber iNext = m_oDocument->m_iNext;
   if (oLast.m_oFrozen.Empty()) oLast.m_oFrozen = FrozenRows(oTemplate, iNext);
-  if (const auto sRow = oLast.m_oFrozen.Append(oTemplate, iNext, texts)) {
-    if (oLast.m_oFrozen.Count() == 1) m_oDocument->m_frozen.emplace(iNext, &oLast);
-    const NodeNumber iFirst = std::exchange(iNext, oLast.m_oFrozen.End());
-    return m_oDocument->Report({Change::Kind::Row, oTemplate.m_iNumber, iFirst, {}, *sRow});
-  }
+  if (const auto sRow = oLast.m_oFrozen.Append(oTemplate, iNext, texts))
+    return m_oDocument->AddFrozen(oTemplate, *sRow);
 
   const std::size_t iCells = oTemplate.cells().size();
   if (texts.size() > iCells) {
@@ -248,6 +245,42 @@ void Element::appendRow(Element& oTemplate, std::span<const std::string> texts) 
   const auto oCells = oRow.cells();
   for (std::size_t i = 0; i < texts.size(); ++i) {
     if (!texts[i].empty()) oCells[i]->innerText(texts[i]);
+  }
+}
+
+void Element::appendRow(Element& oTemplate, const std::function<void(Element& oRow)>& oWrite) {
+  if (oTemplate.m_oParent != this) throw std::logic_error("Only a row of the section can be its template");
+  Document oDraft;
+  Element& oCopy = oDraft.CloneBelow(oTemplate, nullptr, oDraft.m_iNext);
+  oCopy.style().display("");
+  oWrite(oCopy);
+
+  Element& oLast = *m_oLastChild;
+  const NodeNumber iNext = m_oDocument->m_iNext;
+  if (oLast.m_oFrozen.Empty()) oLast.m_oFrozen = FrozenRows(oTemplate, iNext, oCopy);
+  if (const auto sRow = oLast.m_oFrozen.Append(oTemplate, iNext, oCopy))
+    return m_oDocument->AddFrozen(oTemplate, *sRow);
+
+  Element& oRow = appendChild(oTemplate.cloneNode(true));
+  oRow.style().display("");
+  oRow.TakeOver(oCopy);
+}
+
+void Element::TakeOver(const Element& oCopy) {
+  const Attributes oOld = attributes();
+  for (const auto& [sName, sValue] : oOld) {
+    if (!oCopy.hasAttribute(sName)) removeAttribute(sName);
+  }
+  for (const auto& [sName, sValue] : oCopy.attributes()) {
+    if (!hasAttribute(sName) || getAttribute(sName) != sValue) setAttribute(sName, sValue);
+  }
+  if (oCopy.m_oFirstChild == nullptr) {
+    if (m_oFirstChild != nullptr || m_sText != oCopy.m_sText) innerText(oCopy.m_sText);
+    return;
+  }
+  const Element* oFrom = oCopy.m_oFirstChild;
+  for (Element* o = m_oFirstChild; o != nullptr && oFrom != nullptr; o = o->m_oNext, oFrom = oFrom->m_oNext) {
+    o->TakeOver(*oFrom);
   }
 }
 

@@ -5,6 +5,7 @@
 #include "zelwbr3/dom/Change.h"
 #include "zelwbr3/dom/FrozenRows.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -120,6 +121,10 @@ class ZELWBR3_EXPORT Element {
   /// it. Many rows added in this way are kept as FrozenRows, and reach a browser as
   /// one record. Throws std::runtime_error if there are more texts than cells.
   void appendRow(Element& oTemplate, std::span<const std::string> texts);
+  /// The same with what oWrite writes: texts, and attributes such as ids and classes.
+  /// What it is given looks like the row, but is for this call only. Nothing is
+  /// appended if it throws.
+  void appendRow(Element& oTemplate, const std::function<void(Element& oRow)>& oWrite);
   /// Inserts an unattached element directly after this one.
   Element& after(Element& oElement);
 
@@ -138,6 +143,8 @@ class ZELWBR3_EXPORT Element {
   /// Inserts an unattached element as the last child.
   void Append(Element& oChild);
   void RemoveContent();
+  /// Takes the texts and attributes of a copy of this element over.
+  void TakeOver(const Element& oCopy);
   /// Keeps frozen rows between this element and its next sibling.
   void Frozen(FrozenRows oRows);
   /// The order number of the last of these; the element's own if there are none.

@@ -15,17 +15,29 @@ Element& AddRowFromTemplate(Element& oSection, Element& oTemplate) {
   return oRow;
 }
 
-std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t iCells) {
-  std::vector<Element*> oCells = AddRowFromTemplate(*oTemplate.parentElement(), oTemplate).cells();
+namespace {
+
+std::vector<Element*> CellsOf(const Element& oRow, std::size_t iCells) {
+  std::vector<Element*> oCells = oRow.cells();
   if (oCells.size() < iCells) {
-    throw std::runtime_error("The template row \"" + oTemplate.id() + "\" has " + std::to_string(oCells.size()) +
+    throw std::runtime_error("The template row \"" + oRow.id() + "\" has " + std::to_string(oCells.size()) +
                              " cells instead of " + std::to_string(iCells));
   }
   return oCells;
 }
 
+}  // namespace
+
+std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t iCells) {
+  return CellsOf(AddRowFromTemplate(*oTemplate.parentElement(), oTemplate), iCells);
+}
+
 void AddRow(Element& oTemplate, std::span<const std::string> texts) {
   oTemplate.parentElement()->appendRow(oTemplate, texts);
+}
+
+void AddRow(Element& oTemplate, std::size_t iCells, const std::function<void(const std::vector<Element*>&)>& oWrite) {
+  oTemplate.parentElement()->appendRow(oTemplate, [&](Element& oRow) { oWrite(CellsOf(oRow, iCells)); });
 }
 
 void SetCellText(Element& oCell, std::string_view sText) { SetCellTextExcept(oCell, sText, MissingText); }

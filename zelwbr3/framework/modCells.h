@@ -5,6 +5,7 @@
 #include "zelwbr3/dom/Element.h"
 #include "zelwbr3/platform/UserLocale.h"
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -25,6 +26,11 @@ ZELWBR3_EXPORT std::vector<Element*> AddRowCells(Element& oTemplate, std::size_t
 /// however many there are. Throws std::runtime_error if the template has fewer
 /// cells.
 ZELWBR3_EXPORT void AddRow(Element& oTemplate, std::span<const std::string> texts);
+/// The same for rows that have more than texts, such as ids, classes and links: oWrite
+/// writes texts and attributes to what looks like the copy's cells, iCells or more. It
+/// must not keep them. If it throws, there is no row.
+ZELWBR3_EXPORT void AddRow(Element& oTemplate, std::size_t iCells,
+                           const std::function<void(const std::vector<Element*>&)>& oWrite);
 
 /// The text that an instance delivers for a missing value.
 inline constexpr std::string_view MissingText = "(null)";

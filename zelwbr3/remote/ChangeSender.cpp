@@ -59,14 +59,16 @@ void ChangeSender::Present() {
 }
 
 void ChangeSender::AddRow(const Change& oChange) {
-  const auto iColumns = static_cast<NodeNumber>(1 + std::ranges::count(oChange.Text, Change::Separator));
-  const bool bNext = oChange.Node == m_oRows.Template && iColumns == m_oRows.Longest.size() &&
-                     oChange.Other == m_oRows.First + m_oRows.Count * (1 + iColumns);
+  // Nothing else was written since: rows of one template have numbers that follow each other.
+  const auto iColumns = static_cast<std::size_t>(1 + std::ranges::count(oChange.Text, Change::Separator));
+  const bool bNext =
+      oChange.Node == m_oRows.Template && oChange.Name == m_oRows.Columns && iColumns == m_oRows.Longest.size();
   if (m_oRows.Count > 0 && !bNext) EndRows();
   if (m_oRows.Count == 0) {
     m_oRows.Most = oChange.Node == m_oRows.Template ? RecordRows : FirstRecordRows;
     m_oRows.Template = oChange.Node;
     m_oRows.First = oChange.Other;
+    m_oRows.Columns = oChange.Name;
     m_oRows.Longest.assign(iColumns, {});
   }
 
@@ -86,7 +88,8 @@ void ChangeSender::AddRow(const Change& oChange) {
 
 void ChangeSender::EndRows() {
   if (m_oRows.Count == 0) return;
-  std::string sRecord = std::to_string(m_oRows.First) + Change::Separator + std::to_string(m_oRows.Count);
+  std::string sRecord = std::to_string(m_oRows.First) + Change::Separator + std::to_string(m_oRows.Count) +
+                        Change::Separator + m_oRows.Columns;
   for (const std::string& sLongest : m_oRows.Longest) sRecord += Change::Separator + sLongest;
   m_oBatch.Add(static_cast<std::uint32_t>(Change::Kind::Row));
   m_oBatch.Add(m_oRows.Template);

@@ -18,7 +18,8 @@ namespace ZELWbr3::Remote {
 /// the kind needs of Other, Name and Text, in that order. Rows of one template
 /// that follow each other are one record: their kind, the template, and one text
 /// with, separated by Change::Separator, the first row's number, the number of
-/// rows, the longest text of each column, and the texts. Batches are numbered
+/// rows, what the columns are (as in a Change), the longest value of each column, and
+/// the values. Batches are numbered
 /// from 1. Only a few batches are sent ahead of what the browser has confirmed;
 /// the rest waits here, so a fill of any size cannot flood the channel.
 class ChangeSender : public ChangeLog {
@@ -40,6 +41,8 @@ class ChangeSender : public ChangeLog {
   static constexpr std::uint32_t PresentKind = 11;
   /// Batches on their way at a time.
   static constexpr std::size_t Outstanding = 4;
+  /// Batches that a block of rows, of up to 5,000, becomes.
+  static constexpr std::size_t BlockBatches = 3;
 
   using Send = std::function<void(std::uint32_t iBatch, std::string sList)>;
 
@@ -52,8 +55,9 @@ class ChangeSender : public ChangeLog {
   void Flush();
   /// The browser has made all changes of this batch and of those before it.
   void Acknowledge(std::uint32_t iBatch);
-  /// As many batches as may be on their way have not been acknowledged.
-  bool IsBehind() const { return m_iMade - m_iAcknowledged >= Outstanding; }
+  /// Another block of rows could make it more batches than may be on their way that
+  /// have not been acknowledged.
+  bool IsBehind() const { return m_iMade - m_iAcknowledged + BlockBatches > Outstanding; }
   /// True when every recorded change has been acknowledged.
   bool Settled() const { return m_oRows.Count == 0 && m_oBatch.Empty() && m_iAcknowledged == m_iMade; }
 
@@ -64,6 +68,7 @@ class ChangeSender : public ChangeLog {
     NodeNumber First = 0;
     std::uint32_t Count = 0;
     std::uint32_t Most = 0;
+    std::string Columns;
     std::vector<std::string> Longest;
     /// Each with a separator in front.
     std::string Texts;

@@ -88,32 +88,58 @@
   /** A list's row that stands for a row of a record has that row's number here. */
   const RowAttribute = "data-zel-row";
 
-  /** Visible copies of a template row, as the control sends them: their texts only. */
+  /** An element and all below it, in document order. */
+  const WithAll = (oElement) => [oElement, ...oElement.querySelectorAll("*")];
+
+  /**
+   * Visible copies of a template row, as the control sends them: only what differs from
+   * it. A record has, with separators, the first row's number, the number of rows, what
+   * the columns are, the longest value of each column, and the values. A column is the
+   * text of an element, given by its place in the row in document order, or after "@"
+   * an attribute of it; if nothing is said, the columns are the texts of all cells. An
+   * empty value stands for that of the template.
+   */
   class RowRecord {
     constructor(oTemplate, sRecord) {
       this.oTemplate = oTemplate;
       this.sRecord = sRecord;
-      [this.iFirst, this.iCount] = sRecord.split(Separator, 2).map(Number);
-      /** Numbers of a row: its own and those of its cells. */
-      this.iStep = 1 + oTemplate.cells.length;
+      const [sFirst, sCount, sColumns] = sRecord.split(Separator, 3);
+      this.iFirst = Number(sFirst);
+      this.iCount = Number(sCount);
+      /** Numbers of a row: its own and those of the elements in it. */
+      this.iStep = WithAll(oTemplate).length;
       this.iEnd = this.iFirst + this.iCount * this.iStep;
+      this.sColumns = sColumns === "" ? Array.from(oTemplate.cells, (_, i) => String(i + 1)) : sColumns.split(" ");
     }
 
     /** Makes the element of each row from iFrom on, 0-based, and its number. */
     *Make(iFrom = 0) {
       const oPlain = this.oTemplate.cloneNode(true);
       SetDisplay(oPlain, "");
-      const iColumns = this.iStep - 1;
-      const sTexts = this.sRecord.split(Separator);
-      let iText = 2 + iColumns + iFrom * iColumns;
+      const oColumns = this.sColumns.map((sColumn) => sColumn.split("@"));
+      const sValues = this.sRecord.split(Separator);
+      let iValue = 3 + (1 + iFrom) * oColumns.length;
       for (let i = iFrom; i < this.iCount; ++i) {
         const oRow = oPlain.cloneNode(true);
-        for (const oCell of oRow.cells) {
-          if (sTexts[iText] !== "") oCell.textContent = sTexts[iText];
-          ++iText;
+        const oAll = WithAll(oRow);
+        for (const [sElement, sName] of oColumns) {
+          const sValue = sValues[iValue++];
+          if (sValue === "") continue;
+          if (sName === undefined) oAll[sElement].textContent = sValue;
+          else oAll[sElement].setAttribute(sName, sValue);
         }
         yield [oRow, this.iFirst + i * this.iStep];
       }
+    }
+
+    /** How far the number of something in a list's row is from that of the row. */
+    OffsetOf(oNode) {
+      const oCell = oNode.closest("td, th");
+      if (oCell === null) return 0;
+      const oOfTemplate = this.oTemplate.cells[oCell.cellIndex];
+      // A cell has one element in it at most.
+      const bInside = oOfTemplate.firstElementChild !== null && oCell.firstElementChild.contains(oNode);
+      return WithAll(this.oTemplate).indexOf(oOfTemplate) + Number(bInside);
     }
   }
 
@@ -185,7 +211,7 @@
     const iRow = Number(oNode.closest?.(`tr[${RowAttribute}]`)?.getAttribute(RowAttribute));
     const oRecord = RecordOf(iRow);
     if (oRecord === undefined || (iRow - oRecord.iFirst) % oRecord.iStep !== 0) return 0;
-    return iRow + 1 + (oNode.closest("td, th")?.cellIndex ?? -1);
+    return iRow + oRecord.OffsetOf(oNode);
   };
 
   // ---- snapshot --------------------------------------------------------------
@@ -222,12 +248,30 @@
       if (oRecord.oTemplate.parentElement !== oElement) continue;
       for (const [oRow, iRow] of oRecord.Make()) {
         if (oNodes[iRow] !== undefined) continue;
-        [oRow, ...oRow.cells].forEach((oNode, i) => (oNode[NumberKey] = iRow + i));
+        WithAll(oRow).forEach((oNode, i) => (oNode[NumberKey] = iRow + i));
         oAdded.push(oRow);
       }
     }
     oAdded.sort((oRow, oOther) => oRow[NumberKey] - oOther[NumberKey]);
     return [...oElement.childNodes].filter((oNode) => !IsAdded(oNode)).concat(oAdded);
+  };
+
+  /** A copy of an element and all that the program knows to be below it, with the numbers from oNext.iNumber on. */
+  const CopyOf = (oElement, oNext) => {
+    const oCopy = oElement.cloneNode(false);
+    oCopy[NumberKey] = oNext.iNumber;
+    oNodes[oNext.iNumber++] = oCopy;
+    for (const oNode of Original(oElement)) {
+      if (oNode.nodeType === Node.TEXT_NODE) oCopy.append(oNode.data);
+      else if (oNode[NumberKey] !== undefined) oCopy.append(CopyOf(oNode, oNext));
+    }
+    return oCopy;
+  };
+
+  const Clone = (iNode, iFirst) => {
+    const oNode = NodeAt(iNode);
+    if (oRecords.some(({ oTemplate }) => oTemplate !== oNode && oNode.contains(oTemplate))) CopyOf(oNode, { iNumber: iFirst });
+    else Adopt(oNode, oNode.cloneNode(true), iFirst);
   };
 
   /** Appends an element and all below it to a list, without what is not numbered. */
@@ -375,7 +419,7 @@
     const oRows = [...oNew.rows].filter(IsAdded).map((oRow) => [oRow[NumberKey], oRow, oMap.get(KeyOf(oRow))?.shift()]);
     // The others no longer stand for anything that could be clicked.
     for (const oElement of [...oMap.values()].flat()) {
-      for (const o of [oElement, ...oElement.querySelectorAll("*")]) delete o[NumberKey];
+      for (const o of WithAll(oElement)) delete o[NumberKey];
     }
     MergeContent(oBody, oNew, (oNode) => IsKnown(oNode) && !IsAdded(oNode));
 
@@ -435,7 +479,7 @@
     2: [3, (iNode, sName, sText) => Write(NodeAt(iNode), sName, sText)],
     3: [2, (iNode, sName) => NodeAt(iNode).removeAttribute(sName)],
     4: [2, (iNode, sText) => SetDisplay(NodeAt(iNode), sText)],
-    5: [2, (iNode, iFirst) => void Adopt(NodeAt(iNode), NodeAt(iNode).cloneNode(true), iFirst)],
+    5: [2, Clone],
     6: [2, (iNode, iOther) => void NodeAt(iNode).appendChild(oNodes[iOther])],
     7: [2, (iNode, iOther) => NodeAt(iNode).after(oNodes[iOther])],
     8: [3, (iNode, iOther, sTag) => {

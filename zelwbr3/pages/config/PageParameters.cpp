@@ -63,16 +63,15 @@ void PageParameters::FillGroup(std::size_t iGroup) {
     const auto oParameter = oParameters->Item(i);
     const Long lGroup = oParameter->Group();
     if (lGroup != static_cast<int>(iGroup)) continue;
-    const std::string sName = Text::Trim(oParameter->Name());
-    const std::string sValue = oParameter->Value();
-    const std::string sDescription = oParameter->Description();
-    const auto oCells = modCells::AddRowCells(oTemplate, 4);
-    oCells[0]->id("PHIST" + sName);
-    if (sName.empty()) oCells[0]->removeAttribute("tabindex");  // like its name, not a link
-    modCells::FillParamCell(*oCells[1], sName, lGroup);
-    modCells::SetCellText(*oCells[2], sValue);
-    modCells::SetCellText(*oCells[3], sDescription);
-    MarkChange(*oCells[2], *oParameter);
+    modCells::AddRow(oTemplate, 4, [&](const auto& oCells) {
+      const std::string sName = Text::Trim(oParameter->Name());
+      oCells[0]->id("PHIST" + sName);
+      if (sName.empty()) oCells[0]->removeAttribute("tabindex");  // like its name, not a link
+      modCells::FillParamCell(*oCells[1], sName, lGroup);
+      modCells::SetCellText(*oCells[2], oParameter->Value());
+      modCells::SetCellText(*oCells[3], oParameter->Description());
+      MarkChange(*oCells[2], *oParameter);
+    });
   }
 }
 
@@ -122,10 +121,11 @@ void PageParameters::FillHistory() {
       modCells::AddRow(oDateTemplate, std::array{modCells::CellText(sDate)});
       sLastDate = sDate;
     }
-    const auto oCells = modCells::AddRowCells(oEntryTemplate, 2 + texts.size());
-    modCells::SetCellText(*oCells[0], bDated ? Locale().LongTime(dDate) : "");
-    modCells::FillParamCell(*oCells[1], sName, lGroup);
-    for (std::size_t i = 0; i < texts.size(); ++i) modCells::SetCellText(*oCells[2 + i], texts[i]);
+    modCells::AddRow(oEntryTemplate, 2 + texts.size(), [&](const auto& oCells) {
+      modCells::SetCellText(*oCells[0], bDated ? Locale().LongTime(dDate) : "");
+      modCells::FillParamCell(*oCells[1], sName, lGroup);
+      for (std::size_t i = 0; i < texts.size(); ++i) modCells::SetCellText(*oCells[2 + i], texts[i]);
+    });
   }
 }
 

@@ -56,21 +56,22 @@ void PageHistory::AddBlock() {
 void PageHistory::AddItem(const ZELLib3::HistoryItem& oItem) {
   const HistoryKind& oKind = HistoryKind::Of(oItem.Kind);
   const bool bFailed = oItem.ReturnCode != 0;
-  const auto oCells = modCells::AddRowCells(*m_oTemplate, 6);
-  oCells[0]->parentElement()->className(std::string(oKind.sClass) + (bFailed ? " zelHistFailed" : ""));
+  modCells::AddRow(*m_oTemplate, 6, [&](const auto& oCells) {
+    oCells[0]->parentElement()->className(std::string(oKind.sClass) + (bFailed ? " zelHistFailed" : ""));
 
-  Element* oLink = oCells[0]->firstElementChild();
-  if (oLink == nullptr) throw std::runtime_error("The template row of \"tabHistory\" has no link in its first cell");
-  const auto sLabel = modCells::Known(oItem.Label);
-  oLink->innerText(sLabel.empty() ? "No label" : sLabel);  // a link without text could not be clicked
-  oLink->id(ListLink::ID(m_items.size()));
-  modCells::SetCellText(*oCells[1], oKind.sName);
-  modCells::SetCellText(*oCells[2], oItem.Action);
-  const bool bDated = oItem.Date != Date();
-  modCells::SetCellText(*oCells[3], bDated ? modFormat::GeneralDate(oItem.Date, Locale()) : "");
-  if (bDated) oCells[3]->setAttribute("data-sort", SortKey(oItem.Date));
-  modCells::SetCellText(*oCells[4], std::to_string(oItem.ReturnCode));
-  modCells::SetCellText(*oCells[5], bFailed ? "Failed" : "Done");
+    Element* oLink = oCells[0]->firstElementChild();
+    if (oLink == nullptr) throw std::runtime_error("The template row of \"tabHistory\" has no link in its first cell");
+    const auto sLabel = modCells::Known(oItem.Label);
+    oLink->innerText(sLabel.empty() ? "No label" : sLabel);  // a link without text could not be clicked
+    oLink->id(ListLink::ID(m_items.size()));
+    modCells::SetCellText(*oCells[1], oKind.sName);
+    modCells::SetCellText(*oCells[2], oItem.Action);
+    const bool bDated = oItem.Date != Date();
+    modCells::SetCellText(*oCells[3], bDated ? modFormat::GeneralDate(oItem.Date, Locale()) : "");
+    if (bDated) oCells[3]->setAttribute("data-sort", SortKey(oItem.Date));
+    modCells::SetCellText(*oCells[4], std::to_string(oItem.ReturnCode));
+    modCells::SetCellText(*oCells[5], bFailed ? "Failed" : "Done");
+  });
 }
 
 bool PageHistory::OnClick(const std::string& sID) {

@@ -89,13 +89,11 @@ void BlockTable::AddRecord(ZELLib3::RowSource& oRows) {
   if (!oRows.NextRow()) return;
   const Long lColumns = oRows.ColumnCount();
   for (Long lColumn = 0; lColumn < lColumns; ++lColumn) {
-    const std::string sTitle = oRows.ColumnTitle(lColumn);
-    const std::string sName = oRows.ColumnName(lColumn);
-    const std::string sValue = oRows.Value(lColumn);
-    const auto oCells = modCells::AddRowCells(m_oTemplate, 2);
-    SetTooltip(*oCells[0], sTitle);
-    modCells::SetCellText(*oCells[0], sName);
-    if (const std::string sText = ValueText(sValue); !sText.empty()) oCells[1]->innerText(sText);
+    modCells::AddRow(m_oTemplate, 2, [&](const auto& oCells) {
+      SetTooltip(*oCells[0], oRows.ColumnTitle(lColumn));
+      modCells::SetCellText(*oCells[0], oRows.ColumnName(lColumn));
+      if (const std::string sText = ValueText(oRows.Value(lColumn)); !sText.empty()) oCells[1]->innerText(sText);
+    });
   }
 }
 

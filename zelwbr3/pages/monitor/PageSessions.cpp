@@ -18,17 +18,15 @@ void PageSessions::FillContent() {
   const int iCount = oSessions->Count();
   for (int i = 1; i <= iCount; ++i) {
     const auto oSession = oSessions->Item(i);
-    // Read everything before adding the row, so that no row is left half filled.
-    const std::string sName = Text::Trim(oSession->Name());
-    const std::string sID = ListLink::ID(oSession->Index());
     const std::array<std::string, 5> fields = {oSession->Field1(), oSession->Field2(), oSession->Field3(),
                                                oSession->Field4(), oSession->Field5()};
-    const auto oCells = modCells::AddRowCells(oTemplate, 1 + fields.size());
-    oCells[0]->innerText(sName);
-    oCells[0]->id(sID);
-    for (std::size_t iField = 0; iField < fields.size(); ++iField) {
-      modCells::SetCellTextExcept(*oCells[1 + iField], fields[iField], "");
-    }
+    modCells::AddRow(oTemplate, 1 + fields.size(), [&](const auto& oCells) {
+      oCells[0]->innerText(Text::Trim(oSession->Name()));
+      oCells[0]->id(ListLink::ID(oSession->Index()));
+      for (std::size_t iField = 0; iField < fields.size(); ++iField) {
+        modCells::SetCellTextExcept(*oCells[1 + iField], fields[iField], "");
+      }
+    });
   }
   SetText("txtFormFooter", "Rows " + std::to_string(iCount) + " / " + std::to_string(iCount));
 }

@@ -32,13 +32,11 @@ void PageSysInfos::FillContent() {
   const int iCount = oSysInfos->Count();
   for (int i = 1; i <= iCount; ++i) {
     const auto oSysInfo = oSysInfos->Item(i);
-    // Read everything before adding the row, so that no row is left half filled.
-    const std::string sID = ListLink::ID(oSysInfo->Index());
-    const std::string sName = Text::Trim(modCells::Known(oSysInfo->Name()));
-    const std::string sDescription = oSysInfo->Description();
-    const auto oCells = modCells::AddRowCells(oTemplate, 2);
-    FillLink(*oCells[0], sID, sName);
-    if (sDescription != modCells::MissingText) modCells::SetCellText(*oCells[1], sDescription);
+    modCells::AddRow(oTemplate, 2, [&](const auto& oCells) {
+      FillLink(*oCells[0], ListLink::ID(oSysInfo->Index()), Text::Trim(modCells::Known(oSysInfo->Name())));
+      const std::string sDescription = oSysInfo->Description();
+      if (sDescription != modCells::MissingText) modCells::SetCellText(*oCells[1], sDescription);
+    });
   }
 }
 
