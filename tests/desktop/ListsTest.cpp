@@ -272,8 +272,8 @@ TEST_F(ListsTest, OfALongListOnlyWhatIsNearTheScreenIsMade) {
   ExpectLiveEqualsReplica(Front());
 }
 
-// As a report has them, and pages whose rows are more than texts.
-TEST_F(ListsTest, ManyRowsThatComeAsElementsAreShownAndFilteredAsWell) {
+// Rows that have links, with ids to know them by.
+TEST_F(ListsTest, ManyRowsWithLinksAreShownFilteredClickedAndCopied) {
   Testing::Changes changes;
   for (int i = 100; i < 600; ++i) {
     changes.push_back("SysInfos.- = {\"Index\": " + std::to_string(i) + ", \"Name\": \"VIEW" + std::to_string(i) +
@@ -291,6 +291,12 @@ TEST_F(ListsTest, ManyRowsThatComeAsElementsAreShownAndFilteredAsWell) {
   Press("ctrl+f V I E W 5 9 9");
   WaitForPage("the only one", [&] { return Seen() == "VIEW599"; });
   ExpectLiveEqualsReplica(Front());
+  Element& oSection = *ByID(Front(), "tabSysInfos").tBodies(0);
+  Front().Document()->body()->appendChild(oSection.cloneNode(true));
+  ExpectLiveEqualsReplica(Front());
+  ClickOn(Front(), "#tabSysInfos tr[data-zel-row] a");
+  WaitFor("the view",
+          [this] { return ByID(Front(), "txtFormTitle").innerText().find("VIEW599") != std::string::npos; });
 }
 
 // More rows than a page is high enough for. They are evenly spaced to the end, and a
