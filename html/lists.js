@@ -5,7 +5,7 @@
  * A list is a table of class "zelTblSort". The first row of its body holds the
  * headings, the second is a hidden template row. Further rows come in two ways, at
  * any time: as elements that the program appends to that body (or that the file
- * has), and as records, which are texts only (the event "zelrows").
+ * has), and as records, which have only what is not the template's (the event "zelrows").
  *
  * When the page is refreshed, all rows come anew, between the events "zelrowsbegin"
  * and "zelrowsend": records again by "zelrows", elements by "zelrow". Filter, order,
