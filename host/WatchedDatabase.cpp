@@ -24,6 +24,7 @@ class WatchedAnalyzer : public ZELLib3::Analyzer {
   bool HasError() const override { return m_oAnalyzer->HasError(); }
   std::string ErrorText() const override { return m_oAnalyzer->ErrorText(); }
   std::optional<std::vector<ProtocolSet>> ProtocolSets() override { return m_oAnalyzer->ProtocolSets(); }
+  std::vector<Protocol> Protocols(ZELLib3::Long lDays) override { return m_oAnalyzer->Protocols(lDays); }
 
   bool Start(const StartOptions& o) override {
     Tell(m_oObserver, "Analyzer.Start", {o.Config, o.Number, o.Interval, o.Delete, o.Reconnect});

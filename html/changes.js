@@ -1,7 +1,8 @@
 /*
  * What a refresh has changed: a figure with another text is marked for some seconds
  * and says in its tooltip when it changed and by how much; a row that came is
- * marked, too, and the page tells how many rows went.
+ * marked, too, and the page tells how many rows went. The tooltip of a size says how
+ * many pages it is exactly.
  *
  * Marks are attributes that the program knows nothing of; the style sheet draws them
  * and nothing moves. With reduced motion there are tooltips only.
@@ -14,6 +15,8 @@
 
   const Mark = "data-zel-mark";
   const Changed = "data-zel-changed";
+  /** Written by the program: a size in pages. */
+  const Exact = "data-zel-exact";
 
   const bStill = matchMedia("(prefers-reduced-motion: reduce)").matches;
 
@@ -59,14 +62,22 @@
   let iNote = 0;
   let iWent = 0;
 
+  /** The tooltip: what a size is exactly, and what has changed last. */
+  const Tell = (oElement, sChange) => {
+    if (oElement.title && !oElement.hasAttribute(Changed)) return;  // the page has one of its own
+    oElement.setAttribute(Changed, sChange);
+    oElement.title = [oElement.dataset.zelExact, sChange].filter(Boolean).join("\n");
+  };
+
   document.addEventListener("zelchanged", ({ target, detail }) => {
     const sNew = target.textContent;
     if (detail.trim() === "" && sNew.trim() === "") return;
-    if (!target.title || target.hasAttribute(Changed)) {
-      target.setAttribute(Changed, "");
-      target.title = `${Time()}: ${Difference(detail, sNew)}`;
-    }
+    Tell(target, `${Time()}: ${Difference(detail, sNew)}`);
     MarkAs(target, "changed");
+  });
+  document.addEventListener("pointerover", ({ target }) => {
+    const oElement = target.closest?.(`[${Exact}]`);
+    if (oElement) Tell(oElement, oElement.getAttribute(Changed) ?? "");
   });
   document.addEventListener("zelcame", ({ target }) => MarkAs(target, "came"));
   document.addEventListener("zelwent", ({ detail }) => {

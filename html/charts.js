@@ -131,10 +131,13 @@
 
   // ---- the page Charts -----------------------------------------------------------
 
+  const Hour = 3600;
   const Ranges = [
-    ["10 min", 600],
-    ["1 h", 3600],
-    ["6 h", 21600],
+    ["10 min", Hour / 6],
+    ["1 h", Hour],
+    ["6 h", 6 * Hour],
+    ["1 day", 24 * Hour],
+    ["1 week", 7 * 24 * Hour],
     ["All", Infinity],
   ];
   const Colors = ["#3b82d6", "#d97706", "#2e9e4f", "#c2410c", "#8b5cf6", "#0e9aa7", "#be185d", "#65a30d"];
@@ -148,20 +151,31 @@
     return oButton;
   };
 
+  const Command = (sText, OnClick) => {
+    const oButton = Button(sText, false, OnClick);
+    oButton.removeAttribute("aria-pressed");
+    return oButton;
+  };
+
   const Worded = (dValue, sUnit) => (dValue === null ? "" : Rounded(dValue) + (sUnit && ` ${sUnit}`));
 
-  /** A time of the axis; with seconds where they differ. */
+  /** A time of the axis; with seconds where they differ, and the day where that does. */
   const Clock = (dSeconds, oAll) => {
-    const bSeconds = oAll.length > 1 && (oAll[1] - oAll[0]) % 60 !== 0;
+    const dStep = oAll.length > 1 ? oAll[1] - oAll[0] : 0;
+    const oDate = new Date(dSeconds * 1000);
+    const sDay = oDate.toLocaleDateString(undefined, { day: "numeric", month: "short" });
+    if (dStep >= 24 * Hour) return sDay;
+    if (oAll.at(-1) - oAll[0] >= 24 * Hour && oDate.getHours() * Hour + oDate.getMinutes() * 60 < dStep) return sDay;
+    const bSeconds = dStep % 60 !== 0;
     const oForm = { hour: "2-digit", minute: "2-digit", hour12: false, ...(bSeconds && { second: "2-digit" }) };
-    return new Date(dSeconds * 1000).toLocaleTimeString(undefined, oForm);
+    return oDate.toLocaleTimeString(undefined, oForm);
   };
 
   /** The charts of one page: figures that the user chooses, over the time that he chooses. */
   class Chart {
-    constructor(oPlace, sChosen) {
+    constructor(oPlace) {
       this.oPlace = oPlace;
-      this.oChosen = new Set([sChosen]);
+      this.oChosen = new Set();
       this.dRange = Infinity;
       this.oPlot = null;
       this.oBar = Object.assign(document.createElement("div"), { className: "zelChartBar" });
@@ -195,6 +209,11 @@
           return o.dataset.counter === "true" ? Rates(this.oTimes, oValues) : oValues;
         },
       }));
+      // Readings from elsewhere are of other figures.
+      if (this.oShown.length === 0) this.oChosen = new Set([oBlock.dataset.chosen]);
+      const dSpan = (this.oTimes.at(-1) - this.oTimes[0]) / 1000;
+      this.oRanges = Ranges.filter(([, dRange], i) => dRange === Infinity || i === 0 || dRange < dSpan);
+      if (!this.oRanges.some(([, dRange]) => dRange === this.dRange)) this.dRange = Infinity;
     }
 
     get oShown() {
@@ -255,7 +274,7 @@
 
     ShowBar() {
       const oFigures = this.oSeries.map((o) => Button(o.sShort, this.oChosen.has(o.sId), () => this.Toggle(o.sId)));
-      const oRanges = Ranges.map(([sText, dRange]) =>
+      const oRanges = this.oRanges.map(([sText, dRange]) =>
         Button(sText, dRange === this.dRange, () => {
           this.dRange = dRange;
           this.Show();
@@ -276,7 +295,14 @@
       this.oBar.replaceChildren(
         Group("Figures", oFigures),
         Group("Time", oRanges),
-        Group("Values", [oTable, Button("Copy CSV", false, () => this.Copy())])
+        Group("Values", [
+          oTable,
+          ...[
+            ["Copy CSV", () => this.Copy()],
+            ["CSV\u2026", () => document.zelSave("chart.csv", "text/csv", [this.Text()])],
+            ["Picture\u2026", () => this.SavePicture()],
+          ].map(([sText, OnClick]) => Command(sText, OnClick)),
+        ])
       );
       this.oBar.querySelectorAll("button")[oFocused]?.focus();
     }
@@ -307,16 +333,47 @@
       const oHead = document.createElement("thead");
       oHead.append(Row("th", ["Time", ...this.oShown.map((o) => o.sLabel)]));
       const oBody = document.createElement("tbody");
-      const Text = (i) => [new Date(this.oTimes[i]).toLocaleTimeString(undefined, { hour12: false }), ...this.oData.slice(1).map((o) => (o[i] === null ? "" : Rounded(o[i])))];
+      // Of more than a day, a time alone does not say enough.
+      const sForm = this.oTimes.at(-1) - this.oTimes[0] > 24 * Hour * 1000 ? "toLocaleString" : "toLocaleTimeString";
+      const Moment = (dTime) => new Date(dTime)[sForm](undefined, { hour12: false });
+      const Text = (i) => [Moment(this.oTimes[i]), ...this.oData.slice(1).map((o) => (o[i] === null ? "" : Rounded(o[i])))];
       const iFrom = Math.max(0, this.oTimes.length - RowsOfTable);
       for (let i = this.oTimes.length - 1; i >= iFrom; --i) oBody.append(Row("td", Text(i)));
       this.oTable.replaceChildren(oHead, oBody);
     }
 
-    Copy() {
+    /** What is seen as CSV. */
+    Text() {
       const Field = (s) => (/[",\n]/.test(s) ? `"${s.replaceAll('"', '""')}"` : s);
       const oLines = this.Seen().reverse().map((i) => [new Date(this.oTimes[i]).toISOString(), ...this.oData.slice(1).map((o) => o[i] ?? "")].join(","));
-      const sText = [["Time", ...this.oShown.map((o) => o.sLabel)].map(Field).join(","), ...oLines].join("\r\n") + "\r\n";
+      return [["Time", ...this.oShown.map((o) => o.sLabel)].map(Field).join(","), ...oLines].join("\r\n") + "\r\n";
+    }
+
+    /** The chart as it is seen, with what its lines are, as a picture. */
+    SavePicture() {
+      const oFrom = this.oPlot?.ctx.canvas;
+      if (oFrom === undefined) return;
+      const dScale = devicePixelRatio;
+      const [iLine, iMargin] = [18 * dScale, 12 * dScale];
+      const oTexts = this.oShown.map((o, i) => [Colors[i % Colors.length], `${o.sLabel}${o.sUnit && ` (${o.sUnit})`}`]);
+      const oCanvas = Object.assign(document.createElement("canvas"), {
+        width: oFrom.width + 2 * iMargin,
+        height: oFrom.height + 2 * iMargin + iLine * oTexts.length,
+      });
+      const oContext = oCanvas.getContext("2d");
+      oContext.fillStyle = getComputedStyle(document.body).backgroundColor;
+      oContext.fillRect(0, 0, oCanvas.width, oCanvas.height);
+      oContext.font = `600 ${12 * dScale}px ${getComputedStyle(document.body).fontFamily}`;
+      oTexts.forEach(([sColor, sText], i) => {
+        oContext.fillStyle = sColor;
+        oContext.fillText(sText, 2 * iMargin, iMargin + iLine * (i + 0.8), oCanvas.width - 3 * iMargin);
+      });
+      oContext.drawImage(oFrom, iMargin, iMargin + iLine * oTexts.length);
+      document.zelSavePicture("chart.png", oCanvas.toDataURL("image/png"));
+    }
+
+    Copy() {
+      const sText = this.Text();
       const OnCopy = (oEvent) => {
         oEvent.clipboardData.setData("text/plain", sText);
         oEvent.preventDefault();
@@ -335,7 +392,7 @@
       oPlace.textContent = "Nothing has been read yet. The curves begin with the first refresh.";
       return;
     }
-    oChart ??= new Chart(oPlace, oBlock.dataset.chosen);
+    oChart ??= new Chart(oPlace);
     oChart.Read(oBlock);
     oChart.Show();
   };

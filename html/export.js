@@ -156,6 +156,16 @@
     else Download(sName, oForm.sType, sPieces);
   };
 
+  /** For other scripts of the page: a file out of pieces, or a picture as the text of a data URL. */
+  document.zelSave = (sName, sType, sPieces) => {
+    if (!GiveToProgram(sName, sPieces)) Download(sName, sType, sPieces);
+  };
+  document.zelSavePicture = (sName, sURL) => {
+    if (!Tell("begin", sName)) return void Object.assign(document.createElement("a"), { href: sURL, download: sName }).click();
+    Tell("base64", sURL.slice(sURL.indexOf(",") + 1));
+    Tell("save");
+  };
+
   // ---- the menu -------------------------------------------------------------------
 
   const Items = [

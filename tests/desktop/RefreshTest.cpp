@@ -177,6 +177,26 @@ TEST_F(RefreshTest, KeepsFiguresThatCannotBeReadAgainAndSaysSo) {
   ExpectLiveEqualsReplica(Front());
 }
 
+TEST_F(RefreshTest, AnInstanceThatIsGoneIsOnePageUntilItIsBack) {
+  const auto oDatabase = std::make_shared<Testing::ChangedRecording>("demo");
+  const auto oPage = Control().PageMain();
+  oPage->Show(oDatabase);
+  const auto Seen = [&](const std::string& sSelector) {
+    return Ask(Front(), "String(document.querySelector('" + sSelector + "').getClientRects().length > 0)");
+  };
+  EXPECT_EQ(Seen("#divGone") + Seen("#txtData"), "falsetrue");
+  oDatabase->Change({"Connected = false", "LastError.ErrorCode = -8888", "LastError.ErrorText = \"it went\""});
+  for (int i = 0; i < 2; ++i) Refresh();
+  EXPECT_TRUE(oPage->IsUnread());
+  EXPECT_EQ(Seen("#divGone") + Seen("#txtData") + Seen("#divHealth"), "truefalsetrue");
+  EXPECT_EQ(Text("txtGoneName") + ": " + Text("txtGoneWhy"), "DEMO: -8888 it went");
+  EXPECT_TRUE(Text("txtGoneSince").starts_with("Since ")) << Text("txtGoneSince");
+  oDatabase->Change({"Connected = true"});
+  ClickOn(Front(), "#btnTryAgain");
+  WaitFor("the figures", [&] { return Seen("#divGone") + Seen("#txtData") == "falsetrue"; });
+  EXPECT_FALSE(oPage->IsUnread());
+}
+
 TEST_F(RefreshTest, KeepsTheFocusInARowAndTheTab) {
   const auto oDatabase = Recording("demo");
   Control().PageParameters()->Show(oDatabase);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <sstream>
 
 #include <sys/wait.h>
 #include <wx/app.h>
@@ -220,6 +221,34 @@ TEST_F(ZelviewTest, ACurveOpensAChartThatEndsWithTheFigureOfTheCell) {
   EXPECT_EQ(Ask(Front(), "document.querySelector('.zelChartTable tbody tr').cells[1].textContent"), sFigure);
   EXPECT_EQ(Ask(Front(), "document.querySelector('.zelChartTable thead th:nth-child(2)').textContent"),
             "SQL Commands per second");
+}
+
+TEST_F(ZelviewTest, AFigureIsExplainedByKeyAndByPointer) {
+  Zelview->ShowFirst("Main");
+  DesktopWebBrowser& oMain = *Panel().Platform().Front();
+  const auto Explained = [&] { return Ask(oMain, "document.querySelector('.zelHint > strong')?.textContent ?? ''"); };
+  const auto Expect = [&](const std::string& sFigure) {
+    WaitFor("\"" + sFigure + "\"", [&] { return Explained() == sFigure; });
+  };
+  Press("F1");
+  Expect("Data Area");
+  EXPECT_EQ(Ask(oMain, "document.querySelector('.zelHint').innerText.includes('What to do: ')"), "true");
+  EXPECT_EQ(Ask(oMain, "document.activeElement.getAttribute('aria-describedby')"), "zelHint");
+  Press("Down");
+  Expect("Log Area");
+  ExpectLiveEqualsReplica(oMain);
+  Press("Escape");
+  Expect("");
+  EXPECT_EQ(Panel().Browser().ActPageObj()->Name(), "Main");
+  // The page's own place on the screen: the pointer rests on a label.
+  wxPoint oPlace;
+  std::istringstream(Ask(oMain,
+                         "(r => Math.round(r.x + 9) + ' ' + Math.round(r.y + 9))(document.getElementById("
+                         "'General.Version.Val').previousElementSibling.getBoundingClientRect())")) >>
+      oPlace.x >> oPlace.y;
+  oPlace = Panel().ClientToScreen(oPlace);
+  Do("xdotool mousemove " + std::to_string(oPlace.x) + " " + std::to_string(oPlace.y));
+  Expect("Version");
 }
 
 TEST_F(ZelviewTest, ScreenReadersAreToldWhatIsWhat) {

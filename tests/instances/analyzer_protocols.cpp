@@ -1,6 +1,9 @@
 #include "tests/instances/AnalyzerRuns.h"
 #include "zelwbr3/instances/common/analyzer/TimeStamp.h"
 
+#include <cmath>
+#include <fstream>
+
 using namespace SQLiteFiles;
 using ZELWbr3::Instances::ProtocolFolder;
 namespace fs = std::filesystem;
@@ -38,6 +41,31 @@ TEST(AnalyzerProtocols, ASetADayListedNewestFirst) {
       "2026 2 27 0 0 0 | state.csv is damaged| | 1 file, 1 KB\n"
       "2025 12 31 7 8 9 | 1 evaluation| until 07:08:09| 2 files, 1 KB\n",
       sSets);
+}
+
+TEST(AnalyzerProtocols, FiguresAreReadBackOverTheDays) {
+  Folder oFolder;
+  const ProtocolFolder oProtocols(oFolder.Path());
+  const auto Add = [&](const char* sTime, const std::vector<std::string>& columns,
+                       const std::vector<std::string>& fields) {
+    oProtocols.Append(sTime, {{"state", {"State"}, {{"Online"}}},
+                              {"io", columns, {fields}},
+                              {"standby", {"Name", "LagBytes"}, {{"a", "1"}, {"b", "2"}}}});
+  };
+  Add("2026-03-01T12:00:00+00:00", {"Read"}, {"99"});
+  Add("2026-03-02T23:59:59+01:00", {"Read", "Note"}, {"7", "nothing, so far"});
+  Add("2026-03-03T00:00:05+01:00", {"HitRate", "Read"}, {"98.5", ""});
+  std::ofstream(oFolder / "20260303/io.csv", std::ios::app) << "2,2026-03-03T00:00:06,1,1\n2,yesterday,1,1\n3,2026";
+  WriteFile(oFolder / "20260303/notes.csv", "mine\n1\n");
+  const auto protocols = oProtocols.Read("20260302");
+  ASSERT_EQ(1u, protocols.size()) << "only kinds with one line for an evaluation";
+  const auto& o = protocols[0];
+  EXPECT_EQ("io", o.Name);
+  EXPECT_EQ((std::vector<std::string>{"Read", "HitRate"}), o.Figures) << "only columns with numbers";
+  EXPECT_EQ((std::vector<std::int64_t>{1772492399000, 1772492405000}), o.Times);
+  std::string sValues;
+  for (const double d : o.Values) sValues += std::isnan(d) ? "- " : std::to_string(d) + " ";
+  EXPECT_EQ("7.000000 - - 98.500000 ", sValues);
 }
 
 TEST(AnalyzerProtocols, WhatACrashLeftIsRepairedAndStrangersAreNamed) {

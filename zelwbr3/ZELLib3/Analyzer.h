@@ -3,7 +3,9 @@
 #include "zelwbr3/ZELLib3/Error.h"
 #include "zelwbr3/base/Export.h"
 
+#include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace ZELLib3 {
@@ -15,6 +17,14 @@ class ZELWBR3_EXPORT Analyzer {
   struct ProtocolSet {
     ZELWbr3::Date Date;
     std::vector<std::string> Texts;
+  };
+
+  /// Figures of one kind as the evaluations have found them, oldest first.
+  struct Protocol {
+    std::string Name;                  ///< such as "data"
+    std::vector<std::string> Figures;  ///< such as "Used"
+    std::vector<std::int64_t> Times;   ///< milliseconds since 1970
+    std::vector<double> Values;        ///< of each time, in the order of Figures; NaN if not known
   };
 
   /// How Start runs the analyzer; the defaults are the analyzer's own.
@@ -43,6 +53,9 @@ class ZELWBR3_EXPORT Analyzer {
   virtual std::string ErrorText() const { return {}; }
   /// Newest first; no value if they cannot be read (LastError says why).
   virtual std::optional<std::vector<ProtocolSet>> ProtocolSets() { return std::vector<ProtocolSet>{}; }
+  /// What the protocol sets of the last days hold, today's included, of the kinds with
+  /// one line for an evaluation. Raises InstanceError.
+  virtual std::vector<Protocol> Protocols(Long) { return {}; }
 
   virtual bool Start(const StartOptions&) { return false; }
   virtual bool Stop() { return false; }

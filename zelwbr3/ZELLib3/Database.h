@@ -70,6 +70,9 @@ class ZELWBR3_EXPORT Database {
   /// 1 = a platform with address-windowing memory.
   virtual Long PlatformType() { return 0; }
   virtual bool Connected() { return false; }
+  /// What is counted (activity, caches and their hit rate, since when) is of this
+  /// connection only: the instance counts for each one by itself.
+  virtual bool CountsPerConnection() { return false; }
   /// Bytes.
   virtual Long PageSize() { return 0; }
   virtual std::string RunDirectory() { return {}; }

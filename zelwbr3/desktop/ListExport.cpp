@@ -7,6 +7,8 @@
 #include <exception>
 #include <utility>
 
+#include <wx/base64.h>
+#include <wx/buffer.h>
 #include <wx/clipbrd.h>
 #include <wx/filedlg.h>
 
@@ -21,8 +23,8 @@ void Copy(const std::string& sText) {
 }
 
 void Save(DesktopPlatform& oPlatform, const std::string& sName, const std::string& sText) {
-  wxFileDialog oDialog(wxGetTopLevelParent(oPlatform.Parent()), "Save the list", "", wxString::FromUTF8(sName), "*",
-                       wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  wxFileDialog oDialog(wxGetTopLevelParent(oPlatform.Parent()), "Save what the page shows", "",
+                       wxString::FromUTF8(sName), "*", wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
   if (oDialog.ShowModal() != wxID_OK || oPlatform.Parent() == nullptr) return;
   const std::string sFile(oDialog.GetPath().utf8_str());
   try {
@@ -45,6 +47,9 @@ ListExport::Wish ListExport::Take(std::string_view sPiece) {
     m_sText.clear();
   } else if (sKind == "part") {
     m_sText += sRest;
+  } else if (sKind == "base64") {
+    const wxMemoryBuffer oBytes = wxBase64Decode(sRest.data(), sRest.size());
+    m_sText.append(static_cast<const char*>(oBytes.GetData()), oBytes.GetDataLen());
   } else if (sKind == "copy") {
     Copy(std::exchange(m_sText, {}));
   } else if (sKind == "save" && m_oPlatform.Parent() != nullptr) {

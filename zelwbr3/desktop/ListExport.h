@@ -7,7 +7,7 @@ namespace ZELWbr3::Desktop {
 
 class DesktopPlatform;
 
-/// What a page gives away of its lists, piece by piece (html/export.js): put on the
+/// What a page gives away of its lists and charts, piece by piece (html/export.js): put on the
 /// clipboard, or into a file that the user chooses. What cannot be written is said in
 /// a message box, and the old file is still there.
 class ListExport {

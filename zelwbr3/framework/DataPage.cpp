@@ -19,6 +19,7 @@
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modCmdEnum.h"
 #include "zelwbr3/framework/modElement.h"
+#include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/framework/modZELError.h"
 #include "zelwbr3/platform/FCommandlist.h"
@@ -48,6 +49,7 @@ struct DataPage::State {
     std::string Text;
     std::function<void()> Help;  ///< empty for none
     bool All = false;            ///< not only a part of the page
+    bool Gone = false;           ///< there is no connection
   };
   std::optional<Unread> oUnread;  ///< what this fill could not read
   Date dUnread;                   ///< since when, zero while it can be read
@@ -108,6 +110,9 @@ void DataPage::Fill() {
       [this] {
         Enter([this] {
           if (m_oState->oDatabase == nullptr) throw std::logic_error("The page " + Name() + " has no instance to show");
+          if (Element* oBody = Document()->body(); oBody != nullptr && Database()->CountsPerConnection()) {
+            oBody->setAttribute("data-zel-scope", "connection");
+          }
           FillContent();
         });
       },
@@ -131,11 +136,18 @@ void DataPage::NoteUnread(const std::string& sText, const std::function<void()>&
 
 bool DataPage::IsUnread() const { return m_oState->oUnread && m_oState->oUnread->All; }
 
+void DataPage::NoteGone() {
+  const ZELLib3::Error oWhy = m_oState->oDatabase->LastError();
+  m_oState->oUnread = {Text::OneLine(std::to_string(oWhy.ErrorCode) + " " + oWhy.ErrorText), {}, true, true};
+}
+
 void DataPage::ShowUnread() {
-  Element* oBlock = Document() == nullptr ? nullptr : Document()->all().item("divUnread");
   Date& dSince = m_oState->dUnread;
   const Date dBefore = std::exchange(dSince, !IsUnread() ? Date() : dSince == Date() ? Calendar::Now() : dSince);
-  if (oBlock == nullptr || !m_oState->oUnread) return;
+  if (Document() == nullptr || !m_oState->oUnread) return;
+  if (m_oState->oUnread->Gone) return ShowGone(dBefore);
+  Element* oBlock = Document()->all().item("divUnread");
+  if (oBlock == nullptr) return;
   const std::string sSince = dBefore == Date() ? "" : " since " + Locale().LongTime(dBefore);
   SetTextIfPresent("txtUnread",
                    (m_oState->oUnread->All ? "Could not be read" + sSince : "Not everything could be read") + ": " +
@@ -143,6 +155,22 @@ void DataPage::ShowUnread() {
   modElement::ShowElement(Document()->all().item("lnkUnreadHelp"), m_oState->oUnread->Help != nullptr);
   // What was shown before stays, marked as old.
   if (m_oState->oUnread->All) oBlock->setAttribute("data-all", "true");
+  modElement::ShowElement(oBlock, true);
+}
+
+void DataPage::ShowGone(const Date& dSince) {
+  Element* oBlock = Document()->all().item("divGone");
+  if (oBlock == nullptr) return;
+  SetTextIfPresent("txtGoneName", m_oState->oDatabase->InstanceName());
+  SetTextIfPresent("txtGoneWhy", m_oState->oUnread->Text);
+  const Date dNow = Calendar::Now();
+  // On another day, the time alone would be misleading.
+  const bool bToday = Calendar::CompactDay(dSince) == Calendar::CompactDay(dNow);
+  if (dSince != Date()) {
+    SetTextIfPresent("txtGoneSince",
+                     "Since " + (bToday ? Locale().LongTime(dSince) : modFormat::GeneralDate(dSince, Locale())) +
+                         ", last tried " + Locale().LongTime(dNow));
+  }
   modElement::ShowElement(oBlock, true);
 }
 
@@ -182,7 +210,7 @@ bool DataPage::HandleOnClick(const std::string& sID) {
       CarryOut(CommandClose);
     } else if (std::string sFigure; !m_oState->sSamples.empty() && modCells::AfterPrefix("SERIES", sID, sFigure)) {
       Act([&] { Browser().ShowCharts(Database(), m_oState->sSamples, sFigure); });
-    } else if (sID == "lnkTryAgain") {
+    } else if (sID == "lnkTryAgain" || sID == "btnTryAgain") {
       CarryOut(CommandRefresh);
     } else if (sID == "lnkUnreadHelp") {
       if (m_oState->oUnread && m_oState->oUnread->Help) Boxes().ShowHelp(std::function(m_oState->oUnread->Help));
@@ -250,6 +278,24 @@ std::string DataPage::SizeText(double dSize, Long lUnit) {
     m_oState->oSize->PageBytes(m_oState->oDatabase->PageSize());
   }
   return m_oState->oSize->NumberStr(dSize, lUnit, Browser().PreferredUnit() + 1, true);
+}
+
+std::string DataPage::ExactText(double dSize, Long lUnit) {
+  constexpr int OneKB = 1024;
+  const Long lShown = Browser().PreferredUnit() + 1;
+  if (lShown == int{clsSize::Pages} || dSize < 0) return {};
+  static_cast<void>(SizeText(dSize, lUnit));
+  if (m_oState->oSize->PageBytes() < OneKB) return {};  // which sizes are no pages of
+  return m_oState->oSize->NumberStr(dSize, lUnit, int{clsSize::Pages}, true);
+}
+
+void DataPage::SetSize(Element& oElement, double dSize, Long lUnit) {
+  modCells::SetCellText(oElement, SizeText(dSize, lUnit));
+  SetExact(oElement, ExactText(dSize, lUnit));
+}
+
+void DataPage::SetExact(Element& oElement, const std::string& sExact) {
+  if (!sExact.empty()) oElement.setAttribute("data-zel-exact", sExact);
 }
 
 std::string DataPage::SizeText(double dPages) { return SizeText(dPages, int{clsSize::Pages}); }

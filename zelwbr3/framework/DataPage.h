@@ -21,6 +21,7 @@ struct CommandItem;
 
 namespace ZELWbr3 {
 
+struct Date;
 class FrontBoxes;
 class UserLocale;
 class ZELHTMLForm;
@@ -74,7 +75,8 @@ class ZELWBR3_EXPORT DataPage : public Page {
   /// False while a refresh would take something from the user, or while the page is
   /// busy.
   virtual bool CanRefreshUnasked() const;
-  /// The last fill could read nothing, so what is shown is old or missing.
+  /// The last fill could read nothing, so what is shown is old or missing; worth to be
+  /// tried again soon.
   bool IsUnread() const;
 
   bool HandleOnClick(const std::string& sID) override;
@@ -123,6 +125,16 @@ class ZELWBR3_EXPORT DataPage : public Page {
   std::string SizeText(double dSize, Long lUnit);
   /// A number of pages.
   std::string SizeText(double dPages);
+  /// The same in pages, exactly, for the tooltip; empty if that is what SizeText shows.
+  std::string ExactText(double dSize, Long lUnit);
+  /// Writes a size, with the exact pages for its tooltip.
+  void SetSize(Element& oElement, double dSize, Long lUnit);
+  static void SetExact(Element& oElement, const std::string& sExact);
+
+  /// For a page about the whole instance: there is no connection to it. The page says
+  /// so instead of its content, since when and why, and is tried again like one that
+  /// could not be read.
+  void NoteGone();
 
   /// The page's command list with only "&Close" in it; null if the host has not
   /// provided one.
@@ -197,6 +209,7 @@ class ZELWBR3_EXPORT DataPage : public Page {
   void Fill() override;
   /// Says in the page, where its file has a place for that, what could not be read.
   void ShowUnread();
+  void ShowGone(const Date& dSince);
   /// Keeps the first failure of a fill.
   void NoteUnread(const std::string& sText, const std::function<void()>& oHelp);
   /// Runs something that may pump messages; throws PageLeft if the task then no

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "zelwbr3/ZELLib3/Database.h"
 #include "zelwbr3/base/Export.h"
 
 #include <cstdint>
@@ -12,6 +11,10 @@
 #include <span>
 #include <string>
 #include <vector>
+
+namespace ZELLib3 {
+class Database;
+}
 
 namespace ZELWbr3 {
 

@@ -595,7 +595,7 @@
   // closes a menu before it leaves the page, Enter and Space press a button that the script has made and
   // that the program does not know.
   const KeepsEscape = (o) =>
-    (o instanceof HTMLInputElement && o.type === "search" && o.value !== "") || (o instanceof Element && o.closest(".zelMenu") !== null);
+    (o instanceof HTMLInputElement && o.type === "search" && o.value !== "") || (o instanceof Element && o.closest(".zelMenu, .zelHintMark") !== null);
   const KeepsEnter = (o) => o instanceof HTMLButtonElement && o[NumberKey] === undefined;
 
   /** Where the program asks nothing when a key goes down, it is told beforehand. */

@@ -50,6 +50,7 @@ class ZELWBR3_EXPORT SQLiteDatabase : public ZELLib3::Database {
   std::string OSName() override;
   /// The file can be opened, or was switched offline and is still there.
   bool Connected() override;
+  bool CountsPerConnection() override { return true; }
   ZELLib3::Long PageSize() override;
   /// The file's folder.
   std::string RunDirectory() override;

@@ -7,10 +7,15 @@
 #include <memory>
 #include <string>
 
+namespace ZELLib3 {
+class Analyzer;
+}
+
 namespace ZELWbr3 {
 
-/// Figures over time: those that are read together with the one that was clicked. The
-/// page's script draws them; which ones and of which time the user chooses there.
+/// Figures over time: those that are read together with the one that was clicked, or
+/// what the analyzer's protocols hold of the last weeks. The page's script draws them;
+/// which ones and of which time the user chooses there.
 class ZELWBR3_EXPORT PageCharts : public DataPage {
  public:
   std::string Name() const override { return "Charts"; }
@@ -22,9 +27,14 @@ class ZELWBR3_EXPORT PageCharts : public DataPage {
 
  protected:
   void FillContent() override;
+  bool OnClick(const std::string& sID) override;
   void Close() override { CloseDetail(); }
 
  private:
+  void FillOpen();
+  void FillProtocols(ZELLib3::Analyzer& oAnalyzer);
+
+  bool m_bProtocols = false;
   std::string m_sGroup;
   std::string m_sFigure;
 };

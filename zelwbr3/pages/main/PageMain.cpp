@@ -4,6 +4,8 @@
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/dom/EmbeddedObject.h"
 #include "zelwbr3/framework/PageController.h"
+#include "zelwbr3/framework/ProtocolSamples.h"
+#include "zelwbr3/framework/clsSize.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modFormat.h"
@@ -61,6 +63,7 @@ void PageMain::FillContent() {
   modTopWarning::Show(Form(), *Database());
   SampleState();
   FillHealth();
+  if (!Database()->Connected()) NoteGone();
 }
 
 void PageMain::OnCommand(Long lCommand) {
@@ -145,25 +148,25 @@ void PageMain::FillBars() {
 void PageMain::FillTexts() {
   const bool bShowsFree = IsAtLeast(ZELLib3::Kernel::V72);
 
-  SetText("txtData", AreaText(&ZELLib3::StateInfo::DataFull, "Data Area Full", [&] {
-            const Long lTotal = State()->DataTotal();
-            const Long lUsed = State()->DataUsed();
-            std::string sText = "Total: " + SizeText(lTotal) + " Perm: " + SizeText(State()->DataPerm()) +
-                                " Temp: " + SizeText(State()->DataTemp()) + " Used: " + SizeText(lUsed) + " ";
-            if (bShowsFree) sText += "Free: " + SizeText(Free(lTotal, lUsed, "pages of the data area")) + " ";
-            return sText;
-          }));
+  FillArea("txtData", &ZELLib3::StateInfo::DataFull, "Data Area Full", [&] {
+    const Long lTotal = State()->DataTotal();
+    const Long lUsed = State()->DataUsed();
+    std::vector<AreaSize> sizes = {
+        {"Total", lTotal}, {"Perm", State()->DataPerm()}, {"Temp", State()->DataTemp()}, {"Used", lUsed}};
+    if (bShowsFree) sizes.push_back({"Free", Free(lTotal, lUsed, "pages of the data area")});
+    return sizes;
+  });
 
-  SetText("txtLog", AreaText(&ZELLib3::StateInfo::LogFull, "Log Area Full", [&] {
-            const auto oSettings = Database()->LogSettings();
-            if (oSettings->WriteOff() == ZELLib3::Switch::On || oSettings->AutoOverwrite() == ZELLib3::Switch::On)
-              return std::string();
-            const Long lTotal = State()->LogTotal();
-            const Long lUsed = State()->LogUsed();
-            std::string sText = "Total: " + SizeText(lTotal) + " Used: " + SizeText(lUsed) + " ";
-            if (bShowsFree) sText += "Free: " + SizeText(Free(lTotal, lUsed, "pages of the log area")) + " ";
-            return sText;
-          }));
+  FillArea("txtLog", &ZELLib3::StateInfo::LogFull, "Log Area Full", [&] {
+    const auto oSettings = Database()->LogSettings();
+    if (oSettings->WriteOff() == ZELLib3::Switch::On || oSettings->AutoOverwrite() == ZELLib3::Switch::On)
+      return std::vector<AreaSize>();
+    const Long lTotal = State()->LogTotal();
+    const Long lUsed = State()->LogUsed();
+    std::vector<AreaSize> sizes = {{"Total", lTotal}, {"Used", lUsed}};
+    if (bShowsFree) sizes.push_back({"Free", Free(lTotal, lUsed, "pages of the log area")});
+    return sizes;
+  });
 
   std::string sSessions = " ";
   if (State()->InfoAvailable()) {
@@ -174,11 +177,20 @@ void PageMain::FillTexts() {
   SetText("txtSessions", sSessions);
 }
 
-std::string PageMain::AreaText(Flag pFull, const std::string& sFullText,
-                               const std::function<std::string()>& oSizes) const {
-  if (!AreasOpen()) return " ";
-  if ((*State().*pFull)()) return sFullText;
-  return State()->InfoAvailable() ? oSizes() : " ";
+void PageMain::FillArea(std::string_view sID, Flag pFull, const std::string& sFullText,
+                        const std::function<std::vector<AreaSize>()>& oSizes) {
+  if (!AreasOpen()) return SetText(sID, " ");
+  if ((*State().*pFull)()) return SetText(sID, sFullText);
+  if (!State()->InfoAvailable()) return SetText(sID, " ");
+  const auto sizes = oSizes();
+  const auto Joined = [&](const auto& oText) {
+    std::string sText;
+    for (const AreaSize& o : sizes) sText += std::string(o.Label) + ": " + oText(o.Pages) + " ";
+    return sText;
+  };
+  SetText(sID, Joined([this](Long lPages) { return SizeText(lPages); }));
+  if (sizes.empty() || ExactText(sizes.front().Pages, clsSize::Pages).empty()) return;
+  SetExact(RequiredElement(sID), Joined([this](Long lPages) { return ExactText(lPages, clsSize::Pages); }));
 }
 
 void PageMain::FillLogRows() {
@@ -199,14 +211,20 @@ void PageMain::FillLogRows() {
 }
 
 void PageMain::FillDetails() {
-  const MainDetails::Facts oFacts{Database(), Locale(), [this](Long lPages) { return SizeText(lPages); }};
+  std::string sExact;
+  const MainDetails::Facts oFacts{Database(), Locale(), [&](Long lPages) {
+                                    sExact = ExactText(lPages, clsSize::Pages);
+                                    return SizeText(lPages);
+                                  }};
   for (const MainDetails::Detail& oDetail : MainDetails::All) {
     Element& oElement = RequiredElement(oDetail.ID);
     const bool bHolds = oDetail.Condition(oFacts);
     if (oDetail.Text == nullptr) {
       ShowElement(&oElement, bHolds);
     } else if (bHolds) {
+      sExact.clear();
       oElement.innerText(modCells::Known(oDetail.Text(oFacts)));
+      SetExact(oElement, sExact);
     }
   }
 }
@@ -223,12 +241,20 @@ void PageMain::SampleState() {
     const double dValue = int{lValue};
     return Samples::Figure{.ID = sID, .Label = sLabel, .Unit = sUnit, .Value = dValue, .Place = sPlace};
   };
-  Sample("State", {Level("DataPercent", "Data Area", "%", oState->DataPercent(), "txtData"),
-                   Level("LogPercent", "Log Area", "%", oState->LogPercent(), "txtLog"),
-                   Level("SessionPercent", "Sessions", "%", oState->SessionPercent(), "txtSessions"),
-                   Level("DataUsed", "Data Area, used pages", "", oState->DataUsed(), ""),
-                   Level("LogUsed", "Log Area, used pages", "", oState->LogUsed(), ""),
-                   Level("CacheHitRate", "Hit Rate", "%", oState->CacheHitRate(), "")});
+  const std::vector<Samples::Figure> figures = {
+      Level("DataPercent", "Data Area", "%", oState->DataPercent(), "txtData"),
+      Level("LogPercent", "Log Area", "%", oState->LogPercent(), "txtLog"),
+      Level("SessionPercent", "Sessions", "%", oState->SessionPercent(), "txtSessions"),
+      Level("DataUsed", "Data Area, used pages", "", oState->DataUsed(), ""),
+      Level("LogUsed", "Log Area, used pages", "", oState->LogUsed(), ""),
+      Level("CacheHitRate", "Hit Rate", "%", oState->CacheHitRate(), "")};
+  try {
+    if (const auto oAnalyzer = Database()->Analyzer())
+      ProtocolSamples::Begin(*Samples::Of(Database()), *oAnalyzer, figures);
+  } catch (const ZELLib3::InstanceError&) {
+    // Health says what is wrong with the analyzer.
+  }
+  Sample("State", figures);
 }
 
 void PageMain::FillHealth() {

@@ -8,6 +8,8 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace ZELLib3 {
 class StateInfo;
@@ -59,8 +61,14 @@ class ZELWBR3_EXPORT PageMain : public DataPage {
   /// True if the instance is in a state in which its areas have figures.
   bool AreasOpen() const;
   bool IsAtLeast(int lVersion) const;
-  /// The text of an area: a blank, that it is full, or its sizes.
-  std::string AreaText(Flag pFull, const std::string& sFullText, const std::function<std::string()>& oSizes) const;
+  struct AreaSize {
+    const char* Label;
+    Long Pages;
+  };
+  /// Writes the text of an area: a blank, that it is full, or its sizes, with the exact
+  /// pages for its tooltip.
+  void FillArea(std::string_view sID, Flag pFull, const std::string& sFullText,
+                const std::function<std::vector<AreaSize>()>& oSizes);
 
   Health m_oHealth;
 };

@@ -110,7 +110,7 @@ void PageInfoCaches::FillUsage(const Caches& oCaches) {
   const auto AddUsage = [&](const std::string& sLabel, double dSize) {
     const auto oCells = modCells::AddRowCells(oTemplate, 3);
     modCells::SetCellText(*oCells[0], sLabel);
-    modCells::SetCellText(*oCells[1], SizeText(dSize, clsSize::KB));
+    SetSize(*oCells[1], dSize, clsSize::KB);
     modCells::SetCellText(*oCells[2], FormatRate(oCaches.DataCacheSize(), dSize));
   };
   AddUsage("Entire Data Cache", oCaches.DataCacheUsedSize());
@@ -130,7 +130,7 @@ Element& PageInfoCaches::Template(std::string_view sTable) const {
 void PageInfoCaches::AddSize(Element& oTemplate, const std::string& sLabel, double dSize) {
   const auto oCells = modCells::AddRowCells(oTemplate, 2);
   modCells::SetCellText(*oCells[0], sLabel);
-  modCells::SetCellText(*oCells[1], SizeText(dSize, clsSize::KB));
+  SetSize(*oCells[1], dSize, clsSize::KB);
 }
 
 void PageInfoCaches::AddAccesses(Element& oTemplate, const std::string& sLabel, const Caches& oCaches,

@@ -2,6 +2,7 @@
 
 #include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/framework/PageController.h"
+#include "zelwbr3/framework/clsSize.h"
 #include "zelwbr3/framework/modCells.h"
 #include "zelwbr3/framework/modElement.h"
 #include "zelwbr3/framework/modTopWarning.h"
@@ -153,7 +154,10 @@ void PageStorageArea::FillFigures(std::string_view sTable, std::span<const Stora
     if (oFigure.Shown != nullptr && !oFigure.Shown(*Database())) continue;
     using Kind = StorageArea::Kind;
     const Long lValue = oFigure.Value(*Database());
-    Write(oAll.item(oFigure.ID), oFigure.Kind == Kind::Count ? std::to_string(lValue) : SizeText(lValue));
+    if (Element* oValue = oAll.item(oFigure.ID)) {
+      oValue->innerText(oFigure.Kind == Kind::Count ? std::to_string(lValue) : SizeText(lValue));
+      if (oFigure.Kind != Kind::Count) SetExact(*oValue, ExactText(lValue, int{clsSize::Pages}));
+    }
     if (oFigure.Kind == Kind::Share || oFigure.Kind == Kind::Whole) {
       const std::string sPercent = oFigure.Kind == Kind::Whole ? modCells::FormatPercent(100, Locale())
                                                                : Percent(lValue, m_oArea.ReferenceSize(*Database()));

@@ -101,6 +101,11 @@ std::optional<std::vector<ZELLib3::Analyzer::ProtocolSet>> BackgroundAnalyzer::P
   return oSets;
 }
 
+std::vector<ZELLib3::Analyzer::Protocol> BackgroundAnalyzer::Protocols(Long lDays) {
+  const auto tFrom = std::time(nullptr) - static_cast<std::time_t>(std::int32_t{lDays} - 1) * 24 * 60 * 60;
+  return Ask([&] { return ProtocolFolder(m_oFolder.Path()).Read(DayOf(TimeStamp(tFrom))); });
+}
+
 bool BackgroundAnalyzer::Start(const StartOptions& oOptions) {
   return Do([&] {
     CheckNotNegative("number", oOptions.Number);

@@ -54,6 +54,8 @@ class BackgroundAnalyzer : public ZELLib3::Analyzer {
   std::string ErrorText() const override;
   std::optional<std::vector<ProtocolSet>> ProtocolSets() override;
 
+  std::vector<Protocol> Protocols(Long lDays) override;
+
   /// Returns when the first evaluation has been written, or is known to be
   /// impossible, which LastError then explains; at the latest after 30 seconds.
   bool Start(const StartOptions& oOptions) override;

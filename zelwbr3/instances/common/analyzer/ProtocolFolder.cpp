@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/instances/common/analyzer/ProtocolFile.h"
+#include "zelwbr3/instances/common/analyzer/ProtocolReader.h"
 #include "zelwbr3/instances/common/analyzer/TimeStamp.h"
 
 #include <sys/stat.h>
@@ -122,6 +123,13 @@ std::vector<ZELLib3::Analyzer::ProtocolSet> ProtocolFolder::Sets() const {
     }
   }
   return sets;
+}
+
+std::vector<ZELLib3::Analyzer::Protocol> ProtocolFolder::Read(const std::string& sFrom) const {
+  std::vector<std::string> days = Days();
+  std::erase_if(days, [&](const std::string& sDay) { return sDay < sFrom; });
+  std::ranges::reverse(days);
+  return ReadProtocols(m_sPath, days);
 }
 
 void ProtocolFolder::Delete(const std::string& sDay) const {

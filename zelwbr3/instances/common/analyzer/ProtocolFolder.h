@@ -38,6 +38,9 @@ class ProtocolFolder {
   /// files and folders are not listed. Raises std::filesystem::filesystem_error.
   std::vector<ZELLib3::Analyzer::ProtocolSet> Sets() const;
 
+  /// The figures of the sets from a day on, "YYYYMMDD"; see ReadProtocols.
+  std::vector<ZELLib3::Analyzer::Protocol> Read(const std::string& sFrom) const;
+
   /// Deletes the set of a day, "YYYYMMDD", if there is one. An analyzer that is
   /// just writing into it begins the set anew with its next evaluation. A
   /// folder that holds anything else is left as it is: raises

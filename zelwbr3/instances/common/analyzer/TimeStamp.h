@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <ctime>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,6 +14,9 @@ std::string TimeStamp(std::time_t tTime);
 
 /// The same for people: "2026-03-02 07:00:00". Empty for what is no time stamp.
 std::string ReadableTime(std::string_view sTimeStamp);
+
+/// Milliseconds since 1970; no value for what is no time stamp.
+std::optional<std::int64_t> MomentOf(std::string_view sTimeStamp);
 
 /// The day of a time stamp, "20260302"; its first eight digits.
 std::string DayOf(std::string_view sTimeStamp);
