@@ -3,11 +3,13 @@
 #include "host/ProgramFiles.h"
 #include "host/TableCSV.h"
 #include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/Samples.h"
 #include "zelwbr3/headless/ReportWriter.h"
 
 #include <algorithm>
 #include <ostream>
 #include <stdexcept>
+#include <thread>
 
 namespace ZELWbr3::Host {
 
@@ -22,8 +24,8 @@ Report::Report(std::shared_ptr<ZELLib3::Database> oDatabase, EventLog& oEvents)
       m_oPlatform.MessageBox().Unsuitable.Connect([this](const std::string& sText) { m_errors.push_back(sText); }));
 }
 
-void Report::Run(const std::string& sPage, const std::vector<Step>& steps, const std::string& sTable,
-                 std::ostream& oOut) {
+void Report::Run(const std::string& sPage, std::chrono::seconds oOver, const std::vector<Step>& steps,
+                 const std::string& sTable, std::ostream& oOut) {
   const auto Write = [&](std::size_t iStep) { oOut << "<!-- step " << iStep << " -->\n" << Visible(sTable); };
   const bool bPrints = std::ranges::find(steps, Step::Kind::Print, &Step::What) != steps.end();
 
@@ -33,6 +35,7 @@ void Report::Run(const std::string& sPage, const std::vector<Step>& steps, const
     m_oPages.Show(sPage);
     EndStep();
   }
+  ReadOver(oOver);
   for (std::size_t i = 0; i < steps.size(); ++i) {
     if (steps[i].What == Step::Kind::Print) {
       Write(i + 1);
@@ -47,6 +50,16 @@ void Report::Run(const std::string& sPage, const std::vector<Step>& steps, const
     Write(steps.size());
   }
   m_oBrowser.CleanUp();
+}
+
+void Report::ReadOver(std::chrono::seconds oTime) {
+  constexpr std::chrono::milliseconds Between{Samples::Distance};
+  const auto oEnd = std::chrono::steady_clock::now() + oTime;
+  for (auto oNow = std::chrono::steady_clock::now(); oNow < oEnd; oNow = std::chrono::steady_clock::now()) {
+    std::this_thread::sleep_until(std::min<std::chrono::steady_clock::time_point>(oNow + Between, oEnd));
+    RunCommand(DataPage::CommandRefresh);
+    EndStep();
+  }
 }
 
 void Report::Take(const Step& oStep) {

@@ -7,6 +7,7 @@
 #include "zelwbr3/headless/HeadlessPlatform.h"
 #include "zelwbr3/shell/Browser.h"
 
+#include <chrono>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -20,15 +21,18 @@ class Report {
  public:
   Report(std::shared_ptr<ZELLib3::Database> oDatabase, EventLog& oEvents);
 
+  /// For a time, first reads the page again every few seconds: then it has curves.
   /// Writes the final document to oOut. If steps print, writes the document at
   /// each of them and at the end, each after a line that names the step. With the
   /// id of a table, its rows as CSV instead.
-  void Run(const std::string& sPage, const std::vector<Step>& steps, const std::string& sTable, std::ostream& oOut);
+  void Run(const std::string& sPage, std::chrono::seconds oOver, const std::vector<Step>& steps,
+           const std::string& sTable, std::ostream& oOut);
 
   /// The texts of the error displays, and of answers that did not fit.
   const std::vector<std::string>& Errors() const { return m_errors; }
 
  private:
+  void ReadOver(std::chrono::seconds oTime);
   void Take(const Step& oStep);
   void RunCommand(Long lCommand);
   /// Delivers all pending notifications.

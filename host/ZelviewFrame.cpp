@@ -1,6 +1,7 @@
 #include "host/ZelviewFrame.h"
 
 #include "host/OpenInstance.h"
+#include "host/OpenWindow.h"
 #include "host/OutputFiles.h"
 #include "host/ProgramFiles.h"
 #include "host/Questions.h"
@@ -25,6 +26,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include <wx/choicdlg.h>
 #include <wx/filedlg.h>
 #include <wx/log.h>
 #include <wx/menu.h>
@@ -52,11 +54,12 @@ constexpr int kWidthForTitles = 720;
 constexpr int kFirstRecent = 7000;
 
 constexpr const char* Shortcuts =
-    "F5\tread the page again\nEsc\tclose the page\nAlt+Left, Alt+Right\tback and forward\n"
+    "F1\twhat a figure means; then the arrow keys\nF5\tread the page again\nEsc\tclose the page\nAlt+Left, "
+    "Alt+Right\tback and forward\n"
     "F6, Shift+F6\tgo round page list, commands and page\nCtrl+F\tfilter a list\n"
     "Arrows, Page Up, Page Down, Home, End\tgo from row to row\nletters\tgo to the row that begins with them\n"
     "Ctrl+C\tcopy what is selected\nCtrl+P\tprint the page\nCtrl+O, Ctrl+Shift+O\topen a file or a server\n"
-    "Ctrl+S\tsave a recording\nCtrl+Q\tquit";
+    "Ctrl+N\tanother window\nCtrl+S\tsave a recording\nCtrl+Q\tquit";
 
 constexpr const char* Units[] = {"Sizes in &Kilobytes", "Sizes in &Megabytes", "Sizes in &Gigabytes", "Sizes in &Pages",
                                  "Sizes in a &Fitting Unit"};
@@ -77,7 +80,8 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
   SetStatusWidths(3, oWidths);
   Browser::Resource(std::make_shared<ZelviewPictures>());
   // The Tab key goes round what is in one panel.
-  auto* oAll = new wxPanel(this);
+  m_oAll = new wxPanel(this);
+  wxPanel* oAll = m_oAll;
   m_oPageList = new PageList(oAll);
   m_oPanel = new Desktop::BrowserPanel(oAll);
   m_oCommandlist = std::make_shared<Desktop::DesktopCommandlist>(*oAll, *m_oPanel, PictureOf);
@@ -98,6 +102,12 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
   oColumns->Add(new wxStaticLine(oAll, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLI_VERTICAL), 0, wxEXPAND);
   oColumns->Add(oRight, 1, wxEXPAND);
   oAll->SetSizer(oColumns);
+  m_oStart = MakeStart();
+  m_oStart->Hide();
+  auto* oBoth = new wxBoxSizer(wxVERTICAL);
+  oBoth->Add(oAll, wxSizerFlags(1).Expand());
+  oBoth->Add(m_oStart, wxSizerFlags(1).Expand());
+  SetSizer(oBoth);
   Bind(wxEVT_CHAR_HOOK, &ZelviewFrame::OnKey, this);
   Bind(wxEVT_SIZE, [this](wxSizeEvent& oEvent) {
     const bool bNarrow = GetClientSize().x < FromDIP(kWidthForTitles);
@@ -128,9 +138,57 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
     Later([this, sFile] { OpenAndShow(sFile); });
   });
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& oEvent) {
+    if (m_oSettings) ReadRecent();
     SaveSettings();
     oEvent.Skip();
   });
+}
+
+StartPage* ZelviewFrame::MakeStart() {
+  const auto InLater = [this](void (ZelviewFrame::*pWork)(const std::string&)) {
+    return
+        [this, pWork](const std::string& sInstance) { Later([this, pWork, sInstance] { (this->*pWork)(sInstance); }); };
+  };
+  return new StartPage(
+      this, {.Open = InLater(&ZelviewFrame::OpenAndShow),
+             .OpenWindow = InLater(&ZelviewFrame::OpenAnotherWindow),
+             .Remove = InLater(&ZelviewFrame::Forget),
+             .Others = {{"&Database File…", [this] { OpenFile("Open a SQLite database file", "*", "sqlite:"); }},
+                        {"&Server…", [this] { Later([this] { OpenServer(); }); }},
+                        {"&Recording…", [this] { OpenFile("Open a recording", "*.json", "recorded:"); }},
+                        {"S&ample Database", [this] { Later([this] { OpenAndShow(SampleInstance()); }); }}}});
+}
+
+void ZelviewFrame::ShowStart() {
+  if (!m_oSettings) m_oSettings.emplace();
+  ReadRecent();
+  m_oAll->Hide();
+  m_oStart->Show();
+  Layout();
+  if (m_oDatabase == nullptr) SetTitle("zelview");
+  m_oStart->Begin(m_oSettings->Recent);
+  m_oStart->SetFocus();
+}
+
+void ZelviewFrame::LeaveStart() {
+  if (!m_oStart->IsShown() || m_oDatabase == nullptr) return;
+  m_oStart->End();
+  m_oStart->Hide();
+  m_oAll->Show();
+  Layout();
+  m_oPanel->SetFocus();
+}
+
+void ZelviewFrame::Forget(const std::string& sInstance) {
+  ReadRecent();
+  std::erase(m_oSettings->Recent, sInstance);
+  if (m_bSave) m_oSettings->Save();
+  FillRecent();
+  m_oStart->Begin(m_oSettings->Recent);
+}
+
+void ZelviewFrame::OpenAnotherWindow(const std::string& sInstance) {
+  if (!OpenWindow(sInstance)) throw std::runtime_error("Another window cannot be opened");
 }
 
 wxSizer* ZelviewFrame::MakeTrail(wxWindow* oParent) {
@@ -169,6 +227,14 @@ void ZelviewFrame::ShowTrail() {
 
 void ZelviewFrame::OnKey(wxKeyEvent& oEvent) {
   const int iKey = oEvent.GetKeyCode();
+  if (m_oStart->IsShown()) {
+    if (iKey != WXK_ESCAPE || m_oDatabase == nullptr) return oEvent.Skip();
+    return LeaveStart();
+  }
+  // In the page, the key explains a figure.
+  if (iKey == WXK_F1 && !oEvent.HasAnyModifiers() && !m_oPanel->PageHasFocus()) {
+    return Later([this] { ShowContents(); });
+  }
   const bool bTrail = oEvent.AltDown() && !oEvent.ControlDown() && (iKey == WXK_LEFT || iKey == WXK_RIGHT);
   const bool bPages = (iKey == WXK_F5 || iKey == WXK_ESCAPE) && !oEvent.HasAnyModifiers();
   if (bTrail) {
@@ -207,6 +273,9 @@ void ZelviewFrame::MakeMenus() {
   };
 
   auto* oFile = new wxMenu;
+  Add(oFile, "S&tart Page", [this] { Later([this] { ShowStart(); }); });
+  Add(oFile, "&New Window\tCtrl+N", [this] { Later([this] { OpenAnotherWindow(""); }); });
+  oFile->AppendSeparator();
   Add(oFile, "&Open Database File…\tCtrl+O", [this] { OpenFile("Open a SQLite database file", "*", "sqlite:"); });
   Add(oFile, "Open S&erver…\tCtrl+Shift+O", [this] { Later([this] { OpenServer(); }); });
   Add(oFile, "Open &Recording…", [this] { OpenFile("Open a recording", "*.json", "recorded:"); });
@@ -250,7 +319,8 @@ void ZelviewFrame::MakeMenus() {
   Add(oGo, "&Forward", [this] { Later([this] { m_oTrail->Forward(); }); });
 
   auto* oHelp = new wxMenu;
-  Add(oHelp, "&Message…", [this] { Later([this] { ShowMessage(); }); });
+  Add(oHelp, "&Contents…", [this] { Later([this] { ShowContents(); }); });
+  Add(oHelp, "Look Up a &Message…", [this] { Later([this] { ShowMessage(); }); });
   Add(oHelp, "&Keyboard Shortcuts",
       [this] { Later([this] { wxMessageBox(Shortcuts, "Keyboard Shortcuts", wxOK, this); }); });
   Add(oHelp, "&About zelview", [this] {
@@ -317,9 +387,12 @@ void ZelviewFrame::Open(const std::string& sInstance) {
   m_oDatabase = std::move(oDatabase);
   m_oTrail->Clear();
   if (m_oSettings) {
+    ReadRecent();
     m_oSettings->Opened(sInstance);
+    if (m_bSave) SaveSettings();
     FillRecent();
   }
+  LeaveStart();
   m_oPages = std::make_unique<HostPages>(m_oPanel->Browser(), m_oDatabase, m_oCommandlist);
   SetTitle(Text(ZELWbr3::Text::Isolated(m_oDatabase->InstanceName()) + " - zelview"));
   SetStatusText(Text(ZELWbr3::Text::Isolated(m_oDatabase->Version()->Text())), 2);
@@ -374,6 +447,10 @@ void ZelviewFrame::FillRecent() {
   }
 }
 
+void ZelviewFrame::ReadRecent() {
+  if (m_bSave) m_oSettings->Recent = Settings::Load().Recent;
+}
+
 void ZelviewFrame::SaveSettings() {
   if (!m_oSettings || !m_bSave) return;
   if (!IsMaximized() && !IsIconized()) {
@@ -402,6 +479,7 @@ void ZelviewFrame::OpenFile(const wxString& sTitle, const wxString& sPattern, co
 }
 
 void ZelviewFrame::SaveRecording() {
+  if (m_oDatabase == nullptr) return;
   wxFileDialog oDialog(this, "Save a recording of the instance", "", "", "*.json", wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
   if (oDialog.ShowModal() != wxID_OK) return;
   const std::string sFile = UTF8(oDialog.GetPath());
@@ -419,13 +497,26 @@ void ZelviewFrame::ShowMessage() {
   if (sTopic && !sTopic->empty()) m_oPanel->Browser().ShowMessageHelpID(*sTopic);
 }
 
+void ZelviewFrame::ShowContents() {
+  const auto topics = HelpContents();
+  if (topics.empty()) throw std::runtime_error("The help was not built with this program");
+  wxArrayString oTitles;
+  for (const HelpTopic& o : topics) oTitles.Add(wxString::FromUTF8(o.Title));
+  wxSingleChoiceDialog oDialog(this, "What is the help wanted on?", "Help", oTitles);
+  oDialog.SetSize(FromDIP(wxSize(420, 480)));
+  oDialog.CentreOnParent();
+  if (oDialog.ShowModal() != wxID_OK) return;
+  const std::string sTopic = topics[static_cast<std::size_t>(oDialog.GetSelection())].ID;
+  Later([this, sTopic] { m_oPanel->Browser().ShowMessageHelpID(sTopic); });
+}
+
 void ZelviewFrame::Later(std::function<void()> oWork) {
   CallAfter([this, oWork = std::move(oWork)] {
     const wxWeakRef<ZelviewFrame> oThis(this);
     try {
       // Some of it reads the instance, which may be at work.
       m_oPanel->Platform().MessagePump().AwaitBackground();
-      if (m_oPages != nullptr) oWork();
+      if (m_oPages != nullptr || m_oStart->IsShown()) oWork();
     } catch (const ClosingError&) {
       // What the user wants now is that it ends.
     } catch (const std::exception& oError) {

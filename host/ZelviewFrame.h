@@ -5,6 +5,7 @@
 #include "host/PageTrail.h"
 #include "host/RefreshBar.h"
 #include "host/Settings.h"
+#include "host/StartPage.h"
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
 #include "zelwbr3/desktop/Theme.h"
@@ -35,6 +36,8 @@ class ZelviewFrame : public wxFrame {
   /// Writes a recording of the instance and returns the notes; throws as
   /// WriteRecording, and WaitError.
   std::vector<std::string> Record(const std::string& sFile);
+  /// Shows the instances opened lately instead of one.
+  void ShowStart();
   /// Shows the main page and then another one; throws as HostPages::Show.
   void ShowFirst(const std::string& sPage);
   void PreferredUnit(Long lUnit);
@@ -42,6 +45,7 @@ class ZelviewFrame : public wxFrame {
   /// saved if bSave.
   void Remember(const Settings& oSettings, bool bSave);
   RefreshBar& Refreshing() { return *m_oRefreshBar; }
+  StartPage& Start() { return *m_oStart; }
   /// Calls oDone when what is shown has been painted.
   void AfterPaint(std::function<void()> oDone);
   /// Writes a picture of the window as it was painted last; throws
@@ -52,11 +56,18 @@ class ZelviewFrame : public wxFrame {
   void MakeMenus();
   /// The buttons for going back and forward, and where the user is.
   wxSizer* MakeTrail(wxWindow* oParent);
+  StartPage* MakeStart();
+  /// Goes back from the start page to the instance that is open.
+  void LeaveStart();
+  void Forget(const std::string& sInstance);
+  void OpenAnotherWindow(const std::string& sInstance);
   void ShowTrail();
   void Theme(std::optional<Desktop::Theme> eTheme);
   /// Opens what the user has named and shows its first page.
   void OpenAndShow(const std::string& sInstance);
   void FillRecent();
+  /// Takes over what other windows have opened meanwhile.
+  void ReadRecent();
   void SaveSettings();
   /// A key pressed anywhere in the window.
   void OnKey(wxKeyEvent& oEvent);
@@ -69,6 +80,7 @@ class ZelviewFrame : public wxFrame {
   void OpenServer();
   void SaveRecording();
   void ShowMessage();
+  void ShowContents();
   /// Runs something that the user asked for, once the toolkit is done with the
   /// event, and shows what it throws.
   void Later(std::function<void()> oWork);
@@ -82,6 +94,8 @@ class ZelviewFrame : public wxFrame {
   std::optional<Settings> m_oSettings;
   bool m_bSave = false;
   wxMenu* m_oRecent;
+  wxPanel* m_oAll;  ///< all but the start page
+  StartPage* m_oStart;
   wxButton* m_oBack;
   wxButton* m_oForward;
   wxStaticText* m_oPath;

@@ -31,6 +31,7 @@ struct Arguments {
   std::string Record;
   std::string Table;
   std::string PDF;
+  int Over = 0;
   bool Check = false;
   bool JSON = false;
 };
@@ -68,7 +69,7 @@ int Run(const Arguments& oArguments) {
   Report oReport(oDatabase, oEvents);
   std::ostringstream oOut;
   try {
-    oReport.Run(oArguments.Page, steps, oArguments.Table, oOut);
+    oReport.Run(oArguments.Page, std::chrono::seconds(oArguments.Over), steps, oArguments.Table, oOut);
   } catch (...) {
     // Keep what the steps have printed so far.
     if (!oOut.str().empty()) WriteOut(oArguments.Out, oOut.str());
@@ -91,6 +92,10 @@ int main(int argc, char** argv) {
   oApp.add_option("INSTANCE", oArguments.Instance,
                   "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…");
   oApp.add_option("--page", oArguments.Page, "The page to show (default: Main)");
+  oApp.add_option("--over", oArguments.Over,
+                  "Read the page again and again for so many seconds, so that it has curves and what its counters grow "
+                  "by each second")
+      ->check(CLI::Range(1, 3600));
   oApp.add_option("--do", oArguments.Steps,
                   "A step to take, repeatable: click ID, key CODE, focus ID, item KEY, show NAME, answer WORD, "
                   "command N, print")
@@ -108,7 +113,7 @@ int main(int argc, char** argv) {
                     "Show no page, but write one line about what needs attention, and exit with 0 (nothing), "
                     "1 (warning), 2 (critical) or 3 (unknown), as monitoring plugins do");
   oApp.add_flag("--json", oArguments.JSON, "Write what --check finds as JSON")->needs(oCheck);
-  for (const char* sOther : {"--page", "--do", "--out", "--events", "--record", "--csv", "--pdf"}) {
+  for (const char* sOther : {"--page", "--over", "--do", "--out", "--events", "--record", "--csv", "--pdf"}) {
     oCheck->excludes(oApp.get_option(sOther));
   }
   oApp.set_version_flag("--version", "zelreport " ZELWBR3_VERSION);

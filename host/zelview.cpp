@@ -2,6 +2,7 @@
 
 #include "host/HostPages.h"
 #include "host/OpenInstance.h"
+#include "host/OpenWindow.h"
 #include "host/OutputFiles.h"
 #include "host/ZelviewFrame.h"
 #include "zelwbr3/base/Text.h"
@@ -18,9 +19,7 @@
 #include <wx/app.h>
 #include <wx/image.h>
 #include <wx/log.h>
-#include <wx/stdpaths.h>
 #include <wx/timer.h>
-#include <wx/utils.h>
 
 namespace {
 
@@ -33,19 +32,14 @@ struct Arguments {
   std::optional<int> Unit;
   std::string Screenshot;
   std::string Record;
+
+  /// Nothing is asked for: the user wants to choose.
+  bool IsPlain() const { return (Instance + Page + Screenshot + Record).empty(); }
 };
 
 int Complain(const std::string& sText) {
   std::cerr << "zelview: " << ZELWbr3::Text::OneLine(sText) << '\n';
   return 1;
-}
-
-/// Another window is another program: one that waits for its instance keeps no other.
-void OpenWindow(const std::string& sInstance) {
-  const std::string sProgram = std::string(wxStandardPaths::Get().GetExecutablePath().utf8_str());
-  const char* const sArguments[] = {sProgram.c_str(), sInstance.c_str(), nullptr};
-  if (wxExecute(sArguments, wxEXEC_ASYNC) == 0)
-    Complain("\"" + ShownInstance(sInstance) + "\" cannot be opened in a window");
 }
 
 bool IsPage(const std::string& sName) {
@@ -70,10 +64,12 @@ class Zelview : public wxApp {
     wxLog::SetActiveTarget(new wxLogStderr);
     wxImage::AddHandler(new wxPNGHandler);
     try {
-      m_sInstance = m_oArguments.Instance.empty() ? SampleInstance() : m_oArguments.Instance;
-      CheckOutputFiles(m_sInstance, {{"--screenshot", m_oArguments.Screenshot}, {"--record", m_oArguments.Record}});
-      m_oFrame = new ZelviewFrame;
       const Settings oSettings = Settings::Load();
+      m_bStartPage = m_oArguments.IsPlain() && !oSettings.Recent.empty();
+      m_sInstance = m_oArguments.Instance.empty() && !m_bStartPage ? SampleInstance() : m_oArguments.Instance;
+      if (!m_bStartPage)
+        CheckOutputFiles(m_sInstance, {{"--screenshot", m_oArguments.Screenshot}, {"--record", m_oArguments.Record}});
+      m_oFrame = new ZelviewFrame;
       m_oFrame->Remember(oSettings, m_oArguments.Screenshot.empty());
       if (m_oArguments.Page.empty()) m_oArguments.Page = IsPage(oSettings.Page) ? oSettings.Page : "Main";
       m_oFrame->PreferredUnit(m_oArguments.Unit.value_or(oSettings.Unit));
@@ -83,8 +79,14 @@ class Zelview : public wxApp {
       return false;
     }
     if (!m_oArguments.Screenshot.empty()) Watch();
-    m_oFrame->CallAfter([this] { Start(); });
-    for (const std::string& sOther : m_oArguments.Others) OpenWindow(sOther);
+    if (m_bStartPage) {
+      m_oFrame->ShowStart();
+    } else {
+      m_oFrame->CallAfter([this] { Start(); });
+    }
+    for (const std::string& sOther : m_oArguments.Others) {
+      if (!OpenWindow(sOther)) Complain("\"" + ShownInstance(sOther) + "\" cannot be opened in a window");
+    }
     return true;
   }
 
@@ -141,6 +143,7 @@ class Zelview : public wxApp {
 
   Arguments m_oArguments;
   std::string m_sInstance;
+  bool m_bStartPage = false;
   ZelviewFrame* m_oFrame = nullptr;
   wxTimer m_oPicture;
   wxTimer m_oDeadline;
@@ -155,8 +158,8 @@ int main(int argc, char** argv) {
   std::vector<std::string> instances;
   oCommandLine.add_option(
       "INSTANCE", instances,
-      "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; the sample database by "
-      "default. Several are shown in a window each");
+      "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; by default those opened "
+      "lately, at first the sample database. Several are shown in a window each");
   oCommandLine.add_option("--page", oArguments.Page, "The page to show; the last one by default, at first Main");
   oCommandLine
       .add_option("--unit", oArguments.Unit,

@@ -294,6 +294,32 @@ TEST_F(ZelviewTest, ARecordingIsSavedAndOpenedAndADatabaseFileIsOpened) {
   EXPECT_EQ(Zelview->GetTitle(), "DEMO - zelview");
 }
 
+TEST_F(ZelviewTest, TheStartPageShowsLightsAndAHangingInstanceHoldsNothing) {
+  const std::string sCheck = (Folder / "check").string();
+  std::ofstream(sCheck) << "#!/bin/sh\ncase $4 in *hang*) exec sleep 60;; esac\n"
+                           R"(echo '{"level":"CRITICAL","instance":"NEW","findings":[{"text":"It burns"}]}')"
+                        << "\n";
+  std::filesystem::permissions(sCheck, std::filesystem::perms::owner_all);
+  setenv("ZELWBR3_REPORT", sCheck.c_str(), 1);
+  Frame->Destroy();
+  Frame = Zelview = new Host::ZelviewFrame;
+  unsetenv("ZELWBR3_REPORT");
+  const std::string sNew = "recorded:" ZELWBR3_SOURCE_DIR "/tests/recordings/new-7.6.json";
+  Host::Settings oSettings;
+  oSettings.Recent = {sNew, "postgresql://hang"};
+  Zelview->Remember(oSettings, false);
+  Zelview->Show();
+  Zelview->ShowStart();
+  Host::StartPage& oStart = Zelview->Start();
+  WaitFor("the light", [&] { return oStart.Row(0)[0] == "Critical"; });
+  EXPECT_EQ(oStart.Row(0), (std::vector<std::string>{"Critical", "NEW", sNew, "It burns"}));
+  EXPECT_EQ(oStart.Row(1)[0], "Checking\u2026");
+  ActivateFrame();
+  Press("Return");
+  WaitFor("the instance", [&] { return Zelview->GetTitle() == "NEW - zelview" && !oStart.IsShown(); });
+  WaitForText("txtFormTitle", "Instance Overview");
+}
+
 TEST_F(ZelviewTest, AMessageIsLookedUp) {
   bool bShown = false;
   InDialog([&](wxDialog&) {

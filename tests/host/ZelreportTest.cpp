@@ -48,6 +48,16 @@ class ZelreportTest : public testing::Test {
 
 }  // namespace
 
+TEST_F(ZelreportTest, ReadsOverATimeForCurves) {
+  const Ended oEnded = RunZelreport({Recording("demo"), "--page", "InfoActivity", "--over", "2"});
+  EXPECT_EQ(oEnded.Exit, 0) << oEnded.Err;
+  const auto oPage = Headless::ParseHTML(oEnded.Out);
+  const std::string sTimes = oPage->all().item("lstSeries")->getAttribute("data-times");
+  EXPECT_EQ(std::ranges::count(sTimes, ' '), 1) << sTimes;  // two readings
+  EXPECT_EQ(oPage->all().item("SERIEStabCommands.7")->getAttribute("data-values"), "8007 8007");
+  ExpectComplaint({Recording("demo"), "--over", "0"}, "--over");
+}
+
 TEST_F(ZelreportTest, WritesThePageSoThatItNeedsNoOtherFile) {
   const Ended oEnded = RunZelreport({Recording("hostile")});
   EXPECT_EQ(oEnded.Exit, 0);
