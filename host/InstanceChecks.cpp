@@ -31,11 +31,14 @@ Health::Level LevelOf(const std::string& sName) {
 }
 
 /// What zelreport has written.
-Light LightOf(const std::string& sOutput) {
+Light LightOf(const std::string& sInstance, const std::string& sOutput) {
   try {
     const json oCheck = json::parse(sOutput);
     Light oLight{LevelOf(oCheck.at("level")), oCheck.at("instance"), {}};
     if (!oCheck.at("findings").empty()) oLight.Text = oCheck["findings"][0].at("text");
+    // What cannot be opened is named in the message, and has no other name.
+    if (oLight.Name == sInstance) oLight.Name.clear();
+    if (oLight.Text.starts_with(sInstance + ": ")) oLight.Text.erase(0, sInstance.size() + 2);
     return oLight;
   } catch (const json::exception&) {
     return {Health::Level::Unknown, {}, "The check has given no result"};
@@ -122,7 +125,7 @@ void InstanceChecks::Next() {
 
 void InstanceChecks::Ended(Process& oProcess, const std::string& sOutput) {
   std::erase(m_running, &oProcess);
-  m_oSeen(oProcess.Instance, LightOf(sOutput));
+  m_oSeen(oProcess.Instance, LightOf(oProcess.Instance, sOutput));
   Next();
 }
 

@@ -48,6 +48,13 @@ wxBitmapBundle Picture(const std::string& sShapes) {
 
 wxString Shown(const std::string& sText) { return wxString::FromUTF8(Text::Clean(Text::OneLine(sText))); }
 
+/// What an instance is called while its own name is not known: the last part of its
+/// address.
+std::string ShortName(const std::string& sInstance) {
+  const auto iSlash = sInstance.find_last_of('/');
+  return iSlash == sInstance.npos || iSlash + 1 == sInstance.size() ? sInstance : sInstance.substr(iSlash + 1);
+}
+
 /// Takes the keyboard where the arrow keys work.
 class InstancesCtrl : public wxDataViewListCtrl {
  public:
@@ -66,10 +73,8 @@ StartPage::StartPage(wxWindow* oParent, Actions oActions)
   m_oList = new InstancesCtrl(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxDV_SINGLE);
   m_oList->AppendIconTextColumn("State", wxDATAVIEW_CELL_INERT, FromDIP(110));
   m_oList->AppendTextColumn("Instance", wxDATAVIEW_CELL_INERT, FromDIP(150));
-  m_oList->AppendTextColumn("Opened As", wxDATAVIEW_CELL_INERT, FromDIP(330))
-      ->GetRenderer()
-      ->EnableEllipsize(wxELLIPSIZE_MIDDLE);
-  m_oList->AppendTextColumn("What Needs Attention", wxDATAVIEW_CELL_INERT, FromDIP(400));
+  m_oList->AppendTextColumn("What Needs Attention", wxDATAVIEW_CELL_INERT, FromDIP(420));
+  m_oList->AppendTextColumn("Opened As", wxDATAVIEW_CELL_INERT, FromDIP(330));
   Desktop::AccessibleName(*m_oList, "Instances opened lately");
 
   const auto AddButton = [this](wxSizer* oTo, const std::string& sText, const std::function<void()>& oWork) {
@@ -138,9 +143,10 @@ void StartPage::Write(std::size_t iRow, const wxString& sState, const std::strin
   wxVariant oState;
   oState << wxDataViewIconText(sState, Picture(sIcon));
   m_oList->SetValue(oState, i, 0);
-  m_oList->SetTextValue(Shown(oLight.Name), i, 1);
-  m_oList->SetTextValue(Shown(m_instances[iRow]), i, 2);
-  m_oList->SetTextValue(Shown(oLight.Text), i, 3);
+  const std::string& sInstance = m_instances[iRow];
+  m_oList->SetTextValue(Shown(oLight.Name.empty() ? ShortName(sInstance) : oLight.Name), i, 1);
+  m_oList->SetTextValue(Shown(oLight.Text), i, 2);
+  m_oList->SetTextValue(Shown(sInstance), i, 3);
 }
 
 void StartPage::Seen(const std::string& sInstance, const InstanceChecks::Light& oLight) {
