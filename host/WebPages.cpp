@@ -8,11 +8,12 @@
 
 namespace ZELWbr3::Host {
 
-WebPages::WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Database> oDatabase)
+WebPages::WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Database> oDatabase,
+                   const std::string& sRefused)
     : m_oPlatform(oPlatform),
       m_oDatabase(std::move(oDatabase)),
       m_oBrowser(oPlatform),
-      m_oPages(m_oBrowser, m_oDatabase, std::make_shared<Web::WebCommandlist>(oPlatform)) {
+      m_oPages(m_oBrowser, m_oDatabase, std::make_shared<Web::WebCommandlist>(oPlatform, sRefused)) {
   m_oBrowser.HTMLPaths(oPlatform.Files().Folders());
   m_oBrowser.CHMPath(HelpFile());
   std::vector<std::pair<std::string, std::string>> names;
@@ -48,11 +49,12 @@ void WebPages::Show(const std::string& sName) {
   }
 }
 
+const char* const ChangesRefused =
+    "This server shows the instance only. Commands that change it need zelweb to be started with --allow-commands.";
+
 void RefuseChanges(const Recorded::Call& oCall) {
   if (!oCall.Changes) return;
-  throw std::runtime_error(
-      "This server shows the instance only. Commands that change it need zelweb to be started with "
-      "--allow-commands.");
+  throw std::runtime_error(ChangesRefused);
 }
 
 }  // namespace ZELWbr3::Host

@@ -15,7 +15,9 @@ namespace ZELWbr3::Host {
 /// lists.
 class WebPages {
  public:
-  WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Database> oDatabase);
+  /// sRefused says why commands that change the instance are not carried out; empty if
+  /// they are.
+  WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Database> oDatabase, const std::string& sRefused = {});
 
   /// Shows a page and handles what comes, until ClosingError ends it.
   [[noreturn]] void Run(const std::string& sPage);
@@ -29,6 +31,9 @@ class WebPages {
   HostPages m_oPages;
   std::vector<ScopedConnection> m_connections;
 };
+
+/// Why an instance is not changed without the option for it.
+extern const char* const ChangesRefused;
 
 /// The observer of an instance that must not be changed: throws, before it is.
 /// Nothing that a browser sends gets past it.

@@ -1,5 +1,6 @@
 // zelweb: serves the pages of instances to any browser.
 
+#include "host/CommandPictures.h"
 #include "host/HostPages.h"
 #include "host/Monitor.h"
 #include "host/OpenInstance.h"
@@ -20,8 +21,10 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <charconv>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <iostream>
 #include <mutex>
@@ -98,6 +101,23 @@ std::string TokenOf(const std::string& sOption, const std::string& sFile) {
   }
 }
 
+/// The time zone of this program's times, by its name and its distance from UTC.
+std::string TimeZone() {
+  const std::time_t lNow = std::time(nullptr);
+  std::tm oNow{};
+  localtime_r(&lNow, &oNow);
+  std::array<char, 64> name{};
+  std::array<char, 8> distance{};
+  std::strftime(name.data(), name.size(), "%Z", &oNow);
+  std::strftime(distance.data(), distance.size(), "%z", &oNow);
+  const std::string sName = name.data();
+  const std::string sDistance = distance.data();  // +0130
+  if (sDistance.size() != 5 || sName == "UTC") return "Times are the server's, in " + sName + ".";
+  const std::string sUTC = "UTC" + sDistance.substr(0, 3) + ":" + sDistance.substr(3);
+  const bool bNamed = sName.find_first_of("+-0123456789") == std::string::npos;
+  return "Times are the server's, in " + (bNamed ? sName + " (" + sUTC + ")" : sUTC) + ".";
+}
+
 /// The program of a session.
 void Show(ZELWbr3::Web::WebPlatform& oPlatform, const std::string& sInstance, const Arguments& oArguments) {
   std::shared_ptr<ZELLib3::Database> oDatabase;
@@ -107,7 +127,7 @@ void Show(ZELWbr3::Web::WebPlatform& oPlatform, const std::string& sInstance, co
     oPlatform.ShowFailure(oError.what());
     oPlatform.Run();
   }
-  WebPages(oPlatform, oDatabase).Run(oArguments.Page);
+  WebPages(oPlatform, oDatabase, oArguments.AllowCommands ? "" : ChangesRefused).Run(oArguments.Page);
 }
 
 int Serve(const Arguments& oArguments) {
@@ -138,6 +158,9 @@ int Serve(const Arguments& oArguments) {
   oOptions.Program = [&](ZELWbr3::Web::WebPlatform& oPlatform, std::size_t i) {
     Show(oPlatform, oArguments.Instances[i], oArguments);
   };
+  oOptions.Zone = TimeZone;
+  oOptions.Help = HelpFile();
+  oOptions.Picture = CommandPicture;
   oOptions.Trace = [](const std::string& sText) { Complain(sText); };
   oOptions.Figures = [&](const std::string& sPath) -> Response {
     const bool bMetrics = sPath == "/metrics";

@@ -143,6 +143,18 @@
     setTimeout(() => URL.revokeObjectURL(oLink.href), 60000);
   };
 
+  /** The browser's clipboard object is only there where the connection is protected. */
+  const Copy = (sText) => {
+    const OnCopy = (oEvent) => {
+      oEvent.clipboardData.setData("text/plain", sText);
+      oEvent.preventDefault();
+    };
+    document.addEventListener("copy", OnCopy, { once: true });
+    if (document.execCommand("copy")) return;
+    document.removeEventListener("copy", OnCopy);
+    navigator.clipboard?.writeText(sText);
+  };
+
   const Export = async (oTable, sForm) => {
     if (sForm === "print") {
       if (!Tell("print")) window.print();
@@ -152,7 +164,7 @@
     const sName = sForm === "copy" ? "" : `${NameOf(oTable)}.${sForm}`;
     const sPieces = await PiecesOf(oTable, oForm);
     if (sPieces === null || GiveToProgram(sName, sPieces)) return;
-    if (sForm === "copy") await navigator.clipboard.writeText(sPieces.join(""));
+    if (sForm === "copy") Copy(sPieces.join(""));
     else Download(sName, oForm.sType, sPieces);
   };
 

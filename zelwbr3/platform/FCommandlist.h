@@ -5,6 +5,7 @@
 #include "zelwbr3/base/Export.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ZELCmd3 {
@@ -18,7 +19,11 @@ struct CommandItem {
   Long Picture;      ///< index into the host's image resource; 0 = none
   bool Enabled = true;
   bool Separator = false;
+  bool Changes = false;  ///< its command changes the instance
 
+  static CommandItem MakeChanging(Long lKey, std::string sText, Long lPicture) {
+    return {lKey, std::move(sText), lPicture, true, false, true};
+  }
   static CommandItem MakeSeparator(Long lKey) { return {lKey, "", 0, true, true}; }
   bool operator==(const CommandItem&) const = default;
 };

@@ -26,6 +26,9 @@ class ZELWBR3_EXPORT MessageWindow {
   /// the first navigation. Without a help file, or on a platform that cannot read
   /// one, the page shows no topic.
   virtual void CHMPath(const std::string& /*sPath*/) {}
+  /// Where the page finds a topic, for a platform that does not know the usual URLs of
+  /// compiled help files; empty for one that does.
+  virtual std::string TopicURL(const std::string& /*sHelpID*/) const { return {}; }
   /// Returns when the user has closed the window.
   virtual void ShowModal() = 0;
 };

@@ -26,8 +26,9 @@ std::string InURL(const std::string& sPath) {
 }  // namespace
 
 void frmMessage::ShowMessageHelpID(const std::string& sHelpID) {
-  m_sTopicURL = "mk:@MSITStore:" + InURL(m_sCHMPath) + "::/" + InURL(sHelpID) + ".htm";
   m_oWindow = m_oPlatform.MakeMessageWindow(*this);
+  m_sTopicURL = m_oWindow->TopicURL(sHelpID);
+  if (m_sTopicURL.empty()) m_sTopicURL = "mk:@MSITStore:" + InURL(m_sCHMPath) + "::/" + InURL(sHelpID) + ".htm";
   m_oWindow->CHMPath(m_sCHMPath);
   m_oWindow->WebBrowser().Navigate(m_sHTMLPath + "\\Message.htm", NavigateFlags::None);
   m_oWindow->ShowModal();

@@ -3,6 +3,7 @@
 #include "zelwbr3/base/ReadFile.h"
 #include "zelwbr3/remote/AgentSource.h"
 #include "zelwbr3/remote/ErrorPage.h"
+#include "zelwbr3/remote/FileType.h"
 #include "zelwbr3/remote/FileURL.h"
 #include "zelwbr3/web/Doorkeeper.h"
 #include "zelwbr3/web/Secrets.h"
@@ -11,7 +12,6 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <filesystem>
 #include <stdexcept>
@@ -35,21 +35,6 @@ std::string AgentFileText() {
   return "{\nconst zelwbr3Host = parent.zelwbr3Shell.Port(window);\n" + std::string(Remote::AgentSource) + "}\n";
 }
 
-std::string Unescaped(std::string_view sText) {
-  std::string sPlain;
-  for (std::size_t i = 0; i < sText.size(); ++i) {
-    unsigned iByte = 0;
-    if (sText[i] == '%' && i + 2 < sText.size() &&
-        std::from_chars(sText.data() + i + 1, sText.data() + i + 3, iByte, 16).ptr == sText.data() + i + 3) {
-      sPlain += static_cast<char>(iByte);
-      i += 2;
-    } else {
-      sPlain += sText[i];
-    }
-  }
-  return sPlain;
-}
-
 /// A page with the agent as its first script and without a policy of its own,
 /// which is written for files.
 std::string WithAgent(std::string sPage) {
@@ -66,20 +51,24 @@ std::string WithAgent(std::string sPage) {
 
 }  // namespace
 
+std::string Unescaped(std::string_view sText) {
+  std::string sPlain;
+  for (std::size_t i = 0; i < sText.size(); ++i) {
+    unsigned iByte = 0;
+    if (sText[i] == '%' && i + 2 < sText.size() &&
+        std::from_chars(sText.data() + i + 1, sText.data() + i + 3, iByte, 16).ptr == sText.data() + i + 3) {
+      sPlain += static_cast<char>(iByte);
+      i += 2;
+    } else {
+      sPlain += sText[i];
+    }
+  }
+  return sPlain;
+}
+
 std::string TypeOf(std::string_view sName) {
-  static constexpr std::array<std::pair<std::string_view, const char*>, 9> Types = {{
-      {".htm", "text/html; charset=utf-8"},
-      {".html", "text/html; charset=utf-8"},
-      {".js", "text/javascript; charset=utf-8"},
-      {".css", "text/css; charset=utf-8"},
-      {".svg", "image/svg+xml"},
-      {".png", "image/png"},
-      {".gif", "image/gif"},
-      {".jpg", "image/jpeg"},
-      {".txt", "text/plain; charset=utf-8"},
-  }};
-  const auto it = std::ranges::find_if(Types, [&](const auto& o) { return sName.ends_with(o.first); });
-  return it == Types.end() ? "application/octet-stream" : it->second;
+  const std::string sType = Remote::FileType(sName);
+  return sType.starts_with("text/") ? sType + "; charset=utf-8" : sType;
 }
 
 std::string Compressed(const std::string& sContent) {
@@ -136,10 +125,9 @@ std::string PageFiles::NameOf(const std::string& sPathOrURL) const {
 
 bool PageFiles::Has(const std::string& sPathOrURL) const { return !NameOf(sPathOrURL).empty(); }
 
-std::string PageFiles::URL(const std::string& sPathOrURL, std::uint32_t iSerial) const {
+std::string PageFiles::URL(const std::string& sPathOrURL, std::uint32_t iSerial, std::uint32_t iLoad) const {
   const std::string sName = NameOf(sPathOrURL);
-  // Another fragment alone is no navigation: the queries take turns.
-  const std::string sTurn = iSerial % 2 == 0 ? "a" : "b";
+  const std::string sTurn = iLoad % 2 == 0 ? "a" : "b";
   return "/p/" + m_sHash + "/" +
          (sName.empty() ? ErrorFile + ("?" + sTurn + "&what=" + Remote::EscapePath(sPathOrURL)) : sName + "?" + sTurn) +
          "#zelwbr3=" + std::to_string(iSerial);

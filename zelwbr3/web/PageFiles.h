@@ -22,8 +22,9 @@ class PageFiles {
 
   /// Where a frame finds the page of a path, in the form of a navigation's: in
   /// these folders, or "about:blank". The error page for everything else. iSerial is
-  /// that navigation's number.
-  std::string URL(const std::string& sPathOrURL, std::uint32_t iSerial) const;
+  /// that navigation's number; iLoad counts the loads of the frame, because another
+  /// fragment alone would be no navigation.
+  std::string URL(const std::string& sPathOrURL, std::uint32_t iSerial, std::uint32_t iLoad) const;
   /// False if the URL is that of the error page.
   bool Has(const std::string& sPathOrURL) const;
   const std::vector<std::string>& Folders() const { return m_folders; }
@@ -49,6 +50,8 @@ class PageFiles {
   std::map<std::string, File, std::less<>> m_files;
 };
 
+/// The text of a path or query in which %XX stands for a byte.
+std::string Unescaped(std::string_view sText);
 /// The MIME type of a file by its name.
 std::string TypeOf(std::string_view sName);
 /// Compressed for "Content-Encoding: gzip".

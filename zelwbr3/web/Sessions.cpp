@@ -1,7 +1,10 @@
 #include "zelwbr3/web/Sessions.h"
 
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/chm/CompiledHelp.h"
 #include "zelwbr3/dom/FlatList.h"
+#include "zelwbr3/remote/ErrorPage.h"
+#include "zelwbr3/remote/FileType.h"
 #include "zelwbr3/web/Server.h"
 #include "zelwbr3/web/Shell.h"
 
@@ -16,6 +19,11 @@ namespace {
 constexpr const char* ShellPolicy =
     "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; connect-src 'self'; frame-src "
     "'self'; frame-ancestors 'none'; base-uri 'none'; form-action 'self'";
+
+/// A topic is somebody else's text: nothing in it runs, or leads out of the help file.
+constexpr const char* HelpPolicy =
+    "sandbox allow-same-origin; default-src 'none'; style-src 'self' 'unsafe-inline'; img-src 'self' data:; "
+    "frame-ancestors 'self'; base-uri 'none'; form-action 'none'";
 
 /// The shell confirms, and is confirmed, messages in portions of this size.
 constexpr std::uint64_t Portion = 32;
@@ -38,6 +46,15 @@ std::string Replaced(std::string sText, std::string_view sWhat, std::string_view
     sText.replace(i, sWhat.size(), sBy);
   }
   return sText;
+}
+
+/// The number that a path ends with behind its beginning; no value for another path.
+std::optional<std::uint32_t> NumberBehind(std::string_view sPath, std::string_view sBegin) {
+  std::uint32_t i = 0;
+  if (!sPath.starts_with(sBegin)) return std::nullopt;
+  const auto oEnd = std::from_chars(sPath.data() + sBegin.size(), sPath.data() + sPath.size(), i);
+  return oEnd.ec == std::errc() && oEnd.ptr == sPath.data() + sPath.size() && i <= INT32_MAX ? std::optional(i)
+                                                                                             : std::nullopt;
 }
 
 std::string Control(auto... items) {
@@ -170,24 +187,39 @@ Response Sessions::AnswerVisitor(const Request& o) {
             std::make_shared<const std::string>(sPath == "/shell.js" ? ShellScript : StartScript)};
   }
   if (sPath == "/lights") return m_oOptions.Figures(sPath);
-  constexpr std::string_view Instance = "/instance/";
-  if (sPath.starts_with(Instance)) {
-    std::size_t i = 0;
-    const auto oEnd = std::from_chars(sPath.data() + Instance.size(), sPath.data() + sPath.size(), i);
-    if (oEnd.ec == std::errc() && oEnd.ptr == sPath.data() + sPath.size() && i < m_oOptions.Instances.size()) {
-      return Shell(i);
-    }
+  if (sPath.starts_with(HelpFolder)) return Help(Unescaped(sPath.substr(std::string_view(HelpFolder).size())));
+  if (const auto i = NumberBehind(sPath, "/picture/"); i && m_oOptions.Picture) {
+    const std::string sPicture = m_oOptions.Picture(static_cast<std::int32_t>(*i));
+    if (sPicture.empty()) return {404};
+    return {200,
+            {{"Content-Type", TypeOf(".svg")}, {"Cache-Control", "private, max-age=3600"}},
+            std::make_shared<const std::string>(sPicture)};
   }
+  if (const auto i = NumberBehind(sPath, "/instance/"); i && *i < m_oOptions.Instances.size()) return Shell(*i);
   return Page(404, "Not found", "<p><a href=\"/\">To the start</a></p>");
+}
+
+Response Sessions::Help(const std::string& sObject) const {
+  Response o{200, {{"Content-Security-Policy", HelpPolicy}, {"Cache-Control", "no-cache"}}};
+  try {
+    o.Body = std::make_shared<const std::string>(CHM::CompiledHelp::Read(m_oOptions.Help, sObject));
+    o.Headers.emplace_back("Content-Type", TypeOf(sObject));
+  } catch (const CHM::HelpError& oError) {
+    o.Status = 404;
+    o.Body = std::make_shared<const std::string>(Remote::ErrorPage(sObject, oError.what()));
+    o.Headers.emplace_back("Content-Type", HTML);
+  }
+  return o;
 }
 
 Response Sessions::Shell(std::size_t iInstance) const {
   // The first frame begins to load at once: a session's first navigation is that
   // of the overview, under the number 1.
   std::string sShell =
-      Replaced(std::string(ShellPage), "@FIRST@", m_oFiles.URL(m_oFiles.Folders().front() + "/Main.htm", 1));
+      Replaced(std::string(ShellPage), "@FIRST@", m_oFiles.URL(m_oFiles.Folders().front() + "/Main.htm", 1, 1));
   sShell = Replaced(sShell, "@INSTANCE@", std::to_string(iInstance));
   sShell = Replaced(sShell, "@START@", m_oOptions.Instances.size() == 1 ? "hidden" : "");
+  sShell = Replaced(sShell, "@ZONE@", m_oOptions.Zone ? Text::EscapeHTML(m_oOptions.Zone()) : "");
   sShell = Replaced(sShell, "@NAME@", Text::EscapeHTML(Text::Clean(m_oOptions.Instances[iInstance])));
   return {200,
           {{"Content-Type", HTML}, {"Content-Security-Policy", ShellPolicy}, {"Cache-Control", "no-store"}},

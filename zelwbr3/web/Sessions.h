@@ -31,6 +31,12 @@ class Sessions : public Site {
     /// Answers the requests for /metrics and /health, and for /lights (JSON) of the
     /// start page.
     std::function<Response(const std::string& sPath)> Figures;
+    /// Says of which time zone the times are; may be empty.
+    std::function<std::string()> Zone;
+    /// The help file, or folder of topics, that the message window shows.
+    std::string Help;
+    /// A picture of the command list by its number, as SVG; empty for one that there is not.
+    std::function<std::string(Long)> Picture;
     WebPlatform::TraceTo Trace;
     std::size_t Most = 64;
     /// How long a session waits for a shell that is gone.
@@ -60,6 +66,7 @@ class Sessions : public Site {
   /// Of a browser that has a cookie.
   Response AnswerVisitor(const Request& oRequest);
   Response Shell(std::size_t iInstance) const;
+  Response Help(const std::string& sObject) const;
   Response StartPage() const;
 
   /// What a shell says first. Null if there is no session for it; the socket then

@@ -4,11 +4,27 @@
 #include "zelwbr3/dom/FlatList.h"
 #include "zelwbr3/web/WebPlatform.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace ZELWbr3::Web {
 
-WebCommandlist::WebCommandlist(WebPlatform& oPlatform) : m_oPlatform(oPlatform) { m_oPlatform.m_oCommandlist = this; }
+WebCommandlist::WebCommandlist(WebPlatform& oPlatform, std::string sRefused)
+    : m_oPlatform(oPlatform), m_sRefused(std::move(sRefused)) {
+  m_oPlatform.m_oCommandlist = this;
+}
 
 WebCommandlist::~WebCommandlist() { m_oPlatform.m_oCommandlist = nullptr; }
+
+void WebCommandlist::Clicked(Long lKey) {
+  const auto items = Items();
+  const auto it = std::ranges::find(items, lKey, &ZELCmd3::CommandItem::Key);
+  if (it == items.end() || !IsRefused(*it)) {
+    Click(lKey);
+    return;
+  }
+  m_oPlatform.MessageBox().Show(m_sRefused, "Not allowed", MessageBox::Buttons::OK, MessageBox::Icon::Exclamation);
+}
 
 void WebCommandlist::ItemsChanged() {
   if (std::exchange(m_bSending, true)) return;
@@ -28,8 +44,9 @@ void WebCommandlist::Send() {
     oList.Add(std::to_string(oItem.Key));
     oList.Add(Text::Clean(oItem.Text));
     oList.Add(std::to_string(oItem.Picture));
-    oList.Add(oItem.Enabled ? 1U : 0U);
+    oList.Add(oItem.Enabled && !IsRefused(oItem) ? 1U : 0U);
     oList.Add(oItem.Separator ? 1U : 0U);
+    oList.Add(IsRefused(oItem) ? m_sRefused : "");
   }
   m_oPlatform.SendList(oList);
 }

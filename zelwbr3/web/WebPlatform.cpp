@@ -2,6 +2,7 @@
 
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/web/WebCommandlist.h"
+#include "zelwbr3/web/WebMessageWindow.h"
 #include "zelwbr3/web/WebWebBrowser.h"
 
 #include <algorithm>
@@ -43,6 +44,10 @@ WebPlatform::~WebPlatform() { m_oPump.Handler({}); }
 
 std::unique_ptr<WebBrowser> WebPlatform::MakeWebBrowser(int iFrame, WebBrowserEvents& oEvents) {
   return std::make_unique<WebWebBrowser>(*this, static_cast<std::uint32_t>(iFrame), oEvents);
+}
+
+std::unique_ptr<MessageWindow> WebPlatform::MakeMessageWindow(MessageWindowEvents& oEvents) {
+  return std::make_unique<WebMessageWindow>(*this, oEvents);
 }
 
 bool WebPlatform::Trace(const std::string& sText) {
@@ -98,9 +103,12 @@ void WebPlatform::ShellBeginsAgain(const Greeting& oGreeting) {
   Pages(m_pages);
   Send("page", m_sPage, m_sTitle);
   if (m_oCommandlist != nullptr) m_oCommandlist->Send();
-  for (const auto& [iFrame, oBrowser] : m_browsers) oBrowser->ShowAgain();
+  for (const auto& [iFrame, oBrowser] : m_browsers) {
+    if (iFrame != WebMessageWindow::Frame) oBrowser->ShowAgain();
+  }
   Send("pointer", m_oPointer.MousePointer() == ScreenPointer::Hourglass ? 1U : 0U);
   m_oBoxes.SendAgain();
+  if (m_oMessageWindow != nullptr) m_oMessageWindow->ShowAgain();
 }
 
 WebWebBrowser* WebPlatform::Front() const {
@@ -151,6 +159,8 @@ void WebPlatform::Dispatch(const std::string& sKind, FlatListReader& oList, std:
     m_oBoxes.Entered(iBox, iField, oList.Text());
   } else if (sKind == "help") {
     m_oBoxes.Help(oList.Number());
+  } else if (sKind == "closed") {
+    if (m_oMessageWindow != nullptr) m_oMessageWindow->Closed();
   } else {
     const std::uint32_t iFrame = oList.Number();
     WebWebBrowser* oBrowser = Browser(iFrame);

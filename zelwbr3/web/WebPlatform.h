@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/base/Event.h"
+#include "zelwbr3/chm/CompiledHelp.h"
 #include "zelwbr3/dom/FlatList.h"
 #include "zelwbr3/platform/Platform.h"
 #include "zelwbr3/platform/ScreenPointer.h"
@@ -20,7 +21,11 @@
 namespace ZELWbr3::Web {
 
 class WebCommandlist;
+class WebMessageWindow;
 class WebWebBrowser;
+
+/// Where the server has the topics of the help file.
+inline constexpr const char* HelpFolder = "/help/";
 
 /// What the shell says about itself when it begins a session.
 struct Greeting {
@@ -45,6 +50,8 @@ class WebPlatform : public Platform {
   ZELWbr3::MessageBox& MessageBox() override { return m_oBoxes; }
   ZELWbr3::DialogBox& DialogBox() override { return m_oBoxes; }
   const ZELWbr3::UserLocale& UserLocale() const override { return m_oLocale; }
+  std::unique_ptr<MessageWindow> MakeMessageWindow(MessageWindowEvents& oEvents) override;
+  ZELWbr3::HelpFile& HelpFile() override { return m_oHelp; }
   bool Trace(const std::string& sText) override;
 
   /// Handles what comes until the session ends, which throws ClosingError. What a
@@ -91,6 +98,7 @@ class WebPlatform : public Platform {
 
  private:
   friend class WebCommandlist;
+  friend class WebMessageWindow;
   friend class WebWebBrowser;
 
   class Pointer : public ZELWbr3::ScreenPointer {
@@ -120,6 +128,8 @@ class WebPlatform : public Platform {
   WebBoxes m_oBoxes;
   std::map<std::uint32_t, WebWebBrowser*> m_browsers;
   WebCommandlist* m_oCommandlist = nullptr;
+  WebMessageWindow* m_oMessageWindow = nullptr;
+  CHM::CompiledHelp m_oHelp;
   std::uint32_t m_iLastNumber = 0;
   std::map<std::string, std::string> m_snapshots;
   std::vector<std::pair<std::string, std::string>> m_pages;

@@ -44,7 +44,7 @@ void WebWebBrowser::Load(bool bKnown) {
   const std::uint32_t iNew = m_oPlatform.NewNumber();
   m_oOrigin = Remote::PageOrigin(Remote::FilePath(m_sURL));
   m_sLoadTheme = m_oPlatform.Theme();
-  m_oPlatform.Send("go", m_iFrame, iNew, m_oPlatform.Files().URL(m_sURL, iNew));
+  m_oPlatform.Send("go", m_iFrame, iNew, m_oPlatform.Files().URL(m_sURL, iNew, ++m_iLoads));
   m_bLoading = true;
   m_bStale = false;
   const std::string& sSnapshot = m_oPlatform.KnownSnapshot(m_sURL, m_sLoadTheme);
@@ -96,6 +96,7 @@ void WebWebBrowser::NotAgain(std::uint32_t iSerial) {
 }
 
 void WebWebBrowser::ShowAgain() {
+  m_iLoads = 1;  // the shell begins with one
   if (m_bVisible) {
     m_oPlatform.Send("visible", m_iFrame, 1U);
     return Load(true);

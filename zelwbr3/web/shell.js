@@ -12,7 +12,10 @@
 
   const aFrames = [];
   /** Of each frame: the number of its navigation, its agent, and what waits for its load. */
-  const aStates = [0, 1, 2, 3].map(() => ({ iSerial: 0, oAgent: null, oWindow: null, bLoaded: false, aWaiting: [] }));
+  const NewState = () => ({ iSerial: 0, oAgent: null, oWindow: null, bLoaded: false, aWaiting: [] });
+  const aStates = [0, 1, 2, 3].map(NewState);
+  /** The frame of the message window. */
+  const iMessage = 4;
 
   // ---- the connection --------------------------------------------------------
 
@@ -26,7 +29,11 @@
   const sLeft = `zelweb-left-${iInstance()}`;
   const bLeft = sessionStorage.getItem(sLeft) !== null;
   sessionStorage.removeItem(sLeft);
-  addEventListener("pagehide", () => sessionStorage.setItem(sLeft, ""));
+  addEventListener("pagehide", () => {
+    sessionStorage.setItem(sLeft, "");
+    const oFrame = aFrames[Front()];
+    if (oFrame !== undefined) sessionStorage.setItem(sView, JSON.stringify(TakeView(oFrame.contentWindow)));
+  });
 
   let oSocket = null;
   let bWelcome = false;
@@ -148,6 +155,7 @@
     oState.oWindow = oWindow;
     oState.oAgent = null;
     oState.bLoaded = false;
+    if (iFrame === iMessage) TendMessage(oWindow);
     return {
       Theme: Theme(),
       IsFrame: false,
@@ -161,6 +169,7 @@
         if (sMessage.startsWith('["load"')) {
           oState.bLoaded = true;
           for (const aBatch of oState.aWaiting.splice(0)) Apply(iFrame, ...aBatch);
+          setTimeout(GiveView); // behind what the page's own scripts do at the load
         }
       },
     };
@@ -234,6 +243,9 @@
     },
     page: (sName, sTitle) => {
       if (sTitle !== "") document.title = sTitle;
+      // At the beginning of a session that goes on, there is none yet.
+      bViewDue ||= Front() >= 0;
+      GiveView();
       for (const o of document.querySelectorAll("#pages button")) {
         if (o.dataset.name === sName) o.setAttribute("aria-current", "page");
         else o.removeAttribute("aria-current");
@@ -247,12 +259,19 @@
     commands: (...aItems) => {
       const oBar = document.getElementById("commands");
       const sFocus = oBar.contains(document.activeElement) ? document.activeElement.dataset.key : undefined;
-      oBar.replaceChildren(...Pairs(aItems, 5).map(([sKey, sText, , bEnabled, bSeparator]) => {
+      oBar.replaceChildren(...Pairs(aItems, 6).map(([sKey, sText, sPicture, bEnabled, bSeparator, sRefused]) => {
         if (bSeparator) return Make("span", { role: "separator", className: "separator" });
-        const oButton = Captioned(Make("button", { type: "button" }, { key: sKey }), sText);
-        // A disabled one can still be read.
+        const oButton = Make("button", { type: "button" }, { key: sKey });
+        if (sPicture !== "0") {
+          const oPicture = Make("img", { src: `/picture/${sPicture}`, alt: "", width: 16, height: 16 });
+          oPicture.onerror = () => oPicture.remove();
+          oButton.append(oPicture);
+        }
+        oButton.append(Captioned(Make("span"), sText));
+        // A disabled one can still be read, and one that is refused says why.
         if (!bEnabled) oButton.setAttribute("aria-disabled", "true");
-        oButton.onclick = () => bEnabled && Do("item", sKey);
+        if (sRefused !== "") oButton.title = sRefused;
+        oButton.onclick = () => (bEnabled || sRefused !== "") && Do("item", sKey);
         return oButton;
       }));
       if (sFocus !== undefined) oBar.querySelector(`[data-key="${sFocus}"]`)?.focus();
@@ -268,6 +287,7 @@
       oBox.remove();
       FocusFront();
     },
+    window: (bOpen) => (bOpen === 1 ? OpenMessage() : CloseMessage()),
     select: (iBox, iField, iStart, iLength) => {
       document.querySelectorAll(`#box${iBox} .field`)[iField]?.setSelectionRange(iStart, iStart + iLength);
     },
@@ -418,6 +438,103 @@
     (aInputs[0] ?? oRow.children[iDefault]).focus();
   };
 
+  // ---- the message window --------------------------------------------------------
+
+  const CloseMessage = () => {
+    const oWindow = document.getElementById("message");
+    if (oWindow === null) return;
+    oWindow.dataset.answered = "";
+    oWindow.remove();
+    aFrames.length = aStates.length = iMessage;
+    FocusFront();
+  };
+
+  const OpenMessage = () => {
+    CloseMessage();
+    const oFrame = Make("iframe", { title: "Message" });
+    const oClose = Captioned(Make("button", { type: "button" }), "&Close");
+    const oWindow = Make("dialog", { id: "message" }, {}, Make("h2", { id: "messagecaption", textContent: "Message" }), oFrame,
+      Make("div", { className: "buttons" }, {}, oClose));
+    oWindow.setAttribute("aria-labelledby", "messagecaption");
+    oClose.onclick = () => oWindow.close();
+    oWindow.addEventListener("close", () => "answered" in oWindow.dataset || Send("closed"));
+    document.body.append(oWindow);
+    aFrames[iMessage] = oFrame;
+    aStates[iMessage] = NewState();
+    Watch(oFrame, iMessage);
+    oWindow.showModal();
+  };
+
+  /** Its page and the topic in it: the keyboard, Escape, and the theme, which a topic does not know of. */
+  const TendMessage = (oPage) => {
+    const OnKey = (oEvent) => {
+      if (oEvent.key !== "Escape") return;
+      oEvent.stopImmediatePropagation();
+      document.getElementById("message")?.close();
+    };
+    const Dark = () => (Theme() === "" ? matchMedia("(prefers-color-scheme: dark)").matches : Theme() === "dark");
+    oPage.addEventListener("keydown", OnKey, true);
+    oPage.document.addEventListener("load", ({ target }) => {
+      if (target.localName !== "iframe") return;
+      const oTopic = target.contentDocument;
+      oTopic.documentElement.dataset.theme = Dark() ? "dark" : "light";
+      oTopic.addEventListener("keydown", OnKey, true);
+      target.focus();
+    }, true);
+  };
+
+  // ---- what a load of the shell would lose -----------------------------------------
+
+  /*
+   * The tab and the figures come from the program again. What is the user's own is
+   * here: the filters of lists, what they are sorted by, what is pressed, the place.
+   */
+  const sView = `zelweb-view-${iInstance()}`;
+  const NameOf = (oWindow) => oWindow.location.pathname.split("/").at(-1);
+  const InPage = (oWindow, sWhat) => [...oWindow.document.querySelectorAll(sWhat)];
+  const Filters = "input.zelListFilter";
+  const Pressed = ".zelListBar [aria-pressed]";
+  const Headings = "tr > th";
+
+  const TakeView = (oWindow) => ({
+    sName: NameOf(oWindow),
+    aFilters: InPage(oWindow, Filters).map((o) => o.value),
+    aPressed: InPage(oWindow, Pressed).map((o) => o.ariaPressed),
+    aSorted: InPage(oWindow, Headings).map((o) => o.ariaSort),
+    dPlace: oWindow.scrollY,
+  });
+
+  let bViewDue = false;
+
+  /** To the page that is filled for the first time since the load. */
+  const GiveView = () => {
+    const iFrame = Front();
+    if (!bViewDue || iFrame < 0 || !aStates[iFrame].bLoaded) return;
+    const oWindow = aFrames[iFrame].contentWindow;
+    const oView = JSON.parse(sessionStorage.getItem(sView));
+    sessionStorage.removeItem(sView);
+    if (oView?.sName !== NameOf(oWindow)) return;
+    InPage(oWindow, Filters).forEach((o, i) => {
+      o.value = oView.aFilters[i] ?? "";
+      o.dispatchEvent(new Event("input"));
+    });
+    InPage(oWindow, Pressed).forEach((o, i) => o.ariaPressed === oView.aPressed[i] || o.click());
+    InPage(oWindow, Headings).forEach((o, i) => {
+      // A click goes on to the next of three ways to sort.
+      for (let j = 0; j < 2 && (oView.aSorted[i] ?? o.ariaSort) !== o.ariaSort; ++j) o.querySelector("button")?.click();
+    });
+    // Rows are arranged little by little; whoever does something has a place of their own.
+    let bUser = oView.dPlace === 0;
+    for (const sEvent of ["wheel", "keydown", "pointerdown"]) oWindow.addEventListener(sEvent, () => (bUser = true), { once: true });
+    let iTries = 120;
+    const Place = () => {
+      if (bUser || iTries-- === 0) return;
+      oWindow.scrollTo({ top: oView.dPlace, behavior: "instant" });
+      if (Math.abs(oWindow.scrollY - oView.dPlace) > 1) requestAnimationFrame(Place);
+    };
+    Place();
+  };
+
   // ---- the shell's own ---------------------------------------------------------
 
   const Theme = () => localStorage.getItem("zelweb-theme") ?? "";
@@ -439,18 +556,19 @@
     SendText(`["agent",${iFrame}]\n["key",${aStates[iFrame].iSerial},${oEvent.keyCode}]`);
   });
 
+  /** Says when a load of a frame has failed in the network: it has no document of ours then. */
+  const Watch = (oFrame, i) =>
+    oFrame.addEventListener("load", () => {
+      const oState = aStates[i];
+      const sHash = oFrame.contentDocument === null ? null : oFrame.contentWindow.location.hash;
+      if (oFrame.getAttribute("src") === null && (sHash === null || sHash === "")) return;
+      if (sHash === null || oState.oAgent === null) Send("failed", i, oState.iSerial);
+    });
+
   DrawTheme();
   addEventListener("DOMContentLoaded", () => {
     aFrames.push(...document.querySelectorAll("#frames iframe"));
-    aFrames.forEach((oFrame, i) =>
-      oFrame.addEventListener("load", () => {
-        const oState = aStates[i];
-        // A load that the network has failed has no document of ours.
-        const sHash = oFrame.contentDocument === null ? null : oFrame.contentWindow.location.hash;
-        if (oFrame.getAttribute("src") === null && (sHash === null || sHash === "")) return;
-        if (sHash === null || oState.oAgent === null) Send("failed", i, oState.iSerial);
-      })
-    );
+    aFrames.forEach(Watch);
     const oTheme = document.getElementById("theme");
     oTheme.value = Theme();
     oTheme.onchange = () => {

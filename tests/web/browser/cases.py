@@ -4,8 +4,10 @@
 Arguments: the test server, zelweb, the folder of the recordings.
 """
 import os
+import shutil
 import subprocess
 import sys
+import tempfile
 import unittest
 
 try:
@@ -47,17 +49,17 @@ class Case(unittest.TestCase):
         self.addCleanup(process.stdout.close)
         return process, process.stdout.readline().strip()
 
-    def serve(self, *command):
+    def serve(self, *command, name="DEMO (3)"):
         process, address = self.start(*command)
         # A page that is left open would complain that its server is gone, in the middle of the next test.
         self.addCleanup(self.browser.get, "about:blank")
         self.browser.get_log("browser")
-        self.open(address)
+        self.open(address, name)
         return process, address
 
-    def open(self, address):
+    def open(self, address, name="DEMO (3)"):
         self.browser.get(address)
-        self.await_value("the overview", lambda: self.text("#General\\.Name\\.Val") == "DEMO (3)")
+        self.await_value("the overview", lambda: self.text("#General\\.Name\\.Val") == name)
 
     def await_value(self, what, get):
         """Asks until there is a value. While a page or a box is replaced, asking may fail."""
@@ -139,6 +141,9 @@ class PagesTest(Case):
                 with self.subTest(page=name, again=again):
                     self.show(name, title)
                     self.expect_live_equals_replica()
+                    # Only a list's columns may need more than the window.
+                    self.assertTrue(self.script("const o = document.querySelector('#frames iframe.front').contentWindow;"
+                                                "return o.document.documentElement.scrollWidth <= o.innerWidth"))
         self.expect_no_errors()
 
     def test_clicks_keys_theme_and_a_reload(self):
@@ -174,12 +179,118 @@ class PagesTest(Case):
         self.expect_live_equals_replica()
 
 
-class ZelwebTest(Case):
-    def test_changes_are_refused_at_the_instance(self):
-        self.serve(ZELWEB, f"recorded:{RECORDINGS}/demo.json")
+    def test_a_reload_finds_filter_order_and_place(self):
+        self.show("SysDD", "System Tables")
+        front = "const w = document.querySelector('#frames iframe.front').contentWindow, d = w.document; "
+        self.script(front + "const o = d.querySelector('.zelListFilter'); o.value = 'e';"
+                    "o.dispatchEvent(new Event('input')); const h = d.querySelectorAll('th')[1].querySelector('button');"
+                    "h.click(); h.click(); w.scrollTo(0, 150)")
+        state = (front + "return [d.querySelector('.zelListFilter').value, d.querySelectorAll('th')[1].ariaSort,"
+                 " d.querySelectorAll('td a')[0].textContent, w.scrollY > 100]")
+        self.await_value("the list", lambda: self.script(state)[1::2] == ["descending", True])
+        before = self.script(state)
+        self.browser.refresh()
+        self.await_shown("System Tables")
+        self.await_value(f"{before}", lambda: self.script(state) == before)
+
+    def test_lists_are_saved_and_copied(self):
+        folder = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, folder)
+        self.browser.execute_cdp_cmd("Browser.setDownloadBehavior", {"behavior": "allow", "downloadPath": folder})
+        self.show("Sessions", "Sessions")
+        saved = os.path.join(folder, "Sessions.csv")
+        self.choose_export("CSV")
+        self.await_value("the file", lambda: os.path.exists(saved))
+        with open(saved, encoding="utf-8", newline="") as file:
+            self.assertEqual(file.read().split("\r\n")[:2],
+                             ["Session,Process,Program,User,Since,Lock", "T17,4017,orders,USER,2026-03-02 06:20:11,"])
+        self.script("globalThis.copied = ''; document.querySelector('#frames iframe.front').contentDocument"
+                    ".addEventListener('copy', (o) => { const p = o.clipboardData.setData.bind(o.clipboardData);"
+                    " o.clipboardData.setData = (t, s) => { copied = s; p(t, s); }; }, true)")
+        self.choose_export("Copy")
+        self.await_value("the copy", lambda: "T17\t4017" in self.script("return copied"))
+        self.expect_no_errors()
+
+    def choose_export(self, item):
+        self.browser.switch_to.frame(self.browser.find_element(By.CSS_SELECTOR, "#frames iframe.front"))
+        try:
+            self.press_button(".zelExport")
+            self.browser.find_element(By.XPATH, f"//*[@role='menuitem'][starts-with(., '{item}')]").click()
+        finally:
+            self.browser.switch_to.default_content()
+
+    def values(self):
+        return self.script("return [...document.querySelectorAll('dialog:last-of-type .field')]"
+                           ".map((o) => o.type === 'checkbox' ? o.checked : o.value)")
+
+    def no_box(self):
+        self.await_value("no box", lambda: not self.browser.find_elements(By.CSS_SELECTOR, "dialog"))
+
+    def test_dialogs_take_what_they_ask_for(self):
+        self.show("DBAnalyzer", "Database Analyzer")
+        self.press_button("#commands button:nth-of-type(2)")  # stop it
+        self.await_value("stopped", lambda: self.browser.find_elements(
+            By.CSS_SELECTOR, "#commands button:nth-of-type(1):not([aria-disabled])"))
+        self.press_button("#commands button:nth-of-type(1)")
+        box = self.await_box("Start Options")
+        self.press("my.cfg")  # the first field has the keyboard
+        ActionChains(self.browser).key_down(Keys.ALT).send_keys("n").key_up(Keys.ALT).perform()
+        self.press("1x2", Keys.BACKSPACE, "3")  # digits only
+        ActionChains(self.browser).key_down(Keys.ALT).send_keys("i").key_up(Keys.ALT).perform()
+        self.press("99999999999")
+        ActionChains(self.browser).key_down(Keys.ALT).send_keys("d").key_up(Keys.ALT).perform()
+        expected = ["my.cfg", "13", "99999999999", True, False]
+        self.assertEqual(self.values(), expected)
+        self.press(Keys.ENTER)
+        self.await_box("too large")
+        self.press(Keys.ESCAPE)  # the complaint, not the dialog
+        self.await_box("Start Options")
+        self.assertEqual(box.get_attribute("open"), "true")
+        self.assertEqual(self.values(), expected)
+        self.browser.refresh()  # a box is an open question: it comes back
+        self.await_box("Start Options")
+        self.press(Keys.ESCAPE)
+        self.no_box()
+        self.expect_live_equals_replica()
+
+    def test_dates_and_times_are_fields_of_their_own(self):
         self.press_button("#commands button:nth-of-type(2)")
         self.await_box("DEMO")
         self.press_button("dialog[open] .buttons button")
+        self.await_value("Admin", lambda: self.text("#txtState") == "Admin")
+        ActionChains(self.browser).key_down(Keys.ALT).send_keys("u").key_up(Keys.ALT).perform()
+        box = self.await_box("Restart Until")
+        day, time = box.find_elements(By.CSS_SELECTOR, ".field")
+        self.assertEqual([day.get_attribute("type"), time.get_attribute("type")], ["date", "time"])
+        self.script("arguments[0].value = '2026-02-28'; arguments[1].value = ''", day, time)  # an empty one stays as it was
+        self.press_button("dialog[open] .buttons button")
+        self.await_box("until 02/28/2026")
+        self.press(Keys.ESCAPE)
+        self.no_box()
+        self.assertEqual(self.text("#txtState"), "Admin")
+
+
+class HelpTest(Case):
+    def test_a_finding_is_explained(self):
+        self.serve(SERVER, f"recorded:{RECORDINGS}/full-data.json", name="FULLDATA")
+        topic = ("const o = document.querySelector('#message iframe')?.contentDocument.querySelector('iframe');"
+                 "return o?.contentDocument?.querySelector('h1')?.textContent")
+        self.click("HELPFINDING0")
+        self.await_value("the topic", lambda: self.script(topic) == "The data area fills up")
+        self.browser.refresh()
+        self.await_value("the topic again", lambda: self.script(topic) == "The data area fills up")
+        self.press(Keys.ESCAPE)
+        self.await_value("no window", lambda: not self.browser.find_elements(By.ID, "message"))
+        self.expect_live_equals_replica()
+        self.expect_no_errors()
+
+
+class ZelwebTest(Case):
+    def test_changes_are_refused_with_the_reason(self):
+        self.serve(ZELWEB, f"recorded:{RECORDINGS}/demo.json")
+        self.await_value("disabled items", lambda: len(self.browser.find_elements(
+            By.CSS_SELECTOR, "#commands button[aria-disabled][title*='--allow-commands']")) == 4)
+        self.press_button("#commands button:nth-of-type(2)")
         self.await_box("--allow-commands")
         self.press(Keys.ESCAPE)
         self.await_value("no box", lambda: not self.browser.find_elements(By.CSS_SELECTOR, "dialog"))

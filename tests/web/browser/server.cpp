@@ -3,6 +3,7 @@
 // with the number of those made so far and what the last one has found.
 
 #include "zelwbr3/web/Server.h"
+#include "host/CommandPictures.h"
 #include "host/OpenInstance.h"
 #include "host/ProgramFiles.h"
 #include "host/WebPages.h"
@@ -51,6 +52,8 @@ int main(int argc, char** argv) {
   Web::Sessions::Options oOptions;
   oOptions.Instances = {"Test"};
   oOptions.Absence = oAbsence;
+  oOptions.Help = Host::HelpFile();
+  oOptions.Picture = Host::CommandPicture;
   oOptions.Trace = [](const std::string& sText) { std::cerr << sText << std::endl; };
   oOptions.Program = [&](Web::WebPlatform& oPlatform, std::size_t) {
     Host::WebPages oPages(oPlatform, Host::OpenInstance(sRecording));

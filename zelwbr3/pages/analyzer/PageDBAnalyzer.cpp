@@ -17,6 +17,7 @@ namespace ZELWbr3 {
 
 namespace {
 
+using ZELCmd3::CommandItem;
 using namespace ZELLib3::AnalyzerState;
 /// A code that is not a state; also used if there is no analyzer.
 constexpr int Unknown = -1;
@@ -87,9 +88,9 @@ bool PageDBAnalyzer::DeleteProtocols(ZELLib3::Analyzer& oAnalyzer) {
 void PageDBAnalyzer::AddItems() {
   const auto oCommandlist = Commandlist();
   if (oCommandlist == nullptr || oCommandlist->HasList(PageType())) return;
-  oCommandlist->Add(PageType(), {CommandStart, "Start", modPicture::Start});
-  oCommandlist->Add(PageType(), {CommandStop, "Stop", modPicture::Stop});
-  oCommandlist->Add(PageType(), {CommandDelete, "Delete Protocols", modPicture::Delete});
+  oCommandlist->Add(PageType(), CommandItem::MakeChanging(CommandStart, "Start", modPicture::Start));
+  oCommandlist->Add(PageType(), CommandItem::MakeChanging(CommandStop, "Stop", modPicture::Stop));
+  oCommandlist->Add(PageType(), CommandItem::MakeChanging(CommandDelete, "Delete Protocols", modPicture::Delete));
 }
 
 void PageDBAnalyzer::EnableItems() {

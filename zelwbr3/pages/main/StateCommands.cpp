@@ -115,11 +115,11 @@ Decision AskRestartUntil(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const
 
 void FillCommandlist(ZELCmd3::FCommandlist& oCommandlist, Long lPageType, ZELLib3::Database& oDatabase) {
   if (!oCommandlist.HasList(lPageType)) {
-    oCommandlist.Add(lPageType, {KeyOffline, "&Offline", modPicture::Offline});
-    oCommandlist.Add(lPageType, {KeyAdmin, "&Admin", modPicture::Admin});
-    oCommandlist.Add(lPageType, {KeyOnline, "&Online", modPicture::Online});
+    oCommandlist.Add(lPageType, CommandItem::MakeChanging(KeyOffline, "&Offline", modPicture::Offline));
+    oCommandlist.Add(lPageType, CommandItem::MakeChanging(KeyAdmin, "&Admin", modPicture::Admin));
+    oCommandlist.Add(lPageType, CommandItem::MakeChanging(KeyOnline, "&Online", modPicture::Online));
     oCommandlist.Add(lPageType, CommandItem::MakeSeparator(KeySeparator));
-    oCommandlist.Add(lPageType, {KeyRestartUntil, "Restart &Until", modPicture::RestartUntil});
+    oCommandlist.Add(lPageType, CommandItem::MakeChanging(KeyRestartUntil, "Restart &Until", modPicture::RestartUntil));
   }
 
   const Long lStatus = oDatabase.StateInfo()->Status();
