@@ -48,7 +48,7 @@ void MeasureShow(BenchWindow& oWindow, Figures& oFigures) {
   std::vector<double> bares;
   std::vector<double> refreshes;
   int iPages = 0;
-  const auto oCompleted = oBrowser.PageComplete.Connect([&](const auto&) { ++iPages; });
+  const ScopedConnection oCompleted = oBrowser.PageComplete.Connect([&](const auto&) { ++iPages; });
   std::vector<double> paintedShows;
   std::vector<double> paintedBares;
   for (int i = 0; i < 41; ++i) {
@@ -386,7 +386,8 @@ void MeasureMillion(Figures& oFigures) {
 class BenchApp : public wxApp {
  public:
   std::string JSONFile;
-  int Result = 0;
+  /// The only group of figures to be measured; empty for all.
+  std::string Group;
 
   bool OnInit() override {
     SetExitOnFrameDelete(false);
@@ -398,14 +399,14 @@ class BenchApp : public wxApp {
     const wxEventLoopActivator oActivator(&oLoop);
     try {
       Figures oFigures;
-      MeasureMillion(oFigures);
+      if (Group.empty() || Group == "million") MeasureMillion(oFigures);
       BenchWindow oWindow;
-      MeasureShow(oWindow, oFigures);
-      MeasureChart(oWindow, oFigures);
-      MeasureRows(oWindow, oFigures);
-      MeasureLists(oWindow, oFigures);
-      MeasureParameters(oWindow, oFigures);
-      MeasureReadAll(oWindow, oFigures);
+      const std::pair<const char*, void (*)(BenchWindow&, Figures&)> groups[] = {
+          {"show", MeasureShow},   {"chart", MeasureChart},           {"rows", MeasureRows},
+          {"lists", MeasureLists}, {"parameters", MeasureParameters}, {"readall", MeasureReadAll}};
+      for (const auto& [sName, Measure] : groups) {
+        if (Group.empty() || Group == sName) Measure(oWindow, oFigures);
+      }
       if (!JSONFile.empty()) oFigures.AddTo(JSONFile);
     } catch (const std::exception& oError) {
       std::fprintf(stderr, "bench: %s\n", oError.what());
@@ -423,10 +424,13 @@ int main(int argc, char** argv) {
   std::string sFile;
   CLI::App oArguments("Measures the control on the real browser.", "bench-browser");
   oArguments.add_option("--json", sFile, "File for the figures, one JSON object");
+  std::string sGroup;
+  oArguments.add_option("--only", sGroup, "million, show, chart, rows, lists, parameters or readall; all by default");
   CLI11_PARSE(oArguments, argc, argv);
 
   auto* oApp = new BenchApp;
   oApp->JSONFile = sFile;
+  oApp->Group = sGroup;
   wxApp::SetInstance(oApp);
   int iNone = 1;
   return wxEntry(iNone, argv);

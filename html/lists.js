@@ -1,6 +1,9 @@
 /*
  * The lists in page files: sorted by a click on a column heading, filtered by a
  * text, walked through by keyboard, and copied in a form that spreadsheets take.
+ * "data-zel-only" names a button that leaves only the rows whose "data-zel-state" is
+ * something other than "idle"; it is there when a row has one. What a row has in
+ * "data-zel-detail" is shown below the list while the row has the mouse or the focus.
  *
  * A list is a table of class "zelTblSort". The first row of its body holds the
  * headings, the second is a hidden template row. Further rows come in two ways, at
@@ -481,6 +484,9 @@
     Texts(i) {
       return Array.from(this.oElements[i].cells, (oCell) => oCell.textContent);
     }
+    State(i) {
+      return this.oElements[i].dataset.zelState ?? "";
+    }
     /** What a column is sorted by. */
     Keys(iColumn) {
       return this.oElements.map((oRow) => KeyOf(oRow, iColumn));
@@ -564,6 +570,11 @@
         iAt = this.EndOf(iAt) + 1;
         return this.sRecord.slice(iFrom, iAt - 1);
       });
+    }
+    State(i) {
+      const oElement = this.oElements.get(i);
+      const iColumn = this.oColumns.findIndex(({ iElement, sName }) => iElement === 0 && sName === "data-zel-state");
+      return oElement?.dataset.zelState ?? (iColumn < 0 ? "" : this.Values(i)[iColumn]);
     }
     Keys(iCell) {
       const sKeys = new Array(this.iCount).fill(this.sDefaults[iCell] ?? "");
@@ -674,6 +685,11 @@
     Texts(iRow) {
       const oPart = this.PartOf(iRow);
       return oPart.Texts(iRow - oPart.iStart);
+    }
+
+    State(iRow) {
+      const oPart = this.PartOf(iRow);
+      return oPart.State(iRow - oPart.iStart);
     }
 
     /** The rows that contain a text in lower case; null if that is no longer wanted. */
@@ -1306,6 +1322,14 @@
 
     // ---- going to a row
 
+    /** Scrolls back to the first row if that is above the screen. */
+    ShowFirst() {
+      const dAbove = this.oStart.getBoundingClientRect().bottom - this.Visible.dFirst;
+      if (dAbove >= 0) return;
+      scrollBy({ top: dAbove, behavior: "instant" });
+      this.Draw();
+    }
+
     /** Gives the keyboard to a row, or to what can have it in the row. */
     GoTo(iPlace) {
       if (!this.bWhole) {
@@ -1395,8 +1419,10 @@
       this.iColumn = -1;
       this.iDirection = 0;
       this.sFilter = "";
-      /** The arranging in progress. */
+      this.bOnly = false;
+      /** The arranging in progress, and whether its first rows are to be seen then. */
       this.oWork = null;
+      this.bFromTop = false;
       /** The timers for looking at new rows, and the earliest time for arranging them. */
       this.iDrawTimer = 0;
       this.iArrangeTimer = 0;
@@ -1434,6 +1460,9 @@
       oTable.addEventListener("zelrowsbegin", (oEvent) => this.OnBegin(oEvent));
       oTable.addEventListener("zelrow", (oEvent) => this.OnElement(oEvent));
       oTable.addEventListener("zelrowsend", () => this.OnEnd());
+      for (const sEvent of ["mouseover", "focusin"]) {
+        this.oBody.addEventListener(sEvent, ({ target }) => this.ShowDetail(target.closest("tr")));
+      }
       new MutationObserver(() => this.Decorate()).observe(this.oHeadings, { childList: true, subtree: true });
     }
 
@@ -1453,6 +1482,7 @@
       this.oFilter.setAttribute("aria-label", "Filter rows");
       this.oFilter.addEventListener("input", () => {
         this.sFilter = this.oFilter.value.trim().toLowerCase();
+        this.bFromTop = true;
         this.Arrange();
       });
       this.oCount = Make("span", "zelListCount");
@@ -1460,6 +1490,7 @@
       this.oBar = Make("div", "zelListBar");
       this.oBar.append(this.oFilter);
       if (this.oTable.classList.contains("zelTblGrid")) this.oBar.append(this.MakeWrapButton());
+      if (this.oTable.dataset.zelOnly !== undefined) this.oBar.append(this.MakeOnlyButton());
       this.oBar.append(this.oCount);
       this.oTable.before(this.oBar);
     }
@@ -1473,6 +1504,27 @@
         this.oWindow.Resized();
       });
       return oButton;
+    }
+
+    MakeOnlyButton() {
+      this.oOnly = Make("button", "zelBtn zelListOnly", { type: "button", textContent: this.oTable.dataset.zelOnly, hidden: true });
+      this.oOnly.setAttribute("aria-pressed", "false");
+      this.oOnly.addEventListener("click", () => {
+        this.bOnly = !this.bOnly;
+        this.oOnly.setAttribute("aria-pressed", String(this.bOnly));
+        this.bFromTop = true;
+        this.Arrange();
+      });
+      return this.oOnly;
+    }
+
+    ShowDetail(oRow) {
+      const sDetail = oRow?.dataset.zelDetail ?? "";
+      if (sDetail === "" && this.oDetail === undefined) return;
+      if (this.oDetail === undefined) this.oTable.after((this.oDetail = Make("div", "zelListDetail")));
+      this.oDetail.textContent = sDetail;
+      this.oDetail.hidden = sDetail === "";
+      this.oDetailed = oRow;
     }
 
     /** Gives every heading a button for sorting by keyboard; it is lost when the program writes the heading. */
@@ -1496,13 +1548,14 @@
       this.iColumn = iColumn;
       for (const oOther of this.oHeadings.cells) oOther.removeAttribute("aria-sort");
       if (this.iDirection !== 0) oHeading.setAttribute("aria-sort", Directions[this.iDirection]);
+      this.bFromTop = true;
       this.Arrange();
     }
 
     // ---- new rows
 
     get bArranged() {
-      return this.iDirection !== 0 || this.sFilter !== "";
+      return this.iDirection !== 0 || this.sFilter !== "" || this.bOnly;
     }
 
     OnRecord(oEvent) {
@@ -1572,7 +1625,10 @@
     Tell() {
       const iAll = this.oRows.iCount;
       const sFound = `${Grouped(this.oWindow.iCount)} of ${Grouped(iAll)}`;
-      this.oCount.textContent = iAll === 0 ? "No rows" : this.sFilter === "" ? "" : sFound;
+      this.oCount.textContent = iAll === 0 ? "No rows" : this.sFilter === "" && !this.bOnly ? "" : sFound;
+      this.oBar.classList.toggle("zelNone", iAll === 0);
+      if (this.oOnly?.hidden) this.oOnly.hidden = !UpTo(iAll).some((iRow) => this.oRows.State(iRow) !== "");
+      if (this.oDetailed !== undefined) this.ShowDetail(this.oDetailed.isConnected ? this.oDetailed : undefined);
     }
 
     // ---- sorting and filtering
@@ -1604,6 +1660,8 @@
       if (this.oWindow.oRows === this.oRows) this.oWindow.Arrange(oOrder);
       else this.oWindow.Replace(this.oRows, oOrder);
       if (oFocused !== document.activeElement) oFocused?.focus({ preventScroll: true });
+      if (this.bFromTop) this.oWindow.ShowFirst();
+      this.bFromTop = false;
       this.Tell();
       this.dNext = performance.now() + 10 * (performance.now() - dBegin);
       if (this.bArranged && this.oRows.iCount > iRows) this.ArrangeLater();
@@ -1612,7 +1670,8 @@
     /** The rows to be shown; null for all as they were added, and for an order that is no longer wanted. */
     async Order(oWork) {
       if (!this.bArranged) return null;
-      const oFound = this.sFilter === "" ? UpTo(this.oRows.iCount) : await this.oRows.Matching(this.sFilter, oWork);
+      let oFound = this.sFilter === "" ? UpTo(this.oRows.iCount) : await this.oRows.Matching(this.sFilter, oWork);
+      if (oFound !== null && this.bOnly) oFound = await oWork.Filter(oFound, (iRow) => !["", "idle"].includes(this.oRows.State(iRow)));
       if (oFound === null || this.iDirection === 0) return oFound;
       return this.oRows.Ordered(oFound, this.iColumn, Directions[this.iDirection] === "descending" ? -1 : 1, oWork);
     }

@@ -52,7 +52,7 @@
       this.oFilter.addEventListener("input", () => this.Arrange());
       this.oCount = Make("span", "zelListCount");
       this.oCount.setAttribute("role", "status");
-      const oBar = Make("div", "zelListBar");
+      const oBar = (this.oBar = Make("div", "zelListBar"));
       oBar.append(this.oFilter);
       const sOnly = this.oTable.dataset.zelOnly;
       if (sOnly !== undefined) oBar.append(this.MakeOnlyButton(sOnly));
@@ -165,6 +165,7 @@
       }
       this.DrawBars(oWanted);
       this.oCount.textContent = iShown === oWanted.length ? "" : `${iShown} of ${oWanted.length}`;
+      this.oBar.classList.toggle("zelNone", oWanted.length === 0);
       for (const oHeading of this.oHeadings.cells) {
         const bSorted = this.iDirection !== 0 && this.ColumnOf(oHeading) === this.iColumn;
         if (bSorted) oHeading.setAttribute("aria-sort", Directions[this.iDirection]);

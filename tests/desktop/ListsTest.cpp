@@ -2,6 +2,7 @@
 #include "tests/support/ChangedRecording.h"
 #include "zelwbr3/base/ReadFile.h"
 #include "zelwbr3/instances/recorded/OpenRecording.h"
+#include "zelwbr3/pages/monitor/PageSessions.h"
 #include "zelwbr3/pages/monitor/PageSysInfo.h"
 #include "zelwbr3/pages/monitor/PageSysInfos.h"
 
@@ -231,6 +232,7 @@ TEST_F(ListsTest, OfALongListOnlyWhatIsNearTheScreenIsMade) {
   WaitForPage("rows", [&] { return Made() > 30; });
   EXPECT_LT(Made(), 300);
   EXPECT_EQ(Ask(Front(), "document.getElementById('tabSysInfo').ariaRowCount"), "7001");
+  EXPECT_EQ(Ask(Front(), "document.querySelector('#tabSysInfo tr').ariaRowIndex"), "1");
   Press("ctrl+a ctrl+c");
   WaitFor("the copy", [this] { return Clipboard().starts_with("ID\tNAME\tREMARK\n0\tname 0\tr\n1\t"); });
   EXPECT_EQ(std::ranges::count(Clipboard(), '\n'), 7001);
@@ -265,6 +267,12 @@ TEST_F(ListsTest, OfALongListOnlyWhatIsNearTheScreenIsMade) {
   WaitForPage("the filter", [this] { return Count().starts_with("2333 of") || Count().starts_with("2,333 of"); });
   Press("Down End");
   WaitForFocus("6999");
+  EXPECT_LT(std::stod(Ask(Front(), "document.querySelector('.zelListRuler').getBoundingClientRect().bottom")), -1000);
+  // Other rows are seen from the first one on.
+  Press("ctrl+f BackSpace 1");
+  WaitForPage("the first", [&] {
+    return std::stod(Ask(Front(), "document.querySelector('.zelListRuler').getBoundingClientRect().bottom")) > 0;
+  });
   Press("ctrl+f Escape");
   ClickOn(Front(), Heading(2));
   ClickOn(Front(), Heading(2));
@@ -297,6 +305,42 @@ TEST_F(ListsTest, ManyRowsWithLinksAreShownFilteredClickedAndCopied) {
   ClickOn(Front(), "#tabSysInfos tr[data-zel-row] a");
   WaitFor("the view",
           [this] { return ByID(Front(), "txtFormTitle").innerText().find("VIEW599") != std::string::npos; });
+}
+
+/// Sessions of which every third does something.
+class TestSessions : public ZELLib3::Sessions {
+ public:
+  ZELLib3::Integer Count() const override { return 300; }
+  std::shared_ptr<ZELLib3::Session> Item(ZELLib3::Integer iIndex) const override {
+    class Session : public ZELLib3::Session {
+     public:
+      explicit Session(int iNumber) : m_iNumber(iNumber) {}
+      ZELLib3::Long Index() const override { return m_iNumber; }
+      std::string Name() const override { return "S" + std::to_string(m_iNumber); }
+      std::optional<bool> IsActive() const override { return m_iNumber % 3 == 0; }
+      std::string Detail() const override { return "SELECT " + std::to_string(m_iNumber); }
+
+     private:
+      int m_iNumber;
+    };
+    return std::make_shared<Session>(int{iIndex});
+  }
+};
+
+TEST_F(ListsTest, SessionsThatDoNothingCanBeLeftOutAndWhatOthersDoIsShown) {
+  struct TestDatabase : ZELLib3::Database {
+    std::shared_ptr<ZELLib3::Sessions> Sessions() override { return std::make_shared<TestSessions>(); }
+  };
+  Panel->Browser().PageSessions()->Show(std::make_shared<TestDatabase>());
+  Front().Focus();
+  const auto First = [this] { return Ask(Front(), "document.querySelector('[data-zel-row] > th')?.textContent"); };
+  WaitForPage("the sessions", [&] { return First() == "S1"; });
+  ClickOn(Front(), ".zelListOnly");
+  WaitForPage("the active ones", [&] { return First() == "S3" && Count() == "100 of 300"; });
+  Press("Tab Down Down");
+  WaitForPage("what the second does",
+              [this] { return Ask(Front(), "document.querySelector('.zelListDetail')?.textContent") == "SELECT 6"; });
+  ExpectLiveEqualsReplica(Front());
 }
 
 // More rows than a page is high enough for. They are evenly spaced to the end, and a

@@ -128,6 +128,8 @@ TEST(PostgresFigures, SessionsTellWhoWaitsForWhom) {
     bFound = true;
     EXPECT_EQ("ordinary@postgres", oSession->Field3());
     EXPECT_TRUE(oSession->Field5().ends_with("blocked by " + std::to_string(oBlocker.Process()))) << oSession->Field5();
+    EXPECT_TRUE(oSession->IsActive().value_or(false));
+    EXPECT_TRUE(oSession->Detail().ends_with("SELECT * FROM t")) << oSession->Detail();
   }
   EXPECT_TRUE(bFound);
   // Others' sessions are hidden from an ordinary user, their number is not.

@@ -115,5 +115,22 @@ TEST(Pages, AskTheInstanceOnce) {
   o.Click("PHISTCACHE_SIZE");
 }
 
+TEST(Pages, KeepHistoriesOpenOnlyWhileTheyAreSeen) {
+  Shown o("demo");
+  const auto IsOpen = [&o] { return o.At("PHISTCACHE_SIZE").className() == "zelTblCellExpOpen"; };
+  o.Show("Parameters");
+  o.Click("PHISTCACHE_SIZE");
+  o.Key(116);
+  EXPECT_TRUE(IsOpen());
+  EXPECT_EQ(o.At("PHISTCACHE_SIZE").parentElement()->nextElementSibling()->id(), "rowItem");
+  o.Click("PHISTCACHE_SIZE");
+  o.Key(116);
+  EXPECT_FALSE(IsOpen());
+  o.Click("PHISTCACHE_SIZE");
+  o.Show("InfoActivity");
+  o.Show("Parameters");
+  EXPECT_FALSE(IsOpen());
+}
+
 }  // namespace
 }  // namespace ZELWbr3::Testing

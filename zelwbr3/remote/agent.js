@@ -338,7 +338,8 @@
   /** What an element is recognised by among its siblings; a row also by what it begins with. */
   const KeyOf = (oElement) => {
     const oCell = oElement.localName === "tr" ? oElement.cells[0] : undefined;
-    const sCell = oCell === undefined ? "" : `|${oCell.id}|${oCell.textContent}`;
+    // One that begins with nothing is known by all that is in it.
+    const sCell = oCell === undefined ? "" : `|${oCell.id}|${oCell.id + oCell.textContent === "" ? oElement.textContent : oCell.textContent}`;
     return `${oElement.localName}|${oElement.id}${sCell}`;
   };
 

@@ -19,20 +19,27 @@ namespace ZELWbr3::Instances {
 class ListedSession : public ZELLib3::Session {
  public:
   using Texts = std::array<std::string, 6>;
+  struct Entry {
+    Texts Fields;
+    std::optional<bool> Active;
+    std::string Detail;
+  };
 
-  ListedSession(ZELLib3::Integer iIndex, Texts oTexts) : m_iIndex(iIndex), m_oTexts(std::move(oTexts)) {}
+  ListedSession(ZELLib3::Integer iIndex, Entry oEntry) : m_iIndex(iIndex), m_oEntry(std::move(oEntry)) {}
 
   ZELLib3::Long Index() const override { return std::int16_t{m_iIndex}; }
-  std::string Name() const override { return m_oTexts[0]; }
-  std::string Field1() const override { return m_oTexts[1]; }
-  std::string Field2() const override { return m_oTexts[2]; }
-  std::string Field3() const override { return m_oTexts[3]; }
-  std::string Field4() const override { return m_oTexts[4]; }
-  std::string Field5() const override { return m_oTexts[5]; }
+  std::string Name() const override { return m_oEntry.Fields[0]; }
+  std::string Field1() const override { return m_oEntry.Fields[1]; }
+  std::string Field2() const override { return m_oEntry.Fields[2]; }
+  std::string Field3() const override { return m_oEntry.Fields[3]; }
+  std::string Field4() const override { return m_oEntry.Fields[4]; }
+  std::string Field5() const override { return m_oEntry.Fields[5]; }
+  std::optional<bool> IsActive() const override { return m_oEntry.Active; }
+  std::string Detail() const override { return m_oEntry.Detail; }
 
  private:
   ZELLib3::Integer m_iIndex;
-  Texts m_oTexts;
+  Entry m_oEntry;
 };
 
 /// Sessions that are all read at once, at the first use or by Refresh; at most as
@@ -49,13 +56,13 @@ class SessionList : public ZELLib3::Sessions {
 
  protected:
   /// Raises ZELLib3::InstanceError when they cannot be read.
-  virtual std::vector<ListedSession::Texts> Read() const = 0;
-  const std::vector<ListedSession::Texts>& List() const { return m_oList ? *m_oList : m_oList.emplace(Read()); }
+  virtual std::vector<ListedSession::Entry> Read() const = 0;
+  const std::vector<ListedSession::Entry>& List() const { return m_oList ? *m_oList : m_oList.emplace(Read()); }
   /// The next use reads them anew.
   void Forget() { m_oList.reset(); }
 
  private:
-  mutable std::optional<std::vector<ListedSession::Texts>> m_oList;
+  mutable std::optional<std::vector<ListedSession::Entry>> m_oList;
 };
 
 }  // namespace ZELWbr3::Instances

@@ -29,25 +29,31 @@ std::string StateText(const Result& o, int i) {
   return sState + " " + std::to_string(std::max<std::int64_t>(0, lSeconds)) + " s";
 }
 
-Instances::ListedSession::Texts TextsOf(const Result& o, int i) {
+/// The statement, or the last one, and for how long the transaction has been open.
+std::string DetailText(const Result& o, int i) {
+  const std::int64_t lSeconds = o.IsNull(i, "in_transaction") ? 0 : o.Number(i, "in_transaction");
+  return Joined(lSeconds > 0 ? "in a transaction for " + std::to_string(lSeconds) + " s" : "", ": ",
+                o.Text(i, "query"));
+}
+
+Instances::ListedSession::Entry EntryOf(const Result& o, int i) {
   const std::string sSince =
       o.IsNull(i, "since") ? std::string() : Calendar::ISOText(Calendar::LocalTime(o.Number(i, "since")), ' ');
-  return {o.Text(i, "log_session"),
-          o.Text(i, "pid"),
-          Joined(o.Text(i, "application_name"), ", ", o.Text(i, "client")),
-          Joined(o.Text(i, "usename"), "@", o.Text(i, "datname")),
-          sSince,
-          StateText(o, i)};
+  const std::string sState = o.Text(i, "state");
+  return {{o.Text(i, "log_session"), o.Text(i, "pid"), Joined(o.Text(i, "application_name"), ", ", o.Text(i, "client")),
+           Joined(o.Text(i, "usename"), "@", o.Text(i, "datname")), sSince, StateText(o, i)},
+          sState.empty() ? std::nullopt : std::optional(sState != "idle" && sState != "disabled"),
+          DetailText(o, i)};
 }
 
 }  // namespace
 
-std::vector<Instances::ListedSession::Texts> PostgresSessions::Read() const {
-  std::vector<Instances::ListedSession::Texts> texts;
-  if (!m_oServer->Connected()) return texts;
+std::vector<Instances::ListedSession::Entry> PostgresSessions::Read() const {
+  std::vector<Instances::ListedSession::Entry> sessions;
+  if (!m_oServer->Connected()) return sessions;
   const Result o = *m_oServer->Ask("sessions", kAsked);
-  for (int i = 0; i < o.Rows(); ++i) texts.push_back(TextsOf(o, i));
-  return texts;
+  for (int i = 0; i < o.Rows(); ++i) sessions.push_back(EntryOf(o, i));
+  return sessions;
 }
 
 bool PostgresSessions::Refresh() {

@@ -16,7 +16,7 @@ class PostgresSessions : public Instances::SessionList {
   bool Refresh() override;
 
  private:
-  std::vector<Instances::ListedSession::Texts> Read() const override;
+  std::vector<Instances::ListedSession::Entry> Read() const override;
 
   std::shared_ptr<Server> m_oServer;
 };

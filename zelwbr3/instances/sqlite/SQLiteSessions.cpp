@@ -38,6 +38,8 @@ constexpr Meaning kMeanings[] = {
     {In::LogIndex, kReader, kReaderEnd, false, "reads"},
 };
 
+constexpr const char* NoLock = "none";
+
 std::string LockText(const std::vector<OpenFiles::Lock>& oLocks, int iProcess, ino_t lDatabase, ino_t lLogIndex) {
   std::string sText;
   bool bDatabase = false;
@@ -54,28 +56,31 @@ std::string LockText(const std::vector<OpenFiles::Lock>& oLocks, int iProcess, i
       break;
     }
   }
-  return sText.empty() ? "none" : sText;
+  return sText.empty() ? NoLock : sText;
 }
 
-std::vector<Instances::ListedSession::Texts> Holders(const InstanceFile& oFile) {
-  std::vector<Instances::ListedSession::Texts> oTexts;
+std::vector<Instances::ListedSession::Entry> Holders(const InstanceFile& oFile) {
+  std::vector<Instances::ListedSession::Entry> oSessions;
   const auto oDatabase = FileId::Of(oFile.Path());
-  if (!oDatabase) return oTexts;
+  if (!oDatabase) return oSessions;
   const auto oLogIndex = FileId::Of(oFile.PathBeside("-shm"));
   const auto oLocks = OpenFiles::Locks();
   for (const OpenFiles::Process& oProcess : OpenFiles::Holders(*oDatabase)) {
     const std::string sLock =
         oLocks ? LockText(*oLocks, oProcess.ID, oDatabase->Inode, oLogIndex ? oLogIndex->Inode : 0) : std::string();
     const bool bDated = oProcess.Since != ZELLib3::Date{};
-    oTexts.push_back({std::to_string(oTexts.size() + 1), std::to_string(oProcess.ID), oProcess.Program, oProcess.User,
-                      bDated ? Calendar::ISOText(oProcess.Since, ' ') : std::string(), sLock});
+    const std::optional<bool> oActive = oLocks ? std::optional(sLock != NoLock) : std::nullopt;
+    oSessions.push_back({{std::to_string(oSessions.size() + 1), std::to_string(oProcess.ID), oProcess.Program,
+                          oProcess.User, bDated ? Calendar::ISOText(oProcess.Since, ' ') : std::string(), sLock},
+                         oActive,
+                         {}});
   }
-  return oTexts;
+  return oSessions;
 }
 
 }  // namespace
 
-std::vector<Instances::ListedSession::Texts> SQLiteSessions::Read() const { return Holders(*m_oFile); }
+std::vector<Instances::ListedSession::Entry> SQLiteSessions::Read() const { return Holders(*m_oFile); }
 
 bool SQLiteSessions::Refresh() {
   Forget();

@@ -17,7 +17,7 @@ class SQLiteSessions : public Instances::SessionList {
   bool Refresh() override;
 
  private:
-  std::vector<Instances::ListedSession::Texts> Read() const override;
+  std::vector<Instances::ListedSession::Entry> Read() const override;
 
   std::shared_ptr<InstanceFile> m_oFile;
 };

@@ -30,6 +30,7 @@ constexpr int GroupNone = 4;
 
 void PageParameters::Hide() {
   m_oRow = nullptr;
+  m_open.clear();
   TabbedPage::Hide();
 }
 
@@ -72,6 +73,18 @@ void PageParameters::FillGroup(std::size_t iGroup) {
       modCells::SetCellText(*oCells[3], oParameter->Description());
       MarkChange(*oCells[2], *oParameter);
     });
+  }
+  OpenHistories(RequiredElement(GroupTables[iGroup]));
+}
+
+void PageParameters::OpenHistories(Element& oTable) {
+  const auto open = m_open;
+  for (const std::string& sName : open) {
+    Element* oExpander = oTable.all().item("PHIST" + sName);
+    if (oExpander == nullptr) continue;
+    m_sParameter = sName;
+    m_oRow = oExpander->parentElement();
+    ToggleHistory();
   }
 }
 
@@ -165,11 +178,13 @@ void PageParameters::ToggleHistory() {
     ShowHistory(false);
     oExpander->className("zelTblCellExpClosed");
     m_oRow->removeAttribute(MarkExpanded);
+    m_open.erase(m_sParameter);
     return;
   }
   if (!m_oRow->hasAttribute(MarkRead) && !AddHistory()) return;
   oExpander->className(ShowHistory(true) > 0 ? "zelTblCellExpOpen" : "zelTblCellExpDsbl");
   m_oRow->setAttribute(MarkExpanded, "true");
+  m_open.insert(m_sParameter);
 }
 
 bool PageParameters::AddHistory() {

@@ -6,6 +6,7 @@
 #include "zelwbr3/framework/TabbedPage.h"
 
 #include <array>
+#include <set>
 #include <string>
 
 namespace ZELWbr3 {
@@ -43,6 +44,8 @@ class ZELWBR3_EXPORT PageParameters : public TabbedPage {
 
   /// Shows or hides the history below the last clicked row.
   void ToggleHistory();
+  /// Shows the histories again that are open, after a refresh.
+  void OpenHistories(Element& oTable);
   /// Adds the history, hidden. False if the parameter does not exist.
   bool AddHistory();
   /// Shows or hides the history below the row; returns the number of entries.
@@ -54,6 +57,8 @@ class ZELWBR3_EXPORT PageParameters : public TabbedPage {
   /// The parameter whose history was last clicked, and its row.
   std::string m_sParameter;
   Element* m_oRow = nullptr;
+  /// The parameters whose histories are open; until the page is left.
+  std::set<std::string> m_open;
 };
 
 }  // namespace ZELWbr3

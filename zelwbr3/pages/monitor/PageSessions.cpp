@@ -26,6 +26,11 @@ void PageSessions::FillContent() {
       for (std::size_t iField = 0; iField < fields.size(); ++iField) {
         modCells::SetCellTextExcept(*oCells[1 + iField], fields[iField], "");
       }
+      // For the page's script.
+      Element& oRow = *oCells[0]->parentElement();
+      if (const auto oActive = oSession->IsActive()) oRow.setAttribute("data-zel-state", *oActive ? "active" : "idle");
+      if (const std::string sDetail = oSession->Detail(); !sDetail.empty())
+        oRow.setAttribute("data-zel-detail", sDetail);
     });
   }
   SetText("txtFormFooter", "Rows " + std::to_string(iCount) + " / " + std::to_string(iCount));

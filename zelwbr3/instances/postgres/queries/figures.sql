@@ -88,7 +88,8 @@ SELECT a.pid, a.datname, a.usename, a.application_name, coalesce(host(a.client_a
   extract(epoch FROM a.backend_start)::bigint AS since, a.state, a.wait_event_type, a.wait_event,
   extract(epoch FROM clock_timestamp() - a.xact_start)::bigint AS in_transaction,
   extract(epoch FROM clock_timestamp() - a.state_change)::bigint AS in_state,
-  CASE WHEN a.wait_event_type = 'Lock' THEN array_to_string(pg_blocking_pids(a.pid), ', ') END AS blocked_by
+  CASE WHEN a.wait_event_type = 'Lock' THEN array_to_string(pg_blocking_pids(a.pid), ', ') END AS blocked_by,
+  left(regexp_replace(regexp_replace(btrim(a.query), '(password\s+)(''[^'']*''|\S+)', '\1***', 'gi'), '\s+', ' ', 'g'), 1000) AS query
 FROM pg_stat_activity AS a WHERE a.backend_type IN ('client backend', 'walsender') OR (a.backend_type IS NULL AND a.usesysid IS NOT NULL AND a.datid IS NOT NULL) ORDER BY a.backend_start, a.pid;
 
 -- @name slot.oldest from=100000 needs=any  (the one that keeps the most of the log)
