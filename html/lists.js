@@ -1324,7 +1324,8 @@
 
     /** Scrolls back to the first row if that is above the screen. */
     ShowFirst() {
-      const dAbove = this.oStart.getBoundingClientRect().bottom - this.Visible.dFirst;
+      // The cells of the headings stay on the screen, their row does not.
+      const dAbove = this.oBody.rows[0].getBoundingClientRect().bottom - this.Visible.dFirst;
       if (dAbove >= 0) return;
       scrollBy({ top: dAbove, behavior: "instant" });
       this.Draw();
