@@ -10,9 +10,7 @@
 #include <iterator>
 #include <utility>
 
-#include <wx/button.h>
 #include <wx/sizer.h>
-#include <wx/stattext.h>
 
 namespace ZELWbr3::Host {
 
@@ -39,7 +37,8 @@ constexpr const char* Arrow =
 
 RefreshBar::RefreshBar(wxWindow* oParent, Desktop::BrowserPanel& oPanel, Runner oRunner)
     : wxPanel(oParent), m_oPanel(oPanel), m_oRunner(std::move(oRunner)) {
-  auto* oButton = new wxButton(this, wxID_ANY, "Refresh");
+  m_oButton = new wxButton(this, wxID_ANY, "Refresh");
+  auto* oButton = m_oButton;
   oButton->SetBitmap(wxBitmapBundle::FromSVG(Arrow, wxSize(16, 16)));
   oButton->SetToolTip("Read the figures of this page again (F5)");
   m_oChoice = new wxChoice(this, wxID_ANY);
@@ -51,7 +50,8 @@ RefreshBar::RefreshBar(wxWindow* oParent, Desktop::BrowserPanel& oPanel, Runner 
   auto* oSizer = new wxBoxSizer(wxHORIZONTAL);
   const auto oFlags = wxSizerFlags().CenterVertical().Border(wxALL, FromDIP(4));
   oSizer->Add(oButton, oFlags);
-  oSizer->Add(new wxStaticText(this, wxID_ANY, "Every:"), wxSizerFlags().CenterVertical().Border(wxLEFT, FromDIP(6)));
+  m_oEvery = new wxStaticText(this, wxID_ANY, "Every:");
+  oSizer->Add(m_oEvery, wxSizerFlags().CenterVertical().Border(wxLEFT, FromDIP(6)));
   oSizer->Add(m_oChoice, oFlags);
   SetSizer(oSizer);
 
@@ -81,6 +81,16 @@ RefreshBar::~RefreshBar() { Unregister(); }
 int RefreshBar::Enter(wxDialog*) {
   ++m_iDialogs;
   return wxID_NONE;
+}
+
+void RefreshBar::Compact(bool bCompact) {
+  if (m_oEvery->IsShown() != bCompact) return;
+  m_oEvery->Show(!bCompact);
+  m_oButton->SetLabel(bCompact ? "" : "Refresh");
+  m_oButton->SetWindowStyle(bCompact ? wxBU_EXACTFIT : 0);
+  Desktop::AccessibleName(*m_oButton, "Refresh");
+  InvalidateBestSize();
+  Layout();
 }
 
 void RefreshBar::Interval(int iSeconds) {

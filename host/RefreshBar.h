@@ -10,10 +10,12 @@
 #include <string>
 #include <vector>
 
+#include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/datetime.h>
 #include <wx/modalhook.h>
 #include <wx/panel.h>
+#include <wx/stattext.h>
 #include <wx/timer.h>
 #include <wx/weakref.h>
 
@@ -34,6 +36,8 @@ class RefreshBar : public wxPanel, private wxModalDialogHook {
   RefreshBar(wxWindow* oParent, Desktop::BrowserPanel& oPanel, Runner oRunner);
   ~RefreshBar() override;
 
+  /// With the icon alone, for narrow windows.
+  void Compact(bool bCompact);
   /// Seconds between two refreshes; 0 for none.
   void Interval(int iSeconds);
   int Interval() const { return m_iInterval; }
@@ -68,6 +72,8 @@ class RefreshBar : public wxPanel, private wxModalDialogHook {
 
   Desktop::BrowserPanel& m_oPanel;
   Runner m_oRunner;
+  wxButton* m_oButton;
+  wxStaticText* m_oEvery;
   wxChoice* m_oChoice;
   wxTimer m_oTimer;
   int m_iInterval = 0;

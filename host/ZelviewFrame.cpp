@@ -114,6 +114,7 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
     m_oPageList->Narrow(bNarrow);
     m_oPath->Show(!bNarrow);
     m_oCommandlist->Compact(bNarrow);
+    m_oRefreshBar->Compact(bNarrow);
     oEvent.Skip();
   });
   m_oPageList->OnChoose = [this](const std::string& sPage, bool bBrowsing) {

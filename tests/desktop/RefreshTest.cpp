@@ -38,11 +38,13 @@ class TestView : public ZELLib3::SysInfo {
 
 class RefreshTest : public TestPanel {
  protected:
-  /// Refreshes the page in front and waits until the browser shows it.
-  void Refresh() {
+  /// Refreshes the page in front, by itself or because the user wants it, and waits
+  /// until the browser shows it.
+  void Refresh(bool bAsked = true) {
     int iPages = 0;
     const ScopedConnection oCount = Control().PageComplete.Connect([&](const auto&) { ++iPages; });
-    std::dynamic_pointer_cast<DataPage>(Control().ActPageObj())->Command(DataPage::CommandRefresh);
+    const auto oPage = std::dynamic_pointer_cast<DataPage>(Control().ActPageObj());
+    bAsked ? oPage->Command(DataPage::CommandRefresh) : oPage->RefreshUnasked();
     WaitFor("the refreshed page", [&] { return iPages == 1 && Front().Settled(); });
     ExpectLiveEqualsReplica(Front());
   }
@@ -108,7 +110,7 @@ TEST_F(RefreshTest, KeepsFilterOrderPlaceAndFocusOfAList) {
   Mark("document.elementFromPoint(60, 300).closest('tr')");
 
   View->Rows[1].second = 7;
-  Refresh();
+  Refresh(false);
   WaitFor("the rows", [&] { return First() != "" && Count() == "1111 of 3000"; });
   EXPECT_EQ(Ask(Front(), "String(scrollY)"), "9000");
   EXPECT_EQ(Ask(Front(), sSeen), sAt);
@@ -203,7 +205,7 @@ TEST_F(RefreshTest, KeepsTheFocusInARowAndTheTab) {
   Front().Focus();
   ClickOn(Front(), "#tbsTab1Parameters");
   WaitFor("the tab", [&] { return ByID(Front(), "tbsTab1Parameters").className() == "zelTbsLinkOn"; });
-  Refresh();
+  Refresh(false);
   EXPECT_EQ(Ask(Front(), "document.querySelector('[role=tab][aria-selected=true]').id"), "tbsTab1Parameters");
   ClickOn(Front(), "#tbsTab0Parameters");
   Ask(Front(), "document.querySelector('#tabGeneral [id^=PARAM]').focus(); ''");

@@ -1,6 +1,7 @@
 #include "host/ZelviewFrame.h"
 #include "tests/desktop/TestWindow.h"
 #include "tests/support/ChangedRecording.h"
+#include "zelwbr3/base/ReadFile.h"
 #include "zelwbr3/desktop/Accessible.h"
 #include "zelwbr3/shell/Pages.h"
 
@@ -221,6 +222,24 @@ TEST_F(ZelviewTest, ACurveOpensAChartThatEndsWithTheFigureOfTheCell) {
   EXPECT_EQ(Ask(Front(), "document.querySelector('.zelChartTable tbody tr').cells[1].textContent"), sFigure);
   EXPECT_EQ(Ask(Front(), "document.querySelector('.zelChartTable thead th:nth-child(2)').textContent"),
             "SQL Commands per second");
+
+  // What is seen is saved.
+  const auto Save = [&](const std::string& sButton, const std::string& sFile) {
+    Ask(Front(), "[...document.querySelectorAll('.zelChartBar button')].find(o => o.textContent.startsWith('" +
+                     sButton + "')).focus(); ''");
+    Choose("Return", Folder / sFile);
+    std::string sText;
+    WaitFor(sFile,
+            [&] { return std::filesystem::exists(Folder / sFile) && !(sText = ReadFile(Folder / sFile)).empty(); });
+    return sText;
+  };
+  EXPECT_TRUE(Save("Picture", "chart.png").starts_with("\x89PNG\r\n"));
+  wxImage oPicture;
+  EXPECT_TRUE(oPicture.LoadFile((Folder / "chart.png").string(), wxBITMAP_TYPE_PNG) && oPicture.GetWidth() > 300);
+  const std::string sCSV = Save("CSV", "chart.csv");
+  EXPECT_TRUE(sCSV.starts_with("Time,SQL Commands per second\r\n")) << sCSV;
+  const double dLast = std::stod(sCSV.substr(sCSV.rfind(',') + 1));
+  EXPECT_NEAR(dLast, std::stod(sFigure), dLast / 100) << sCSV;
 }
 
 TEST_F(ZelviewTest, AFigureIsExplainedByKeyAndByPointer) {
