@@ -386,8 +386,10 @@ void MeasureMillion(Figures& oFigures) {
 class BenchApp : public wxApp {
  public:
   std::string JSONFile;
-  /// The only group of figures to be measured; empty for all.
-  std::string Group;
+  std::vector<std::string> Only;
+  int Result = 0;
+
+  bool Wanted(const std::string& sPart) const { return Only.empty() || std::ranges::find(Only, sPart) != Only.end(); }
 
   bool OnInit() override {
     SetExitOnFrameDelete(false);
@@ -399,13 +401,15 @@ class BenchApp : public wxApp {
     const wxEventLoopActivator oActivator(&oLoop);
     try {
       Figures oFigures;
-      if (Group.empty() || Group == "million") MeasureMillion(oFigures);
+      if (Wanted("million")) MeasureMillion(oFigures);
       BenchWindow oWindow;
-      const std::pair<const char*, void (*)(BenchWindow&, Figures&)> groups[] = {
-          {"show", MeasureShow},   {"chart", MeasureChart},           {"rows", MeasureRows},
-          {"lists", MeasureLists}, {"parameters", MeasureParameters}, {"readall", MeasureReadAll}};
-      for (const auto& [sName, Measure] : groups) {
-        if (Group.empty() || Group == sName) Measure(oWindow, oFigures);
+      for (const auto& [sName, oMeasure] : {std::pair("show", &MeasureShow),
+                                            {"chart", &MeasureChart},
+                                            {"rows", &MeasureRows},
+                                            {"lists", &MeasureLists},
+                                            {"parameters", &MeasureParameters},
+                                            {"readall", &MeasureReadAll}}) {
+        if (Wanted(sName)) oMeasure(oWindow, oFigures);
       }
       if (!JSONFile.empty()) oFigures.AddTo(JSONFile);
     } catch (const std::exception& oError) {
@@ -424,13 +428,13 @@ int main(int argc, char** argv) {
   std::string sFile;
   CLI::App oArguments("Measures the control on the real browser.", "bench-browser");
   oArguments.add_option("--json", sFile, "File for the figures, one JSON object");
-  std::string sGroup;
-  oArguments.add_option("--only", sGroup, "million, show, chart, rows, lists, parameters or readall; all by default");
+  std::vector<std::string> only;
+  oArguments.add_option("--only", only, "Measures only these: million, show, chart, rows, lists, parameters, readall");
   CLI11_PARSE(oArguments, argc, argv);
 
   auto* oApp = new BenchApp;
   oApp->JSONFile = sFile;
-  oApp->Group = sGroup;
+  oApp->Only = only;
   wxApp::SetInstance(oApp);
   int iNone = 1;
   return wxEntry(iNone, argv);

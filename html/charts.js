@@ -10,7 +10,13 @@
   const Width = 88;
   const Height = 18;
 
-  const Numbers = (sText) => (sText ?? "").split(" ").filter((s) => s !== "").map((s) => (s === "-" ? NaN : Number(s)));
+  /** Numbers with blanks between them, "-" for none. */
+  const Numbers = (sText) => {
+    if (!sText) return [];
+    // Usually all are known, and then this is the fastest.
+    if (!sText.includes("-")) return JSON.parse(`[${sText.replaceAll(" ", ",")}]`);
+    return sText.split(" ").map((s) => (s === "-" ? NaN : +s));
+  };
 
   /** Moments in milliseconds since 1970. */
   const TimesOf = (oBlock) => {
@@ -159,16 +165,23 @@
 
   const Worded = (dValue, sUnit) => (dValue === null ? "" : Rounded(dValue) + (sUnit && ` ${sUnit}`));
 
+  /** Forms of moments; making one takes long, using it does not. */
+  const oForms = {};
+  const Form = (sName, oOptions) => (oForms[sName] ??= new Intl.DateTimeFormat(undefined, oOptions)).format;
+  const FormOf = {
+    Day: () => Form("Day", { day: "numeric", month: "short" }),
+    Minute: () => Form("Minute", { hour: "2-digit", minute: "2-digit", hourCycle: "h23" }),
+    Second: () => Form("Second", { timeStyle: "medium", hourCycle: "h23" }),
+    Moment: () => Form("Moment", { dateStyle: "short", timeStyle: "medium", hourCycle: "h23" }),
+  };
+
   /** A time of the axis; with seconds where they differ, and the day where that does. */
   const Clock = (dSeconds, oAll) => {
     const dStep = oAll.length > 1 ? oAll[1] - oAll[0] : 0;
     const oDate = new Date(dSeconds * 1000);
-    const sDay = oDate.toLocaleDateString(undefined, { day: "numeric", month: "short" });
-    if (dStep >= 24 * Hour) return sDay;
-    if (oAll.at(-1) - oAll[0] >= 24 * Hour && oDate.getHours() * Hour + oDate.getMinutes() * 60 < dStep) return sDay;
-    const bSeconds = dStep % 60 !== 0;
-    const oForm = { hour: "2-digit", minute: "2-digit", hour12: false, ...(bSeconds && { second: "2-digit" }) };
-    return oDate.toLocaleTimeString(undefined, oForm);
+    const bNewDay = oAll.at(-1) - oAll[0] >= 24 * Hour && oDate.getHours() * Hour + oDate.getMinutes() * 60 < dStep;
+    if (dStep >= 24 * Hour || bNewDay) return FormOf.Day()(oDate);
+    return (dStep % 60 === 0 ? FormOf.Minute() : FormOf.Second())(oDate);
   };
 
   /** The charts of one page: figures that the user chooses, over the time that he chooses. */
@@ -182,12 +195,18 @@
       this.oCanvas = Object.assign(document.createElement("div"), { className: "zelChartPlot" });
       this.oTable = Object.assign(document.createElement("table"), { className: "zelTblList zelChartTable" });
       oPlace.append(this.oBar, this.oCanvas, this.oTable);
-      this.oResize = new ResizeObserver(() => this.oPlot?.setSize(this.Size));
+      // It also tells the size at the beginning, which the plot has already.
+      this.oResize = new ResizeObserver(() => {
+        const oSize = this.Size;
+        const oPlot = this.oPlot;
+        if (oPlot !== null && (oPlot.width !== oSize.width || oPlot.height !== oSize.height)) oPlot.setSize(oSize);
+      });
       this.oResize.observe(oPlace);
     }
 
     End() {
       this.oResize.disconnect();
+      clearTimeout(this.iTable);
       this.oPlot?.destroy();
     }
 
@@ -223,8 +242,11 @@
     Show() {
       this.ShowBar();
       const oValues = this.oShown.map((o) => o.Values());
-      this.oData = [this.oTimes.map((d) => d / 1000), ...oValues.map((o) => o.map((d) => (Number.isNaN(d) ? null : d)))];
-      this.ShowTable();
+      const Known = (oAll) => (oAll.some(Number.isNaN) ? oAll.map((d) => (Number.isNaN(d) ? null : d)) : oAll);
+      this.oData = [this.oTimes.map((d) => d / 1000), ...oValues.map(Known)];
+      // The chart comes first.
+      clearTimeout(this.iTable);
+      this.iTable = setTimeout(() => this.ShowTable(), 50);
       if (typeof uPlot === "undefined") {
         this.oCanvas.textContent = "The library that draws charts (uPlot) is not installed. The table shows the values.";
         this.oTable.classList.add("zelSeen");
@@ -248,7 +270,7 @@
       const oScales = [...new Set(oSeries.map((o) => o.scale))];
       const oOptions = {
         ...this.Size,
-        series: [{ label: "Time", value: (_, d) => new Date((d ?? this.oData[0].at(-1)) * 1000).toLocaleString(undefined, { hour12: false }) }, ...oSeries],
+        series: [{ label: "Time", value: (_, d) => FormOf.Moment()((d ?? this.oData[0].at(-1)) * 1000) }, ...oSeries],
         axes: [{ ...oAxis, space: 80, values: (_, oSeconds) => oSeconds.map((d) => Clock(d, oSeconds)) }, ...oScales.map((sScale, i) => ({ ...oAxis, scale: sScale, side: i === 0 ? 3 : 1, size: 70, values: (_, o) => o.map((d) => Rounded(d) + (sScale === "%" ? " %" : "")) }))],
         scales: Object.fromEntries(oScales.map((s) => [s, s === "%" ? { range: [0, 100] } : { range: (_, __, dMax) => [0, (dMax || 1) * 1.05] }])),
       };
@@ -334,8 +356,8 @@
       oHead.append(Row("th", ["Time", ...this.oShown.map((o) => o.sLabel)]));
       const oBody = document.createElement("tbody");
       // Of more than a day, a time alone does not say enough.
-      const sForm = this.oTimes.at(-1) - this.oTimes[0] > 24 * Hour * 1000 ? "toLocaleString" : "toLocaleTimeString";
-      const Moment = (dTime) => new Date(dTime)[sForm](undefined, { hour12: false });
+      const bDays = this.oTimes.at(-1) - this.oTimes[0] > 24 * Hour * 1000;
+      const Moment = (bDays ? FormOf.Moment : FormOf.Second)();
       const Text = (i) => [Moment(this.oTimes[i]), ...this.oData.slice(1).map((o) => (o[i] === null ? "" : Rounded(o[i])))];
       const iFrom = Math.max(0, this.oTimes.length - RowsOfTable);
       for (let i = this.oTimes.length - 1; i >= iFrom; --i) oBody.append(Row("td", Text(i)));

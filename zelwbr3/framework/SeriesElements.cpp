@@ -18,7 +18,7 @@ void Append(std::string& sText, Number n) {
 }
 
 void AppendValue(std::string& sText, double dValue) {
-  if (!std::isnan(dValue)) return Append(sText, dValue);
+  if (std::isfinite(dValue)) return Append(sText, dValue);
   sText += sText.empty() ? "-" : " -";
 }
 
