@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -15,6 +17,6 @@ class ReadFileError : public std::runtime_error {
 /// The bytes of a regular file. Raises ReadFileError if the file is missing,
 /// cannot be read, is not a regular file (reading a pipe or a device might never
 /// end) or has more than lMost bytes.
-std::string ReadFile(const std::string& sPath, std::uintmax_t lMost = std::uintmax_t{1} << 30);
+ZELWBR3_EXPORT std::string ReadFile(const std::string& sPath, std::uintmax_t lMost = std::uintmax_t{1} << 30);
 
 }  // namespace ZELWbr3

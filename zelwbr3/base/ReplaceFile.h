@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 #include <string>
 #include <string_view>
 
@@ -9,6 +11,6 @@ namespace ZELWbr3 {
 /// there, and no new one. What is no regular file, such as a pipe or a device, is
 /// written to as it is; a link leads to the file that is replaced. Raises
 /// std::runtime_error with the reason, which does not name the file.
-void ReplaceFile(const std::string& sPath, std::string_view sBytes);
+ZELWBR3_EXPORT void ReplaceFile(const std::string& sPath, std::string_view sBytes);
 
 }  // namespace ZELWbr3

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/MessagePump.h"
 
 #include <exception>
@@ -14,7 +15,7 @@ namespace ZELWbr3::Desktop {
 /// Handlers of what arrives are called by C code, which no exception may cross.
 /// Deliver keeps an exception and Turn throws it again, so it reaches the code
 /// that waits.
-class DesktopPump : public MessagePump {
+class ZELWBR3_EXPORT DesktopPump : public MessagePump {
  public:
   using Trace = std::function<void(const std::exception& oThrown)>;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/desktop/ListExport.h"
 #include "zelwbr3/desktop/Theme.h"
 #include "zelwbr3/desktop/WebView.h"
@@ -25,7 +26,7 @@ class DesktopPlatform;
 ///
 /// A page that is shown again is not loaded again if that would make no
 /// difference: the agent puts the document back to what it was at the load.
-class DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remote::Channel {
+class ZELWBR3_EXPORT DesktopWebBrowser : public WebBrowser, private WebViewEvents, private Remote::Channel {
  public:
   DesktopWebBrowser(DesktopPlatform& oPlatform, WebBrowserEvents& oEvents);
   /// The same in another window than the control's.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Change.h"
 
 #include <cstdint>
@@ -30,7 +31,7 @@ class Element;
 /// them was appended. An element with the template's ids stands before it, so the
 /// document's index by id need not know it; rows with ids of their own are asked for
 /// (WithID) before the index is.
-class FrozenRows {
+class ZELWBR3_EXPORT FrozenRows {
  public:
   /// The tag of each.
   static constexpr std::string_view Tag = "tr";

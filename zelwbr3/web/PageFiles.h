@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/web/HTTP.h"
 
 #include <cstdint>
@@ -14,7 +15,7 @@ namespace ZELWbr3::Web {
 /// The page files of some folders as browsers get them, side by side: read once, with
 /// the agent as each page's first script, and compressed once. A name is looked up
 /// here, so no request reaches the file system.
-class PageFiles {
+class ZELWBR3_EXPORT PageFiles {
  public:
   /// A file of an earlier folder hides one of the same name in a later folder. Throws
   /// std::runtime_error that names the folder or file.

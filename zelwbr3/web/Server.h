@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/web/HTTP.h"
 
 #include <chrono>
@@ -23,7 +24,7 @@ struct Limits {
 
 /// A server for HTTP/1.1 and WebSockets, with TLS or without. One thread, the one
 /// that calls Run, does all of it.
-class Server {
+class ZELWBR3_EXPORT Server {
  public:
   struct Options {
     std::string Address = "127.0.0.1";  ///< a numeric address, IPv4 or IPv6

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/web/Doorkeeper.h"
 #include "zelwbr3/web/HTTP.h"
 #include "zelwbr3/web/PageFiles.h"
@@ -21,7 +22,7 @@ class Server;
 
 /// The site: the shell and its files for those who may come in, and a session for
 /// each shell. Everything but Join is for the server's thread.
-class Sessions : public Site {
+class ZELWBR3_EXPORT Sessions : public Site {
  public:
   struct Options {
     /// What is shown, by the numbers that Program is called with.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/framework/CommandLists.h"
 
 #include <string>
@@ -10,7 +11,7 @@ namespace ZELWbr3::Web {
 class WebPlatform;
 
 /// A command list drawn by the shell as a toolbar. The platform outlives it.
-class WebCommandlist : public CommandLists {
+class ZELWBR3_EXPORT WebCommandlist : public CommandLists {
  public:
   /// sRefused says why commands that change the instance cannot be used here; empty
   /// if they can.

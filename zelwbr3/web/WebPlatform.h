@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/base/Event.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/chm/CompiledHelp.h"
 #include "zelwbr3/dom/FlatList.h"
 #include "zelwbr3/platform/Platform.h"
@@ -36,7 +37,7 @@ struct Greeting {
 /// The platform on a browser elsewhere: one session. The frames lie in a shell
 /// page, which carries out what Send sends and sends back what the user does.
 /// Made, used and destroyed on one thread.
-class WebPlatform : public Platform {
+class ZELWBR3_EXPORT WebPlatform : public Platform {
  public:
   using TraceTo = std::function<void(const std::string&)>;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/instances/common/daemon/EvaluatedInstance.h"
 #include "zelwbr3/instances/postgres/server/Options.h"
 
@@ -11,6 +12,6 @@ namespace ZELWbr3::Postgres {
 /// evaluation also notices changes of parameters.
 /// sAddress is in libpq's words. Raises as PostgresDatabase for one that libpq does
 /// not understand.
-Instances::EvaluatedInstance AnalyzedServer(const std::string& sAddress, const Options& oOptions);
+ZELWBR3_EXPORT Instances::EvaluatedInstance AnalyzedServer(const std::string& sAddress, const Options& oOptions);
 
 }  // namespace ZELWbr3::Postgres

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/instances/recorded/format/RecordingError.h"
 #include "zelwbr3/instances/recorded/objects/Call.h"
 
@@ -18,6 +19,6 @@ namespace ZELWbr3::Recorded {
 /// none, a table that it does not hold leaves an error that names the table.
 /// Objects obtained from the instance share its data and may outlive it; the
 /// position in rows and lists belongs to the object that was opened.
-std::shared_ptr<ZELLib3::Database> OpenRecording(const std::string& sFile, CallObserver fnObserver = {});
+ZELWBR3_EXPORT std::shared_ptr<ZELLib3::Database> OpenRecording(const std::string& sFile, CallObserver fnObserver = {});
 
 }  // namespace ZELWbr3::Recorded

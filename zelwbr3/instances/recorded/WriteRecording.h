@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zelwbr3/ZELLib3/Database.h"
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/instances/recorded/format/RecordingError.h"
 #include "zelwbr3/instances/recorded/writing/RecordOptions.h"
 
@@ -21,7 +22,7 @@ namespace ZELWbr3::Recorded {
 /// Answers notes, one line each, on what the file cannot say: rows beyond the
 /// bound, or a member that raised for some objects of its kind only. Raises
 /// RecordingError when the file cannot be written.
-std::vector<std::string> WriteRecording(ZELLib3::Database& oDatabase, const std::string& sFile,
+ZELWBR3_EXPORT std::vector<std::string> WriteRecording(ZELLib3::Database& oDatabase, const std::string& sFile,
                                         const RecordOptions& oOptions = {});
 
 }  // namespace ZELWbr3::Recorded

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/instances/common/settings/ObservationStore.h"
 #include "zelwbr3/instances/sqlite/file/FileId.h"
 #include "zelwbr3/instances/sqlite/file/Handle.h"
@@ -11,7 +12,7 @@ namespace ZELWbr3::SQLite {
 
 /// The store as one small database in the user's state folder, opened for each
 /// call and closed again. Failures raise ZELLib3::InstanceError that names it.
-class StateStore : public Instances::ObservationStore {
+class ZELWBR3_EXPORT StateStore : public Instances::ObservationStore {
  public:
   /// Nothing is opened or made yet. sFolder may be missing; empty = the user's
   /// state folder.
