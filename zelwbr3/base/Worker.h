@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <exception>
@@ -12,7 +14,7 @@ namespace ZELWbr3 {
 /// A thread that does one piece of work after the other for one other thread,
 /// which calls all members. It is made for the first piece and kept: handing it
 /// another costs some ten microseconds.
-class Worker {
+class ZELWBR3_EXPORT Worker {
  public:
   Worker() = default;
   /// Waits for the work.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/Document.h"
 
 #include <string_view>
@@ -12,7 +13,7 @@ namespace ZELWbr3 {
 ///
 ///     DocumentBuilder oBuilder(oDocument);
 ///     oBuilder.Begin("html"); oBuilder.Attribute("lang", "en"); ... oBuilder.End();
-class DocumentBuilder {
+class ZELWBR3_EXPORT DocumentBuilder {
  public:
   /// For an empty document.
   explicit DocumentBuilder(Document& oDocument) : m_oDocument(oDocument) {}

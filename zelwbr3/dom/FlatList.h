@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -9,7 +11,7 @@ namespace ZELWbr3 {
 
 /// Writes the wire format between the C++ side and a page: a flat JSON array of
 /// whole numbers and strings.
-class FlatListWriter {
+class ZELWBR3_EXPORT FlatListWriter {
  public:
   void Add(std::uint32_t lNumber);
   /// Text must be valid UTF-8.
@@ -27,7 +29,7 @@ class FlatListWriter {
 
 /// Reads such a list item by item. If the text is not one, throws
 /// std::invalid_argument that says what was expected and where.
-class FlatListReader {
+class ZELWBR3_EXPORT FlatListReader {
  public:
   explicit FlatListReader(std::string_view sList);
 

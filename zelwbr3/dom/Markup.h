@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/dom/DocumentBuilder.h"
 
 #include <string_view>
@@ -11,6 +12,6 @@ namespace ZELWbr3 {
 /// entities &amp; &lt; &gt; &quot; and &#39;. For anything else throws
 /// std::invalid_argument, which names the position; everything before that
 /// position has been built by then.
-void BuildMarkup(DocumentBuilder& oBuilder, std::string_view sMarkup);
+ZELWBR3_EXPORT void BuildMarkup(DocumentBuilder& oBuilder, std::string_view sMarkup);
 
 }  // namespace ZELWbr3

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "zelwbr3/base/Export.h"
 #include "zelwbr3/instances/common/Descriptor.h"
 
 #include <chrono>
@@ -19,7 +18,7 @@ struct ProgramCall {
 /// standard output. Raises std::runtime_error with what it wrote to standard
 /// error when it did not exit with 0, and when it has not ended in time; it is
 /// killed then. A program has ended when nobody holds its outputs any more.
-ZELWBR3_EXPORT std::string RunProgram(const ProgramCall& oCall, std::chrono::milliseconds dTimeout);
+std::string RunProgram(const ProgramCall& oCall, std::chrono::milliseconds dTimeout);
 
 /// A process that runs at the moment. Its number may become another process's,
 /// this does not. Raises std::system_error when there is none.

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "zelwbr3/base/Export.h"
-
 #include <string>
 
 namespace ZELWbr3::Instances {
@@ -9,6 +7,6 @@ namespace ZELWbr3::Instances {
 /// The absolute name of a file without symbolic links and "..". A link whose
 /// target does not exist is followed, too: the name of a file does not change
 /// when the file goes. What cannot be resolved stays as it is.
-ZELWBR3_EXPORT std::string ResolveLinks(const std::string& sPath);
+std::string ResolveLinks(const std::string& sPath);
 
 }  // namespace ZELWbr3::Instances

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "zelwbr3/base/Export.h"
-
 #include <string>
 
 namespace ZELWbr3::Instances {
 
 /// Where the analyzer of an instance keeps its protocol sets and its lock file.
 /// One instance has one folder; it need not exist.
-class ZELWBR3_EXPORT AnalyzerFolder {
+class AnalyzerFolder {
  public:
   /// Of a database file, by its absolute path: the same by all its names. Raises
   /// std::runtime_error when the user has no home folder.

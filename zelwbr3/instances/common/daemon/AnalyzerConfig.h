@@ -1,7 +1,5 @@
 #pragma once
 
-#include "zelwbr3/base/Export.h"
-
 #include <set>
 #include <string>
 #include <string_view>
@@ -12,7 +10,7 @@ namespace ZELWbr3::Instances {
 /// The analyzer's configuration file: lines "GROUP = yes" or "GROUP = no" say
 /// whether a group of figures is written. "#" begins a comment; a group that is
 /// not named is written.
-class ZELWBR3_EXPORT AnalyzerConfig {
+class AnalyzerConfig {
  public:
   /// An empty path is the default: everything is written. groups are those that
   /// there are. Raises std::runtime_error that names the file, and the line when

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "zelwbr3/base/Export.h"
 #include "zelwbr3/instances/common/analyzer/LockFile.h"
 #include "zelwbr3/instances/common/analyzer/ProtocolFolder.h"
 #include "zelwbr3/instances/common/daemon/AnalyzerConfig.h"
@@ -23,7 +22,7 @@ struct AnalyzerOptions {
 
 /// The analyzer of an instance at work: evaluates it at each interval and writes
 /// protocol sets. At most one runs for an instance.
-class ZELWBR3_EXPORT AnalyzerRun {
+class AnalyzerRun {
  public:
   /// Takes the analyzer's lock and makes the first evaluation. Raises an
   /// exception that says why it cannot run: another one runs, the instance

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "zelwbr3/base/Export.h"
-
 #include <functional>
 
 namespace ZELWbr3::Instances {
@@ -18,6 +16,6 @@ using Started = std::function<void()>;
 /// new one it returns oWork's exit code; an exception that oWork raises later
 /// ends it with 1. To be called before anything is opened, while there is
 /// one thread only, and with no standard stream closed.
-ZELWBR3_EXPORT int Daemonize(const std::function<int(const Started& oStarted)>& oWork);
+int Daemonize(const std::function<int(const Started& oStarted)>& oWork);
 
 }  // namespace ZELWbr3::Instances

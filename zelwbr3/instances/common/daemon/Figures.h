@@ -1,6 +1,5 @@
 #pragma once
 
-#include "zelwbr3/base/Export.h"
 #include "zelwbr3/instances/common/analyzer/ProtocolFolder.h"
 #include "zelwbr3/instances/common/daemon/AnalyzerConfig.h"
 #include "zelwbr3/instances/common/daemon/EvaluatedInstance.h"
@@ -25,6 +24,6 @@ struct Figures {
 /// What the instance-data interface tells of every kind of instance: "data",
 /// "log" and "sessions". Figures that count for a single connection (the cache,
 /// the statements) are left out: they would be those of the analyzer.
-ZELWBR3_EXPORT std::vector<FigureGroup> CommonGroups();
+std::vector<FigureGroup> CommonGroups();
 
 }  // namespace ZELWbr3::Instances
