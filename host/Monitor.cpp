@@ -2,6 +2,7 @@
 
 #include "host/OpenInstance.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/framework/Given.h"
 
 #include <nlohmann/json.hpp>
 
@@ -17,7 +18,7 @@ namespace ZELWbr3::Host {
 namespace {
 
 std::vector<Monitor::Figure> FiguresOf(ZELLib3::Database& oDatabase) {
-  const auto oState = oDatabase.StateInfo();
+  const auto oState = Given(oDatabase.StateInfo());
   std::vector<Monitor::Figure> figures;
   const auto Add = [&](const char* sName, const char* sHelp, double nValue, bool bCounts = false) {
     if (nValue >= 0 && std::isfinite(nValue)) figures.push_back({sName, sHelp, bCounts, nValue});
@@ -35,7 +36,7 @@ std::vector<Monitor::Figure> FiguresOf(ZELLib3::Database& oDatabase) {
   Add("zelwbr3_bad_indexes", "Indexes that are bad.", oState->BadIndexes());
   Add("zelwbr3_bad_volumes", "Volumes that are bad.", oState->BadVolumes());
   try {
-    const auto oActivity = oDatabase.Activity();
+    const auto oActivity = Given(oDatabase.Activity());
     Add("zelwbr3_commits_total", "Transactions committed.", oActivity->SQLCounter(7), true);
     Add("zelwbr3_rollbacks_total", "Transactions rolled back.", oActivity->SQLCounter(6), true);
     Add("zelwbr3_physical_reads_total", "Pages read from disk.", oActivity->IOCounter(0), true);

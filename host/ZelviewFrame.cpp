@@ -15,6 +15,7 @@
 #include "zelwbr3/desktop/DesktopWebBrowser.h"
 #include "zelwbr3/desktop/Picture.h"
 #include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/Given.h"
 #include "zelwbr3/framework/PageType.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
 #include "zelwbr3/pages/main/PageMain.h"
@@ -396,7 +397,7 @@ void ZelviewFrame::Open(const std::string& sInstance) {
   LeaveStart();
   m_oPages = std::make_unique<HostPages>(m_oPanel->Browser(), m_oDatabase, m_oCommandlist);
   SetTitle(Text(ZELWbr3::Text::Isolated(m_oDatabase->InstanceName()) + " - zelview"));
-  SetStatusText(Text(ZELWbr3::Text::Isolated(m_oDatabase->Version()->Text())), 2);
+  SetStatusText(Text(ZELWbr3::Text::Isolated(Given(m_oDatabase->Version())->Text())), 2);
 }
 
 std::vector<std::string> ZelviewFrame::Record(const std::string& sFile) {

@@ -1,5 +1,6 @@
 // A page's work ends where the host takes the page away.
 
+#include "host/HostPages.h"
 #include "tests/support/Shown.h"
 #include "zelwbr3/framework/DataPage.h"
 
@@ -23,7 +24,46 @@ void HideAtTheAnnouncement(const std::string& sPage, const std::string& sStep) {
   EXPECT_EQ(o.Lines(), "") << "commands of the hidden page";
 }
 
+/// An instance whose author has nothing to give yet.
+struct Careless : ZELLib3::Database {
+  std::shared_ptr<ZELLib3::StateInfo> StateInfo() override { return bState ? Database::StateInfo() : nullptr; }
+  std::shared_ptr<ZELLib3::Parameters> Parameters() override { return nullptr; }
+  std::shared_ptr<ZELLib3::LogSettings> LogSettings() override { return nullptr; }
+  std::shared_ptr<ZELLib3::SysInfos> SysInfos() override { return nullptr; }
+  std::shared_ptr<ZELLib3::ParameterHistory> ParameterHistory() override { return nullptr; }
+  std::shared_ptr<ZELLib3::Caches> Caches() override { return nullptr; }
+  std::shared_ptr<ZELLib3::Activity> Activity() override { return nullptr; }
+  std::shared_ptr<ZELLib3::SQLTables> SQLTables() override { return nullptr; }
+  std::shared_ptr<ZELLib3::DataArea> DataArea() override { return nullptr; }
+  std::shared_ptr<ZELLib3::LogArea> LogArea() override { return nullptr; }
+  std::shared_ptr<ZELLib3::Sessions> Sessions() override { return nullptr; }
+  std::shared_ptr<ZELLib3::HotStandby> HotStandby() override { return nullptr; }
+  std::shared_ptr<ZELLib3::Snapshot> Snapshot() override { return nullptr; }
+  std::shared_ptr<ZELLib3::Version> Version() override { return bState ? Database::Version() : nullptr; }
+  std::shared_ptr<ZELLib3::History> History() override { return nullptr; }
+  bool Connected() override { return true; }
+  bool bState = false;
+};
+
 }  // namespace
+
+TEST(PageTask, SaysWhatAnInstanceAnswersNullFor) {
+  Shown o("demo");
+  const auto oDatabase = std::make_shared<Careless>();
+  std::string sTold;
+  for (const bool bState : {false, true}) {
+    oDatabase->bState = bState;
+    for (const auto& oEntry : Host::HostPages::All()) {
+      EXPECT_NO_THROW(oEntry.Show(*o.Browser, oDatabase)) << oEntry.Name;
+      o.Settle();
+      sTold += o.Lines() + o.Picture();
+    }
+  }
+  for (const char* sClass : {"StateInfo", "Parameters", "SysInfos", "Caches", "Activity", "SQLTables", "DataArea",
+                             "LogArea", "Sessions", "Version", "History"}) {
+    EXPECT_NE(sTold.find("answers null where it owes " + std::string(sClass)), std::string::npos) << sClass;
+  }
+}
 
 TEST(PageTask, EndsWhenTheHostHidesThePage) {
   HideAtTheAnnouncement("DataArea", "click PARAMMAXDATAVOLUMES");

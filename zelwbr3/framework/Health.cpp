@@ -4,6 +4,7 @@
 #include "zelwbr3/ZELLib3/Database.h"
 #include "zelwbr3/base/SizeText.h"
 #include "zelwbr3/base/Text.h"
+#include "zelwbr3/framework/Given.h"
 
 #include <algorithm>
 #include <array>
@@ -68,7 +69,7 @@ class Examination {
   Examination(ZELLib3::Database& oDatabase, const Samples::Group* oBefore)
       : m_oDatabase(oDatabase),
         m_oBefore(oBefore),
-        m_oState(oDatabase.StateInfo()),
+        m_oState(Given(oDatabase.StateInfo())),
         m_oLimits(m_oState->BarThresholds()) {}
 
   Health Examine() {
@@ -160,7 +161,7 @@ class Examination {
 
   void LogArea() {
     // A log that overwrites itself has no fill level that could be too high.
-    const auto oSettings = m_oDatabase.LogSettings();
+    const auto oSettings = Given(m_oDatabase.LogSettings());
     if (oSettings->AutoOverwrite() == ZELLib3::Switch::On || oSettings->WriteOff() == ZELLib3::Switch::On) return;
     const Long lPercent = m_oState->LogPercent();
     const bool bFull = m_oState->LogFull();
@@ -188,7 +189,7 @@ class Examination {
   void HitRate() {
     const Long lRate = m_oState->CacheHitRate();
     if (lRate >= kLowHitRate || lRate == 0) return;  // 0 = not known
-    const auto oCaches = m_oDatabase.Caches();
+    const auto oCaches = Given(m_oDatabase.Caches());
     if (!oCaches->Refresh() || oCaches->DataCacheAccesses(0) < kLoad) return;
     Add(Level::Warning, "cache-hit-rate",
         "The data cache's hit rate is " + std::to_string(lRate) + " % (limit " + std::to_string(kLowHitRate) + " %)");
@@ -198,7 +199,7 @@ class Examination {
     if (!m_oDatabase.HotStandbyWarning()) return;
     std::string sText = "A hot-standby warning is pending";
     const char* sBetween = ": ";
-    for (const auto& oNode : m_oDatabase.HotStandby()->Nodes()) {
+    for (const auto& oNode : Given(m_oDatabase.HotStandby())->Nodes()) {
       sText += sBetween + Text::Isolated(oNode.Name) + " " + Text::Isolated(oNode.StateText);
       sBetween = ", ";
     }
@@ -206,11 +207,11 @@ class Examination {
   }
 
   void PendingParameters() {
-    const auto oParameters = m_oDatabase.Parameters();
+    const auto oParameters = Given(m_oDatabase.Parameters());
     if (!oParameters->Load() || !oParameters->Read()) throw ZELLib3::InstanceError(m_oDatabase.LastError());
     std::vector<std::string> names;
     for (std::int32_t i = 1; i <= oParameters->Count(); ++i) {
-      const auto oParameter = oParameters->Item(i);
+      const auto oParameter = Given(oParameters->Item(i));
       const std::string sNew = Text::Trim(oParameter->NewValue());
       if (!sNew.empty() && sNew != Text::Trim(oParameter->Value())) names.push_back(Text::Trim(oParameter->Name()));
     }

@@ -8,6 +8,7 @@
 #include "zelwbr3/dom/Document.h"
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/FrontBoxes.h"
+#include "zelwbr3/framework/Given.h"
 #include "zelwbr3/framework/PageSite.h"
 #include "zelwbr3/framework/ZELHTMLForm.h"
 #include "zelwbr3/framework/clsSize.h"

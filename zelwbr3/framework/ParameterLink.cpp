@@ -1,5 +1,6 @@
 #include "zelwbr3/framework/ParameterLink.h"
 
+#include "zelwbr3/framework/Given.h"
 #include "zelwbr3/framework/modCells.h"
 
 namespace ZELWbr3 {
@@ -9,7 +10,7 @@ bool ParameterLink::IsClicked(const std::string& sID) {
 }
 
 void ParameterLink::Open(PageSite& oBrowser, const std::shared_ptr<ZELLib3::Database>& oDatabase) const {
-  oBrowser.ShowParameter(oDatabase, oDatabase->Parameters()->Item(m_sName));
+  oBrowser.ShowParameter(oDatabase, Given(Given(oDatabase->Parameters())->Item(m_sName)));
 }
 
 }  // namespace ZELWbr3

@@ -1,13 +1,15 @@
 #include "zelwbr3/framework/modCheckCommands.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/framework/Given.h"
 
 namespace ZELWbr3::modCheckCommands {
 
 namespace {
 
 bool IsAtLeast(ZELLib3::Database& oDatabase, int lNumber) {
-  return oDatabase.Version()->Release() >= ZELLib3::Kernel::V76 && oDatabase.Version()->Number() >= lNumber;
+  return Given(oDatabase.Version())->Release() >= ZELLib3::Kernel::V76 &&
+         Given(oDatabase.Version())->Number() >= lNumber;
 }
 
 }  // namespace
@@ -21,7 +23,7 @@ bool CheckAutoUpdateStatistics(const std::shared_ptr<ZELLib3::Database>& oDataba
 }
 
 bool CheckOnlineFeature(const std::shared_ptr<ZELLib3::Database>& oDatabase) {
-  return oDatabase != nullptr && oDatabase->StateInfo()->Status() == ZELLib3::Status::Online &&
+  return oDatabase != nullptr && Given(oDatabase->StateInfo())->Status() == ZELLib3::Status::Online &&
          IsAtLeast(*oDatabase, ZELLib3::Kernel::V76OnlineParameters);
 }
 

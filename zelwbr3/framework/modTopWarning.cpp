@@ -1,13 +1,14 @@
 #include "zelwbr3/framework/modTopWarning.h"
 
 #include "zelwbr3/ZELLib3/Codes.h"
+#include "zelwbr3/framework/Given.h"
 #include "zelwbr3/framework/modCmdEnum.h"
 
 namespace ZELWbr3::modTopWarning {
 
 void Show(ZELHTMLForm& oForm, ZELLib3::Database& oDatabase) {
   using modCmdEnum::CommandLink;
-  const auto oState = oDatabase.StateInfo();
+  const auto oState = Given(oDatabase.StateInfo());
   const Long lStatus = oState->Status();
   const bool bRunning = lStatus == ZELLib3::Status::Admin || lStatus == ZELLib3::Status::AdminToOnline ||
                         lStatus == ZELLib3::Status::Online;

@@ -52,7 +52,7 @@ void PageParameters::FillTab(Long lTab) {
 }
 
 void PageParameters::FillGroup(std::size_t iGroup) {
-  const auto oParameters = Database()->Parameters();
+  const auto oParameters = Given(Database()->Parameters());
   if (!oParameters->Load() || !oParameters->Read()) return ReportLastError();
 
   // The tab counts as filled from here on, even if a parameter cannot be read:
@@ -61,7 +61,7 @@ void PageParameters::FillGroup(std::size_t iGroup) {
   Element& oTemplate = RequiredRow(GroupTables[iGroup], "rowTemplate");
   const Long lCount = oParameters->Count();
   for (Long i = 1; i <= lCount; ++i) {
-    const auto oParameter = oParameters->Item(i);
+    const auto oParameter = Given(oParameters->Item(i));
     const Long lGroup = oParameter->Group();
     if (lGroup != static_cast<int>(iGroup)) continue;
     modCells::AddRow(oTemplate, 4, [&](const auto& oCells) {
@@ -104,17 +104,17 @@ void PageParameters::MarkChange(Element& oValue, const ZELLib3::Parameter& oPara
 }
 
 void PageParameters::FillHistory() {
-  const auto oHistory = Database()->ParameterHistory();
+  const auto oHistory = Given(Database()->ParameterHistory());
   if (!oHistory->Open()) return ReportLastError();
 
   m_filled[TabHistory] = true;
-  const auto oParameters = Database()->Parameters();
+  const auto oParameters = Given(Database()->Parameters());
   std::unordered_map<std::string, Long> groups;
   const auto GroupOf = [&](const std::string& sName) {
     const auto [it, bNew] = groups.try_emplace(sName, GroupNone);
     // A parameter that the instance no longer knows has no name.
     if (bNew) {
-      if (const auto oParameter = oParameters->Item(sName); !oParameter->Name().empty())
+      if (const auto oParameter = Given(oParameters->Item(sName)); !oParameter->Name().empty())
         it->second = oParameter->Group();
     }
     return it->second;
@@ -188,7 +188,7 @@ void PageParameters::ToggleHistory() {
 }
 
 bool PageParameters::AddHistory() {
-  const auto oParameter = Database()->Parameters()->Item(m_sParameter);
+  const auto oParameter = Given(Given(Database()->Parameters())->Item(m_sParameter));
   if (!oParameter->Exists()) {
     ReportLastError();
     return false;

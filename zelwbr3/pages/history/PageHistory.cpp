@@ -23,7 +23,7 @@ std::string SortKey(const Date& dDate) {
 
 }  // namespace
 
-void PageHistory::ObtainSource() { m_oHistory = Database()->History(); }
+void PageHistory::ObtainSource() { m_oHistory = Given(Database()->History()); }
 
 void PageHistory::ReleaseSource() {
   m_oHistory.reset();
@@ -32,7 +32,7 @@ void PageHistory::ReleaseSource() {
 }
 
 void PageHistory::FillHead() {
-  if (Database()->StateInfo()->HistoryLost()) {
+  if (Given(Database()->StateInfo())->HistoryLost()) {
     Form().ShowTopWarning("Backup History Lost", "Backups that were made before are missing from this list.");
   } else {
     Form().HideTopWarning();

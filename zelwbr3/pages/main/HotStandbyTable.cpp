@@ -53,7 +53,7 @@ void HotStandbyTable::Fill(ZELLib3::Database& oDatabase) {
   FillOfficial(oDatabase);
   m_oLast = &m_oRequired("rowHotStandbyNode");
   int iNumber = 0;
-  for (const auto& oNode : oDatabase.HotStandby()->Nodes()) FillNode(++iNumber, oNode);
+  for (const auto& oNode : Given(oDatabase.HotStandby())->Nodes()) FillNode(++iNumber, oNode);
 }
 
 void HotStandbyTable::FillOfficial(ZELLib3::Database& oDatabase) {
@@ -61,7 +61,7 @@ void HotStandbyTable::FillOfficial(ZELLib3::Database& oDatabase) {
   const auto [oLabel, oValue, oRole] = LabelValueRole(oRow);
   oLabel->innerText("Virtual Server Name");
   oLabel->className(LabelClass(oDatabase.HotStandbyRole() == 1));
-  oValue->innerText(modCells::Known(oDatabase.HotStandby()->OfficialNode()));
+  oValue->innerText(modCells::Known(Given(oDatabase.HotStandby())->OfficialNode()));
   ShowElement(&oRow, true);
 }
 

@@ -46,9 +46,9 @@ const Integer NoValue = -1;
 
 }  // namespace
 
-std::shared_ptr<ZELLib3::StateInfo> PageMain::State() const { return Database()->StateInfo(); }
+std::shared_ptr<ZELLib3::StateInfo> PageMain::State() const { return Given(Database()->StateInfo()); }
 
-bool PageMain::IsAtLeast(int lVersion) const { return Database()->Version()->Number() >= lVersion; }
+bool PageMain::IsAtLeast(int lVersion) const { return Given(Database()->Version())->Number() >= lVersion; }
 
 void PageMain::FillContent() {
   m_oHealth = {};
@@ -110,7 +110,7 @@ void PageMain::FillPicture() {
   oPicture.Property("InstanceType", Database()->InstanceType());
   oPicture.Property("State", PictureState());
   oPicture.Property("Wait", false);
-  oPicture.Property("HotStandby", Database()->HotStandby()->Enabled());
+  oPicture.Property("HotStandby", Given(Database()->HotStandby())->Enabled());
 }
 
 void PageMain::FillNameAndState() {
@@ -158,7 +158,7 @@ void PageMain::FillTexts() {
   });
 
   FillArea("txtLog", &ZELLib3::StateInfo::LogFull, "Log Area Full", [&] {
-    const auto oSettings = Database()->LogSettings();
+    const auto oSettings = Given(Database()->LogSettings());
     if (oSettings->WriteOff() == ZELLib3::Switch::On || oSettings->AutoOverwrite() == ZELLib3::Switch::On)
       return std::vector<AreaSize>();
     const Long lTotal = State()->LogTotal();
@@ -198,13 +198,13 @@ void PageMain::FillLogRows() {
   Element& oLog = RequiredElement("State.Log.Row");
   Element& oOverwrite = RequiredElement("State.LogAutoOwerwrite.Row");
   Element& oWriteOff = RequiredElement("State.LogWriteOff.Row");
-  if (Database()->LogSettings()->WriteOff() == ZELLib3::Switch::On) {
+  if (Given(Database()->LogSettings())->WriteOff() == ZELLib3::Switch::On) {
     // The row that says so stays as the page file has it.
     ShowElement(&oLog, false);
     ShowElement(&oOverwrite, false);
     return;
   }
-  const bool bOverwrite = Database()->LogSettings()->AutoOverwrite() == ZELLib3::Switch::On;
+  const bool bOverwrite = Given(Database()->LogSettings())->AutoOverwrite() == ZELLib3::Switch::On;
   ShowElement(&oLog, !bOverwrite);
   ShowElement(&oOverwrite, bOverwrite);
   ShowElement(&oWriteOff, false);

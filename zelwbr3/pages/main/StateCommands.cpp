@@ -53,7 +53,7 @@ bool IsYes(MessageBox::Answer eAnswer) { return eAnswer == MessageBox::Answer::Y
 Decision AskShutdown(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes) {
   const std::string sName = NameOf(oDatabase);
   // These can only be shut down in one way.
-  if (oDatabase.Version()->Number() >= ZELLib3::Kernel::V74 ||
+  if (Given(oDatabase.Version())->Number() >= ZELLib3::Kernel::V74 ||
       oDatabase.InstanceType() == ZELLib3::InstanceType::ObjectStore) {
     const auto eAnswer =
         oBoxes.Show("Are you sure you want to shut down the database instance '" + sName + "'?",
@@ -66,7 +66,7 @@ Decision AskShutdown(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes) {
 }
 
 Decision AskOffline(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const Operator& oOperate) {
-  if (!oDatabase.StateInfo()->AutoLog()) return AskShutdown(oDatabase, oBoxes);
+  if (!Given(oDatabase.StateInfo())->AutoLog()) return AskShutdown(oDatabase, oBoxes);
 
   const auto eAnswer =
       oBoxes.Show("Shut down of database instance '" + NameOf(oDatabase) +
@@ -82,7 +82,7 @@ Decision AskOffline(ZELLib3::Database& oDatabase, FrontBoxes& oBoxes, const Oper
 
 /// What admin state does to the sessions, as the end of a sentence.
 std::string SessionsShutOut(ZELLib3::Database& oDatabase, const UserLocale& oLocale) {
-  const auto oState = oDatabase.StateInfo();
+  const auto oState = Given(oDatabase.StateInfo());
   if (oState->Status() == ZELLib3::Status::Offline) return ".";
   if (!oState->InfoAvailable()) return ": all sessions will be shut out.";
   const Long lSessions = oState->SessionsUsed();
@@ -122,7 +122,7 @@ void FillCommandlist(ZELCmd3::FCommandlist& oCommandlist, Long lPageType, ZELLib
     oCommandlist.Add(lPageType, CommandItem::MakeChanging(KeyRestartUntil, "Restart &Until", modPicture::RestartUntil));
   }
 
-  const Long lStatus = oDatabase.StateInfo()->Status();
+  const Long lStatus = Given(oDatabase.StateInfo())->Status();
   Enabled oEnabled{};
   if (!IsLocked(oDatabase)) {
     if (lStatus < 0 || lStatus >= static_cast<int>(std::size(ByStatus))) return;

@@ -123,10 +123,10 @@ void FillTable(const Element& oTable, const Activity& oActivity, const Table& oC
 }  // namespace
 
 void PageInfoActivity::FillContent() {
-  const auto oActivity = Database()->Activity();
+  const auto oActivity = Given(Database()->Activity());
   if (!oActivity->Refresh()) return ReportLastError();
   FillLocale();
-  const bool bOlder = Database()->Version()->Number() < ZELLib3::Kernel::V73;
+  const bool bOlder = Given(Database()->Version())->Number() < ZELLib3::Kernel::V73;
   const Table Tables[] = {
       {"tabCommands", &Activity::SQLCounter, Commands},
       {"tabIO", &Activity::IOCounter, IO},

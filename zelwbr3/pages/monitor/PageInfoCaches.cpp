@@ -20,7 +20,7 @@ const std::string Indent = "    ";
 }  // namespace
 
 void PageInfoCaches::FillContent() {
-  const auto oCaches = Database()->Caches();
+  const auto oCaches = Given(Database()->Caches());
   if (!oCaches->Refresh()) return ReportLastError();
   FillLocale();
   m_figures.clear();
@@ -90,15 +90,15 @@ void PageInfoCaches::FillAccesses(const Caches& oCaches) {
 void PageInfoCaches::FillParameters(const Caches& oCaches) {
   Element& oTemplate = Template("tabCacheParams");
   if (SharesIOBufferCache()) {
-    AddParameter(oTemplate, *oCaches.IOBufferCacheParam(), oCaches.IOBufferCacheSize());
+    AddParameter(oTemplate, *Given(oCaches.IOBufferCacheParam()), oCaches.IOBufferCacheSize());
   } else {
-    AddParameter(oTemplate, *oCaches.DataCacheParam(), oCaches.DataCacheSize());
+    AddParameter(oTemplate, *Given(oCaches.DataCacheParam()), oCaches.DataCacheSize());
   }
-  AddParameter(oTemplate, *oCaches.RollbackCacheParam(), oCaches.RollbackCacheSize());
-  AddParameter(oTemplate, *oCaches.CatalogCacheParam(), oCaches.CatalogCacheSize());
+  AddParameter(oTemplate, *Given(oCaches.RollbackCacheParam()), oCaches.RollbackCacheSize());
+  AddParameter(oTemplate, *Given(oCaches.CatalogCacheParam()), oCaches.CatalogCacheSize());
   if (Database()->PlatformType() == ZELLib3::PlatformType::AddressWindowing) {
-    AddParameter(oTemplate, *oCaches.AWEParam(), oCaches.AWEEnabled() ? "YES" : "NO");
-    AddParameter(oTemplate, *oCaches.AWEMemoryParam(), oCaches.AWEMemorySize());
+    AddParameter(oTemplate, *Given(oCaches.AWEParam()), oCaches.AWEEnabled() ? "YES" : "NO");
+    AddParameter(oTemplate, *Given(oCaches.AWEMemoryParam()), oCaches.AWEMemorySize());
   }
 }
 
@@ -176,7 +176,9 @@ void PageInfoCaches::OnCommand(Long lCommand) {
   Act([this] { m_oParameterLink.Open(Browser(), Database()); });
 }
 
-bool PageInfoCaches::SharesIOBufferCache() const { return Database()->Version()->Number() >= ZELLib3::Kernel::V74; }
+bool PageInfoCaches::SharesIOBufferCache() const {
+  return Given(Database()->Version())->Number() >= ZELLib3::Kernel::V74;
+}
 
 std::string PageInfoCaches::FormatRate(double dWhole, double dPart) const {
   return modCells::FormatPercent(modCells::Percentage(static_cast<float>(dWhole), static_cast<float>(dPart)), Locale());

@@ -11,13 +11,13 @@
 namespace ZELWbr3 {
 
 void PageSessions::FillContent() {
-  const auto oSessions = Database()->Sessions();
+  const auto oSessions = Given(Database()->Sessions());
   if (!oSessions->Refresh()) ReportLastError();
   FillLocale();
   Element& oTemplate = TableRow(RequiredElement("tabSessions"), TemplateBelowHeadings);
   const int iCount = oSessions->Count();
   for (int i = 1; i <= iCount; ++i) {
-    const auto oSession = oSessions->Item(i);
+    const auto oSession = Given(oSessions->Item(i));
     const std::array<std::string, 5> fields = {oSession->Field1(), oSession->Field2(), oSession->Field3(),
                                                oSession->Field4(), oSession->Field5()};
     modCells::AddRow(oTemplate, 1 + fields.size(), [&](const auto& oCells) {
@@ -46,7 +46,7 @@ bool PageSessions::OnClick(const std::string& sID) {
 
 void PageSessions::OnCommand(Long lCommand) {
   // Selects the session and shows nothing yet: a session has no page of its own.
-  if (lCommand == CommandSelect) ListLink::Find(*Database()->Sessions(), m_lIndex);
+  if (lCommand == CommandSelect) ListLink::Find(*Given(Database()->Sessions()), m_lIndex);
 }
 
 }  // namespace ZELWbr3

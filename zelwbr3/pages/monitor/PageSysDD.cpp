@@ -18,7 +18,7 @@ constexpr int NewestRelease = 76;
 void PageSysDD::Show(std::shared_ptr<ZELLib3::Database> oDatabase) {
   if (oDatabase != nullptr) {
     Enter([&] {
-      const auto oVersion = oDatabase->Version();
+      const auto oVersion = Given(oDatabase->Version());
       // A release without a page file uses that of the nearest release with one.
       const Long lRelease = std::clamp<Long>(oVersion->Major() * 10 + oVersion->Minor(), OldestRelease, NewestRelease);
       m_sName = "SysDD" + std::to_string(lRelease);
@@ -42,7 +42,7 @@ bool PageSysDD::OnClick(const std::string& sID) {
 void PageSysDD::OnCommand(Long lCommand) {
   if (lCommand != CommandOpen) return;
   Act([this] {
-    const auto oTable = Database()->SQLTables()->NewTable();
+    const auto oTable = Given(Given(Database()->SQLTables())->NewTable());
     oTable->Owner("SYSDD");
     oTable->Name(m_sTable);
     Browser().ShowSQLTable(Database(), oTable);

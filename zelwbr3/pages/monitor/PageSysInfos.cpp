@@ -25,13 +25,13 @@ void FillLink(Element& oCell, const std::string& sID, const std::string& sName) 
 }  // namespace
 
 void PageSysInfos::FillContent() {
-  const auto oSysInfos = Database()->SysInfos();
+  const auto oSysInfos = Given(Database()->SysInfos());
   if (!oSysInfos->Refresh()) ReportLastError();
   FillLocale();
   Element& oTemplate = TableRow(RequiredElement("tabSysInfos"), TemplateBelowHeadings);
   const int iCount = oSysInfos->Count();
   for (int i = 1; i <= iCount; ++i) {
-    const auto oSysInfo = oSysInfos->Item(i);
+    const auto oSysInfo = Given(oSysInfos->Item(i));
     modCells::AddRow(oTemplate, 2, [&](const auto& oCells) {
       FillLink(*oCells[0], ListLink::ID(oSysInfo->Index()), Text::Trim(modCells::Known(oSysInfo->Name())));
       const std::string sDescription = oSysInfo->Description();
@@ -58,9 +58,9 @@ bool PageSysInfos::HandleOnKeyDown(Long& lKeyCode, Element* oElement) {
 void PageSysInfos::OnCommand(Long lCommand) {
   if (lCommand != CommandOpen) return;
   Act([this] {
-    const auto oSysInfos = Database()->SysInfos();
+    const auto oSysInfos = Given(Database()->SysInfos());
     auto oSysInfo = ListLink::Find(*oSysInfos, m_lIndex);
-    if (oSysInfo == nullptr) oSysInfo = oSysInfos->Item(m_lIndex);
+    if (oSysInfo == nullptr) oSysInfo = Given(oSysInfos->Item(m_lIndex));
     Browser().ShowSysInfo(Database(), oSysInfo);
   });
 }

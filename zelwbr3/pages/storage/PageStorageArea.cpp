@@ -45,7 +45,7 @@ void PageStorageArea::FillTabs() {
   };
   Attempt([&] {
     modTopWarning::Show(Form(), *Database());
-    if (Database()->StateInfo()->AnyAreaFull()) ForFigureTabs([this](int iTab) { Tabs().Disable(iTab); });
+    if (Given(Database()->StateInfo())->AnyAreaFull()) ForFigureTabs([this](int iTab) { Tabs().Disable(iTab); });
   });
 
   if (!m_oArea.Refresh(*Database())) {
@@ -58,7 +58,7 @@ void PageStorageArea::FillTabs() {
   FillPart(TabSettings, &PageStorageArea::FillSettings);
   FillPart(TabSettings, &PageStorageArea::FillParameters);
   Long lStatus;
-  if (!Attempt([&] { lStatus = Database()->StateInfo()->Status(); })) {
+  if (!Attempt([&] { lStatus = Given(Database()->StateInfo())->Status(); })) {
     ForFigureTabs([this](int iTab) { ShowUnread(iTab); });
   } else if (lStatus == ZELLib3::Status::Online) {
     FillPart(TabUsage, &PageStorageArea::FillUsage);
@@ -102,7 +102,7 @@ void PageStorageArea::FillParameters() {
   if (oTemplate == nullptr) return;
   for (const StorageArea::Parameter& oListed : m_oArea.Parameters) {
     if (!oListed.Listed(*Database())) continue;
-    const auto oParameter = Database()->Parameters()->Item(oListed.Name);
+    const auto oParameter = Given(Given(Database()->Parameters())->Item(oListed.Name));
     if (!oParameter->Exists()) {
       if (oListed.EndsList) return;
       continue;
@@ -139,7 +139,7 @@ void PageStorageArea::FillIO() {
 
 void PageStorageArea::FillActivity() {
   if (m_oArea.Counters.empty()) return;
-  const auto oActivity = Database()->Activity();
+  const auto oActivity = Given(Database()->Activity());
   if (!oActivity->Refresh()) return ReportLastError();
   for (const StorageArea::Counter& oCounter : m_oArea.Counters) {
     Write(Find(oCounter.ID), modCells::FormatCounter(oActivity->LogCounter(int{oCounter.Index}), Locale()));
@@ -176,7 +176,7 @@ void PageStorageArea::FillVolumeRows(std::string_view sTable, const VolumeTexts&
   const Long lCount = oVolumes->Count();
   int iListed = 0;
   for (Long i = 1; i <= lCount; ++i) {
-    const auto oVolume = oVolumes->Item(i);
+    const auto oVolume = Given(oVolumes->Item(i));
     if (!oVolume->Configured() || oVolume->Kind() != m_oArea.VolumeKind) continue;
     const std::string sName = oVolume->Name();
     std::vector<std::string> texts = {std::to_string(iListed + 1), std::string(modCells::Known(sName))};

@@ -14,7 +14,7 @@ using enum Area::Kind;
 
 using namespace ZELLib3::Kernel;
 
-Long Version(Instance& o) { return o.Version()->Number(); }
+Long Version(Instance& o) { return Given(o.Version())->Number(); }
 
 bool Always(Instance&) { return true; }
 
@@ -24,7 +24,7 @@ bool Before75(Instance& o) { return Version(o) < V75; }
 
 bool Since75(Instance& o) { return !Before75(o); }
 
-bool CountsArchiveLogs(Instance& o) { return o.Version()->BuildVersion() <= V7403; }
+bool CountsArchiveLogs(Instance& o) { return Given(o.Version())->BuildVersion() <= V7403; }
 
 bool CountsLogVolumes(Instance& o) { return !CountsArchiveLogs(o); }
 
@@ -33,27 +33,30 @@ bool HidesLogModes(Instance& o) { return Version(o) > V74 && Version(o) < V7403;
 
 bool HidesRedoLog(Instance& o) { return Version(o) < V7402; }
 
+std::shared_ptr<ZELLib3::Volumes> DataVolumes(Instance& o) { return Given(Given(o.DataArea())->Volumes()); }
+std::shared_ptr<ZELLib3::Volumes> LogVolumes(Instance& o) { return Given(Given(o.LogArea())->Volumes()); }
+std::shared_ptr<ZELLib3::LogAreaSettings> LogModes(Instance& o) { return Given(Given(o.LogArea())->Settings()); }
+
 // ---- data area ----
 
-Long CurrentSize(Instance& o) { return o.DataArea()->Volumes()->CurrentSize(); }
+Long CurrentSize(Instance& o) { return DataVolumes(o)->CurrentSize(); }
 
-Long UsedSize(Instance& o) { return o.DataArea()->Volumes()->UsedSize(); }
+Long UsedSize(Instance& o) { return DataVolumes(o)->UsedSize(); }
 
-Long UsableSize(Instance& o) { return o.DataArea()->Size(0); }
+Long UsableSize(Instance& o) { return Given(o.DataArea())->Size(0); }
 
 const Area::Figure DataSummary[] = {
-    {"txtCurrentCount", Count, [](Instance& o) { return o.DataArea()->Volumes()->CurrentCount(); }},
-    {"txtMaxCount", Count, [](Instance& o) { return o.DataArea()->Volumes()->MaxCount(); }},
+    {"txtCurrentCount", Count, [](Instance& o) { return DataVolumes(o)->CurrentCount(); }},
+    {"txtMaxCount", Count, [](Instance& o) { return DataVolumes(o)->MaxCount(); }},
     {"txtCurrentSize", Size, CurrentSize},
-    {"txtReservedSize", Size, [](Instance& o) { return o.DataArea()->Volumes()->ReservedSize(); }, "rowReservedSize",
-     Before74},
-    {"txtTotalSize", Size, [](Instance& o) { return o.DataArea()->Volumes()->TotalSize(); }, "rowTotalSize", Before74},
+    {"txtReservedSize", Size, [](Instance& o) { return DataVolumes(o)->ReservedSize(); }, "rowReservedSize", Before74},
+    {"txtTotalSize", Size, [](Instance& o) { return DataVolumes(o)->TotalSize(); }, "rowTotalSize", Before74},
 };
 
 const Area::Figure DataUsage[] = {
     {"txtCurrentSize", Whole, CurrentSize},
-    {"txtPermUsable", Share, [](Instance& o) { return o.DataArea()->Size(1); }, "rowPermUsable", Before74},
-    {"txtReservedRedo", Share, [](Instance& o) { return o.DataArea()->Size(5); }, "rowReservedRedo", Before74},
+    {"txtPermUsable", Share, [](Instance& o) { return Given(o.DataArea())->Size(1); }, "rowPermUsable", Before74},
+    {"txtReservedRedo", Share, [](Instance& o) { return Given(o.DataArea())->Size(5); }, "rowReservedRedo", Before74},
     {"txtUsed", Share, UsedSize},
     {"txtFree", Share, [](Instance& o) { return UsableSize(o) - UsedSize(o); }},
 };
@@ -65,35 +68,35 @@ const Area::Parameter DataParameters[] = {
 
 // ---- log area ----
 
-Long CurrentLogSize(Instance& o) { return o.LogArea()->Volumes()->CurrentLogSize(); }
+Long CurrentLogSize(Instance& o) { return LogVolumes(o)->CurrentLogSize(); }
 
 const Area::Figure LogSummary[] = {
-    {"txtCurrentCount", Count, [](Instance& o) { return o.LogArea()->Volumes()->CurrentLogCount(); }},
-    {"txtMaxCount", Count, [](Instance& o) { return o.LogArea()->Volumes()->MaxLogCount(); }},
+    {"txtCurrentCount", Count, [](Instance& o) { return LogVolumes(o)->CurrentLogCount(); }},
+    {"txtMaxCount", Count, [](Instance& o) { return LogVolumes(o)->MaxLogCount(); }},
     {"txtCurrentSize", Size, CurrentLogSize},
 };
 
 const Area::Figure LogUsage[] = {
     {"txtCurrentSize", Whole, CurrentLogSize},
-    {"txtSegmentSize", Share, [](Instance& o) { return o.LogArea()->Size(1); }},
-    {"txtFree", Share, [](Instance& o) { return o.LogArea()->Size(2); }},
-    {"txtUsed", Share, [](Instance& o) { return o.LogArea()->Size(3); }},
-    {"txtUnsaved", Share, [](Instance& o) { return o.LogArea()->Size(4); }},
-    {"txtSinceBackup", Share, [](Instance& o) { return o.LogArea()->Size(5); }},
+    {"txtSegmentSize", Share, [](Instance& o) { return Given(o.LogArea())->Size(1); }},
+    {"txtFree", Share, [](Instance& o) { return Given(o.LogArea())->Size(2); }},
+    {"txtUsed", Share, [](Instance& o) { return Given(o.LogArea())->Size(3); }},
+    {"txtUnsaved", Share, [](Instance& o) { return Given(o.LogArea())->Size(4); }},
+    {"txtSinceBackup", Share, [](Instance& o) { return Given(o.LogArea())->Size(5); }},
 };
 
 const Area::Setting LogModes[] = {
     {HidesLogModes,
      "tabLogModeWrongVersion",
-     [](Instance& o) { return o.LogArea()->Settings()->LogMode(); },
+     [](Instance& o) { return LogModes(o)->LogMode(); },
      {"tabLogModeUnknown", "tabLogModeSingle", "tabLogModeMirrored"}},
     {HidesLogModes,
      "tabLogOverwriteWrongVersion",
-     [](Instance& o) { return o.LogArea()->Settings()->Overwrite(); },
+     [](Instance& o) { return LogModes(o)->Overwrite(); },
      {"tabLogOverwriteUnknown", "tabLogOverwriteNormal", "tabLogOverwriteOverwrite"}},
     {HidesRedoLog,
      "tabRedoLogWrongVersion",
-     [](Instance& o) { return o.LogArea()->Settings()->RedoLog(); },
+     [](Instance& o) { return LogModes(o)->RedoLog(); },
      {"tabRedoLogUnknown", "tabRedoLogActivated", "tabRedoLogDeactivated"}},
 };
 
@@ -116,8 +119,8 @@ const StorageArea DataStorageArea = {
     .Name = "DataArea",
     .PageType = zelWebBrowserPageDataArea,
     .VolumeKind = 3,
-    .Refresh = [](Instance& o) { return o.DataArea()->Refresh(); },
-    .Volumes = [](Instance& o) { return o.DataArea()->Volumes(); },
+    .Refresh = [](Instance& o) { return Given(o.DataArea())->Refresh(); },
+    .Volumes = DataVolumes,
     .ReferenceSize = UsableSize,
     .Summary = DataSummary,
     .Usage = DataUsage,
@@ -131,9 +134,9 @@ const StorageArea LogStorageArea = {
     .Name = "LogArea",
     .PageType = zelWebBrowserPageLogArea,
     .VolumeKind = 2,
-    .Refresh = [](Instance& o) { return o.LogArea()->Refresh(); },
-    .Volumes = [](Instance& o) { return o.LogArea()->Volumes(); },
-    .ReferenceSize = [](Instance& o) { return o.LogArea()->Size(0); },
+    .Refresh = [](Instance& o) { return Given(o.LogArea())->Refresh(); },
+    .Volumes = LogVolumes,
+    .ReferenceSize = [](Instance& o) { return Given(o.LogArea())->Size(0); },
     .Summary = LogSummary,
     .Usage = LogUsage,
     .Settings = LogModes,
