@@ -5,6 +5,7 @@ if(ZELWBR3_PROGRAMS)
   set(programs zelreport zelanalyzer)
   if(ZELWBR3_WEB)
     list(APPEND programs zelweb)
+    install(FILES ${packaging}/zelweb.service DESTINATION lib/systemd/system COMPONENT programs)
   endif()
   if(ZELWBR3_DESKTOP)
     list(APPEND programs zelview)
@@ -39,6 +40,13 @@ if(ZELWBR3_PROGRAMS)
   endif()
 endif()
 
+# What scripts/reference has written.
+set(ZELWBR3_REFERENCE "" CACHE PATH "A folder with the reference of the public headers, to be installed")
+mark_as_advanced(ZELWBR3_REFERENCE)
+if(ZELWBR3_REFERENCE)
+  install(DIRECTORY ${ZELWBR3_REFERENCE}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libzelwbr3-doc/html COMPONENT doc)
+endif()
+
 if(NOT PROJECT_IS_TOP_LEVEL OR BUILD_SHARED_LIBS)
   return()
 endif()
@@ -49,6 +57,9 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_COMPONENTS_ALL programs data dev)
 if(ZELWBR3_DESKTOP)
   list(APPEND CPACK_COMPONENTS_ALL desktop)
+endif()
+if(ZELWBR3_REFERENCE)
+  list(APPEND CPACK_COMPONENTS_ALL doc)
 endif()
 set(CPACK_PRE_BUILD_SCRIPTS ${packaging}/finish-packages.cmake)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -63,8 +74,8 @@ set(CPACK_DEBIAN_PROGRAMS_PACKAGE_DEPENDS "zelwbr3-data (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_PROGRAMS_DEBUGINFO_PACKAGE ON)
 set(CPACK_COMPONENT_PROGRAMS_DESCRIPTION "state of database instances as pages
  zelview shows the state of a PostgreSQL server or a SQLite database file in a
- window, zelreport writes the same pages as HTML or a line for monitoring, and
- zelanalyzer writes figures at intervals.")
+ window, zelweb in any browser, zelreport writes the same pages as HTML or a line
+ for monitoring, and zelanalyzer writes figures at intervals.")
 
 set(CPACK_DEBIAN_DATA_PACKAGE_NAME zelwbr3-data)
 set(CPACK_DEBIAN_DATA_PACKAGE_SECTION database)
@@ -76,7 +87,7 @@ set(CPACK_COMPONENT_DATA_DESCRIPTION "state of database instances as pages - pag
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libzelwbr3-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "zelwbr3-data (= ${PROJECT_VERSION}), libgumbo-dev, libsqlite3-dev, libpq-dev, libssl-dev, zlib1g-dev, libchm-dev")
-set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "libzelwbr3-desktop, libgtest-dev")
+set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "libzelwbr3-desktop, libzelwbr3-doc, libgtest-dev")
 set(CPACK_COMPONENT_DEV_DESCRIPTION "browser control for database instances - development files
  Headers, static libraries, CMake and pkg-config files of the control that shows
  the state of a database instance as HTML pages: its core, the platform without a
@@ -90,4 +101,10 @@ set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS
 set(CPACK_COMPONENT_DESKTOP_DESCRIPTION "browser control for database instances - wxWidgets development files
  Headers and static library of the control's platform for programs with
  wxWidgets, on WebKitGTK.")
+
+set(CPACK_DEBIAN_DOC_PACKAGE_NAME libzelwbr3-doc)
+set(CPACK_DEBIAN_DOC_PACKAGE_SECTION doc)
+set(CPACK_DEBIAN_DOC_PACKAGE_ARCHITECTURE all)
+set(CPACK_COMPONENT_DOC_DESCRIPTION "browser control for database instances - reference
+ The public headers of zelwbr3 and how a program embeds the control, as HTML.")
 include(CPack)

@@ -32,8 +32,10 @@ if(EXISTS ${uplot}/dist/uPlot.iife.min.js)
   configure_file(${PROJECT_BINARY_DIR}/uplot/uplot.js ${ZELWBR3_PAGES}/uplot.js COPYONLY)
   configure_file(${uplot}/dist/uPlot.min.css ${ZELWBR3_PAGES}/uplot.css COPYONLY)
   configure_file(${uplot}/LICENSE ${ZELWBR3_PAGES}/uplot-LICENSE.txt COPYONLY)
-  install(FILES ${ZELWBR3_PAGES}/uplot.js ${ZELWBR3_PAGES}/uplot.css ${ZELWBR3_PAGES}/uplot-LICENSE.txt
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/zelwbr3/html)
+  if(ZELWBR3_INSTALL)
+    install(FILES ${ZELWBR3_PAGES}/uplot.js ${ZELWBR3_PAGES}/uplot.css ${ZELWBR3_PAGES}/uplot-LICENSE.txt
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/zelwbr3/html COMPONENT data)
+  endif()
 else()
   message(WARNING "uPlot could not be fetched from registry.npmjs.org: the page Charts shows tables instead of charts.")
 endif()

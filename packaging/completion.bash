@@ -7,7 +7,7 @@ _zelwbr3() {
       mapfile -t COMPREPLY < <(compgen -W 'Main DataArea LogArea Parameters InfoCaches InfoActivity Sessions SysInfos SysDD DBAnalyzer History Default' -- "$word")
       return
       ;;
-    --out | --events | --record | --screenshot | --config)
+    --out | --events | --record | --screenshot | --config | --pdf | --*-file | --tls-*)
       compopt -o filenames
       mapfile -t COMPREPLY < <(compgen -f -- "$word")
       return

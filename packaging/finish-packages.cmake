@@ -2,7 +2,7 @@
 # changelog, libraries without debug information (that of the programs goes into
 # zelwbr3-dbgsym), compressed pages of the manual, and modes that do not come from
 # the umask of whoever builds.
-foreach(pair programs:zelwbr3 data:zelwbr3-data dev:libzelwbr3-dev desktop:libzelwbr3-desktop)
+foreach(pair programs:zelwbr3 data:zelwbr3-data dev:libzelwbr3-dev desktop:libzelwbr3-desktop doc:libzelwbr3-doc)
   string(REPLACE ":" ";" pair ${pair})
   list(GET pair 0 component)
   list(GET pair 1 package)
