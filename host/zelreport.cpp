@@ -1,19 +1,15 @@
 // zelreport: writes the pages of an instance as HTML, without a screen.
 
 #include "host/Check.h"
+#include "host/CommandLine.h"
 #include "host/EventLog.h"
 #include "host/HostPages.h"
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
 #include "host/PDF.h"
 #include "host/Report.h"
-#include "host/StandardStreams.h"
 #include "host/Step.h"
-#include "zelwbr3/base/Text.h"
-#include "zelwbr3/base/Version.h"
 #include "zelwbr3/instances/recorded/WriteRecording.h"
-
-#include <CLI/CLI.hpp>
 
 #include <iostream>
 #include <sstream>
@@ -35,11 +31,6 @@ struct Arguments {
   bool Check = false;
   bool JSON = false;
 };
-
-int Complain(const std::string& sText) {
-  std::cerr << "zelreport: " << ZELWbr3::Text::OneLine(sText) << '\n';
-  return 1;
-}
 
 void WriteOut(const std::string& sFile, const std::string& sText) {
   if (!sFile.empty()) return WriteFile(sFile, sText);
@@ -86,9 +77,8 @@ int Run(const Arguments& oArguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  ReserveStandardStreams();
   Arguments oArguments;
-  CLI::App oApp("Shows a page of a database instance without a screen and writes it as HTML.", "zelreport");
+  CommandLine oApp("zelreport", "Shows a page of a database instance without a screen and writes it as HTML.");
   oApp.add_option("INSTANCE", oArguments.Instance,
                   "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…");
   oApp.add_option("--page", oArguments.Page, "The page to show (default: Main)");
@@ -116,21 +106,9 @@ int main(int argc, char** argv) {
   for (const char* sOther : {"--page", "--over", "--do", "--out", "--events", "--record", "--csv", "--pdf"}) {
     oCheck->excludes(oApp.get_option(sOther));
   }
-  oApp.set_version_flag("--version", "zelreport " ZELWBR3_VERSION);
-  try {
-    oApp.parse(argc, argv);
-  } catch (const CLI::Success& oSuccess) {
-    return oApp.exit(oSuccess);  // --help
-  } catch (const CLI::ParseError& oError) {
-    return Complain(ShownInstance(oError.what()));
-  }
-  HidePasswords(argc, argv);
-  // Checked here, because the parser would report it before an unknown option.
-  if (oArguments.Instance.empty()) return Complain("INSTANCE is required");
-  try {
-    if (oArguments.Check) return Check(oArguments.Instance, oArguments.JSON, std::cout);
-    return Run(oArguments);
-  } catch (const std::exception& oError) {
-    return Complain(oError.what());
-  }
+  return oApp.Run(argc, argv, [&] {
+    // Checked here, because the parser would report it before an unknown option.
+    if (oArguments.Instance.empty()) throw std::invalid_argument("INSTANCE is required");
+    return oArguments.Check ? Check(oArguments.Instance, oArguments.JSON, std::cout) : Run(oArguments);
+  });
 }

@@ -1,18 +1,14 @@
 // zelview: a window with the pages of an instance.
 
+#include "host/CommandLine.h"
 #include "host/HostPages.h"
 #include "host/OpenInstance.h"
 #include "host/OpenWindow.h"
 #include "host/OutputFiles.h"
 #include "host/ZelviewFrame.h"
-#include "zelwbr3/base/Text.h"
-#include "zelwbr3/base/Version.h"
-
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cstdlib>
-#include <iostream>
 #include <optional>
 #include <vector>
 
@@ -36,11 +32,6 @@ struct Arguments {
   /// Nothing is asked for: the user wants to choose.
   bool IsPlain() const { return (Instance + Page + Screenshot + Record).empty(); }
 };
-
-int Complain(const std::string& sText) {
-  std::cerr << "zelview: " << ZELWbr3::Text::OneLine(sText) << '\n';
-  return 1;
-}
 
 bool IsPage(const std::string& sName) {
   return std::ranges::any_of(HostPages::All(), [&](const auto& oEntry) { return oEntry.Name == sName; });
@@ -154,22 +145,18 @@ class Zelview : public wxApp {
 
 int main(int argc, char** argv) {
   Arguments oArguments;
-  CLI::App oCommandLine("Shows the pages of a database instance in a window.", "zelview");
   std::vector<std::string> instances;
-  oCommandLine.add_option(
-      "INSTANCE", instances,
-      "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; by default those opened "
-      "lately, at first the sample database. Several are shown in a window each");
-  oCommandLine.add_option("--page", oArguments.Page, "The page to show; the last one by default, at first Main");
-  oCommandLine
-      .add_option("--unit", oArguments.Unit,
+  CommandLine oApp("zelview", "Shows the pages of a database instance in a window.");
+  oApp.add_option("INSTANCE", instances,
+                  "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; the sample database by "
+                  "default. Several are shown in a window each");
+  oApp.add_option("--page", oArguments.Page, "The page to show; the last one by default, at first Main");
+  oApp.add_option("--unit", oArguments.Unit,
                   "Sizes in: 0 KB, 1 MB, 2 GB, 3 pages, 4 automatic, -1 bytes; as the last time by default, at first 4")
       ->check(CLI::Range(-1, 4));
-  oCommandLine.add_option("--screenshot", oArguments.Screenshot, "Write a picture of the window (PNG) and end");
-  oCommandLine.add_option("--record", oArguments.Record, "File to write a recording of the instance to");
-  oCommandLine.set_version_flag("--version", "zelview " ZELWBR3_VERSION);
-  try {
-    oCommandLine.parse(argc, argv);
+  oApp.add_option("--screenshot", oArguments.Screenshot, "Write a picture of the window (PNG) and end");
+  oApp.add_option("--record", oArguments.Record, "File to write a recording of the instance to");
+  return oApp.Run(argc, argv, [&] {
     if (!oArguments.Page.empty()) HostPages::Find(oArguments.Page);
     if (instances.size() > 1 && !(oArguments.Screenshot + oArguments.Record).empty()) {
       throw std::invalid_argument("--screenshot and --record are for one INSTANCE");
@@ -178,22 +165,12 @@ int main(int argc, char** argv) {
       oArguments.Instance = instances.front();
       oArguments.Others.assign(instances.begin() + 1, instances.end());
     }
-  } catch (const CLI::Success& oSuccess) {
-    return oCommandLine.exit(oSuccess);  // help was asked for
-  } catch (const std::exception& oError) {
-    return Complain(ShownInstance(oError.what()));
-  }
-  HidePasswords(argc, argv);
-
-  // An assertion of the toolkit is a line for a developer, not a box that waits
-  // for the user.
-  wxSetAssertHandler(
-      [](const wxString& sFile, int iLine, const wxString&, const wxString& sCondition, const wxString&) {
-        std::cerr << "zelview: " << sFile.utf8_str() << ':' << iLine << ": " << sCondition.utf8_str() << '\n';
-      });
-  auto* oApp = new Zelview(std::move(oArguments));
-  wxApp::SetInstance(oApp);
-  int iNone = 1;
-  const int iResult = wxEntry(iNone, argv);
-  return iResult == 0 ? 0 : 1;
+    // An assertion of the toolkit is a line for a developer, not a box that waits
+    // for the user.
+    wxSetAssertHandler([](const wxString& sFile, int iLine, const wxString&, const wxString& sCondition,
+                          const wxString&) { Complain((sFile + ':' << iLine << ": " << sCondition).utf8_string()); });
+    wxApp::SetInstance(new Zelview(std::move(oArguments)));
+    int iNone = 1;
+    return wxEntry(iNone, argv) == 0 ? 0 : 1;
+  });
 }

@@ -1,22 +1,18 @@
 // zelweb: serves the pages of instances to any browser.
 
+#include "host/CommandLine.h"
 #include "host/CommandPictures.h"
 #include "host/HostPages.h"
 #include "host/Monitor.h"
 #include "host/OpenInstance.h"
 #include "host/OutputFiles.h"
 #include "host/ProgramFiles.h"
-#include "host/StandardStreams.h"
 #include "host/WebPages.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/ReadFile.h"
-#include "zelwbr3/base/Text.h"
-#include "zelwbr3/base/Version.h"
 #include "zelwbr3/web/Secrets.h"
 #include "zelwbr3/web/Server.h"
 #include "zelwbr3/web/Sessions.h"
-
-#include <CLI/CLI.hpp>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -27,7 +23,6 @@
 #include <ctime>
 #include <filesystem>
 #include <iostream>
-#include <mutex>
 
 namespace {
 
@@ -47,14 +42,6 @@ struct Arguments {
   std::string Page = "Main";
   std::size_t MaxSessions = 64;
 };
-
-int Complain(const std::string& sText) {
-  // Sessions speak from their own threads.
-  static std::mutex oMutex;
-  const std::scoped_lock oLock(oMutex);
-  std::cerr << "zelweb: " << ZELWbr3::Text::OneLine(sText) << std::endl;
-  return 1;
-}
 
 /// "127.0.0.1:8080" or "[::1]:8080" in its two parts.
 std::pair<std::string, std::uint16_t> ParseListen(const std::string& sListen) {
@@ -203,9 +190,8 @@ int Serve(const Arguments& oArguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  ReserveStandardStreams();
   Arguments oArguments;
-  CLI::App oApp("Serves the pages of database instances to browsers.", "zelweb");
+  CommandLine oApp("zelweb", "Serves the pages of database instances to browsers.");
   oApp.add_option(
       "INSTANCE", oArguments.Instances,
       "recorded:FILE, sqlite:FILE, a file of either kind, or postgresql://…; one or more, the sample database by "
@@ -223,28 +209,17 @@ int main(int argc, char** argv) {
   oApp.add_option("--page", oArguments.Page, "The page to show first (default: Main)");
   oApp.add_option("--max-sessions", oArguments.MaxSessions, "Sessions at a time (default: 64)")
       ->check(CLI::Range(1, 10000));
-  oApp.set_version_flag("--version", "zelweb " ZELWBR3_VERSION);
-  try {
-    oApp.parse(argc, argv);
-  } catch (const CLI::Success& oSuccess) {
-    return oApp.exit(oSuccess);  // --help
-  } catch (const CLI::ParseError& oError) {
-    return Complain(ShownInstance(oError.what()));
-  }
-  HidePasswords(argc, argv);
-  for (std::string& sOrigin : oArguments.Origins) {
-    while (sOrigin.ends_with('/')) sOrigin.pop_back();
-    const auto iHost = sOrigin.find("://");
-    const std::string sScheme = sOrigin.substr(0, iHost);
-    if ((sScheme != "http" && sScheme != "https") || iHost + 3 >= sOrigin.size() ||
-        sOrigin.find_first_of("/?# ", iHost + 3) != std::string::npos) {
-      return Complain("--origin: \"" + sOrigin + "\" is not SCHEME://HOST or SCHEME://HOST:PORT");
+  return oApp.Run(argc, argv, [&] {
+    for (std::string& sOrigin : oArguments.Origins) {
+      while (sOrigin.ends_with('/')) sOrigin.pop_back();
+      const auto iHost = sOrigin.find("://");
+      const std::string sScheme = sOrigin.substr(0, iHost);
+      if ((sScheme != "http" && sScheme != "https") || iHost + 3 >= sOrigin.size() ||
+          sOrigin.find_first_of("/?# ", iHost + 3) != std::string::npos) {
+        throw std::invalid_argument("--origin: \"" + sOrigin + "\" is not SCHEME://HOST or SCHEME://HOST:PORT");
+      }
     }
-  }
-  try {
     if (oArguments.Instances.empty()) oArguments.Instances.push_back(SampleInstance());
     return Serve(oArguments);
-  } catch (const std::exception& oError) {
-    return Complain(oError.what());
-  }
+  });
 }

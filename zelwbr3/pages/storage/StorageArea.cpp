@@ -35,7 +35,7 @@ bool HidesRedoLog(Instance& o) { return Version(o) < V7402; }
 
 std::shared_ptr<ZELLib3::Volumes> DataVolumes(Instance& o) { return Given(Given(o.DataArea())->Volumes()); }
 std::shared_ptr<ZELLib3::Volumes> LogVolumes(Instance& o) { return Given(Given(o.LogArea())->Volumes()); }
-std::shared_ptr<ZELLib3::LogAreaSettings> LogModes(Instance& o) { return Given(Given(o.LogArea())->Settings()); }
+std::shared_ptr<ZELLib3::LogAreaSettings> LogSettings(Instance& o) { return Given(Given(o.LogArea())->Settings()); }
 
 // ---- data area ----
 
@@ -88,15 +88,15 @@ const Area::Figure LogUsage[] = {
 const Area::Setting LogModes[] = {
     {HidesLogModes,
      "tabLogModeWrongVersion",
-     [](Instance& o) { return LogModes(o)->LogMode(); },
+     [](Instance& o) { return LogSettings(o)->LogMode(); },
      {"tabLogModeUnknown", "tabLogModeSingle", "tabLogModeMirrored"}},
     {HidesLogModes,
      "tabLogOverwriteWrongVersion",
-     [](Instance& o) { return LogModes(o)->Overwrite(); },
+     [](Instance& o) { return LogSettings(o)->Overwrite(); },
      {"tabLogOverwriteUnknown", "tabLogOverwriteNormal", "tabLogOverwriteOverwrite"}},
     {HidesRedoLog,
      "tabRedoLogWrongVersion",
-     [](Instance& o) { return LogModes(o)->RedoLog(); },
+     [](Instance& o) { return LogSettings(o)->RedoLog(); },
      {"tabRedoLogUnknown", "tabRedoLogActivated", "tabRedoLogDeactivated"}},
 };
 
