@@ -23,6 +23,6 @@ namespace ZELWbr3::Recorded {
 /// bound, or a member that raised for some objects of its kind only. Raises
 /// RecordingError when the file cannot be written.
 ZELWBR3_EXPORT std::vector<std::string> WriteRecording(ZELLib3::Database& oDatabase, const std::string& sFile,
-                                        const RecordOptions& oOptions = {});
+                                                       const RecordOptions& oOptions = {});
 
 }  // namespace ZELWbr3::Recorded
