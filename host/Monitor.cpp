@@ -134,6 +134,7 @@ Monitor::Reading Monitor::Read() {
     if (m_oDatabase == nullptr) Keep(OpenInstance(m_sInstance));
     oReading.Health = Health::Of(*m_oDatabase);
     oReading.Figures = FiguresOf(*m_oDatabase);
+    oReading.Connected = m_oDatabase->StateInfo()->InfoAvailable();
   } catch (const std::exception& o) {
     oReading.Health.Findings = {{Health::Level::Unknown, "state", Text::OneLine(o.what()), "Main"}};
     Keep(nullptr);  // opened anew next time
@@ -146,9 +147,10 @@ std::string MetricsText(const std::vector<std::unique_ptr<Monitor>>& monitors) {
   Metrics oMetrics;
   for (const auto& oMonitor : monitors) {
     const Monitor::Reading o = oMonitor->Last();
-    const std::string sInstance = "instance=\"" + Label(oMonitor->Name()) + "\"";
-    const bool bRead = o.Done && o.Health.Worst() != Health::Level::Unknown;
-    oMetrics.Add("zelwbr3_up", "Whether everything of the instance could be read.", false, sInstance, bRead ? 1 : 0);
+    const std::string sInstance = "database=\"" + Label(oMonitor->Name()) + "\"";
+    const bool bRead = o.Done && o.Connected && o.Health.Worst() != Health::Level::Unknown;
+    oMetrics.Add("zelwbr3_up", "Whether the instance answers and everything could be read.", false, sInstance,
+                 bRead ? 1 : 0);
     if (!o.Done) continue;
     oMetrics.Add("zelwbr3_read_duration_seconds", "How long reading these figures took.", false, sInstance,
                  o.Took.count());
@@ -168,6 +170,7 @@ std::string MetricsText(const std::vector<std::unique_ptr<Monitor>>& monitors) {
                    sInstance + ",name=\"" + Label(oKind.first) + "\",level=\"" + oKind.second + "\"", iCount);
     }
     for (const Health::Bar& oBar : o.Health.Bars) {
+      if (oBar.Percent < 0) continue;  // not known
       oMetrics.Add("zelwbr3_fill_ratio", "Fill level, 0 to 1.", false, sInstance + ",area=\"" + Label(oBar.Name) + "\"",
                    oBar.Percent / 100.0);
     }
@@ -183,7 +186,8 @@ std::string LightsJSON(const std::vector<std::unique_ptr<Monitor>>& monitors) {
   for (const auto& oMonitor : monitors) {
     const Monitor::Reading o = oMonitor->Last();
     const auto& findings = o.Health.Findings;
-    oLights.push_back({{"level", o.Done ? Health::LevelName(o.Health.Worst()) : "UNKNOWN"},
+    oLights.push_back({{"name", Text::Clean(oMonitor->Name())},
+                       {"level", o.Done ? Health::LevelName(o.Health.Worst()) : "UNKNOWN"},
                        {"text", !o.Done            ? "Reading"
                                 : findings.empty() ? ""
                                                    : Text::Clean(findings.front().Text)}});

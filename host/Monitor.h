@@ -27,6 +27,7 @@ class Monitor {
   struct Reading {
     /// False until the first one.
     bool Done = false;
+    bool Connected = false;
     ZELWbr3::Health Health = {};
     std::vector<Figure> Figures = {};
     std::chrono::duration<double> Took{};
@@ -61,7 +62,7 @@ class Monitor {
 
 /// All readings in the text format of Prometheus.
 std::string MetricsText(const std::vector<std::unique_ptr<Monitor>>& monitors);
-/// [{"level": "WARNING", "text": "…"}, …] in the order of the monitors.
+/// [{"name": "…", "level": "WARNING", "text": "…"}, …] in the order of the monitors.
 std::string LightsJSON(const std::vector<std::unique_ptr<Monitor>>& monitors);
 
 }  // namespace ZELWbr3::Host

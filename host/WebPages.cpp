@@ -1,12 +1,22 @@
 #include "host/WebPages.h"
 
 #include "host/ProgramFiles.h"
+#include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/shell/Pages.h"
 #include "zelwbr3/web/WebCommandlist.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
 namespace ZELWbr3::Host {
+
+namespace {
+
+/// The unit of sizes that fits each.
+constexpr int AutomaticUnit = 4;
+
+}  // namespace
 
 WebPages::WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Database> oDatabase,
                    const std::string& sRefused)
@@ -16,15 +26,11 @@ WebPages::WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Databas
       m_oPages(m_oBrowser, m_oDatabase, std::make_shared<Web::WebCommandlist>(oPlatform, sRefused)) {
   m_oBrowser.HTMLPaths(oPlatform.Files().Folders());
   m_oBrowser.CHMPath(HelpFile());
-  std::vector<std::pair<std::string, std::string>> names;
-  for (const HostPages::Entry& oEntry : HostPages::All()) names.emplace_back(oEntry.Name, oEntry.Title);
-  oPlatform.Pages(names);
-  m_connections.push_back(m_oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) {
-    for (const HostPages::Entry& oEntry : HostPages::All()) {
-      if (!oPage->Name().starts_with(oEntry.Name)) continue;
-      m_oPlatform.ShowsPage(oEntry.Name, m_oDatabase->InstanceName() + " - " + oEntry.Title);
-    }
-  }));
+  m_oBrowser.PreferredUnit(AutomaticUnit);
+  OfferPages({});
+  m_connections.push_back(
+      m_oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) { Shown(*oPage); }));
+  m_connections.push_back(oPlatform.RefreshAsked.Connect([this](bool bAsked) { Refresh(bAsked); }));
   m_connections.push_back(oPlatform.PageAsked.Connect([this](const std::string& sName) { Show(sName); }));
   m_connections.push_back(m_oBrowser.Command.Connect([this](Long lCommand) {
     m_oPlatform.MessageBox().Show("A program around this page would carry out its command " + std::to_string(lCommand) +
@@ -46,6 +52,36 @@ void WebPages::Show(const std::string& sName) {
     throw;
   } catch (const std::exception& oError) {
     m_oPlatform.MessageBox().Show(oError.what(), "zelweb", MessageBox::Buttons::OK, MessageBox::Icon::Exclamation);
+  }
+}
+
+void WebPages::Refresh(bool bAsked) {
+  const auto oPage = std::dynamic_pointer_cast<DataPage>(m_oBrowser.ActPageObj());
+  if (oPage == nullptr) return;
+  if (bAsked) {
+    oPage->Command(DataPage::CommandRefresh);
+  } else {
+    oPage->RefreshUnasked();
+  }
+}
+
+void WebPages::OfferPages(const std::vector<Health::Finding>& findings) {
+  std::vector<Web::OfferedPage> pages;
+  for (const HostPages::Entry& oEntry : HostPages::All()) {
+    if (oEntry.Group == nullptr) continue;
+    const auto iFindings = std::ranges::count(findings, oEntry.Name, &Health::Finding::Page);
+    pages.push_back({oEntry.Name, oEntry.Title, oEntry.Group, static_cast<std::uint32_t>(iFindings)});
+  }
+  m_oPlatform.Pages(std::move(pages));
+}
+
+void WebPages::Shown(const Page& oPage) {
+  if (const auto* oMain = dynamic_cast<const PageMain*>(&oPage)) OfferPages(oMain->Findings());
+  const auto* oData = dynamic_cast<const DataPage*>(&oPage);
+  for (const HostPages::Entry& oEntry : HostPages::All()) {
+    if (!oPage.Name().starts_with(oEntry.Name)) continue;
+    m_oPlatform.ShowsPage(oEntry.Name, m_oDatabase->InstanceName() + " - " + oEntry.Title,
+                          oData != nullptr && oData->IsUnread());
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/HostPages.h"
+#include "zelwbr3/framework/Health.h"
 #include "zelwbr3/instances/recorded/objects/Call.h"
 #include "zelwbr3/shell/Browser.h"
 #include "zelwbr3/web/WebPlatform.h"
@@ -24,6 +25,10 @@ class WebPages {
 
  private:
   void Show(const std::string& sName);
+  void Refresh(bool bAsked);
+  /// Offers the pages, with the number of findings on each.
+  void OfferPages(const std::vector<Health::Finding>& findings);
+  void Shown(const Page& oPage);
 
   Web::WebPlatform& m_oPlatform;
   std::shared_ptr<ZELLib3::Database> m_oDatabase;

@@ -79,29 +79,31 @@ void WebPlatform::Pointer::MousePointer(Integer iPointer) {
   m_oPlatform.Send("pointer", iPointer == Hourglass ? 1U : 0U);
 }
 
-void WebPlatform::Pages(const std::vector<std::pair<std::string, std::string>>& pages) {
-  m_pages = pages;
+void WebPlatform::Pages(std::vector<OfferedPage> pages) {
+  m_pages = std::move(pages);
   FlatListWriter oList;
   oList.Add("pages");
-  for (const auto& [sName, sTitle] : m_pages) {
-    oList.Add(sName);
-    oList.Add(sTitle);
+  for (const OfferedPage& oPage : m_pages) {
+    oList.Add(oPage.Name);
+    oList.Add(oPage.Title);
+    oList.Add(oPage.Group);
+    oList.Add(oPage.Findings);
   }
   SendList(oList);
 }
 
-void WebPlatform::ShowsPage(const std::string& sName, const std::string& sTitle) {
+void WebPlatform::ShowsPage(const std::string& sName, const std::string& sTitle, bool bTryAgain) {
   m_sPage = sName;
   m_sTitle = Text::Clean(sTitle);
-  Send("page", m_sPage, m_sTitle);
+  Send("page", m_sPage, m_sTitle, bTryAgain ? 1U : 0U);
 }
 
 void WebPlatform::ShowFailure(const std::string& sText) { Send("failure", Text::Clean(sText)); }
 
 void WebPlatform::ShellBeginsAgain(const Greeting& oGreeting) {
   if (IsTheme(oGreeting.Theme)) m_sTheme = oGreeting.Theme;
-  Pages(m_pages);
-  Send("page", m_sPage, m_sTitle);
+  Pages(std::vector(m_pages));
+  Send("page", m_sPage, m_sTitle, 0U);
   if (m_oCommandlist != nullptr) m_oCommandlist->Send();
   for (const auto& [iFrame, oBrowser] : m_browsers) {
     if (iFrame != WebMessageWindow::Frame) oBrowser->ShowAgain();
@@ -134,8 +136,8 @@ void WebPlatform::Handle(const std::string& sMessage, bool bDuringWork) {
   const std::string_view sBody = std::string_view(sMessage).substr(std::min(iBody + 1, sMessage.size()));
   FlatListReader oList(sHead);
   const std::string sKind = oList.Text();
-  const bool bInput =
-      sKind == "item" || sKind == "show" || sBody.starts_with("[\"click\"") || sBody.starts_with("[\"key\"");
+  const bool bInput = sKind == "item" || sKind == "show" || sKind == "refresh" || sBody.starts_with("[\"click\"") ||
+                      sBody.starts_with("[\"key\"");
   if (bDuringWork && bInput) return;
   Dispatch(sKind, oList, sBody);
 }
@@ -145,6 +147,8 @@ void WebPlatform::Dispatch(const std::string& sKind, FlatListReader& oList, std:
     if (m_oCommandlist != nullptr) m_oCommandlist->Clicked(Number(oList.Text()));
   } else if (sKind == "show") {
     PageAsked.Raise(oList.Text());
+  } else if (sKind == "refresh") {
+    RefreshAsked.Raise(oList.Number() != 0);
   } else if (sKind == "theme") {
     Theme(oList.Text());
   } else if (sKind == "pressed") {

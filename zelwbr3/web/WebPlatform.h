@@ -28,6 +28,14 @@ class WebWebBrowser;
 /// Where the server has the topics of the help file.
 inline constexpr const char* HelpFolder = "/help/";
 
+/// A page that the shell offers.
+struct OfferedPage {
+  std::string Name;
+  std::string Title;
+  std::string Group;           ///< of pages in the list; empty for none
+  std::uint32_t Findings = 0;  ///< that need attention, on this page
+};
+
 /// What the shell says about itself when it begins a session.
 struct Greeting {
   std::vector<std::string> Locale;  ///< as WebLocale takes it
@@ -73,15 +81,19 @@ class ZELWBR3_EXPORT WebPlatform : public Platform {
   }
   void SendList(FlatListWriter& oList, const std::string& sBody = {});
 
-  /// The pages that the shell offers: names and titles.
-  void Pages(const std::vector<std::pair<std::string, std::string>>& pages);
-  /// What the shell says of the page shown, and in the window's title.
-  void ShowsPage(const std::string& sName, const std::string& sTitle);
+  /// The pages that the shell offers.
+  void Pages(std::vector<OfferedPage> pages);
+  /// What the shell says of the page shown, and in the window's title. bTryAgain: the
+  /// page could not be read and is to be tried again by itself.
+  void ShowsPage(const std::string& sName, const std::string& sTitle, bool bTryAgain = false);
   /// Shows an error in place of the pages, for a session that cannot begin.
   void ShowFailure(const std::string& sText);
 
   /// The user asks for a page by its name.
   Event<const std::string&> PageAsked;
+  /// The page shown is to be read again. False: not because the user has just asked
+  /// for it, so nothing may be disturbed.
+  Event<bool> RefreshAsked;
 
   /// The browser in front; null when there is none.
   WebWebBrowser* Front() const;
@@ -133,7 +145,7 @@ class ZELWBR3_EXPORT WebPlatform : public Platform {
   CHM::CompiledHelp m_oHelp;
   std::uint32_t m_iLastNumber = 0;
   std::map<std::string, std::string> m_snapshots;
-  std::vector<std::pair<std::string, std::string>> m_pages;
+  std::vector<OfferedPage> m_pages;
   std::string m_sPage;
   std::string m_sTitle;
 };

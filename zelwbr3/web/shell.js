@@ -241,8 +241,9 @@
         oDocument.adoptedStyleSheets = oDocument.adoptedStyleSheets.filter((o) => o !== oSheet);
       }
     },
-    page: (sName, sTitle) => {
+    page: (sName, sTitle, bTryAgain) => {
       if (sTitle !== "") document.title = sTitle;
+      Refreshed(bTryAgain === 1);
       // At the beginning of a session that goes on, there is none yet.
       bViewDue ||= Front() >= 0;
       GiveView();
@@ -253,8 +254,19 @@
     },
     pages: (...aItems) => {
       const oPages = document.getElementById("pages");
-      oPages.replaceChildren(...Pairs(aItems, 2).map(([sName, sTitle]) =>
-        Make("button", { type: "button", textContent: sTitle, onclick: () => Do("show", sName) }, { name: sName })));
+      let sLast = "";
+      oPages.replaceChildren(...Pairs(aItems, 4).flatMap(([sName, sTitle, sGroup, iFindings]) => {
+        const oButton = Make("button", { type: "button", textContent: sTitle, onclick: () => Do("show", sName) }, { name: sName });
+        if (iFindings > 0) {
+          const oCount = Make("span", { className: "count", textContent: iFindings });
+          oCount.ariaLabel = `${iFindings} need attention`;
+          oCount.role = "img";
+          oButton.append(oCount);
+        }
+        const bNew = sGroup !== "" && sGroup !== sLast;
+        sLast = sGroup;
+        return bNew ? [Make("h2", { textContent: sGroup }), oButton] : [oButton];
+      }));
     },
     commands: (...aItems) => {
       const oBar = document.getElementById("commands");
@@ -300,6 +312,44 @@
       document.activeElement.blur();
       FocusFront();
     }
+  };
+
+  // ---- reading again by itself -----------------------------------------------------
+
+  const TryAgain = 5; // seconds, for a page that could not be read
+  const Share = 10; // reading takes at most this part of the time
+  let iEvery = 0;
+  let iTick = 0;
+  let bUnread = false;
+  let dBegun = 0;
+  let dTook = 0;
+
+  const Refresh = (bAsked) => {
+    dBegun = performance.now();
+    Send("refresh", Number(bAsked));
+  };
+
+  const Refreshed = (bTryAgain) => {
+    if (dBegun > 0) dTook = performance.now() - dBegun;
+    dBegun = 0;
+    bUnread = bTryAgain;
+    Schedule();
+  };
+
+  const Schedule = () => {
+    clearTimeout(iTick);
+    const iSeconds = iEvery === 0 && bUnread ? TryAgain : iEvery;
+    if (iSeconds > 0) iTick = setTimeout(Tick, Math.max(iSeconds * 1000, Share * dTook));
+  };
+
+  /** Nothing is refreshed unasked that nobody sees, or that somebody is busy with. */
+  const Tick = () => {
+    const oState = aStates[Front()];
+    // One that the program had no time for is not waited for without end.
+    const bReading = dBegun > 0 && performance.now() - dBegun < 30000;
+    const bBusy = bReading || document.visibilityState !== "visible" || document.querySelector("dialog[open]") !== null;
+    if (bWelcome && !bBusy && oState?.bLoaded && oState.oAgent.InUse() !== "true") Refresh(false);
+    Schedule();
   };
 
   // ---- what is drawn here ------------------------------------------------------
@@ -570,6 +620,18 @@
     aFrames.push(...document.querySelectorAll("#frames iframe"));
     aFrames.forEach(Watch);
     const oTheme = document.getElementById("theme");
+    const oEvery = document.getElementById("every");
+    iEvery = Number(localStorage.getItem("zelweb-every") ?? 0);
+    oEvery.value = iEvery;
+    oEvery.onchange = () => {
+      iEvery = Number(oEvery.value);
+      localStorage.setItem("zelweb-every", iEvery);
+      Schedule();
+    };
+    document.getElementById("refresh").onclick = () => {
+      Refresh(true);
+      aFrames[Front()]?.focus();
+    };
     oTheme.value = Theme();
     oTheme.onchange = () => {
       localStorage.setItem("zelweb-theme", oTheme.value);

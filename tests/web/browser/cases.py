@@ -108,6 +108,9 @@ class Case(unittest.TestCase):
             return box[0] if box and text in box[0].text else None
         return self.await_value(f"a box with {text}", front)
 
+    def no_box(self):
+        self.await_value("no box", lambda: not self.browser.find_elements(By.CSS_SELECTOR, "dialog"))
+
     def expect_live_equals_replica(self):
         """Within the deadline, as what was asked for may still be on its way."""
         ask = "const f = arguments[0]; fetch('/lights').then((o) => o.text()).then(f)"
@@ -223,9 +226,6 @@ class PagesTest(Case):
         return self.script("return [...document.querySelectorAll('dialog:last-of-type .field')]"
                            ".map((o) => o.type === 'checkbox' ? o.checked : o.value)")
 
-    def no_box(self):
-        self.await_value("no box", lambda: not self.browser.find_elements(By.CSS_SELECTOR, "dialog"))
-
     def test_dialogs_take_what_they_ask_for(self):
         self.show("DBAnalyzer", "Database Analyzer")
         self.press_button("#commands button:nth-of-type(2)")  # stop it
@@ -293,8 +293,16 @@ class ZelwebTest(Case):
         self.press_button("#commands button:nth-of-type(2)")
         self.await_box("--allow-commands")
         self.press(Keys.ESCAPE)
-        self.await_value("no box", lambda: not self.browser.find_elements(By.CSS_SELECTOR, "dialog"))
+        self.no_box()
         self.assertEqual(self.text("#txtState"), "Online")
+
+    def test_a_box_does_not_hold_up_the_end(self):
+        process, _ = self.serve(ZELWEB, f"recorded:{RECORDINGS}/demo.json", "--allow-commands")
+        self.press_button("#commands button:nth-of-type(2)")
+        self.await_box("DEMO")
+        process.terminate()
+        self.assertEqual(process.wait(30), 0)
+        self.await_value("the line", lambda: "connection" in self.script("return document.getElementById('line').textContent"))
 
     def test_a_server_that_was_started_again_is_found(self):
         tokens = []
@@ -313,11 +321,15 @@ class ZelwebTest(Case):
         self.open(address)
 
 
-if __name__ == "__main__":
+def run():
     os.environ.setdefault("TMPDIR", "/tmp")
     Case.browser = open_browser()
     try:
-        result = unittest.main(argv=sys.argv[:1] + sys.argv[4:], exit=False, verbosity=2).result
+        result = unittest.main(module="__main__", argv=sys.argv[:1] + sys.argv[4:], exit=False, verbosity=2).result
     finally:
         Case.browser.quit()
-    sys.exit(0 if result.wasSuccessful() else 1)
+    return 0 if result.wasSuccessful() else 1
+
+
+if __name__ == "__main__":
+    sys.exit(run())
