@@ -301,7 +301,8 @@
     },
     window: (bOpen) => (bOpen === 1 ? OpenMessage() : CloseMessage()),
     select: (iBox, iField, iStart, iLength) => {
-      document.querySelectorAll(`#box${iBox} .field`)[iField]?.setSelectionRange(iStart, iStart + iLength);
+      const oField = document.querySelectorAll(`#box${iBox} .field`)[iField];
+      if (oField !== undefined && "entered" in oField.dataset) oField.setSelectionRange(iStart, iStart + iLength);
     },
   };
 
@@ -439,7 +440,14 @@
           if (bTyped || bDeleted) oEvent.preventDefault();
         });
       }
-      if (bEntered) oInput.addEventListener("focus", () => Send("entered", iBox, i, oInput.value));
+      if (bEntered) {
+        oInput.addEventListener("focus", () => {
+          oInput.dataset.entered = "";
+          Send("entered", iBox, i, oInput.value);
+        });
+        // Who is already at work in it is not disturbed by an answer that comes late.
+        for (const sEvent of ["keydown", "pointerdown", "beforeinput", "blur"]) oInput.addEventListener(sEvent, () => delete oInput.dataset.entered);
+      }
       return oInput;
     });
     if (aInputs.length > 0) {
