@@ -159,7 +159,11 @@ int Serve(const Arguments& oArguments) {
   for (const std::string& sInstance : oArguments.Instances) oOptions.Instances.push_back(ShownInstance(sInstance));
 
   // The port is known only now; the doorkeeper must know it before the first request.
-  ZELWbr3::Web::Doorkeeper oDoorkeeper({.Token = sToken, .MetricsToken = sMetricsToken, .Secure = bTLS});
+  ZELWbr3::Web::Doorkeeper oDoorkeeper(
+      {.Token = sToken,
+       .MetricsToken = sMetricsToken,
+       .Secure = bTLS,
+       .VisitsFile = oArguments.TokenFile.empty() ? "" : oArguments.TokenFile + ".visits"});
   ZELWbr3::Web::Sessions oSessions(oOptions, oDoorkeeper, oPages);
   ZELWbr3::Web::Server oServer({sAddress, iPort, oArguments.CertificateFile, oArguments.KeyFile}, oSessions);
   oSessions.ServedBy(oServer);

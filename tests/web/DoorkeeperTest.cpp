@@ -1,3 +1,5 @@
+#include "zelwbr3/base/ReadFile.h"
+#include "zelwbr3/testing/TempFolder.h"
 #include "zelwbr3/web/Doorkeeper.h"
 
 #include <gtest/gtest.h>
@@ -66,6 +68,33 @@ TEST_F(DoorkeeperTest, ExchangesTheTokenForACookieThatEnds) {
   const Request oLeaving = Visit();
   Keeper.Leave(Keeper.CookieOf(oLeaving));
   EXPECT_EQ(Keeper.CookieOf(oLeaving), "");
+}
+
+TEST_F(DoorkeeperTest, RemembersVisitsOverARestartWithTheSameToken) {
+  const Testing::TempFolder oFolder;
+  const Doorkeeper::Options oOptions{
+      .Token = "right-token", .MetricsToken = "metrics-token", .VisitsFile = oFolder.Path("visits")};
+  Request oVisit = Get("/");
+  Request oLeft = Get("/");
+  {
+    Doorkeeper oFirst(oOptions, [this] { return Now; });
+    oFirst.ServedAt({"http://127.0.0.1:8080"}, 8080);
+    for (Request* o : {&oVisit, &oLeft}) o->Cookie = oFirst.Enter(Get("/?token=right-token")).SetCookie;
+    oFirst.Leave(oFirst.CookieOf(oLeft));
+  }
+  Doorkeeper oAgain(oOptions, [this] { return Now; });
+  oAgain.ServedAt({"http://127.0.0.1:8080"}, 8080);
+  EXPECT_NE(oAgain.CookieOf(oVisit), "");
+  EXPECT_EQ(oAgain.CookieOf(oLeft), "");
+  Request oKey = Get("/");
+  oKey.Cookie = "zelweb-8080=" + ReadFile(oOptions.VisitsFile).substr(0, 32);  // what the file holds opens nothing
+  EXPECT_EQ(oAgain.CookieOf(oKey), "");
+  Doorkeeper oOther({.Token = "other-token", .MetricsToken = "", .VisitsFile = oOptions.VisitsFile},
+                    [this] { return Now; });
+  oOther.ServedAt({"http://127.0.0.1:8080"}, 8080);
+  EXPECT_EQ(oOther.CookieOf(oVisit), "");
+  Now += 13h;
+  EXPECT_EQ(oAgain.CookieOf(oVisit), "");
 }
 
 TEST_F(DoorkeeperTest, GuessingIsSlowAndAsksNothingOfThoseInside) {

@@ -1,8 +1,11 @@
 #include "zelwbr3/web/Doorkeeper.h"
 
+#include "zelwbr3/base/ReplaceFile.h"
 #include "zelwbr3/web/Secrets.h"
 
 #include <algorithm>
+#include <exception>
+#include <fstream>
 #include <string_view>
 
 namespace ZELWbr3::Web {
@@ -16,6 +19,9 @@ constexpr auto AtMost = 24h * 7;
 /// Wrong tokens within a minute, from one address and in all.
 constexpr std::ptrdiff_t WrongOfAddress = 10;
 constexpr std::size_t WrongInAll = 100;
+
+/// How old the file of visits may be.
+constexpr auto KeptFor = 1h;
 
 std::string_view HostOf(std::string_view sOrigin) { return sOrigin.substr(sOrigin.find("://") + 3); }
 
@@ -31,6 +37,37 @@ std::string QueryValue(const std::string& sTarget, const std::string& sName) {
     sRest.remove_prefix(sPart.size());
   }
   return {};
+}
+
+Doorkeeper::Doorkeeper(Options oOptions, std::function<Clock::time_point()> oNow)
+    : m_oOptions(std::move(oOptions)), m_oNow(std::move(oNow)), m_oKept(m_oNow()) {
+  ReadVisits();
+}
+
+std::string Doorkeeper::KeyOf(const std::string& sCookie) const { return Digest(m_oOptions.Token + "\n" + sCookie); }
+
+void Doorkeeper::ReadVisits() {
+  std::ifstream oFile(m_oOptions.VisitsFile);
+  std::string sKey;
+  for (std::int64_t iCame = 0, iSeen = 0; oFile >> sKey >> iCame >> iSeen;) {
+    m_visits[sKey] = {Clock::time_point(std::chrono::seconds(iCame)), Clock::time_point(std::chrono::seconds(iSeen))};
+  }
+}
+
+void Doorkeeper::KeepVisits() {
+  m_oKept = m_oNow();
+  if (m_oOptions.VisitsFile.empty()) return;
+  const auto Seconds = [](Clock::time_point o) {
+    return std::to_string(std::chrono::duration_cast<std::chrono::seconds>(o.time_since_epoch()).count());
+  };
+  std::string sAll;
+  for (const auto& [sKey, oVisit] : m_visits)
+    sAll += sKey + " " + Seconds(oVisit.Came) + " " + Seconds(oVisit.Seen) + "\n";
+  try {
+    ReplaceFile(m_oOptions.VisitsFile, sAll);
+  } catch (const std::exception&) {
+    // See above.
+  }
 }
 
 std::optional<Response> Doorkeeper::Refusal(const Request& o) const {
@@ -57,7 +94,7 @@ std::string Doorkeeper::CookieOf(const Request& oRequest) {
     sPart.remove_prefix(std::min(sPart.find_first_not_of(' '), sPart.size()));
     if (!sPart.starts_with(sName)) continue;
     const std::string sValue(sPart.substr(sName.size()));
-    const auto it = m_visits.find(sValue);
+    const auto it = m_visits.find(KeyOf(sValue));
     if (it == m_visits.end()) continue;
     const auto oNow = m_oNow();
     if (oNow - it->second.Seen > IdleAtMost || oNow - it->second.Came > AtMost) {
@@ -65,6 +102,7 @@ std::string Doorkeeper::CookieOf(const Request& oRequest) {
       continue;
     }
     it->second.Seen = oNow;
+    if (oNow - m_oKept > KeptFor) KeepVisits();
     return sValue;
   }
   return {};
@@ -84,12 +122,13 @@ Doorkeeper::Entry Doorkeeper::Enter(const Request& oRequest) {
   const auto oNow = m_oNow();
   std::erase_if(m_visits, [&](const auto& o) { return oNow - o.second.Seen > IdleAtMost; });
   const std::string sCookie = MakeSecret();
-  m_visits[sCookie] = {oNow, oNow};
+  m_visits[KeyOf(sCookie)] = {oNow, oNow};
+  KeepVisits();
   return {SetCookie(sCookie, std::chrono::seconds(AtMost).count())};
 }
 
 std::string Doorkeeper::Leave(const std::string& sCookie) {
-  m_visits.erase(sCookie);
+  if (m_visits.erase(KeyOf(sCookie)) > 0) KeepVisits();
   return SetCookie("", 0);
 }
 

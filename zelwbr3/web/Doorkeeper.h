@@ -16,16 +16,18 @@ namespace ZELWbr3::Web {
 /// token, and whose cookie it was exchanged for. Used on one thread.
 class Doorkeeper {
  public:
-  using Clock = std::chrono::steady_clock;
+  using Clock = std::chrono::system_clock;
 
   struct Options {
     std::string Token;         ///< opens a browser's way in
     std::string MetricsToken;  ///< for programs that ask for figures; opens nothing else
     bool Secure = false;       ///< TLS: cookies are sent over nothing else
+    /// Where those who are inside are remembered, so that they still are after a restart
+    /// with the same token; empty = nowhere. It holds no cookie, nor anything to make one of.
+    std::string VisitsFile = {};
   };
 
-  explicit Doorkeeper(Options oOptions, std::function<Clock::time_point()> oNow = Clock::now)
-      : m_oOptions(std::move(oOptions)), m_oNow(std::move(oNow)) {}
+  explicit Doorkeeper(Options oOptions, std::function<Clock::time_point()> oNow = Clock::now);
 
   /// Where browsers find the server: "http://127.0.0.1:8080". Nothing is answered
   /// before this is known.
@@ -64,13 +66,19 @@ class Doorkeeper {
 
   std::string CookieName() const { return "zelweb-" + std::to_string(m_iPort); }
   std::string SetCookie(const std::string& sValue, long lSeconds) const;
+  /// By what a visit is known here; a cookie cannot be found from it.
+  std::string KeyOf(const std::string& sCookie) const;
+  void ReadVisits();
+  /// A file that cannot be written is left: those inside need the token after a restart.
+  void KeepVisits();
   bool IsGuessing(const std::string& sAddress);
 
   Options m_oOptions;
   std::vector<std::string> m_origins;
   std::uint16_t m_iPort = 0;
   std::function<Clock::time_point()> m_oNow;
-  std::map<std::string, Visit> m_visits;  ///< by cookie
+  std::map<std::string, Visit> m_visits;  ///< by KeyOf their cookies
+  Clock::time_point m_oKept;
   std::deque<std::pair<Clock::time_point, std::string>> m_wrong;
 };
 

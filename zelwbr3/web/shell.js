@@ -91,6 +91,12 @@
       bWelcome = false;
       if (bOver) return;
       Say("The connection to the server is gone. Trying again…", true);
+      // A server that is there, but lets nobody in without the token, is not asked for ever.
+      if (iAttempts > 0) {
+        fetch("/lights", { cache: "no-store" }).then(
+          ({ status }) => status === 401 && Over("You are signed out. Open the address that zelweb printed when it started: it has the token."),
+          () => {});
+      }
       const aPauses = [1000, 2000, 4000, 5000];
       iTimer = setTimeout(Connect, aPauses[Math.min(iAttempts++, 3)] * (0.8 + 0.4 * Math.random()));
     };

@@ -305,20 +305,28 @@ class ZelwebTest(Case):
         self.await_value("the line", lambda: "connection" in self.script("return document.getElementById('line').textContent"))
 
     def test_a_server_that_was_started_again_is_found(self):
-        tokens = []
-        for name in ("token", "metrics"):
-            tokens.append(os.path.join(os.environ["TMPDIR"], f"{name}-{os.getpid()}"))
-            self.addCleanup(os.remove, tokens[-1])
-        files = ["--token-file", tokens[0], "--metrics-token-file", tokens[1]]
+        folder = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, folder)
+        files = ["--token-file", f"{folder}/token", "--metrics-token-file", f"{folder}/metrics", "--allow-commands"]
         process, address = self.serve(ZELWEB, f"recorded:{RECORDINGS}/demo.json", *files)
-        port = address.split(":")[2].split("/")[0]
+        self.show("Sessions", "Sessions")
+        self.show("Main", "Instance Overview")
+        self.press_button("#commands button:nth-of-type(2)")
+        self.await_box("DEMO")
         process.terminate()
         self.assertEqual(process.wait(30), 0)
         self.await_value("the line", lambda: not self.script("return document.getElementById('line').hidden"))
-        self.assertEqual(self.start(ZELWEB, f"recorded:{RECORDINGS}/demo.json", "--listen", f"127.0.0.1:{port}", *files)[1],
-                         address)
-        # Its cookies are new ones: the token is needed again.
-        self.open(address)
+        again = [ZELWEB, f"recorded:{RECORDINGS}/demo.json", "--listen", "127.0.0.1:" + address.split(":")[2].split("/")[0]]
+        process, same = self.start(*again, *files)
+        self.assertEqual(same, address)
+        self.await_shown("Instance Overview")
+        self.await_value("no line", lambda: self.script("return document.getElementById('line').hidden"))
+        self.no_box()
+        # With another token, nobody is inside any more.
+        process.terminate()
+        process.wait(30)
+        self.start(*again)
+        self.await_value("the sign", lambda: "signed out" in self.script("return document.getElementById('line').textContent"))
 
 
 def run():
