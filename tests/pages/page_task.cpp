@@ -59,8 +59,8 @@ TEST(PageTask, SaysWhatAnInstanceAnswersNullFor) {
       sTold += o.Lines() + o.Picture();
     }
   }
-  for (const char* sClass : {"StateInfo", "Parameters", "SysInfos", "Caches", "Activity", "SQLTables", "DataArea",
-                             "LogArea", "Sessions", "Version", "History"}) {
+  for (const char* sClass : {"StateInfo", "Parameters", "SysInfos", "Caches", "Activity", "DataArea", "LogArea",
+                             "Sessions", "Version", "History"}) {
     EXPECT_NE(sTold.find("answers null where it owes " + std::string(sClass)), std::string::npos) << sClass;
   }
 }
