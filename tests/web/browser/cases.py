@@ -184,6 +184,7 @@ class PagesTest(Case):
 
     def test_a_reload_finds_filter_order_and_place(self):
         self.show("SysDD", "System Tables")
+        self.await_value("the list", lambda: self.text(".zelListFilter") is not None)  # made when all is loaded
         front = "const w = document.querySelector('#frames iframe.front').contentWindow, d = w.document; "
         self.script(front + "const o = d.querySelector('.zelListFilter'); o.value = 'e';"
                     "o.dispatchEvent(new Event('input')); const h = d.querySelectorAll('th')[1].querySelector('button');"
@@ -218,7 +219,8 @@ class PagesTest(Case):
         self.browser.switch_to.frame(self.browser.find_element(By.CSS_SELECTOR, "#frames iframe.front"))
         try:
             self.press_button(".zelExport")
-            self.browser.find_element(By.XPATH, f"//*[@role='menuitem'][starts-with(., '{item}')]").click()
+            self.await_value(item, lambda: self.browser.find_element(
+                By.XPATH, f"//*[@role='menuitem'][starts-with(., '{item}')]").click() is None)
         finally:
             self.browser.switch_to.default_content()
 
