@@ -8,6 +8,7 @@
 #include "zelwbr3/web/Server.h"
 #include "zelwbr3/web/Shell.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 #include <utility>
@@ -67,14 +68,15 @@ void SendControl(Socket& oSocket, std::string sText) {
   oSocket.Send(std::make_shared<const std::string>(std::move(sText)));
 }
 
-/// What every answer says to a browser.
+/// What every answer says to a browser, unless it says something else itself.
 Response Guarded(Response o) {
   for (const auto& [sName, sValue] :
        std::initializer_list<std::pair<const char*, const char*>>{{"X-Content-Type-Options", "nosniff"},
                                                                   {"Referrer-Policy", "no-referrer"},
                                                                   {"Cross-Origin-Opener-Policy", "same-origin"},
                                                                   {"Cross-Origin-Resource-Policy", "same-origin"}}) {
-    o.Headers.emplace_back(sName, sValue);
+    const bool bOwn = std::ranges::any_of(o.Headers, [&](const auto& oHeader) { return oHeader.first == sName; });
+    if (!bOwn) o.Headers.emplace_back(sName, sValue);
   }
   return o;
 }
@@ -221,8 +223,12 @@ Response Sessions::Shell(std::size_t iInstance) const {
   sShell = Replaced(sShell, "@START@", m_oOptions.Instances.size() == 1 ? "hidden" : "");
   sShell = Replaced(sShell, "@ZONE@", m_oOptions.Zone ? Text::EscapeHTML(m_oOptions.Zone()) : "");
   sShell = Replaced(sShell, "@NAME@", Text::EscapeHTML(Text::Clean(m_oOptions.Instances[iInstance])));
+  // Without a referrer, a browser would not say that signing out comes from this page.
   return {200,
-          {{"Content-Type", HTML}, {"Content-Security-Policy", ShellPolicy}, {"Cache-Control", "no-store"}},
+          {{"Content-Type", HTML},
+           {"Content-Security-Policy", ShellPolicy},
+           {"Referrer-Policy", "same-origin"},
+           {"Cache-Control", "no-store"}},
           std::make_shared<const std::string>(sShell)};
 }
 

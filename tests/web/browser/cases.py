@@ -298,6 +298,13 @@ class ZelwebTest(Case):
         self.no_box()
         self.assertEqual(self.text("#txtState"), "Online")
 
+    def test_signing_out_ends_everything(self):
+        self.serve(ZELWEB, f"recorded:{RECORDINGS}/demo.json")
+        self.press_button(".options form button")
+        self.await_value("the end", lambda: self.browser.title == "Signed out")
+        self.browser.get(self.browser.current_url.replace("logout", ""))
+        self.assertEqual(self.browser.title, "Please sign in")
+
     def test_a_box_does_not_hold_up_the_end(self):
         process, _ = self.serve(ZELWEB, f"recorded:{RECORDINGS}/demo.json", "--allow-commands")
         self.press_button("#commands button:nth-of-type(2)")
