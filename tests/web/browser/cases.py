@@ -281,8 +281,8 @@ class HelpTest(Case):
         self.await_value("the topic", lambda: self.script(topic) == "The data area fills up")
         self.browser.refresh()
         self.await_value("the topic again", lambda: self.script(topic) == "The data area fills up")
-        self.press(Keys.ESCAPE)
-        self.await_value("no window", lambda: not self.browser.find_elements(By.ID, "message"))
+        # Pressed again while the topic takes the keyboard: a key in between is lost.
+        self.await_value("no window", lambda: self.press(Keys.ESCAPE) or not self.browser.find_elements(By.ID, "message"))
         self.expect_live_equals_replica()
         self.expect_no_errors()
 
