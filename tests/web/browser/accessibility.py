@@ -5,6 +5,7 @@ recordings. scripts/accessibility calls it."""
 import sys
 
 AXE = sys.argv.pop(1)
+sys.dont_write_bytecode = True
 import cases  # takes the rest of the arguments
 
 with open(AXE, encoding="utf-8") as file:
