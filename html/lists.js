@@ -1647,6 +1647,7 @@
       clearTimeout(this.iArrangeTimer);
       if (this.oWork !== null) this.oWork.bGivenUp = true;
       const oWork = (this.oWork = new Work());
+      this.oBar.setAttribute("aria-busy", "true");
       const dBegin = performance.now();
       const oBusy = setTimeout(() => (this.oCount.textContent = this.iDirection === 0 ? "Filtering\u2026" : "Sorting\u2026"), 200);
       const iRows = this.oRows.iCount;
@@ -1663,6 +1664,7 @@
       if (oFocused !== document.activeElement) oFocused?.focus({ preventScroll: true });
       if (this.bFromTop) this.oWindow.ShowFirst();
       this.bFromTop = false;
+      this.oBar.removeAttribute("aria-busy");
       this.Tell();
       this.dNext = performance.now() + 10 * (performance.now() - dBegin);
       if (this.bArranged && this.oRows.iCount > iRows) this.ArrangeLater();

@@ -594,7 +594,9 @@
     const Place = () => {
       if (bUser || iTries-- === 0) return;
       oWindow.scrollTo({ top: oView.dPlace, behavior: "instant" });
-      if (Math.abs(oWindow.scrollY - oView.dPlace) > 1) requestAnimationFrame(Place);
+      // A list that has been arranged shows its first row.
+      const bArranging = InPage(oWindow, ".zelListBar[aria-busy]").length > 0;
+      if (bArranging || Math.abs(oWindow.scrollY - oView.dPlace) > 1) requestAnimationFrame(Place);
     };
     Place();
   };

@@ -188,7 +188,9 @@ class PagesTest(Case):
         front = "const w = document.querySelector('#frames iframe.front').contentWindow, d = w.document; "
         self.script(front + "const o = d.querySelector('.zelListFilter'); o.value = 'e';"
                     "o.dispatchEvent(new Event('input')); const h = d.querySelectorAll('th')[1].querySelector('button');"
-                    "h.click(); h.click(); w.scrollTo(0, 150)")
+                    "h.click(); h.click()")
+        self.await_value("the order", lambda: self.script(front + "return d.querySelector('.zelListBar[aria-busy]') === null"))
+        self.script(front + "w.scrollTo(0, 150)")
         state = (front + "return [d.querySelector('.zelListFilter').value, d.querySelectorAll('th')[1].ariaSort,"
                  " d.querySelectorAll('td a')[0].textContent, w.scrollY > 100]")
         self.await_value("the list", lambda: self.script(state)[1::2] == ["descending", True])
