@@ -21,7 +21,7 @@ using Clock = std::chrono::steady_clock;
 using Light = InstanceChecks::Light;
 
 constexpr std::size_t kAtOnce = 4;
-constexpr int kTick = 500;  // milliseconds
+constexpr int kTick = 100;  // milliseconds
 
 Health::Level LevelOf(const std::string& sName) {
   for (const auto eLevel : {Health::Level::OK, Health::Level::Warning, Health::Level::Critical}) {
@@ -63,20 +63,26 @@ class InstanceChecks::Process : public wxProcess {
     m_oOwner = nullptr;
     wxProcess::Kill(static_cast<int>(m_lID), wxSIGKILL, wxKILL_CHILDREN);
   }
-  void OnTerminate(int, int) override {
-    std::string sOutput;
-    if (wxInputStream* oStream = GetInputStream()) {
-      char sPiece[4096];
-      while (oStream->CanRead() && sOutput.size() < kMost) {
-        oStream->Read(sPiece, sizeof sPiece);
-        if (oStream->LastRead() == 0) break;
-        sOutput.append(sPiece, oStream->LastRead());
-      }
+  /// Takes what it has written; true when that is a whole line. The toolkit may not
+  /// notice its end: another library may have taken over the signal.
+  bool HasAnswered() {
+    char sPiece[4096];
+    while (IsInputAvailable() && Output.size() < kMost) {
+      GetInputStream()->Read(sPiece, sizeof sPiece);
+      if (GetInputStream()->LastRead() == 0) break;
+      Output.append(sPiece, GetInputStream()->LastRead());
     }
-    if (m_oOwner != nullptr) m_oOwner->Ended(*this, sOutput);
+    return Output.ends_with('\n');
+  }
+  /// Its answer has been taken.
+  void Forget() { m_oOwner = nullptr; }
+  void OnTerminate(int, int) override {
+    HasAnswered();
+    if (m_oOwner != nullptr) m_oOwner->Ended(*this);
     delete this;
   }
 
+  std::string Output;
   const std::string Instance;
   const Clock::time_point Began = Clock::now();
 
@@ -123,13 +129,16 @@ void InstanceChecks::Next() {
   if (m_running.empty()) m_oRoundEnded = Clock::now();
 }
 
-void InstanceChecks::Ended(Process& oProcess, const std::string& sOutput) {
+void InstanceChecks::Ended(Process& oProcess) {
   std::erase(m_running, &oProcess);
-  m_oSeen(oProcess.Instance, LightOf(oProcess.Instance, sOutput));
+  oProcess.Forget();
+  m_oSeen(oProcess.Instance, LightOf(oProcess.Instance, oProcess.Output));
   Next();
 }
 
 void InstanceChecks::Tick() {
+  const auto oAnswered = std::ranges::find_if(m_running, &Process::HasAnswered);
+  if (oAnswered != m_running.end()) return Ended(**oAnswered);
   const auto oLate =
       std::ranges::find_if(m_running, [](const Process* o) { return Clock::now() - o->Began > MostTime; });
   if (oLate != m_running.end()) {

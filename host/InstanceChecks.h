@@ -42,7 +42,7 @@ class InstanceChecks {
   friend class Process;
 
   void Next();
-  void Ended(Process& oProcess, const std::string& sOutput);
+  void Ended(Process& oProcess);
   void Tick();
 
   std::string m_sProgram;

@@ -16,6 +16,7 @@
 #include <wx/dataview.h>
 #include <wx/filedlg.h>
 #include <wx/image.h>
+#include <wx/menu.h>
 #include <wx/statusbr.h>
 
 namespace ZELWbr3::Desktop {
@@ -290,7 +291,8 @@ TEST_F(ZelviewTest, ScreenReadersAreToldWhatIsWhat) {
     bNamed = AccessibleTree(oDialog).find(": Question\n") != std::string::npos;
     Begin("xdotool key Escape");
   });
-  Press("alt+h m");
+  const int iMessage = Zelview->GetMenuBar()->FindMenuItem("Help", wxString::FromUTF8("Look Up a Message…"));
+  Zelview->GetEventHandler()->AddPendingEvent(wxCommandEvent(wxEVT_MENU, iMessage));
   WaitFor("the dialog's end", [&] { return bNamed && OpenDialog() == nullptr; });
 }
 
