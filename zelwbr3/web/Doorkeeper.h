@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/web/HTTP.h"
 
 #include <chrono>
@@ -14,7 +15,7 @@ namespace ZELWbr3::Web {
 
 /// Says who may come in: which host names and origins are ours, who has the
 /// token, and whose cookie it was exchanged for. Used on one thread.
-class Doorkeeper {
+class ZELWBR3_EXPORT Doorkeeper {
  public:
   using Clock = std::chrono::system_clock;
 
