@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 
 namespace ZELWbr3::Host {
 
@@ -42,11 +41,15 @@ constexpr Drawing Drawings[] = {
 
 }  // namespace
 
+std::string IconSVG(std::string_view sShapes) {
+  return R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16" viewBox="0 0 16 16">)" +
+         std::string(sShapes) + "</svg>";
+}
+
 std::string CommandPicture(Long lNumber) {
   const auto oDrawing = std::ranges::find_if(Drawings, [&](const Drawing& o) { return lNumber == o.Number; });
   if (oDrawing == std::end(Drawings)) return {};
-  return R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16" viewBox="0 0 16 16">)" +
-         std::string(oDrawing->Shapes) + "</svg>";
+  return IconSVG(oDrawing->Shapes);
 }
 
 }  // namespace ZELWbr3::Host

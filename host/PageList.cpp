@@ -1,5 +1,6 @@
 #include "host/PageList.h"
 
+#include "host/ZelviewPictures.h"
 #include "zelwbr3/desktop/Accessible.h"
 #include "zelwbr3/desktop/ListFocus.h"
 
@@ -39,12 +40,10 @@ constexpr Icon Icons[] = {
 wxBitmapBundle IconOf(const std::string& sPage) {
   const auto oIcon = std::ranges::find(Icons, std::string_view(sPage), &Icon::Page);
   if (oIcon == std::end(Icons)) return {};
-  const std::string sSVG =
-      R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16" viewBox="0 0 16 16"><path fill="none" stroke=")" +
-      std::string(wxSystemSettings::GetAppearance().IsDark() ? "#b9c3cf" : "#4f6277") +
-      R"(" stroke-width="1.4" stroke-linecap="round" stroke-linejoin="round" d=")" + std::string(oIcon->Path) +
-      "\"/></svg>";
-  return wxBitmapBundle::FromSVG(sSVG.c_str(), wxSize(16, 16));
+  return ZelviewPictures::Icon(R"(<path fill="none" stroke=")" +
+                               std::string(wxSystemSettings::GetAppearance().IsDark() ? "#b9c3cf" : "#4f6277") +
+                               R"(" stroke-width="1.4" stroke-linecap="round" stroke-linejoin="round" d=")" +
+                               std::string(oIcon->Path) + "\"/>");
 }
 
 /// The headings of the groups are quiet.

@@ -1,5 +1,6 @@
 #include "host/RefreshBar.h"
 
+#include "host/ZelviewPictures.h"
 #include "zelwbr3/desktop/Accessible.h"
 #include "zelwbr3/desktop/DesktopPlatform.h"
 #include "zelwbr3/desktop/DesktopPump.h"
@@ -29,9 +30,9 @@ constexpr int TryAgain = 5;
 constexpr int LargestShare = 10;
 
 constexpr const char* Arrow =
-    R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16" viewBox="0 0 16 16"><path d="M13 8 A5 5 0 1 1 11.4 4.3
+    R"(<path d="M13 8 A5 5 0 1 1 11.4 4.3
     M11.6 1.4 V4.6 H8.4" fill="none" stroke="#3b82d6" stroke-width="1.8" stroke-linecap="round"
-    stroke-linejoin="round"/></svg>)";
+    stroke-linejoin="round"/>)";
 
 }  // namespace
 
@@ -39,7 +40,7 @@ RefreshBar::RefreshBar(wxWindow* oParent, Desktop::BrowserPanel& oPanel, Runner 
     : wxPanel(oParent), m_oPanel(oPanel), m_oRunner(std::move(oRunner)) {
   m_oButton = new wxButton(this, wxID_ANY, "Refresh");
   auto* oButton = m_oButton;
-  oButton->SetBitmap(wxBitmapBundle::FromSVG(Arrow, wxSize(16, 16)));
+  oButton->SetBitmap(ZelviewPictures::Icon(Arrow));
   oButton->SetToolTip("Read the figures of this page again (F5)");
   m_oChoice = new wxChoice(this, wxID_ANY);
   for (const Choice& oChoice : Choices) m_oChoice->Append(oChoice.Text);

@@ -1,6 +1,7 @@
 #include "host/StartPage.h"
 
 #include "host/ProgramFiles.h"
+#include "host/ZelviewPictures.h"
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/desktop/Accessible.h"
 #include "zelwbr3/desktop/ListFocus.h"
@@ -39,12 +40,6 @@ constexpr std::array<State, 4> States = {{
      R"(<circle cx="8" cy="8" r="7" fill="#808891"/><path d="M6 6.2 A2 2 0 1 1 8.6 8.2 C8.1 8.5 8 8.8 8 9.4 M8 11.8 V12"
       fill="none" stroke="#fff" stroke-width="1.6" stroke-linecap="round"/>)"},
 }};
-
-wxBitmapBundle Picture(const std::string& sShapes) {
-  const std::string sSVG =
-      R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16" viewBox="0 0 16 16">)" + sShapes + "</svg>";
-  return wxBitmapBundle::FromSVG(sSVG.c_str(), wxSize(16, 16));
-}
 
 wxString Shown(const std::string& sText) { return wxString::FromUTF8(Text::Clean(Text::OneLine(sText))); }
 
@@ -141,7 +136,7 @@ void StartPage::Write(std::size_t iRow, const wxString& sState, const std::strin
                       const InstanceChecks::Light& oLight) {
   const auto i = static_cast<unsigned>(iRow);
   wxVariant oState;
-  oState << wxDataViewIconText(sState, Picture(sIcon));
+  oState << wxDataViewIconText(sState, ZelviewPictures::Icon(sIcon));
   m_oList->SetValue(oState, i, 0);
   const std::string& sInstance = m_instances[iRow];
   m_oList->SetTextValue(Shown(oLight.Name.empty() ? ShortName(sInstance) : oLight.Name), i, 1);

@@ -93,7 +93,9 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
 
   auto* oRight = new wxBoxSizer(wxVERTICAL);
   auto* oBar = new wxBoxSizer(wxHORIZONTAL);
-  oBar->Add(MakeTrail(oAll), 0, wxEXPAND);
+  m_oTrail = std::make_unique<PageTrail>(m_oPanel->Browser());
+  m_oTrailBar = new TrailBar(oAll, *m_oTrail, [this](std::function<void()> oWork) { Later(std::move(oWork)); });
+  oBar->Add(m_oTrailBar, 0, wxEXPAND);
   oBar->Add(m_oRefreshBar, 0, wxEXPAND);
   oBar->Add(m_oCommandlist->Window(), 1, wxEXPAND);
   oRight->Add(oBar, 0, wxEXPAND);
@@ -113,7 +115,7 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
   Bind(wxEVT_SIZE, [this](wxSizeEvent& oEvent) {
     const bool bNarrow = GetClientSize().x < FromDIP(kWidthForTitles);
     m_oPageList->Narrow(bNarrow);
-    m_oPath->Show(!bNarrow);
+    m_oTrailBar->Compact(bNarrow);
     m_oCommandlist->Compact(bNarrow);
     m_oRefreshBar->Compact(bNarrow);
     oEvent.Skip();
@@ -129,7 +131,6 @@ ZelviewFrame::ZelviewFrame() : wxFrame(nullptr, wxID_ANY, "zelview", wxDefaultPo
 
   m_oPanel->Browser().HTMLPath(HTMLFolder());
   m_oPanel->Browser().CHMPath(HelpFile());
-  m_oTrail = std::make_unique<PageTrail>(m_oPanel->Browser());
   MakeMenus();
   Connect();
   // Files dropped on the window's own parts are opened; pages take none.
@@ -191,40 +192,6 @@ void ZelviewFrame::Forget(const std::string& sInstance) {
 
 void ZelviewFrame::OpenAnotherWindow(const std::string& sInstance) {
   if (!OpenWindow(sInstance)) throw std::runtime_error("Another window cannot be opened");
-}
-
-wxSizer* ZelviewFrame::MakeTrail(wxWindow* oParent) {
-  const auto AddButton = [&](const char* sName, const char* sPath, const std::function<void()>& oWork) {
-    auto* oButton =
-        new wxButton(oParent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT | wxBORDER_NONE);
-    const std::string sSVG =
-        R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16" viewBox="0 0 16 16"><path fill="none" stroke="#7c8794")"
-        R"( stroke-width="1.8" stroke-linecap="round" stroke-linejoin="round" d=")" +
-        std::string(sPath) + "\"/></svg>";
-    oButton->SetBitmap(wxBitmapBundle::FromSVG(sSVG.c_str(), wxSize(16, 16)));
-    oButton->SetToolTip(sName);
-    oButton->DisableFocusFromKeyboard();  // its keys work everywhere
-    Desktop::AccessibleName(*oButton, sName);
-    oButton->Bind(wxEVT_BUTTON, [this, oWork](wxCommandEvent&) { Later(oWork); });
-    return oButton;
-  };
-  m_oBack = AddButton("Back (Alt+Left)", "M10 3 5 8l5 5", [this] { m_oTrail->Back(); });
-  m_oForward = AddButton("Forward (Alt+Right)", "M6 3l5 5-5 5", [this] { m_oTrail->Forward(); });
-  m_oPath = new wxStaticText(oParent, wxID_ANY, "", wxDefaultPosition, wxSize(FromDIP(190), -1),
-                             wxST_ELLIPSIZE_MIDDLE | wxST_NO_AUTORESIZE);
-  auto* oSizer = new wxBoxSizer(wxHORIZONTAL);
-  for (wxWindow* o : std::initializer_list<wxWindow*>{m_oBack, m_oForward, m_oPath}) {
-    oSizer->Add(o, wxSizerFlags().CenterVertical().Border(wxLEFT, FromDIP(4)));
-  }
-  return oSizer;
-}
-
-void ZelviewFrame::ShowTrail() {
-  m_oBack->Enable(m_oTrail->CanGoBack());
-  m_oForward->Enable(m_oTrail->CanGoForward());
-  const wxString sPath = Text(m_oTrail->Path());
-  m_oPath->SetLabelText(sPath);
-  m_oPath->SetToolTip(sPath);
 }
 
 void ZelviewFrame::OnKey(wxKeyEvent& oEvent) {
@@ -351,7 +318,7 @@ void ZelviewFrame::Connect() {
     m_oTrail->Shown(oPage);
     m_oPageList->Select(m_oTrail->List());
     if (const auto oMain = std::dynamic_pointer_cast<PageMain>(oPage)) ShowCounts(oMain->Findings());
-    ShowTrail();
+    m_oTrailBar->Draw();
     if (oPage->WebBrowser() != zelWebBrowserDetail && oPage->Name() != "Default") m_sPage = oPage->Name();
     Say("");
   }));

@@ -2,10 +2,10 @@
 
 #include "host/HostPages.h"
 #include "host/PageList.h"
-#include "host/PageTrail.h"
 #include "host/RefreshBar.h"
 #include "host/Settings.h"
 #include "host/StartPage.h"
+#include "host/TrailBar.h"
 #include "zelwbr3/desktop/BrowserPanel.h"
 #include "zelwbr3/desktop/DesktopCommandlist.h"
 #include "zelwbr3/desktop/Theme.h"
@@ -18,9 +18,7 @@
 #include <string>
 #include <vector>
 
-#include <wx/button.h>
 #include <wx/frame.h>
-#include <wx/stattext.h>
 
 namespace ZELWbr3::Host {
 
@@ -54,14 +52,11 @@ class ZelviewFrame : public wxFrame {
 
  private:
   void MakeMenus();
-  /// The buttons for going back and forward, and where the user is.
-  wxSizer* MakeTrail(wxWindow* oParent);
   StartPage* MakeStart();
   /// Goes back from the start page to the instance that is open.
   void LeaveStart();
   void Forget(const std::string& sInstance);
   void OpenAnotherWindow(const std::string& sInstance);
-  void ShowTrail();
   void Theme(std::optional<Desktop::Theme> eTheme);
   /// Opens what the user has named and shows its first page.
   void OpenAndShow(const std::string& sInstance);
@@ -96,10 +91,8 @@ class ZelviewFrame : public wxFrame {
   wxMenu* m_oRecent;
   wxPanel* m_oAll;  ///< all but the start page
   StartPage* m_oStart;
-  wxButton* m_oBack;
-  wxButton* m_oForward;
-  wxStaticText* m_oPath;
   std::unique_ptr<PageTrail> m_oTrail;
+  TrailBar* m_oTrailBar;
   std::string m_sPage = "Main";
   std::shared_ptr<ZELLib3::Database> m_oDatabase;
   Desktop::BrowserPanel* m_oPanel;

@@ -181,7 +181,6 @@ class PagesTest(Case):
         self.await_value("no line", lambda: self.script("return document.getElementById('line').hidden"))
         self.expect_live_equals_replica()
 
-
     def test_a_reload_finds_filter_order_and_place(self):
         self.show("SysDD", "System Tables")
         self.await_value("the list", lambda: self.text(".zelListFilter") is not None)  # made when all is loaded
