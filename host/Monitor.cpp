@@ -118,6 +118,7 @@ void Monitor::Run() {
     oLock.unlock();
     Reading oReading = Read();
     oLock.lock();
+    if (oReading.Title.empty()) oReading.Title = m_oLast.Title;
     m_oLast = std::move(oReading);
     m_oStop.wait_for(oLock, m_oEvery, [this] { return m_bStop; });
   }
@@ -132,6 +133,7 @@ Monitor::Reading Monitor::Read() {
   };
   try {
     if (m_oDatabase == nullptr) Keep(OpenInstance(m_sInstance));
+    oReading.Title = m_oDatabase->InstanceName();
     oReading.Health = Health::Of(*m_oDatabase);
     oReading.Figures = FiguresOf(*m_oDatabase);
     oReading.Connected = m_oDatabase->StateInfo()->InfoAvailable();
@@ -187,6 +189,7 @@ std::string LightsJSON(const std::vector<std::unique_ptr<Monitor>>& monitors) {
     const Monitor::Reading o = oMonitor->Last();
     const auto& findings = o.Health.Findings;
     oLights.push_back({{"name", Text::Clean(oMonitor->Name())},
+                       {"title", Text::Clean(Text::OneLine(o.Title))},
                        {"level", o.Done ? Health::LevelName(o.Health.Worst()) : "UNKNOWN"},
                        {"text", !o.Done            ? "Reading"
                                 : findings.empty() ? ""

@@ -28,6 +28,8 @@ class Monitor {
     /// False until the first one.
     bool Done = false;
     bool Connected = false;
+    /// The instance's own name; empty until it has been read once.
+    std::string Title = {};
     ZELWbr3::Health Health = {};
     std::vector<Figure> Figures = {};
     std::chrono::duration<double> Took{};
@@ -62,7 +64,7 @@ class Monitor {
 
 /// All readings in the text format of Prometheus.
 std::string MetricsText(const std::vector<std::unique_ptr<Monitor>>& monitors);
-/// [{"name": "…", "level": "WARNING", "text": "…"}, …] in the order of the monitors.
+/// [{"name": "…", "title": "…", "level": "WARNING", "text": "…"}, …] in the order of the monitors.
 std::string LightsJSON(const std::vector<std::unique_ptr<Monitor>>& monitors);
 
 }  // namespace ZELWbr3::Host

@@ -1,7 +1,10 @@
 #include "host/WebPages.h"
 
 #include "host/ProgramFiles.h"
+#include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/framework/DataPage.h"
+#include "zelwbr3/framework/clsHourglass.h"
+#include "zelwbr3/framework/modFormat.h"
 #include "zelwbr3/shell/Pages.h"
 #include "zelwbr3/web/WebCommandlist.h"
 
@@ -82,6 +85,26 @@ void WebPages::Shown(const Page& oPage) {
     if (!oPage.Name().starts_with(oEntry.Name)) continue;
     m_oPlatform.ShowsPage(oEntry.Name, m_oDatabase->InstanceName() + " - " + oEntry.Title,
                           oData != nullptr && oData->IsUnread());
+  }
+}
+
+std::shared_ptr<ZELLib3::Database> OpenFor(Web::WebPlatform& oPlatform,
+                                           const std::function<std::shared_ptr<ZELLib3::Database>()>& oOpen) {
+  const auto oHourglass = std::make_shared<clsHourglass>(oPlatform.ScreenPointer());
+  const std::string sSince = "Since " + modFormat::GeneralDate(Calendar::Now(), oPlatform.UserLocale());
+  bool bAsked = false;
+  const ScopedConnection oWhenAsked = oPlatform.RefreshAsked.Connect([&](bool) { bAsked = true; });
+  for (bool bFirst = true;; bFirst = false) {
+    try {
+      const clsHourglass::Scope oWait(oHourglass);
+      auto oDatabase = oOpen();
+      if (!bFirst) oPlatform.ShowFailure("");
+      return oDatabase;
+    } catch (const std::exception& oError) {
+      const std::string sTried = oPlatform.UserLocale().LongTime(Calendar::Now());
+      oPlatform.ShowFailure(oError.what(), sSince + (bFirst ? "" : ", last tried " + sTried));
+    }
+    for (bAsked = false; !bAsked;) oPlatform.MessagePump().Turn();
   }
 }
 

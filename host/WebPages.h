@@ -6,6 +6,7 @@
 #include "zelwbr3/shell/Browser.h"
 #include "zelwbr3/web/WebPlatform.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,6 +37,12 @@ class WebPages {
   HostPages m_oPages;
   std::vector<ScopedConnection> m_connections;
 };
+
+/// Opens an instance for a session. While that fails, the shell says why and since
+/// when, and it is tried again by itself and whenever the user wants it. Throws only
+/// ClosingError.
+std::shared_ptr<ZELLib3::Database> OpenFor(Web::WebPlatform& oPlatform,
+                                           const std::function<std::shared_ptr<ZELLib3::Database>()>& oOpen);
 
 /// Why an instance is not changed without the option for it.
 extern const char* const ChangesRefused;

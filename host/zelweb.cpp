@@ -107,13 +107,9 @@ std::string TimeZone() {
 
 /// The program of a session.
 void Show(ZELWbr3::Web::WebPlatform& oPlatform, const std::string& sInstance, const Arguments& oArguments) {
-  std::shared_ptr<ZELLib3::Database> oDatabase;
-  try {
-    oDatabase = OpenInstance(sInstance, oArguments.AllowCommands ? ZELWbr3::Recorded::CallObserver() : RefuseChanges);
-  } catch (const std::exception& oError) {
-    oPlatform.ShowFailure(oError.what());
-    oPlatform.Run();
-  }
+  const auto oDatabase = OpenFor(oPlatform, [&] {
+    return OpenInstance(sInstance, oArguments.AllowCommands ? ZELWbr3::Recorded::CallObserver() : RefuseChanges);
+  });
   WebPages(oPlatform, oDatabase, oArguments.AllowCommands ? "" : ChangesRefused).Run(oArguments.Page);
 }
 

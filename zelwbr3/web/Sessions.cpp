@@ -183,10 +183,10 @@ Response Sessions::AnswerVisitor(const Request& o) {
   const std::string sPath = o.Path();
   if (sPath.starts_with("/p/")) return m_oFiles.Answer(o);
   if (sPath == "/") return m_oOptions.Instances.size() == 1 ? Shell(0) : StartPage();
-  if (sPath == "/shell.js" || sPath == "/start.js") {
+  if (sPath == "/shell.js" || sPath == "/instances.js") {
     return {200,
             {{"Content-Type", TypeOf(sPath)}, {"Cache-Control", "no-cache"}},
-            std::make_shared<const std::string>(sPath == "/shell.js" ? ShellScript : StartScript)};
+            std::make_shared<const std::string>(sPath == "/shell.js" ? ShellScript : InstancesScript)};
   }
   if (sPath == "/lights") return m_oOptions.Figures(sPath);
   if (sPath.starts_with(HelpFolder)) return Help(Unescaped(sPath.substr(std::string_view(HelpFolder).size())));
@@ -220,9 +220,13 @@ Response Sessions::Shell(std::size_t iInstance) const {
   std::string sShell =
       Replaced(std::string(ShellPage), "@FIRST@", m_oFiles.URL(m_oFiles.Folders().front() + "/Main.htm", 1, 1));
   sShell = Replaced(sShell, "@INSTANCE@", std::to_string(iInstance));
-  sShell = Replaced(sShell, "@START@", m_oOptions.Instances.size() == 1 ? "hidden" : "");
   sShell = Replaced(sShell, "@ZONE@", m_oOptions.Zone ? Text::EscapeHTML(m_oOptions.Zone()) : "");
   sShell = Replaced(sShell, "@NAME@", Text::EscapeHTML(Text::Clean(m_oOptions.Instances[iInstance])));
+  const bool bSeveral = m_oOptions.Instances.size() > 1;
+  sShell = Replaced(sShell, "@INSTANCES@",
+                    bSeveral ? "<nav id=\"instances\" aria-label=\"Instances\"><h2><a href=\"/\">Instances</a></h2>" +
+                                   InstanceList(iInstance) + "</nav><script src=\"/instances.js\" defer></script>"
+                             : "");
   // Without a referrer, a browser would not say that signing out comes from this page.
   return {200,
           {{"Content-Type", HTML},
@@ -232,14 +236,19 @@ Response Sessions::Shell(std::size_t iInstance) const {
           std::make_shared<const std::string>(sShell)};
 }
 
-Response Sessions::StartPage() const {
+std::string Sessions::InstanceList(std::optional<std::size_t> iPresent) const {
   std::string sList = "<ul class=\"instances\">";
   for (std::size_t i = 0; i < m_oOptions.Instances.size(); ++i) {
-    sList += "<li><a href=\"/instance/" + std::to_string(i) + "\">" +
-             Text::EscapeHTML(Text::Clean(m_oOptions.Instances[i])) +
-             "</a> <span class=\"light\" role=\"status\">Reading…</span></li>";
+    const std::string sAddress = Text::EscapeHTML(Text::Clean(m_oOptions.Instances[i]));
+    sList += "<li><a href=\"/instance/" + std::to_string(i) + "\"" + (i == iPresent ? " aria-current=\"page\"" : "") +
+             "><span class=\"light\"></span><span class=\"name\">" + sAddress + "</span><span class=\"address\"><bdi>" +
+             sAddress + "</bdi></span><span class=\"finding\">Reading…</span></a></li>";
   }
-  return Page(200, "Instances", sList + "</ul>", "<script src=\"/start.js\" defer></script>");
+  return sList + "</ul>";
+}
+
+Response Sessions::StartPage() const {
+  return Page(200, "Instances", InstanceList(std::nullopt) + "<script src=\"/instances.js\"></script>");
 }
 
 std::optional<Response> Sessions::Refusal(const Request& o) {

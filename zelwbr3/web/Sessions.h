@@ -30,7 +30,7 @@ class ZELWBR3_EXPORT Sessions : public Site {
     /// Runs on the thread of a new session; see Session::Program.
     std::function<void(WebPlatform&, std::size_t iInstance)> Program;
     /// Answers the requests for /metrics and /health, and for /lights (JSON) of the
-    /// start page.
+    /// list of instances.
     std::function<Response(const std::string& sPath)> Figures;
     /// Says of which time zone the times are; may be empty.
     std::function<std::string()> Zone;
@@ -69,6 +69,8 @@ class ZELWBR3_EXPORT Sessions : public Site {
   Response Shell(std::size_t iInstance) const;
   Response Help(const std::string& sObject) const;
   Response StartPage() const;
+  /// The instances as links, each with a light; iPresent is the one that the page shows.
+  std::string InstanceList(std::optional<std::size_t> iPresent) const;
 
   /// What a shell says first. Null if there is no session for it; the socket then
   /// knows why.

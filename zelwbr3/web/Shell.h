@@ -6,11 +6,11 @@ namespace ZELWbr3::Web {
 
 // The files of the shell, which are built into the library. In the page, @FIRST@
 // is the address of the first frame, @INSTANCE@ the instance's number, @NAME@ its
-// name, @START@ an attribute of the way back to the start page, and @ZONE@ says what
-// times are shown.
+// name, @INSTANCES@ the list of all if there are several, and @ZONE@ says what times
+// are shown.
 extern const std::string_view ShellPage;
 extern const std::string_view ShellScript;
 extern const std::string_view ShellStyle;
-extern const std::string_view StartScript;
+extern const std::string_view InstancesScript;
 
 }  // namespace ZELWbr3::Web

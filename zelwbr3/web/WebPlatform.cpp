@@ -98,12 +98,18 @@ void WebPlatform::ShowsPage(const std::string& sName, const std::string& sTitle,
   Send("page", m_sPage, m_sTitle, bTryAgain ? 1U : 0U);
 }
 
-void WebPlatform::ShowFailure(const std::string& sText) { Send("failure", Text::Clean(sText)); }
+void WebPlatform::ShowFailure(const std::string& sText, const std::string& sSince) {
+  m_oFailure = {Text::Clean(sText), Text::Clean(sSince)};
+  // The page that began to load with the shell has told nobody: the first one is another.
+  m_iLastNumber = std::max(m_iLastNumber, 1U);
+  Send("failure", m_oFailure.first, m_oFailure.second);
+}
 
 void WebPlatform::ShellBeginsAgain(const Greeting& oGreeting) {
   if (IsTheme(oGreeting.Theme)) m_sTheme = oGreeting.Theme;
   Pages(std::vector(m_pages));
   Send("page", m_sPage, m_sTitle, 0U);
+  if (!m_oFailure.first.empty()) Send("failure", m_oFailure.first, m_oFailure.second);
   if (m_oCommandlist != nullptr) m_oCommandlist->Send();
   for (const auto& [iFrame, oBrowser] : m_browsers) {
     if (iFrame != WebMessageWindow::Frame) oBrowser->ShowAgain();

@@ -17,6 +17,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ZELWbr3::Web {
@@ -86,8 +87,10 @@ class ZELWBR3_EXPORT WebPlatform : public Platform {
   /// What the shell says of the page shown, and in the window's title. bTryAgain: the
   /// page could not be read and is to be tried again by itself.
   void ShowsPage(const std::string& sName, const std::string& sTitle, bool bTryAgain = false);
-  /// Shows an error in place of the pages, for a session that cannot begin.
-  void ShowFailure(const std::string& sText);
+  /// Shows an error in place of the pages, and since when, while a session cannot
+  /// begin; an empty text ends that. The shell asks for another attempt by RefreshAsked,
+  /// again and again by itself.
+  void ShowFailure(const std::string& sText, const std::string& sSince = {});
 
   /// The user asks for a page by its name.
   Event<const std::string&> PageAsked;
@@ -101,6 +104,7 @@ class ZELWBR3_EXPORT WebPlatform : public Platform {
   const std::string& Theme() const { return m_sTheme; }
   /// The number of a load.
   std::uint32_t NewNumber() { return ++m_iLastNumber; }
+  std::uint32_t LastNumber() const { return m_iLastNumber; }
   /// The snapshot that a page has had in a theme; empty if it is not known.
   std::string& KnownSnapshot(const std::string& sURL, const std::string& sTheme) {
     return m_snapshots[sTheme + "\n" + sURL];
@@ -148,6 +152,7 @@ class ZELWBR3_EXPORT WebPlatform : public Platform {
   std::vector<OfferedPage> m_pages;
   std::string m_sPage;
   std::string m_sTitle;
+  std::pair<std::string, std::string> m_oFailure;
 };
 
 }  // namespace ZELWbr3::Web

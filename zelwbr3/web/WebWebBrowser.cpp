@@ -8,7 +8,7 @@
 namespace ZELWbr3::Web {
 
 WebWebBrowser::WebWebBrowser(WebPlatform& oPlatform, std::uint32_t iFrame, WebBrowserEvents& oEvents)
-    : m_oPlatform(oPlatform), m_iFrame(iFrame), m_oRemote(oEvents, *this) {
+    : m_oPlatform(oPlatform), m_iFrame(iFrame), m_iLoads(oPlatform.LastNumber()), m_oRemote(oEvents, *this) {
   m_oPlatform.m_browsers[m_iFrame] = this;
 }
 

@@ -67,7 +67,7 @@ class WebWebBrowser : public WebBrowser, private Remote::Channel {
   bool m_bVisible = false;
   Remote::PageOrigin m_oOrigin;
   std::string m_sLoadTheme;
-  std::uint32_t m_iLoads = 0;  ///< since the shell was loaded
+  std::uint32_t m_iLoads;  ///< since the shell was loaded
   bool m_bLoading = false;
   /// The shell has lost the page.
   bool m_bStale = false;

@@ -254,8 +254,11 @@
       bViewDue ||= Front() >= 0;
       GiveView();
       for (const o of document.querySelectorAll("#pages button")) {
-        if (o.dataset.name === sName) o.setAttribute("aria-current", "page");
-        else o.removeAttribute("aria-current");
+        if (o.dataset.name !== sName) o.removeAttribute("aria-current");
+        else {
+          o.setAttribute("aria-current", "page");
+          o.scrollIntoView({ block: "nearest", inline: "nearest" });
+        }
       }
     },
     pages: (...aItems) => {
@@ -295,7 +298,15 @@
       if (sFocus !== undefined) oBar.querySelector(`[data-key="${sFocus}"]`)?.focus();
     },
     live: (iFrame) => aStates[iFrame].bLoaded && SendText(`["live",${iFrame}]\n${aStates[iFrame].oAgent.Live()}`),
-    failure: (sText) => Over(sText),
+    failure: (sText, sSince) => {
+      const oFailure = document.getElementById("failure");
+      bFailure = sText !== "";
+      oFailure.hidden = !bFailure;
+      const oWhy = oFailure.querySelector(".why");
+      if (oWhy.textContent !== sText) oWhy.textContent = sText; // said once by a screen reader
+      oFailure.querySelector(".since").textContent = sSince;
+      Refreshed(bFailure);
+    },
     box: (...aItems) => ShowBox(...aItems.slice(0, -1)),
     close: (iBox) => {
       const oBox = document.getElementById(`box${iBox}`);
@@ -328,6 +339,7 @@
   let iEvery = 0;
   let iTick = 0;
   let bUnread = false;
+  let bFailure = false; // there is no instance yet, and no page
   let dBegun = 0;
   let dTook = 0;
 
@@ -355,7 +367,8 @@
     // One that the program had no time for is not waited for without end.
     const bReading = dBegun > 0 && performance.now() - dBegun < 30000;
     const bBusy = bReading || document.visibilityState !== "visible" || document.querySelector("dialog[open]") !== null;
-    if (bWelcome && !bBusy && oState?.bLoaded && oState.oAgent.InUse() !== "true") Refresh(false);
+    const bMay = bFailure || (oState?.bLoaded && oState.oAgent.InUse() !== "true");
+    if (bWelcome && !bBusy && bMay) Refresh(false);
     Schedule();
   };
 
@@ -526,6 +539,8 @@
     aFrames[iMessage] = oFrame;
     aStates[iMessage] = NewState();
     Watch(oFrame, iMessage);
+    // The keyboard waits here until there is a page that knows what Escape means.
+    oClose.autofocus = true;
     oWindow.showModal();
   };
 
@@ -543,6 +558,8 @@
       const oTopic = target.contentDocument;
       oTopic.documentElement.dataset.theme = Dark() ? "dark" : "light";
       oTopic.addEventListener("keydown", OnKey, true);
+      // While a topic makes way for another one, nobody in there takes a key.
+      oTopic.defaultView.addEventListener("pagehide", () => oPage.document.activeElement === target && oPage.focus());
       target.focus();
     }, true);
   };
@@ -617,8 +634,9 @@
     if (oEvent.ctrlKey || oEvent.metaKey || oEvent.shiftKey) return;
     if (oEvent.altKey) return void (PressMnemonic(oEvent.key) && oEvent.preventDefault());
     const iFrame = Front();
-    if (![27, 116].includes(oEvent.keyCode) || iFrame < 0) return;
+    if (![27, 116].includes(oEvent.keyCode) || (iFrame < 0 && !bFailure)) return;
     oEvent.preventDefault();
+    if (bFailure) return void (oEvent.key === "F5" && Refresh(true));
     SendText(`["agent",${iFrame}]\n["key",${aStates[iFrame].iSerial},${oEvent.keyCode}]`);
   });
 
@@ -648,6 +666,7 @@
       Refresh(true);
       aFrames[Front()]?.focus();
     };
+    document.querySelector("#failure button").onclick = () => Refresh(true);
     oTheme.value = Theme();
     oTheme.onchange = () => {
       localStorage.setItem("zelweb-theme", oTheme.value);
