@@ -193,6 +193,8 @@ TEST_F(SessionsTest, WhatALostSocketHadIsSentAgainAndNothingTwice) {
   oSecond->Connect(sCookie, oFirst->Session(), oFirst->Got, true);
   EXPECT_TRUE(oSecond->Await(R"(["welcome")").find(oFirst->Session()) != std::string::npos);
   EXPECT_EQ(oSecond->Await(Activity).substr(0, Activity.size()), Activity);
+  oSecond->Say(R"(["ping"])");
+  EXPECT_EQ(oSecond->Await(R"(["pong")"), R"(["pong"])");
   oSecond->Disconnect();
 
   // Another load of the shell: everything is drawn again.

@@ -92,6 +92,11 @@ class Sessions::Line : public SocketOwner {
       : m_oSessions(oSessions), m_sCookie(std::move(sCookie)), m_oSocket(std::move(oSocket)) {}
 
   bool Text(std::string sText) override {
+    // Not a visit: nobody need be there for it.
+    if (m_oSession != nullptr && sText == R"(["ping"])") {
+      SendControl(*m_oSocket, Control("pong"));
+      return true;
+    }
     if (m_oSession == nullptr) {
       try {
         m_oSession = m_oSessions.Greet(m_sCookie, sText, m_oSocket);
@@ -225,7 +230,7 @@ Response Sessions::Shell(std::size_t iInstance) const {
   const bool bSeveral = m_oOptions.Instances.size() > 1;
   sShell = Replaced(sShell, "@INSTANCES@",
                     bSeveral ? "<nav id=\"instances\" aria-label=\"Instances\"><h2><a href=\"/\">Instances</a></h2>" +
-                                   InstanceList(iInstance) + "</nav><script src=\"/instances.js\" defer></script>"
+                                   InstanceList(iInstance) + "</nav><script src=\"/instances.js\" async></script>"
                              : "");
   // Without a referrer, a browser would not say that signing out comes from this page.
   return {200,

@@ -46,12 +46,14 @@
   let iTimer = 0;
 
   const Portion = 32;
+  const Patience = 10000; // for a socket to open, in milliseconds
 
   const Send = (...aItems) => SendText(JSON.stringify(aItems));
   const SendText = (sText) => {
     if (bOver) return;
     aKept.push(sText);
     if (bWelcome) oSocket.send(sText);
+    else if (iAttempts > 0) Connect(); // whoever does something does not want to wait for the next attempt
   };
 
   /** Separators, groups and the order of a date, as the browser's user has them. */
@@ -85,31 +87,59 @@
       oNew.send(JSON.stringify(["hello", iInstance(), sessionStorage.getItem(sSession()) ?? "", sLoad, iGot, Number(bGreeted), Number(bLeft), Theme(), ...Locale()]));
     };
     oNew.onmessage = ({ data }) => oNew === oSocket && Receive(data);
-    oNew.onclose = () => {
-      if (oNew !== oSocket) return;
-      oSocket = null;
-      bWelcome = false;
-      if (bOver) return;
-      Say("The connection to the server is gone. Trying again…", true);
-      // A server that is there, but lets nobody in without the token, is not asked for ever.
-      if (iAttempts > 0) {
-        fetch("/lights", { cache: "no-store" }).then(
-          ({ status }) => status === 401 && Over("You are signed out. Open the address that zelweb printed when it started: it has the token."),
-          () => {});
-      }
-      const aPauses = [1000, 2000, 4000, 5000];
-      iTimer = setTimeout(Connect, aPauses[Math.min(iAttempts++, 3)] * (0.8 + 0.4 * Math.random()));
-    };
+    oNew.onclose = () => Lose(oNew);
+    iTimer = setTimeout(Lose, Patience, oNew);
   };
-  addEventListener("online", Connect);
+
+  const Lose = (oLost) => {
+    if (oLost !== oSocket) return;
+    clearTimeout(iTimer);
+    oLost.close();
+    oSocket = null;
+    bWelcome = false;
+    if (bOver) return;
+    Say("The connection to the server is gone. Trying again…", true);
+    // A server that is there, but lets nobody in without the token, is not asked for ever.
+    if (iAttempts > 0) {
+      fetch("/lights", { cache: "no-store" }).then(
+        ({ status }) => status === 401 && Over("You are signed out. Open the address that zelweb printed when it started: it has the token."),
+        () => {});
+    }
+    const aPauses = [1000, 2000, 4000, 5000];
+    iTimer = setTimeout(Connect, aPauses[Math.min(iAttempts++, 3)] * (0.8 + 0.4 * Math.random()));
+  };
+
+  /** Another socket at once, whatever became of the present one. */
+  const Renew = () => {
+    oSocket?.close();
+    oSocket = null;
+    bWelcome = false;
+    Connect();
+  };
+
+  /*
+   * A network that is gone without a word, as that of a computer that was asleep, does
+   * not end a socket for minutes. The server answers at once, also while a session is at work.
+   */
+  const Silence = 15000;
+  let bHeard = true;
+  setInterval(() => {
+    if (!bWelcome) return;
+    if (!bHeard) return Lose(oSocket);
+    bHeard = false;
+    oSocket.send('["ping"]');
+  }, Silence);
+
+  addEventListener("online", Renew);
   addEventListener("visibilitychange", () => document.visibilityState === "visible" && Connect());
 
   const Welcome = (sNumber, iArrived) => {
     sessionStorage.setItem(sSession(), sNumber);
+    clearTimeout(iTimer);
     bGreeted = true;
     iAttempts = 0;
     Confirmed(iArrived);
-    bWelcome = true;
+    bWelcome = bHeard = true;
     for (const sText of aKept) oSocket.send(sText);
     Say("");
   };
@@ -122,23 +152,32 @@
   const Over = (sText) => {
     bOver = true;
     sessionStorage.removeItem(sSession());
+    for (const oBox of document.querySelectorAll("dialog")) oBox.remove(); // nobody takes an answer any more
     Say(sText, true);
   };
+
+  /** The page that the session after this one is to show. */
+  const sNext = `zelweb-next-${iInstance()}`;
+  let sWanted = sessionStorage.getItem(sNext) ?? "";
+  sessionStorage.removeItem(sNext);
 
   // What is about the connection itself is not counted.
   const oControls = {
     welcome: Welcome,
     got: Confirmed,
+    pong: () => {},
     reload: () => {
       bOver = true;
       sessionStorage.removeItem(sSession());
+      sessionStorage.setItem(sNext, document.querySelector("#pages [aria-current]")?.dataset.name ?? "");
       location.reload();
     },
-    full: (iMost) => Over(`The server shows ${iMost} sessions already, and no more. Close another one and load this page again.`),
-    ended: (sReason) => Over(`This session has ended: ${sReason}. Load the page again for a new one.`),
+    full: (iMost) => Over(`The server shows ${iMost} sessions already, and no more. Close another one first.`),
+    ended: (sReason) => Over(`This session has ended: ${sReason}.`),
   };
 
   const Receive = (sText) => {
+    bHeard = true;
     const iBody = sText.indexOf("\n");
     const [sKind, ...aItems] = JSON.parse(iBody < 0 ? sText : sText.slice(0, iBody));
     if (sKind in oControls) return oControls[sKind](...aItems);
@@ -162,6 +201,7 @@
     oState.oAgent = null;
     oState.bLoaded = false;
     if (iFrame === iMessage) TendMessage(oWindow);
+    if (aBusy.length > 0) ShowWait(oWindow);
     return {
       Theme: Theme(),
       IsFrame: false,
@@ -171,6 +211,7 @@
       Attach: (oAgent) => (oState.oAgent = oAgent),
       Post: (sMessage) => {
         if (oState.oWindow !== oWindow) return; // of a document that is gone
+        if (bOver && /^\["key",\d+,116\]/.test(sMessage)) location.reload();
         SendText(`["agent",${iFrame}]\n${sMessage}`);
         if (sMessage.startsWith('["load"')) {
           oState.bLoaded = true;
@@ -211,6 +252,14 @@
   const aBusy = [];
   let iPointer = 0;
 
+  /** The wait cursor without an attribute: the document stays as the program knows it. */
+  const ShowWait = (oWindow) => {
+    const oSheet = new oWindow.CSSStyleSheet();
+    oSheet.replaceSync("*{cursor:wait!important}");
+    oWindow.document.adoptedStyleSheets.push(oSheet);
+    aBusy.push([oWindow.document, oSheet]);
+  };
+
   const oMessages = {
     go: (iFrame, iNumber, sURL) => {
       const oState = aStates[iFrame];
@@ -232,23 +281,17 @@
     },
     pointer: (bBusy) => {
       clearTimeout(iPointer);
-      const Set = () => {
-        for (const oDocument of [document, ...aFrames.map((o) => o.contentDocument)]) {
-          if (oDocument === null) continue;
-          // No attribute: the document stays as the program knows it.
-          const oSheet = new oDocument.defaultView.CSSStyleSheet();
-          oSheet.replaceSync("*{cursor:wait!important}");
-          oDocument.adoptedStyleSheets.push(oSheet);
-          aBusy.push([oDocument, oSheet]);
-        }
-      };
-      if (bBusy) iPointer = setTimeout(Set, 150);
+      const ShowWaits = () => [window, ...aFrames.filter((o) => o.contentDocument !== null).map((o) => o.contentWindow)].forEach(ShowWait);
+      if (bBusy) iPointer = setTimeout(ShowWaits, 150);
       else for (const [oDocument, oSheet] of aBusy.splice(0)) {
         oDocument.adoptedStyleSheets = oDocument.adoptedStyleSheets.filter((o) => o !== oSheet);
       }
     },
     page: (sName, sTitle, bTryAgain) => {
       if (sTitle !== "") document.title = sTitle;
+      const sNow = sWanted;
+      sWanted = "";
+      if (sNow !== "" && sNow !== sName) return void Send("show", sNow);
       Refreshed(bTryAgain === 1);
       // At the beginning of a session that goes on, there is none yet.
       bViewDue ||= Front() >= 0;
@@ -410,7 +453,9 @@
   const Say = (sText, bGone = false) => {
     const oLine = document.getElementById("line");
     if (oLine === null) return;
-    oLine.textContent = sText;
+    oLine.children[0].textContent = sText;
+    oLine.children[1].textContent = bOver ? "Load again" : "Try now";
+    oLine.children[1].onclick = () => (bOver ? location.reload() : Renew());
     oLine.hidden = sText === "";
     document.body.classList.toggle("gone", bGone);
   };
@@ -551,13 +596,17 @@
       oEvent.stopImmediatePropagation();
       document.getElementById("message")?.close();
     };
+    const OnTopicKey = (oEvent) => {
+      if (oEvent.altKey && !oEvent.ctrlKey && PressMnemonic(oEvent.key)) oEvent.preventDefault();
+      OnKey(oEvent);
+    };
     const Dark = () => (Theme() === "" ? matchMedia("(prefers-color-scheme: dark)").matches : Theme() === "dark");
     oPage.addEventListener("keydown", OnKey, true);
     oPage.document.addEventListener("load", ({ target }) => {
       if (target.localName !== "iframe") return;
       const oTopic = target.contentDocument;
       oTopic.documentElement.dataset.theme = Dark() ? "dark" : "light";
-      oTopic.addEventListener("keydown", OnKey, true);
+      oTopic.addEventListener("keydown", OnTopicKey, true);
       // While a topic makes way for another one, nobody in there takes a key.
       oTopic.defaultView.addEventListener("pagehide", () => oPage.document.activeElement === target && oPage.focus());
       target.focus();
@@ -627,15 +676,22 @@
   };
 
   addEventListener("keydown", (oEvent) => {
-    if (document.querySelector("dialog[open]") !== null) {
-      if (oEvent.altKey && PressMnemonic(oEvent.key)) oEvent.preventDefault();
+    const oBox = [...document.querySelectorAll("dialog[open]")].at(-1);
+    if (oBox !== undefined) {
+      // A browser would close all of those together that were opened without a click.
+      if (oEvent.key === "Escape" && !oEvent.isComposing) {
+        oEvent.preventDefault();
+        oBox.close();
+      }
+      if (oEvent.altKey && !oEvent.ctrlKey && PressMnemonic(oEvent.key)) oEvent.preventDefault();
       return;
     }
     if (oEvent.ctrlKey || oEvent.metaKey || oEvent.shiftKey) return;
     if (oEvent.altKey) return void (PressMnemonic(oEvent.key) && oEvent.preventDefault());
     const iFrame = Front();
-    if (![27, 116].includes(oEvent.keyCode) || (iFrame < 0 && !bFailure)) return;
+    if (![27, 116].includes(oEvent.keyCode) || (iFrame < 0 && !bFailure && !bOver)) return;
     oEvent.preventDefault();
+    if (bOver) return void (oEvent.key === "F5" && location.reload());
     if (bFailure) return void (oEvent.key === "F5" && Refresh(true));
     SendText(`["agent",${iFrame}]\n["key",${aStates[iFrame].iSerial},${oEvent.keyCode}]`);
   });

@@ -79,8 +79,19 @@ class Case(unittest.TestCase):
             "return document.querySelector('#frames iframe.front')?.contentDocument?.querySelector(arguments[0])"
             "?.textContent", selector)
 
+    def theme(self, name):
+        Select(self.browser.find_element(By.ID, "theme")).select_by_value(name)
+
     def title(self):
         return self.text("#txtFormTitle")
+
+    def reach_sockets(self):
+        """Loads the shell again, with its present socket as the variable `last`."""
+        source = "globalThis.WebSocket = new Proxy(WebSocket, {construct: (o, a) => (globalThis.last = new o(...a))})"
+        script = self.browser.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": source})
+        self.addCleanup(self.browser.execute_cdp_cmd, "Page.removeScriptToEvaluateOnNewDocument", script)
+        self.browser.refresh()
+        self.await_shown("Instance Overview")
 
     def show(self, name, title):
         self.press_button(f"#pages [data-name={name}]")
@@ -141,6 +152,7 @@ class PagesTest(Case):
                  "InfoActivity": "Activity", "Sessions": "Sessions", "SysInfos": "System Information",
                  "SysDD": "System Tables", "DBAnalyzer": "Database Analyzer", "History": "Backup History",
                  "Main": "Instance Overview"}
+        before = self.script("return history.length")
         for again in range(2):  # the second time the document is known beforehand
             for name, title in pages.items():
                 with self.subTest(page=name, again=again):
@@ -149,6 +161,12 @@ class PagesTest(Case):
                     # Only a list's columns may need more than the window.
                     self.assertTrue(self.script("const o = document.querySelector('#frames iframe.front').contentWindow;"
                                                 "return o.document.documentElement.scrollWidth <= o.innerWidth"))
+                    if again:
+                        self.script("dispatchEvent(new Event('online'))")  # another socket
+                        self.theme("dark" if self.script("return document.getElementById('theme').value") != "dark" else "")
+                        self.browser.find_element(By.ID, "refresh").click()
+                        self.expect_live_equals_replica()
+        self.assertEqual(self.script("return history.length"), before)  # Back leaves the program
         self.expect_no_errors()
 
     def test_clicks_keys_theme_and_a_reload(self):
@@ -158,7 +176,7 @@ class PagesTest(Case):
         self.press(Keys.ESCAPE)
         self.await_shown("Instance Overview")
         self.show("InfoCaches", "Caches")
-        Select(self.browser.find_element(By.ID, "theme")).select_by_value("dark")
+        self.theme("dark")
         dark = "return document.querySelector('#frames iframe.front').contentDocument.documentElement.dataset.theme"
         self.await_value("the dark theme", lambda: self.script(dark) == "dark")
         self.press(Keys.F5)
@@ -168,20 +186,32 @@ class PagesTest(Case):
         self.await_value("the title", lambda: self.browser.title == "DEMO - Caches")
         self.assertEqual(self.script(dark), "dark")
         self.expect_live_equals_replica()
-        Select(self.browser.find_element(By.ID, "theme")).select_by_value("")
+        self.theme("")
         self.expect_no_errors()
 
     def test_a_lost_socket_loses_nothing(self):
-        # A shell whose socket can be reached.
-        self.browser.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {
-            "source": "globalThis.WebSocket = new Proxy(WebSocket, {construct: (o, a) => (globalThis.last = new o(...a))})"})
-        self.browser.refresh()
-        self.await_shown("Instance Overview")
+        self.reach_sockets()
         self.script("last.close()")
         self.press_button("#pages [data-name=Sessions]")
         self.await_shown("Sessions")
         self.await_value("no line", lambda: self.script("return document.getElementById('line').hidden"))
         self.expect_live_equals_replica()
+        self.show("SysDD", "System Tables")
+        self.script("globalThis.before = last; dispatchEvent(new Event('online'))")
+        self.press(Keys.F5)
+        self.await_value("another socket", lambda: self.script("return last !== before && last.readyState === 1"))
+        self.expect_live_equals_replica()
+
+    def test_a_tab_that_was_copied_has_its_own_session(self):
+        self.show("Sessions", "Sessions")
+        first = self.browser.current_window_handle
+        self.script("open(location.href)")
+        self.browser.switch_to.window([o for o in self.browser.window_handles if o != first][0])
+        self.await_shown("Instance Overview")
+        self.browser.close()
+        self.browser.switch_to.window(first)
+        self.assertEqual(self.title(), "Sessions")
+        self.show("InfoCaches", "Caches")
 
     def test_a_reload_finds_filter_order_and_place(self):
         self.show("SysDD", "System Tables")
@@ -248,12 +278,13 @@ class PagesTest(Case):
         self.assertEqual(self.values(), expected)
         self.press(Keys.ENTER)
         self.await_box("too large")
+        self.browser.refresh()  # boxes are open questions: they come back
+        self.await_box("too large")
+        box = self.browser.find_element(By.CSS_SELECTOR, "dialog[open]")
         self.press(Keys.ESCAPE)  # the complaint, not the dialog
         self.await_box("Start Options")
         self.assertEqual(box.get_attribute("open"), "true")
         self.assertEqual(self.values(), expected)
-        self.browser.refresh()  # a box is an open question: it comes back
-        self.await_box("Start Options")
         self.press(Keys.ESCAPE)
         self.no_box()
         self.expect_live_equals_replica()
@@ -273,6 +304,40 @@ class PagesTest(Case):
         self.press(Keys.ESCAPE)
         self.no_box()
         self.assertEqual(self.text("#txtState"), "Admin")
+
+
+class LongListTest(Case):
+    def test_all_rows_are_what_the_program_made(self):
+        folder = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, folder)
+        with contextlib.closing(sqlite3.connect(f"{folder}/many.db")) as database:
+            database.executescript("BEGIN;" + "".join(f"CREATE TABLE T{i} (A);" for i in range(1500)) + "COMMIT")
+        self.serve(SERVER, f"sqlite:{folder}/many.db", name="many.db")
+        self.reach_sockets()
+        self.show("SysInfos", "System Information")
+        self.click("ITEM4")
+        self.await_shown("System Information - TABLES")
+        self.click("btnReadAll")
+        self.script("last.close()")
+        self.await_value("all rows", lambda: self.text(".zelFormFooter").startswith("Rows: 150"))
+        self.expect_live_equals_replica()
+        self.theme("dark")
+        self.browser.refresh()
+        self.await_shown("System Information - TABLES")
+        self.expect_live_equals_replica()
+        self.theme("")
+        self.expect_no_errors()
+
+
+class AbsenceTest(Case):
+    def test_the_session_after_one_that_ended_shows_the_same_page(self):
+        self.serve(SERVER, f"recorded:{RECORDINGS}/demo.json", "1")
+        self.reach_sockets()
+        self.show("Parameters", "Parameters")
+        self.script("globalThis.old = true; last.close()")
+        self.await_value("another load", lambda: not self.script("return globalThis.old"))
+        self.await_shown("Parameters")
+        self.expect_live_equals_replica()
 
 
 class HelpTest(Case):
@@ -332,7 +397,15 @@ class ZelwebTest(Case):
         self.expect_no_errors()
 
     def test_signing_out_ends_everything(self):
-        self.serve(ZELWEB, f"recorded:{RECORDINGS}/demo.json")
+        _, address = self.serve(ZELWEB, f"recorded:{RECORDINGS}/demo.json")
+        self.press_button("#commands button:nth-of-type(2)")
+        self.await_box("--allow-commands")
+        self.script("fetch('/logout', {method: 'POST'})")  # as another tab would
+        self.await_value("the reason", lambda: "Signed out" in self.browser.find_element(By.ID, "line").text)
+        self.no_box()
+        self.press(Keys.F5)
+        self.await_value("the door", lambda: self.browser.title == "Please sign in")
+        self.open(address)
         self.press_button(".options form button")
         self.await_value("the end", lambda: self.browser.title == "Signed out")
         self.browser.get(self.browser.current_url.replace("logout", ""))
@@ -355,8 +428,8 @@ class ZelwebTest(Case):
         self.show("Main", "Instance Overview")
         self.press_button("#commands button:nth-of-type(2)")
         self.await_box("DEMO")
-        process.terminate()
-        self.assertEqual(process.wait(30), 0)
+        process.kill()
+        process.wait(30)
         self.await_value("the line", lambda: not self.script("return document.getElementById('line').hidden"))
         again = [ZELWEB, f"recorded:{RECORDINGS}/demo.json", "--listen", "127.0.0.1:" + address.split(":")[2].split("/")[0]]
         process, same = self.start(*again, *files)
