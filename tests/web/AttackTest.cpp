@@ -58,7 +58,7 @@ class AttackTest : public testing::Test {
 
 TEST_F(AttackTest, NothingIsAnsweredToStrangers) {
   for (const char* sTarget :
-       {"/", "/p/x/Main.htm", "/shell.js", "/lights", "/instance/0", "/../../etc/passwd", "/logout"}) {
+       {"/", "/p/x/Main.htm", "/shell/x/shell.js", "/lights", "/instance/0", "/../../etc/passwd", "/logout"}) {
     EXPECT_EQ(Status(Ask(sTarget)), "401") << sTarget;
     EXPECT_EQ(Status(Ask(sTarget, Cookie(), "evil.example")), "421") << sTarget;
     EXPECT_EQ(Status(Ask(sTarget, Cookie() + "Origin: http://evil.example\r\n")), "403") << sTarget;

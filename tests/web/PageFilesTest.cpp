@@ -27,7 +27,8 @@ TEST(PageFilesTest, FoldersStandSideBySideAndTheFirstOneWins) {
   const PageFiles oFiles({oOwn.Path(), oInstalled.Path()});
   EXPECT_NE(TextOf(oFiles, oFiles.URL(sOwn, 1, 1)).find("an own page"), std::string::npos);
   EXPECT_NE(TextOf(oFiles, oFiles.URL(sMain, 2, 2)).find("our overview"), std::string::npos);
-  EXPECT_EQ(TextOf(oFiles, "/p/" + oFiles.Hash() + "/style.css"), "their style");
+  EXPECT_EQ(TextOf(oFiles, oFiles.URL(sMain, 3, 3).substr(0, oFiles.URL(sMain, 3, 3).rfind('/')) + "/style.css"),
+            "their style");
   EXPECT_FALSE(oFiles.Has("/etc/Main.htm"));
   EXPECT_THROW(PageFiles({oOwn.Path(), oInstalled.Path("missing")}), std::runtime_error);
 }

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "zelwbr3/base/Export.h"
+#include "zelwbr3/web/CachedFiles.h"
 #include "zelwbr3/web/HTTP.h"
 
 #include <cstdint>
-#include <map>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,33 +28,19 @@ class ZELWBR3_EXPORT PageFiles {
   /// False if the URL is that of the error page.
   bool Has(const std::string& sPathOrURL) const;
   const std::vector<std::string>& Folders() const { return m_folders; }
-  /// Stands for all files: another content has another one.
-  const std::string& Hash() const { return m_sHash; }
 
   /// What a request for a path below /p/ is answered.
   Response Answer(const Request& oRequest) const;
 
  private:
-  struct File {
-    std::string Type;
-    std::shared_ptr<const std::string> Content;
-    std::shared_ptr<const std::string> Compressed;  ///< null where that is not worth it
-  };
-
-  void Add(const std::string& sName, std::string sContent);
   /// The name of a page file in these folders; empty for anything else.
   std::string NameOf(const std::string& sPathOrURL) const;
 
   std::vector<std::string> m_folders;
-  std::string m_sHash;
-  std::map<std::string, File, std::less<>> m_files;
+  CachedFiles m_oFiles;
 };
 
 /// The text of a path or query in which %XX stands for a byte.
 std::string Unescaped(std::string_view sText);
-/// The MIME type of a file by its name.
-std::string TypeOf(std::string_view sName);
-/// Compressed for "Content-Encoding: gzip".
-std::string Compressed(const std::string& sContent);
 
 }  // namespace ZELWbr3::Web

@@ -31,11 +31,24 @@ constexpr std::uint64_t Portion = 32;
 
 constexpr const char* HTML = "text/html; charset=utf-8";
 
+constexpr const char* ShellFolder = "/shell/";
+
+const CachedFiles& ShellFiles() {
+  static const CachedFiles oFiles(ShellFolder, {{"shell.js", std::string(ShellScript)},
+                                                {"shell.css", std::string(ShellStyle)},
+                                                {"instances.js", std::string(InstancesScript)}});
+  return oFiles;
+}
+
+std::string Script(const std::string& sName) {
+  return "<script src=\"" + ShellFiles().Folder() + sName + "\" async></script>";
+}
+
 Response Page(int iStatus, const std::string& sTitle, const std::string& sBody, const std::string& sHead = {}) {
   const std::string sPage =
       "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\"><meta name=\"viewport\" "
       "content=\"width=device-width\"><title>" +
-      sTitle + "</title><link rel=\"stylesheet\" href=\"/shell.css\">" + sHead +
+      sTitle + "</title><link rel=\"stylesheet\" href=\"" + ShellFiles().Folder() + "shell.css\">" + sHead +
       "</head><body class=\"notice\"><main><h1>" + sTitle + "</h1>" + sBody + "</main></body></html>";
   return {iStatus,
           {{"Content-Type", HTML}, {"Content-Security-Policy", ShellPolicy}, {"Cache-Control", "no-store"}},
@@ -172,11 +185,7 @@ Response Sessions::Answer(const Request& o) {
   }
   if (sPath == "/favicon.ico") return Guarded({204});
   // The style of what is shown to strangers.
-  if (sPath == "/shell.css") {
-    return Guarded({200,
-                    {{"Content-Type", TypeOf(sPath)}, {"Cache-Control", "no-cache"}},
-                    std::make_shared<const std::string>(ShellStyle)});
-  }
+  if (sPath == ShellFiles().Folder() + "shell.css") return Guarded(ShellFiles().Answer(o));
   if (m_oDoorkeeper.CookieOf(o).empty()) {
     return Guarded(Page(401, "Please sign in",
                         "<p>Open the address that <code>zelweb</code> printed when it started: it has the token.</p>"));
@@ -188,11 +197,7 @@ Response Sessions::AnswerVisitor(const Request& o) {
   const std::string sPath = o.Path();
   if (sPath.starts_with("/p/")) return m_oFiles.Answer(o);
   if (sPath == "/") return m_oOptions.Instances.size() == 1 ? Shell(0) : StartPage();
-  if (sPath == "/shell.js" || sPath == "/instances.js") {
-    return {200,
-            {{"Content-Type", TypeOf(sPath)}, {"Cache-Control", "no-cache"}},
-            std::make_shared<const std::string>(sPath == "/shell.js" ? ShellScript : InstancesScript)};
-  }
+  if (sPath.starts_with(ShellFolder)) return ShellFiles().Answer(o);
   if (sPath == "/lights") return m_oOptions.Figures(sPath);
   if (sPath.starts_with(HelpFolder)) return Help(Unescaped(sPath.substr(std::string_view(HelpFolder).size())));
   if (const auto i = NumberBehind(sPath, "/picture/"); i && m_oOptions.Picture) {
@@ -224,13 +229,14 @@ Response Sessions::Shell(std::size_t iInstance) const {
   // of the overview, under the number 1.
   std::string sShell =
       Replaced(std::string(ShellPage), "@FIRST@", m_oFiles.URL(m_oFiles.Folders().front() + "/Main.htm", 1, 1));
+  sShell = Replaced(sShell, "@FILES@", ShellFiles().Folder());
   sShell = Replaced(sShell, "@INSTANCE@", std::to_string(iInstance));
   sShell = Replaced(sShell, "@ZONE@", m_oOptions.Zone ? Text::EscapeHTML(m_oOptions.Zone()) : "");
   sShell = Replaced(sShell, "@NAME@", Text::EscapeHTML(Text::Clean(m_oOptions.Instances[iInstance])));
   const bool bSeveral = m_oOptions.Instances.size() > 1;
   sShell = Replaced(sShell, "@INSTANCES@",
                     bSeveral ? "<nav id=\"instances\" aria-label=\"Instances\"><h2><a href=\"/\">Instances</a></h2>" +
-                                   InstanceList(iInstance) + "</nav><script src=\"/instances.js\" async></script>"
+                                   InstanceList(iInstance) + "</nav>" + Script("instances.js")
                              : "");
   // Without a referrer, a browser would not say that signing out comes from this page.
   return {200,
@@ -253,7 +259,7 @@ std::string Sessions::InstanceList(std::optional<std::size_t> iPresent) const {
 }
 
 Response Sessions::StartPage() const {
-  return Page(200, "Instances", InstanceList(std::nullopt) + "<script src=\"/instances.js\"></script>");
+  return Page(200, "Instances", InstanceList(std::nullopt) + Script("instances.js"));
 }
 
 std::optional<Response> Sessions::Refusal(const Request& o) {

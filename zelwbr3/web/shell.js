@@ -35,8 +35,10 @@
     if (oFrame !== undefined) sessionStorage.setItem(sView, JSON.stringify(TakeView(oFrame.contentWindow)));
   });
 
-  let oSocket = null;
-  let bWelcome = false;
+  let oSocket; // null when it is gone
+  let bOpen = false; // takes messages
+  let bReady = false; // the shell's page is there in full
+  const aEarly = [];
   let bGreeted = false; // some session knows this load
   let bOver = false;
   let iGot = 0; // messages that the server has sent
@@ -52,8 +54,13 @@
   const SendText = (sText) => {
     if (bOver) return;
     aKept.push(sText);
-    if (bWelcome) oSocket.send(sText);
+    if (bOpen) oSocket.send(sText);
     else if (iAttempts > 0) Connect(); // whoever does something does not want to wait for the next attempt
+  };
+
+  const SendKept = () => {
+    bOpen = true;
+    for (const sText of aKept) oSocket.send(sText);
   };
 
   /** Separators, groups and the order of a date, as the browser's user has them. */
@@ -80,13 +87,16 @@
 
   const Connect = () => {
     clearTimeout(iTimer);
-    if (bOver || oSocket !== null) return;
+    if (bOver || oSocket) return;
+    const bFirst = oSocket === undefined;
     const oNew = new WebSocket(`${location.protocol === "https:" ? "wss" : "ws"}://${location.host}/socket`);
     oSocket = oNew;
     oNew.onopen = () => {
       oNew.send(JSON.stringify(["hello", iInstance(), sessionStorage.getItem(sSession()) ?? "", sLoad, iGot, Number(bGreeted), Number(bLeft), Theme(), ...Locale()]));
+      // No session has had anything of this load: nothing has to be asked first.
+      if (bFirst) SendKept();
     };
-    oNew.onmessage = ({ data }) => oNew === oSocket && Receive(data);
+    oNew.onmessage = ({ data }) => oNew === oSocket && (bReady ? Receive(data) : aEarly.push(data));
     oNew.onclose = () => Lose(oNew);
     iTimer = setTimeout(Lose, Patience, oNew);
   };
@@ -96,7 +106,8 @@
     clearTimeout(iTimer);
     oLost.close();
     oSocket = null;
-    bWelcome = false;
+    bOpen = false;
+    aEarly.length = 0;
     if (bOver) return;
     Say("The connection to the server is gone. Trying again…", true);
     // A server that is there, but lets nobody in without the token, is not asked for ever.
@@ -113,7 +124,8 @@
   const Renew = () => {
     oSocket?.close();
     oSocket = null;
-    bWelcome = false;
+    bOpen = false;
+    aEarly.length = 0;
     Connect();
   };
 
@@ -124,7 +136,7 @@
   const Silence = 15000;
   let bHeard = true;
   setInterval(() => {
-    if (!bWelcome) return;
+    if (!bOpen) return;
     if (!bHeard) return Lose(oSocket);
     bHeard = false;
     oSocket.send('["ping"]');
@@ -139,8 +151,8 @@
     bGreeted = true;
     iAttempts = 0;
     Confirmed(iArrived);
-    bWelcome = bHeard = true;
-    for (const sText of aKept) oSocket.send(sText);
+    bHeard = true;
+    if (!bOpen) SendKept();
     Say("");
   };
 
@@ -193,7 +205,7 @@
 
   /** What the agent of a page in one of the frames needs. */
   const Port = (oWindow) => {
-    const iFrame = [...document.querySelectorAll("iframe")].findIndex((o) => o.contentWindow === oWindow);
+    const iFrame = AllFrames().findIndex((o) => o.contentWindow === oWindow);
     const oState = aStates[iFrame];
     const iSerial = Number(/zelwbr3=(\d+)/.exec(oWindow.location.hash)?.[1] ?? 0);
     oState.iSerial = iSerial;
@@ -213,15 +225,26 @@
         if (oState.oWindow !== oWindow) return; // of a document that is gone
         if (bOver && /^\["key",\d+,116\]/.test(sMessage)) location.reload();
         SendText(`["agent",${iFrame}]\n${sMessage}`);
-        if (sMessage.startsWith('["load"')) {
-          oState.bLoaded = true;
-          for (const aBatch of oState.aWaiting.splice(0)) Apply(iFrame, ...aBatch);
-          setTimeout(GiveView); // behind what the page's own scripts do at the load
-        }
       },
     };
   };
   Object.defineProperty(globalThis, "zelwbr3Shell", { value: Object.freeze({ Port }) });
+
+  const AllFrames = () => [...document.querySelectorAll("iframe")];
+
+  /** A frame has loaded, and the page's own scripts have done what they do then: lists take rows as texts. */
+  document.addEventListener("load", ({ target }) => {
+    const iFrame = AllFrames().indexOf(target);
+    const oState = aStates[iFrame];
+    if (oState === undefined) return;
+    const sHash = target.contentDocument === null ? null : target.contentWindow.location.hash;
+    if (target.getAttribute("src") === null && sHash === "") return; // empty from the beginning
+    // One that failed in the network has no document of ours.
+    if (sHash === null || oState.oAgent === null) return Send("failed", iFrame, oState.iSerial);
+    oState.bLoaded = true;
+    for (const aBatch of oState.aWaiting.splice(0)) Apply(iFrame, ...aBatch);
+    GiveView();
+  }, true);
 
   const Apply = (iFrame, iSerial, iBatch, sList) => {
     const oState = aStates[iFrame];
@@ -268,7 +291,7 @@
       // The first page began to load with the shell itself.
       if (oFrame.src === new URL(sURL, location.href).href && oState.iSerial <= iNumber) return;
       oState.bLoaded = false;
-      oState.oWindow = null;
+      oState.oWindow = oState.oAgent = null;
       oFrame.contentWindow.location.replace(sURL);
     },
     reset: (...aItems) => Again("Reset", ...aItems),
@@ -411,7 +434,7 @@
     const bReading = dBegun > 0 && performance.now() - dBegun < 30000;
     const bBusy = bReading || document.visibilityState !== "visible" || document.querySelector("dialog[open]") !== null;
     const bMay = bFailure || (oState?.bLoaded && oState.oAgent.InUse() !== "true");
-    if (bWelcome && !bBusy && bMay) Refresh(false);
+    if (bOpen && !bBusy && bMay) Refresh(false);
     Schedule();
   };
 
@@ -583,7 +606,6 @@
     document.body.append(oWindow);
     aFrames[iMessage] = oFrame;
     aStates[iMessage] = NewState();
-    Watch(oFrame, iMessage);
     // The keyboard waits here until there is a page that knows what Escape means.
     oClose.autofocus = true;
     oWindow.showModal();
@@ -696,19 +718,9 @@
     SendText(`["agent",${iFrame}]\n["key",${aStates[iFrame].iSerial},${oEvent.keyCode}]`);
   });
 
-  /** Says when a load of a frame has failed in the network: it has no document of ours then. */
-  const Watch = (oFrame, i) =>
-    oFrame.addEventListener("load", () => {
-      const oState = aStates[i];
-      const sHash = oFrame.contentDocument === null ? null : oFrame.contentWindow.location.hash;
-      if (oFrame.getAttribute("src") === null && (sHash === null || sHash === "")) return;
-      if (sHash === null || oState.oAgent === null) Send("failed", i, oState.iSerial);
-    });
-
   DrawTheme();
   addEventListener("DOMContentLoaded", () => {
     aFrames.push(...document.querySelectorAll("#frames iframe"));
-    aFrames.forEach(Watch);
     const oTheme = document.getElementById("theme");
     const oEvery = document.getElementById("every");
     iEvery = Number(localStorage.getItem("zelweb-every") ?? 0);
@@ -729,6 +741,8 @@
       DrawTheme();
       Send("theme", oTheme.value);
     };
-    Connect();
+    bReady = true;
+    for (const sText of aEarly.splice(0)) Receive(sText);
   });
+  Connect();
 })();

@@ -179,8 +179,15 @@ class PagesTest(Case):
         self.theme("dark")
         dark = "return document.querySelector('#frames iframe.front').contentDocument.documentElement.dataset.theme"
         self.await_value("the dark theme", lambda: self.script(dark) == "dark")
+        # It is filled again in place, where the one before stays visible.
         self.press(Keys.F5)
         self.expect_live_equals_replica()
+        self.script("document.querySelector('#frames iframe.front').contentWindow.theSame = 1")
+        self.press(Keys.F5)
+        self.press_button("#pages [data-name=InfoCaches]")
+        self.await_shown("Caches")
+        self.expect_live_equals_replica()
+        self.assertEqual(self.script("return document.querySelector('#frames iframe.front').contentWindow.theSame"), 1)
         self.browser.refresh()
         self.await_shown("Caches")
         self.await_value("the title", lambda: self.browser.title == "DEMO - Caches")
