@@ -53,7 +53,8 @@ class AttackTest : public testing::Test {
   /// Nothing before it has done harm.
   void ExpectAlive() { EXPECT_EQ(Status(Ask("/?token=the-right-token")), "200"); }
 
-  Served Site{200ms, {.ConnectionsOfAddress = 300, .Message = 4096, .Head = 500ms, .Idle = 500ms, .Write = 500ms}};
+  Served Site{{.Absence = 200ms,
+               .Bounds = {.ConnectionsOfAddress = 300, .Message = 4096, .Head = 500ms, .Idle = 500ms, .Write = 500ms}}};
 };
 
 TEST_F(AttackTest, NothingIsAnsweredToStrangers) {

@@ -10,19 +10,33 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <functional>
+#include <future>
 #include <memory>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace ZELWbr3::Web {
 
-/// A site that shows the demo recording, served on a thread of its own.
+/// A site, by default with the demo recording, served on a thread of its own.
 class Served {
  public:
-  explicit Served(std::chrono::milliseconds oAbsence = std::chrono::seconds(60), Limits oLimits = {})
-      : m_oFiles({ZELWBR3_SOURCE_DIR "/html"}), m_oSessions(Options(oAbsence), Keeper, m_oFiles) {
-    m_oServer = std::make_unique<Server>(Server::Options{.Limits = oLimits}, m_oSessions);
+  struct What {
+    std::chrono::milliseconds Absence = std::chrono::seconds(60);
+    std::chrono::milliseconds Greeting = std::chrono::seconds(60);
+    Limits Bounds = {};
+    std::vector<std::string> Instances = {"recorded:" ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json"};
+    /// Instead of the pages of the instances.
+    std::function<void(WebPlatform&)> Program = {};
+  };
+
+  explicit Served(const What& oWhat)
+      : m_oFiles({ZELWBR3_SOURCE_DIR "/html"}), m_oSessions(Options(oWhat), Keeper, m_oFiles) {
+    m_oServer = std::make_unique<Server>(Server::Options{.Limits = oWhat.Bounds}, m_oSessions);
     m_oSessions.ServedBy(*m_oServer);
     Keeper.ServedAt({Origin()}, m_oServer->Port());
     m_oThread = std::thread([this] { m_oServer->Run([] {}); });
@@ -39,23 +53,64 @@ class Served {
   std::uint16_t Port() const { return m_oServer->Port(); }
   Server& TheServer() { return *m_oServer; }
   Sessions& TheSessions() { return m_oSessions; }
+  /// On the server's thread, and waits for it.
+  template <typename Task>
+  auto Do(const Task& oTask) {
+    const auto oDone = std::make_shared<std::packaged_task<decltype(oTask())()>>(oTask);
+    m_oServer->Post([oDone] { (*oDone)(); });
+    return oDone->get_future().get();
+  }
+  /// Waits until so many sessions are left.
+  void AwaitSessions(std::size_t iCount) {
+    const auto oUntil = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (Do([&] { return m_oSessions.Count(); }) != iCount) {
+      if (std::chrono::steady_clock::now() > oUntil) throw std::runtime_error("The sessions do not end");
+      const auto oLater = std::make_shared<std::promise<void>>();
+      m_oServer->After(std::chrono::milliseconds(5), [oLater] { oLater->set_value(); });
+      oLater->get_future().wait();
+    }
+  }
+  /// A request of a page of ours.
+  Response Ask(const std::string& sMethod, const std::string& sTarget, const std::string& sCookie) {
+    const std::string sName = "zelweb-" + std::to_string(Port());
+    return Do([&] {
+      return m_oSessions.Answer(
+          {.Method = sMethod, .Target = sTarget, .Host = Host(), .Origin = Origin(), .Cookie = sName + "=" + sCookie});
+    });
+  }
+  /// A cookie as a browser gets it.
+  std::string Cookie() {
+    const std::string sSet = Do([&] { return Keeper.Enter({.Target = "/?token=the-right-token"}).SetCookie; });
+    const auto iValue = sSet.find('=') + 1;
+    return sSet.substr(iValue, sSet.find(';') - iValue);
+  }
+  std::string Traced() {
+    const std::scoped_lock oLock(m_oMutex);
+    return m_sTraced;
+  }
 
   Doorkeeper Keeper{{.Token = "the-right-token", .MetricsToken = "the-metrics-token"}};
 
  private:
-  static Sessions::Options Options(std::chrono::milliseconds oAbsence) {
+  Sessions::Options Options(const What& oWhat) {
     Sessions::Options o;
-    o.Instances = {"Demo"};
-    o.Absence = oAbsence;
-    o.Program = [](WebPlatform& oPlatform, std::size_t) {
-      Host::WebPages(oPlatform, Host::OpenInstance("recorded:" ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json",
-                                                   Host::RefuseChanges))
-          .Run("Main");
+    o.Instances = oWhat.Instances;
+    o.Absence = oWhat.Absence;
+    o.Greeting = oWhat.Greeting;
+    o.Program = [oWhat](WebPlatform& oPlatform, std::size_t i) {
+      if (oWhat.Program) return oWhat.Program(oPlatform);
+      Host::WebPages(oPlatform, Host::OpenInstance(oWhat.Instances[i], Host::RefuseChanges)).Run("Main");
+    };
+    o.Trace = [this](const std::string& sText) {
+      const std::scoped_lock oLock(m_oMutex);
+      m_sTraced += sText + "\n";
     };
     o.Figures = [](const std::string&) { return Response{200}; };
     return o;
   }
 
+  std::mutex m_oMutex;
+  std::string m_sTraced;
   PageFiles m_oFiles;
   Sessions m_oSessions;
   std::unique_ptr<Server> m_oServer;

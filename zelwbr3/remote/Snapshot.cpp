@@ -11,11 +11,16 @@ void BuildDocument(FlatListReader& oList, Document& oDocument) {
   // The items of a snapshot, as agent.js writes them.
   enum Item : std::uint32_t { Begin = 1, Attribute = 2, Text = 3, End = 4 };
 
+  // Browsers give no document a deeper one.
+  constexpr int MostDepth = 512;
+
   DocumentBuilder oBuilder(oDocument);
   int iDepth = 0;
   while (!oList.AtEnd()) {
     const auto eItem = oList.Number();
-    if (eItem != Begin && iDepth == 0) throw std::invalid_argument("A snapshot's item stands outside of every element");
+    if (iDepth == 0 && (eItem != Begin || oDocument.documentElement() != nullptr)) {
+      throw std::invalid_argument("A snapshot's item stands outside of its root element");
+    }
     switch (eItem) {
       case Begin: {
         const std::string sTag = oList.Text();
@@ -23,7 +28,7 @@ void BuildDocument(FlatListReader& oList, Document& oDocument) {
         if (oBuilder.Begin(sTag).Number() != iNumber) {
           throw std::invalid_argument("A snapshot's element " + std::to_string(iNumber) + " is out of order");
         }
-        ++iDepth;
+        if (++iDepth > MostDepth) throw std::invalid_argument("A snapshot's elements are nested too deeply");
         break;
       }
       case Attribute: {

@@ -11,6 +11,7 @@
 #include <boost/beast/http.hpp>
 #include <boost/beast/websocket.hpp>
 
+#include <algorithm>
 #include <deque>
 #include <map>
 #include <set>
@@ -65,6 +66,8 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
   void Send(std::shared_ptr<const std::string> sText) override {
     OnThread([sText = std::move(sText)](StreamSocket& o) {
       if (o.m_bClosing) return;
+      o.m_iQueued += sText->size();
+      if (o.m_iQueued > o.m_oShared->oLimits.Queued) return o.Abort();
       o.m_oQueue.push_back(sText);
       if (o.m_oQueue.size() == 1) o.Write();
     });
@@ -101,7 +104,7 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
     m_oOwner = m_oShared->oSite.Opened(oRequest, this->shared_from_this());
     try {
       co_await Read();
-    } catch (const boost::system::system_error&) {
+    } catch (const std::exception&) {
       // However it ended, it is over.
     }
     m_bClosing = true;
@@ -114,6 +117,7 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
 
  private:
   using Clock = std::chrono::steady_clock;
+  static constexpr std::size_t MostOfPart = std::size_t{64} << 10;
 
   template <typename Task>
   void OnThread(Task oTask) {
@@ -134,8 +138,9 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
         oSecond = Clock::now();
         iInSecond = 0;
       }
-      if (++iInSecond > m_oShared->oLimits.MessagesPerSecond) {
-        m_oResumed.expires_at(oSecond + std::chrono::seconds(1));
+      const auto oNext = oSecond + std::chrono::seconds(1);
+      for (++iInSecond; iInSecond > m_oShared->oLimits.MessagesPerSecond && Clock::now() < oNext && !m_bClosing;) {
+        m_oResumed.expires_at(oNext);
         co_await Wait();
       }
       while (m_bPaused && !m_bClosing) {
@@ -150,6 +155,8 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
     co_await m_oResumed.async_wait(asio::redirect_error(asio::use_awaitable, oCancelled));
   }
 
+  /// In parts: who takes one in time is slow, but there, and what the connection itself
+  /// asks finds its way between them.
   void Write() {
     m_oWriteTimer.expires_after(m_oShared->oLimits.Write);
     m_oWriteTimer.async_wait([oWeak = this->weak_from_this()](const boost::system::error_code& oError) {
@@ -157,17 +164,23 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
       if (!oError && oThis != nullptr) oThis->Abort();
     });
     const auto sText = m_oQueue.front();
-    m_oSocket.async_write(asio::buffer(*sText), [oThis = this->shared_from_this(), sText](
-                                                    const boost::system::error_code& oError, std::size_t) {
-      oThis->m_oWriteTimer.cancel();
-      if (oError || oThis->m_oQueue.empty()) return;
-      oThis->m_oQueue.pop_front();
-      if (!oThis->m_oQueue.empty()) {
-        oThis->Write();
-      } else if (oThis->m_bClosing) {
-        oThis->SayGoodBye();
-      }
-    });
+    const std::size_t iPart = std::min(MostOfPart, sText->size() - m_iWritten);
+    const bool bLast = m_iWritten + iPart == sText->size();
+    const auto oPart = asio::buffer(sText->data() + m_iWritten, iPart);
+    m_oSocket.async_write_some(
+        bLast, oPart,
+        [oThis = this->shared_from_this(), sText, iPart, bLast](const boost::system::error_code& oError, std::size_t) {
+          oThis->m_oWriteTimer.cancel();
+          if (oError || oThis->m_oQueue.empty()) return;
+          oThis->m_iWritten = bLast ? 0 : oThis->m_iWritten + iPart;
+          oThis->m_iQueued -= iPart;
+          if (bLast) oThis->m_oQueue.pop_front();
+          if (!oThis->m_oQueue.empty()) {
+            oThis->Write();
+          } else if (oThis->m_bClosing) {
+            oThis->SayGoodBye();
+          }
+        });
   }
 
   void SayGoodBye() {
@@ -181,6 +194,8 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
   asio::steady_timer m_oWriteTimer;
   asio::steady_timer m_oResumed;
   std::deque<std::shared_ptr<const std::string>> m_oQueue;
+  std::size_t m_iQueued = 0;   ///< bytes in the queue that are not written
+  std::size_t m_iWritten = 0;  ///< of the first one
   bool m_bPaused = false;
   bool m_bClosing = false;
   int m_iCode = 1000;

@@ -94,18 +94,22 @@ std::string Doorkeeper::CookieOf(const Request& oRequest) {
     sPart.remove_prefix(std::min(sPart.find_first_not_of(' '), sPart.size()));
     if (!sPart.starts_with(sName)) continue;
     const std::string sValue(sPart.substr(sName.size()));
-    const auto it = m_visits.find(KeyOf(sValue));
-    if (it == m_visits.end()) continue;
-    const auto oNow = m_oNow();
-    if (oNow - it->second.Seen > IdleAtMost || oNow - it->second.Came > AtMost) {
-      m_visits.erase(it);
-      continue;
-    }
-    it->second.Seen = oNow;
-    if (oNow - m_oKept > KeptFor) KeepVisits();
-    return sValue;
+    if (IsGood(sValue)) return sValue;
   }
   return {};
+}
+
+bool Doorkeeper::IsGood(const std::string& sCookie) {
+  const auto it = m_visits.find(KeyOf(sCookie));
+  if (it == m_visits.end()) return false;
+  const auto oNow = m_oNow();
+  if (oNow - it->second.Seen > IdleAtMost || oNow - it->second.Came > AtMost) {
+    m_visits.erase(it);
+    return false;
+  }
+  it->second.Seen = oNow;
+  if (oNow - m_oKept > KeptFor) KeepVisits();
+  return true;
 }
 
 std::string Doorkeeper::SetCookie(const std::string& sValue, long lSeconds) const {

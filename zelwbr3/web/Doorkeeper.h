@@ -46,6 +46,8 @@ class ZELWBR3_EXPORT Doorkeeper {
   /// The cookie's value if it is one that was given out and is still good; empty
   /// otherwise.
   std::string CookieOf(const Request& oRequest);
+  /// A cookie is still good; it has been used now.
+  bool IsGood(const std::string& sCookie);
   /// Exchanges the token in a request's query for a cookie: answers the header's
   /// value. No value for a wrong token; 429 as the number of a refusal after too
   /// many of them.

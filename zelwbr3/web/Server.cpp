@@ -15,6 +15,9 @@ asio::awaitable<void> ServePlain(beast::tcp_stream oStream, std::string sAddress
 
 namespace {
 
+/// Bytes that the system may hold that it has not sent yet, of one connection.
+constexpr int NotSent = 128 << 10;
+
 /// Counts a connection as long as it lives.
 class Counted {
  public:
@@ -84,6 +87,8 @@ struct Server::State {
       const auto oPeer = oSocket.remote_endpoint(oError);
       if (oError) continue;
       oSocket.set_option(tcp::no_delay(true), oError);
+      // What waits for a slow peer waits here, where it is bounded.
+      setsockopt(oSocket.native_handle(), IPPROTO_TCP, TCP_NOTSENT_LOWAT, &NotSent, sizeof NotSent);
       asio::co_spawn(oLoop, Serve(std::move(oSocket), oPeer.address().to_string()), asio::detached);
     }
   }
@@ -106,11 +111,19 @@ struct Server::State {
     oSignals.cancel(oError);
     for (OpenSocket* oSocket : oShared->oSockets) oSocket->Close(1001);
     // Whoever does not answer the good-bye is not waited for.
-    oEnd.expires_after(std::chrono::milliseconds(500));
-    oEnd.async_wait([this](const boost::system::error_code&) {
+    AwaitNoSockets(50, [this] {
       for (OpenSocket* oSocket : oShared->oSockets) oSocket->Abort();
-      oEnd.expires_after(std::chrono::milliseconds(100));
-      oEnd.async_wait([this](const boost::system::error_code&) { oLoop.stop(); });
+      AwaitNoSockets(10, [this] { oLoop.stop(); });
+    });
+  }
+
+  /// Calls oThen when there is no WebSocket any more, after so many hundredths of a
+  /// second at most.
+  void AwaitNoSockets(int iTurns, std::function<void()> oThen) {
+    if (iTurns == 0 || oShared->oSockets.empty()) return oThen();
+    oEnd.expires_after(std::chrono::milliseconds(10));
+    oEnd.async_wait([this, iTurns, oThen = std::move(oThen)](const boost::system::error_code&) {
+      AwaitNoSockets(iTurns - 1, oThen);
     });
   }
 

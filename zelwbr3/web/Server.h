@@ -16,10 +16,11 @@ struct Limits {
   std::size_t Connections = 512;
   std::size_t ConnectionsOfAddress = 64;
   std::size_t Message = std::size_t{1} << 20;  ///< bytes of a WebSocket message
+  std::size_t Queued = std::size_t{32} << 20;  ///< bytes that wait for a WebSocket's peer to take them
   int MessagesPerSecond = 200;                 ///< of a socket; further ones wait
   std::chrono::milliseconds Head{10000};       ///< for a request to arrive
   std::chrono::milliseconds Idle{60000};       ///< between two requests
-  std::chrono::milliseconds Write{30000};      ///< for the peer to take something
+  std::chrono::milliseconds Write{30000};      ///< for the peer to take something, or to say that it is there
 };
 
 /// A server for HTTP/1.1 and WebSockets, with TLS or without. One thread, the one

@@ -24,8 +24,9 @@ void Session::Begin(const PageFiles& oFiles, const Greeting& oGreeting, const We
           WebPlatform oPlatform(m_oPump, m_oWire, oFiles, oGreeting, oTrace);
           m_oPlatform = &oPlatform;
           oProgram(oPlatform);
-        } catch (const ClosingError&) {
-          // Whoever ended it knows.
+        } catch (const ClosingError& o) {
+          // Otherwise, whoever ended it knows.
+          if (oTrace && m_oPump.EndedByFault()) oTrace(std::string("A session has ended: ") + o.what());
         } catch (const std::exception& o) {
           if (oTrace) oTrace(std::string("A session has ended: ") + o.what());
         }

@@ -105,20 +105,32 @@ class Sessions::Line : public SocketOwner {
       : m_oSessions(oSessions), m_sCookie(std::move(sCookie)), m_oSocket(std::move(oSocket)) {}
 
   bool Text(std::string sText) override {
+    if (m_bOver) return false;
     // Not a visit: nobody need be there for it.
     if (m_oSession != nullptr && sText == R"(["ping"])") {
       SendControl(*m_oSocket, Control("pong"));
       return true;
     }
+    // The cookie is asked for each time: its browser may have signed out meanwhile.
+    if (!m_oSessions.m_oDoorkeeper.IsGood(m_sCookie)) {
+      if (m_oSession != nullptr) m_oSessions.EndSession(m_oSession, "Signed out");
+      return Refuse();
+    }
     if (m_oSession == nullptr) {
       try {
         m_oSession = m_oSessions.Greet(m_sCookie, sText, m_oSocket);
-      } catch (const std::exception&) {
+      } catch (const std::invalid_argument&) {
         // Whoever says something else has no business here.
+      } catch (const std::exception& o) {
+        if (m_oSessions.m_oOptions.Trace) {
+          m_oSessions.m_oOptions.Trace(std::string("A session cannot begin: ") + o.what());
+        }
       }
-      if (m_oSession == nullptr) m_oSocket->Close(1008);
-      return m_oSession != nullptr;
+      return m_oSession != nullptr || Refuse();
     }
+    // The shell has come back over another socket: what this one still brings is sent
+    // again over that one, or is of a shell that is gone.
+    if (!m_oSession->Wire().IsAttached(m_oSocket.get())) return Refuse();
     constexpr std::string_view Got = "[\"got\",";
     if (sText.starts_with(Got)) {
       std::uint64_t iGot = 0;
@@ -134,15 +146,27 @@ class Sessions::Line : public SocketOwner {
   }
 
   void Gone() override {
+    m_bOver = true;
     if (m_oSession != nullptr) m_oSessions.Left(std::exchange(m_oSession, nullptr), m_oSocket.get());
     m_oSocket.reset();
   }
+  /// It has had time enough to say what it is for.
+  void TimeIsUp() {
+    if (m_oSession == nullptr && !m_bOver) Refuse();
+  }
 
  private:
+  bool Refuse() {
+    m_bOver = true;
+    m_oSocket->Close(1008);
+    return false;
+  }
+
   Sessions& m_oSessions;
   std::string m_sCookie;
   std::shared_ptr<Socket> m_oSocket;
   std::shared_ptr<Session> m_oSession;
+  bool m_bOver = false;
 };
 
 Sessions::Sessions(Options oOptions, Doorkeeper& oDoorkeeper, const PageFiles& oFiles)
@@ -272,7 +296,11 @@ std::optional<Response> Sessions::Refusal(const Request& o) {
 }
 
 std::shared_ptr<SocketOwner> Sessions::Opened(const Request& o, std::shared_ptr<Socket> oSocket) {
-  return std::make_shared<Line>(*this, m_oDoorkeeper.CookieOf(o), std::move(oSocket));
+  const auto oLine = std::make_shared<Line>(*this, m_oDoorkeeper.CookieOf(o), std::move(oSocket));
+  m_oServer->After(m_oOptions.Greeting, [oWeak = std::weak_ptr(oLine)] {
+    if (const auto oWaiting = oWeak.lock()) oWaiting->TimeIsUp();
+  });
+  return oLine;
 }
 
 // ---- sessions ---------------------------------------------------------------
@@ -314,7 +342,7 @@ std::shared_ptr<Session> Sessions::Greet(const std::string& sCookie, std::string
     oSession->Returned();
     return oSession;
   }
-  if (iInstance >= m_oOptions.Instances.size()) return nullptr;
+  if (iInstance >= m_oOptions.Instances.size() || m_bEnded) return nullptr;
   if (m_sessions.size() >= m_oOptions.Most) {
     SendControl(*oSocket, Control("full", static_cast<std::uint32_t>(m_oOptions.Most)));
     return nullptr;
@@ -323,26 +351,30 @@ std::shared_ptr<Session> Sessions::Greet(const std::string& sCookie, std::string
   oNew->Load(sLoad);
   SendControl(*oSocket, Control("welcome", oNew->Number(), 0U));
   oNew->Wire().Restart(oSocket);
-  m_sessions[oNew->Number()] = oNew;
-  {
+  const auto Running = [this](int iMore) {
     const std::scoped_lock oLock(m_oMutex);
-    ++m_iRunning;
-  }
-  oNew->Begin(
-      m_oFiles, oGreeting, m_oOptions.Trace,
-      [this, iInstance](WebPlatform& oPlatform) { m_oOptions.Program(oPlatform, iInstance); },
-      [this, sNew = oNew->Number()] {
-        m_oServer->Post([this, sNew] {
-          const auto it = m_sessions.find(sNew);
-          if (it == m_sessions.end()) return;
-          it->second->Wire().Close(1000);
-          m_sessions.erase(it);
+    m_iRunning += iMore;
+    m_oEnded.notify_all();
+  };
+  Running(1);
+  try {
+    oNew->Begin(
+        m_oFiles, oGreeting, m_oOptions.Trace,
+        [this, iInstance](WebPlatform& oPlatform) { m_oOptions.Program(oPlatform, iInstance); },
+        [this, Running, sNew = oNew->Number()] {
+          m_oServer->Post([this, sNew] {
+            const auto it = m_sessions.find(sNew);
+            if (it == m_sessions.end()) return;
+            it->second->Wire().Close(1000);
+            m_sessions.erase(it);
+          });
+          Running(-1);
         });
-        const std::scoped_lock oLock(m_oMutex);
-        --m_iRunning;
-        m_oEnded.notify_all();
-      });
-  return oNew;
+  } catch (const std::exception&) {
+    Running(-1);  // there is no thread for it
+    throw;
+  }
+  return m_sessions[oNew->Number()] = oNew;
 }
 
 void Sessions::Left(const std::shared_ptr<Session>& oSession, const Socket* oSocket) {
@@ -370,6 +402,7 @@ void Sessions::InterruptUntilEnded(const std::weak_ptr<Session>& oSession) {
 }
 
 void Sessions::End(const std::string& sReason) {
+  m_bEnded = true;
   for (const auto& [sNumber, oSession] : m_sessions) {
     if (oSession->IsEnding()) continue;
     oSession->End(sReason);

@@ -42,6 +42,8 @@ class ZELWBR3_EXPORT Sessions : public Site {
     std::size_t Most = 64;
     /// How long a session waits for a shell that is gone.
     std::chrono::milliseconds Absence{60000};
+    /// How long a socket may be open before it says what it is for.
+    std::chrono::milliseconds Greeting{10000};
   };
 
   Sessions(Options oOptions, Doorkeeper& oDoorkeeper, const PageFiles& oFiles);
@@ -87,9 +89,12 @@ class ZELWBR3_EXPORT Sessions : public Site {
   Server* m_oServer = nullptr;
   std::map<std::string, std::shared_ptr<Session>> m_sessions;  ///< by number
 
+  /// There are no further ones.
+  bool m_bEnded = false;
+
   std::mutex m_oMutex;
   std::condition_variable m_oEnded;
-  std::size_t m_iRunning = 0;
+  int m_iRunning = 0;
 };
 
 }  // namespace ZELWbr3::Web

@@ -14,6 +14,11 @@ namespace ZELWbr3::Web {
 
 namespace {
 
+/// Bytes of what a browser says about an error that are traced.
+constexpr std::size_t MostOfError = 500;
+
+std::string Shortened(const std::string& sError) { return Text::Clean(sError.substr(0, MostOfError)); }
+
 bool IsTheme(const std::string& sName) { return sName.empty() || sName == "light" || sName == "dark"; }
 
 Long Number(const std::string& sText) {
@@ -140,12 +145,17 @@ void WebPlatform::Handle(const std::string& sMessage, bool bDuringWork) {
   const auto iBody = std::min(sMessage.find('\n'), sMessage.size());
   const std::string_view sHead = std::string_view(sMessage).substr(0, iBody);
   const std::string_view sBody = std::string_view(sMessage).substr(std::min(iBody + 1, sMessage.size()));
-  FlatListReader oList(sHead);
-  const std::string sKind = oList.Text();
-  const bool bInput = sKind == "item" || sKind == "show" || sKind == "refresh" || sBody.starts_with("[\"click\"") ||
-                      sBody.starts_with("[\"key\"");
-  if (bDuringWork && bInput) return;
-  Dispatch(sKind, oList, sBody);
+  try {
+    FlatListReader oList(sHead);
+    const std::string sKind = oList.Text();
+    const bool bInput = sKind == "item" || sKind == "show" || sKind == "refresh" || sBody.starts_with("[\"click\"") ||
+                        sBody.starts_with("[\"key\"");
+    if (bDuringWork && bInput) return;
+    Dispatch(sKind, oList, sBody);
+  } catch (const std::invalid_argument& o) {
+    // Whoever waits for what it should have said would wait for ever.
+    m_oPump.End(std::string("Its shell has sent what is no message. ") + Shortened(o.what()), true);
+  }
 }
 
 void WebPlatform::Dispatch(const std::string& sKind, FlatListReader& oList, std::string_view sBody) {
@@ -181,7 +191,7 @@ void WebPlatform::Dispatch(const std::string& sKind, FlatListReader& oList, std:
       const std::uint32_t iSerial = oList.Number();
       const std::uint32_t iBatch = oList.Number();
       const std::string sError = oList.Text();
-      if (!sError.empty()) Trace("Some changes were not made: " + sError);
+      if (!sError.empty()) Trace("Some changes were not made: " + Shortened(sError));
       oBrowser->Remote().Acknowledge(iSerial, iBatch);
     } else if (sKind == "live") {
       oBrowser->LiveTold(std::string(sBody));

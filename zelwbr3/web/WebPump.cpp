@@ -1,5 +1,7 @@
 #include "zelwbr3/web/WebPump.h"
 
+#include "zelwbr3/base/Finally.h"
+
 #include <exception>
 #include <utility>
 
@@ -10,18 +12,29 @@ void WebPump::Check() const {
 }
 
 void WebPump::HandleFirst(std::unique_lock<std::mutex>& oLock) {
+  if (m_iNested == MostNested) {
+    EndLocked("Its shell asks for ever more while it is waited for", true);
+    Check();
+  }
   Message oMessage = std::move(m_messages.front());
   m_messages.pop_front();
   m_iBytes -= oMessage.Text.size();
-  const bool bRoom = m_bRefused && !IsFull() && !std::exchange(m_bRefused, false);
+  const bool bRoom = !IsFull() && std::exchange(m_bRefused, false);
+  ++m_iNested;
   oLock.unlock();
-  if (bRoom) m_oRoom();
-  if (oMessage.Task) {
-    oMessage.Task();
-  } else {
-    m_oHandle(std::move(oMessage.Text), oMessage.DuringWork);
-  }
-  oLock.lock();
+  Finally(
+      [&] {
+        if (bRoom) m_oRoom();
+        if (oMessage.Task) {
+          oMessage.Task();
+        } else {
+          m_oHandle(std::move(oMessage.Text), oMessage.DuringWork);
+        }
+      },
+      [&] {
+        oLock.lock();
+        --m_iNested;
+      });
 }
 
 void WebPump::Turn() {
@@ -76,14 +89,24 @@ bool WebPump::Arrive(std::string sMessage) {
   return !m_bRefused;
 }
 
-void WebPump::End(const std::string& sReason) {
+void WebPump::EndLocked(const std::string& sReason, bool bFault) {
+  if (std::exchange(m_bEnd, true)) return;
+  m_sEnd = sReason;
+  m_bFault = bFault;
+  m_oArrived.notify_one();
+}
+
+void WebPump::End(const std::string& sReason, bool bFault) {
   {
     const std::scoped_lock oLock(m_oMutex);
-    if (std::exchange(m_bEnd, true)) return;
-    m_sEnd = sReason;
-    m_oArrived.notify_one();
+    EndLocked(sReason, bFault);
   }
   Interrupt();
+}
+
+bool WebPump::EndedByFault() const {
+  const std::scoped_lock oLock(m_oMutex);
+  return m_bFault;
 }
 
 void WebPump::Interrupt() {

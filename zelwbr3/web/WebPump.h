@@ -17,6 +17,10 @@ class WebPump : public MessagePump {
   /// What waits at most before the sender has to wait, too.
   static constexpr std::size_t MostMessages = 256;
   static constexpr std::size_t MostBytes = std::size_t{2} << 20;
+  /// Messages that may be handled within the handling of others. Boxes and pages
+  /// wait for the browser in a few; one that answers none of them, but goes on
+  /// asking, would use up the stack.
+  static constexpr int MostNested = 100;
 
   /// oRoom is called when there is room again after Arrive has answered false.
   explicit WebPump(std::function<void()> oRoom) : m_oRoom(std::move(oRoom)) {}
@@ -34,12 +38,15 @@ class WebPump : public MessagePump {
   /// Runs something on this thread, behind what waits. From any thread.
   void Post(std::function<void()> oTask);
 
+  /// Ends every wait, present and later, with ClosingError. bFault: because of what
+  /// the browser has sent. From any thread.
+  void End(const std::string& sReason, bool bFault = false);
+  bool EndedByFault() const;
+
   // From the server's thread.
 
   /// A message of the browser. False if no more can be taken for now.
   bool Arrive(std::string sMessage);
-  /// Ends every wait, present and later, with ClosingError.
-  void End(const std::string& sReason);
   /// Asks work that can be ended to end. Call it again until it has.
   void Interrupt();
 
@@ -53,18 +60,23 @@ class WebPump : public MessagePump {
   bool IsFull() const { return m_messages.size() >= MostMessages || m_iBytes >= MostBytes; }
   /// Handles the first message; the lock is held before and after.
   void HandleFirst(std::unique_lock<std::mutex>& oLock);
-  /// Throws ClosingError when the session has ended; the lock is held.
+  // The lock is held.
+
+  /// Throws ClosingError when the session has ended.
   void Check() const;
+  void EndLocked(const std::string& sReason, bool bFault);
 
   std::function<void(std::string, bool)> m_oHandle;
   std::function<void()> m_oRoom;
 
-  std::mutex m_oMutex;
+  mutable std::mutex m_oMutex;
   std::condition_variable m_oArrived;
   std::deque<Message> m_messages;
   std::size_t m_iBytes = 0;
   bool m_bRefused = false;
+  int m_iNested = 0;
   bool m_bEnd = false;
+  bool m_bFault = false;
   std::string m_sEnd;
   /// Of the work that goes on; null for none, empty if it cannot be ended.
   const std::function<void()>* m_oInterrupt = nullptr;

@@ -20,17 +20,22 @@ void Wire::Send(std::string sMessage) {
 bool Wire::Attach(std::shared_ptr<Socket> oSocket, std::uint64_t iGot) {
   const std::scoped_lock oLock(m_oMutex);
   if (iGot < m_iBefore || iGot > m_iBefore + m_kept.size()) return false;
-  m_oSocket = std::move(oSocket);
+  Replace(std::move(oSocket));
   for (auto i = iGot - m_iBefore; i < m_kept.size(); ++i) m_oSocket->Send(m_kept[i]);
   return true;
 }
 
 void Wire::Restart(std::shared_ptr<Socket> oSocket) {
   const std::scoped_lock oLock(m_oMutex);
-  m_oSocket = std::move(oSocket);
+  Replace(std::move(oSocket));
   m_kept.clear();
   m_iKeptBytes = 0;
   m_iBefore = 0;
+}
+
+void Wire::Replace(std::shared_ptr<Socket> oSocket) {
+  if (m_oSocket != nullptr) m_oSocket->Close(1001);
+  m_oSocket = std::move(oSocket);
 }
 
 void Wire::Detach(const Socket* oSocket) {
@@ -54,6 +59,11 @@ void Wire::Close(int iCode) {
 bool Wire::IsAttached() const {
   const std::scoped_lock oLock(m_oMutex);
   return m_oSocket != nullptr;
+}
+
+bool Wire::IsAttached(const Socket* oSocket) const {
+  const std::scoped_lock oLock(m_oMutex);
+  return m_oSocket.get() == oSocket;
 }
 
 void Wire::Resume() {

@@ -21,6 +21,8 @@ class Wire {
 
   void Send(std::string sMessage);
 
+  // A socket that is attached ends the one before it.
+
   /// Goes on over this socket behind the first iGot messages. False if one of the
   /// next is no longer kept; nothing is changed then.
   bool Attach(std::shared_ptr<Socket> oSocket, std::uint64_t iGot);
@@ -34,10 +36,13 @@ class Wire {
   void Close(int iCode);
 
   bool IsAttached() const;
+  bool IsAttached(const Socket* oSocket) const;
   /// Lets the socket take messages again.
   void Resume();
 
  private:
+  void Replace(std::shared_ptr<Socket> oSocket);
+
   mutable std::mutex m_oMutex;
   std::shared_ptr<Socket> m_oSocket;
   std::deque<std::shared_ptr<const std::string>> m_kept;

@@ -42,12 +42,15 @@
   let bGreeted = false; // some session knows this load
   let bOver = false;
   let iGot = 0; // messages that the server has sent
+  let iGotSize = 0; // of those that it does not know to be here
   let iConfirmed = 0; // of our own
   let aKept = [];
   let iAttempts = 0;
   let iTimer = 0;
 
+  /** Messages, and characters of them, after which the other side hears that they have come. */
   const Portion = 32;
+  const PortionSize = 1 << 20;
   const Patience = 10000; // for a socket to open, in milliseconds
 
   const Send = (...aItems) => SendText(JSON.stringify(aItems));
@@ -193,7 +196,11 @@
     const iBody = sText.indexOf("\n");
     const [sKind, ...aItems] = JSON.parse(iBody < 0 ? sText : sText.slice(0, iBody));
     if (sKind in oControls) return oControls[sKind](...aItems);
-    if (++iGot % Portion === 0) oSocket.send(JSON.stringify(["got", iGot]));
+    iGotSize += sText.length;
+    if (++iGot % Portion === 0 || iGotSize > PortionSize) {
+      iGotSize = 0;
+      oSocket.send(JSON.stringify(["got", iGot]));
+    }
     try {
       oMessages[sKind](...aItems, iBody < 0 ? undefined : sText.slice(iBody + 1));
     } catch (oError) {
