@@ -11,6 +11,16 @@ using namespace std::chrono_literals;
 
 class AttackTest : public testing::Test {
  protected:
+  explicit AttackTest(const std::function<void(WebPlatform&)>& oProgram = {}, std::size_t iQueued = 1U << 25)
+      : Site({.Absence = 200ms,
+              .Bounds = {.ConnectionsOfAddress = 300,
+                         .Message = 4096,
+                         .Queued = iQueued,
+                         .Head = 500ms,
+                         .Idle = 500ms,
+                         .Write = 500ms},
+              .Program = oProgram}) {}
+
   /// A request in HTTP/1.1 that ends its connection.
   std::string Ask(const std::string& sTarget, const std::string& sHeaders = {}, const std::string& sHost = {}) {
     return Begin("GET " + sTarget + " HTTP/1.1\r\nHost: " + (sHost.empty() ? Site.Host() : sHost) + "\r\n" + sHeaders +
@@ -53,8 +63,7 @@ class AttackTest : public testing::Test {
   /// Nothing before it has done harm.
   void ExpectAlive() { EXPECT_EQ(Status(Ask("/?token=the-right-token")), "200"); }
 
-  Served Site{{.Absence = 200ms,
-               .Bounds = {.ConnectionsOfAddress = 300, .Message = 4096, .Head = 500ms, .Idle = 500ms, .Write = 500ms}}};
+  Served Site;
 };
 
 TEST_F(AttackTest, NothingIsAnsweredToStrangers) {
@@ -93,14 +102,42 @@ TEST_F(AttackTest, BrokenRequestsAndFramesEndTheirConnectionOnly) {
        {Frame("no list"), Frame(R"(["hello",7,"","x",0,0,0,""])"), Frame(R"(["agent",0])"), Frame("", 0x88),
         Frame("x", 0x85), std::string("\x81\xff\x7f\xff\xff\xff\xff\xff\xff\xff", 10), Frame(std::string(5000, 'x')),
         Frame(sGreeting) + Frame("[\"agent\",0]\n[\"load\",1,9,9]"), Frame(sGreeting) + Frame("[\"pressed\",1]"),
-        Frame(sGreeting) + Frame("[\"nonsense\",0]"), Frame(sGreeting) + Frame("\xff\xfe")}) {
+        Frame(sGreeting) + Frame("[\"nonsense\",0]"), Frame(sGreeting) + Frame("\xff\xfe"), Frame(sGreeting, 0x82),
+        std::string("\x81\x01x"), Frame(sGreeting, 0x80), Frame(std::string(200, 'x'), 0x89)}) {
     const auto [oPeer, sAnswer] = Begin(Upgrade(Cookie() + "Origin: " + Site.Origin() + "\r\n"));
     EXPECT_EQ(Status(sAnswer), "101");
     oPeer->Send(sBytes);
     oPeer->Receive();  // ends: nobody is left waiting
   }
-  ExpectAlive();
+  const auto [oPeer, sAnswer] = Begin(Upgrade(Cookie() + "Origin: " + Site.Origin() + "\r\n"));
+  oPeer->Send(Frame(sGreeting.substr(0, 9), 0x01) + Frame("ping", 0x89) + Frame(sGreeting.substr(9), 0x80));
+  EXPECT_NE(oPeer->Receive("welcome").find("welcome"), std::string::npos);
 }
+
+/// A session that has more to say than goes into a socket.
+class TalkativeTest : public AttackTest {
+ protected:
+  explicit TalkativeTest(std::size_t iQueued = 1U << 25)
+      : AttackTest(
+            [](WebPlatform& o) {
+              for (int i = 0; i < 200; ++i) o.Send("text", std::string(100'000, 'x'));
+              o.Run();
+            },
+            iQueued) {}
+  void ExpectCutOff() {
+    const auto [oPeer, sAnswer] = Begin(Upgrade(Cookie() + "Origin: " + Site.Origin() + "\r\n"));
+    oPeer->Send(Frame(R"(["hello",0,"","load",0,0,0,""])"));
+    Site.AwaitSessions(1);
+    Site.AwaitSessions(0);
+  }
+};
+class BoundedTalkativeTest : public TalkativeTest {
+ protected:
+  BoundedTalkativeTest() : TalkativeTest(1U << 20) {}
+};
+
+TEST_F(TalkativeTest, WhoReadsNothingIsCutOff) { ExpectCutOff(); }
+TEST_F(BoundedTalkativeTest, WhoReadsNothingIsCutOff) { ExpectCutOff(); }
 
 TEST_F(AttackTest, WhoSaysNothingIsNotWaitedFor) {
   std::vector<std::unique_ptr<RawPeer>> peers;

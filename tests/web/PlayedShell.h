@@ -58,7 +58,8 @@ class PlayedShell : public Socket, public std::enable_shared_from_this<PlayedShe
       std::string sText;
       {
         std::unique_lock oLock(m_oMutex);
-        if (!m_oArrived.wait_for(oLock, std::chrono::seconds(60), [&] { return !m_messages.empty(); })) return "nothing came";
+        if (!m_oArrived.wait_for(oLock, std::chrono::seconds(60), [&] { return !m_messages.empty(); }))
+          return "nothing came";
         sText = std::move(m_messages.front());
         m_messages.pop_front();
       }

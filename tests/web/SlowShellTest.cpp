@@ -92,7 +92,9 @@ TEST(SlowShellTest, ReadAllGetsNotFarAheadAndLosesNothing) {
 
   o.Shell->Acknowledge();
   o.Shell->Await(R"(["batch")");
-  o.Shell = o.Shell->ComeBack(o.Cookie);
+  const auto oBefore = o.Shell;
+  o.Shell = oBefore->ComeBack(o.Cookie);
+  oBefore->Disconnect();
   while (o.Shell->Await(R"(["batch")").find("Rows: " + std::to_string(Rows)) == std::string::npos) {
   }
   std::size_t iAt = 0;

@@ -35,7 +35,8 @@ std::shared_ptr<Samples> Samples::Of(const std::shared_ptr<ZELLib3::Database>& o
   static std::vector<std::pair<std::weak_ptr<ZELLib3::Database>, std::shared_ptr<Samples>>> all;
   std::erase_if(all, [](const auto& o) { return o.first.expired(); });
   for (const auto& [oWeak, oSamples] : all) {
-    if (oWeak.lock() == oDatabase) return oSamples;
+    // Without keeping another thread's instance alive: it is to end there.
+    if (!oWeak.owner_before(oDatabase) && !oDatabase.owner_before(oWeak)) return oSamples;
   }
   return all.emplace_back(oDatabase, std::make_shared<Samples>()).second;
 }

@@ -43,10 +43,42 @@ struct Shared {
   bool bStopping = false;
 };
 
+/// One connection, counted as long as it lives.
+class Connection {
+ public:
+  Connection(std::shared_ptr<Web::Shared> oShared, std::string sAddress)
+      : Shared(std::move(oShared)), Address(std::move(sAddress)) {
+    ++Shared->iConnections;
+    ++Shared->oOfAddress[Address];
+  }
+  ~Connection() {
+    --Shared->iConnections;
+    LetIn();
+  }
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  bool IsTooMany() const {
+    return Shared->iConnections > Shared->oLimits.Connections ||
+           Shared->oOfAddress[Address] > Shared->oLimits.ConnectionsOfAddress;
+  }
+  /// It is a WebSocket of somebody who has a cookie: all of them may come from one
+  /// address, that of a proxy.
+  void LetIn() {
+    if (!std::exchange(m_bLetIn, true) && --Shared->oOfAddress[Address] == 0) Shared->oOfAddress.erase(Address);
+  }
+
+  const std::shared_ptr<Web::Shared> Shared;
+  const std::string Address;  ///< of the peer
+
+ private:
+  bool m_bLetIn = false;
+};
+
 /// Serves one connection to its end; never throws.
-asio::awaitable<void> ServePlain(beast::tcp_stream oStream, std::string sAddress, std::shared_ptr<Shared> oShared);
+asio::awaitable<void> ServePlain(beast::tcp_stream oStream, Connection& oConnection);
 /// The same behind a TLS handshake.
-asio::awaitable<void> ServeTLS(beast::tcp_stream oStream, std::string sAddress, std::shared_ptr<Shared> oShared,
+asio::awaitable<void> ServeTLS(beast::tcp_stream oStream, Connection& oConnection,
                                std::shared_ptr<asio::ssl::context> oContext);
 
 // ---- the two are instances of these templates -------------------------------
@@ -132,6 +164,7 @@ class StreamSocket : public OpenSocket, public std::enable_shared_from_this<Stre
     int iInSecond = 0;
     for (;;) {
       co_await m_oSocket.async_read(oBuffer, asio::use_awaitable);
+      if (!m_oSocket.got_text()) co_return;
       m_bPaused = !m_oOwner->Text(beast::buffers_to_string(oBuffer.data()));
       oBuffer.consume(oBuffer.size());
       if (Clock::now() - oSecond > std::chrono::seconds(1)) {
@@ -242,7 +275,8 @@ asio::awaitable<void> SendResponse(Stream& oStream, const Response& oAnswer,
 /// Requests, one after the other, until one of them becomes a WebSocket or the
 /// connection ends.
 template <typename Stream>
-asio::awaitable<void> ServeRequests(Stream oStream, std::string sAddress, std::shared_ptr<Shared> oShared) {
+asio::awaitable<void> ServeRequests(Stream oStream, Connection& oConnection) {
+  const std::shared_ptr<Shared> oShared = oConnection.Shared;
   const Limits& oLimits = oShared->oLimits;
   beast::flat_buffer oBuffer;
   for (bool bFirst = true;; bFirst = false) {
@@ -261,10 +295,11 @@ asio::awaitable<void> ServeRequests(Stream oStream, std::string sAddress, std::s
       co_await SendResponse(oStream, Response{bLarge ? 413 : 400}, oMessage, false);
       co_return;
     }
-    const Request oRequest = RequestOf(oMessage, sAddress);
+    const Request oRequest = RequestOf(oMessage, oConnection.Address);
     if (websocket::is_upgrade(oMessage)) {
       const auto oRefusal = oShared->bStopping ? Response{503} : oShared->oSite.Refusal(oRequest);
       if (!oRefusal) {
+        oConnection.LetIn();
         const auto oSocket = std::make_shared<StreamSocket<Stream>>(std::move(oStream), oShared);
         co_await oSocket->Serve(oParser.release(), oRequest);
         co_return;

@@ -5,9 +5,9 @@
 
 namespace ZELWbr3::Web {
 
-asio::awaitable<void> ServePlain(beast::tcp_stream oStream, std::string sAddress, std::shared_ptr<Shared> oShared) {
+asio::awaitable<void> ServePlain(beast::tcp_stream oStream, Connection& oConnection) {
   try {
-    co_await ServeRequests(std::move(oStream), std::move(sAddress), std::move(oShared));
+    co_await ServeRequests(std::move(oStream), oConnection);
   } catch (const std::exception&) {
     // A peer that went, or that said something else than the protocol: its connection ends.
   }
@@ -17,31 +17,6 @@ namespace {
 
 /// Bytes that the system may hold that it has not sent yet, of one connection.
 constexpr int NotSent = 128 << 10;
-
-/// Counts a connection as long as it lives.
-class Counted {
- public:
-  Counted(std::shared_ptr<Shared> oShared, std::string sAddress)
-      : m_oShared(std::move(oShared)), m_sAddress(std::move(sAddress)) {
-    ++m_oShared->iConnections;
-    ++m_oShared->oOfAddress[m_sAddress];
-  }
-  ~Counted() {
-    --m_oShared->iConnections;
-    if (--m_oShared->oOfAddress[m_sAddress] == 0) m_oShared->oOfAddress.erase(m_sAddress);
-  }
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-
-  bool IsTooMany() const {
-    return m_oShared->iConnections > m_oShared->oLimits.Connections ||
-           m_oShared->oOfAddress[m_sAddress] > m_oShared->oLimits.ConnectionsOfAddress;
-  }
-
- private:
-  std::shared_ptr<Shared> m_oShared;
-  std::string m_sAddress;
-};
 
 std::shared_ptr<asio::ssl::context> MakeContext(const Server::Options& o) {
   if (o.CertificateFile.empty()) return nullptr;
@@ -94,13 +69,13 @@ struct Server::State {
   }
 
   asio::awaitable<void> Serve(tcp::socket oSocket, std::string sAddress) {
-    const Counted oCounted(oShared, sAddress);
-    if (oCounted.IsTooMany()) co_return;
+    Connection oConnection(oShared, std::move(sAddress));
+    if (oConnection.IsTooMany()) co_return;
     beast::tcp_stream oStream(std::move(oSocket));
     if (oContext == nullptr) {
-      co_await ServePlain(std::move(oStream), sAddress, oShared);
+      co_await ServePlain(std::move(oStream), oConnection);
     } else {
-      co_await ServeTLS(std::move(oStream), sAddress, oShared, oContext);
+      co_await ServeTLS(std::move(oStream), oConnection, oContext);
     }
   }
 

@@ -14,7 +14,7 @@ namespace ZELWbr3::Web {
 /// What a server bears at most.
 struct Limits {
   std::size_t Connections = 512;
-  std::size_t ConnectionsOfAddress = 64;
+  std::size_t ConnectionsOfAddress = 64;       ///< without the WebSockets that are open
   std::size_t Message = std::size_t{1} << 20;  ///< bytes of a WebSocket message
   std::size_t Queued = std::size_t{32} << 20;  ///< bytes that wait for a WebSocket's peer to take them
   int MessagesPerSecond = 200;                 ///< of a socket; further ones wait

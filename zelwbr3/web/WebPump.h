@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/MessagePump.h"
 
 #include <condition_variable>
@@ -12,7 +13,7 @@ namespace ZELWbr3::Web {
 
 /// The message loop of a session's thread: what the browser sends, and what the
 /// program has put off. Turn, Poll and RunInBackground are for that thread.
-class WebPump : public MessagePump {
+class ZELWBR3_EXPORT WebPump : public MessagePump {
  public:
   /// What waits at most before the sender has to wait, too.
   static constexpr std::size_t MostMessages = 256;

@@ -1,6 +1,7 @@
 #include "zelwbr3/instances/common/UserFolder.h"
 
-#include <pwd.h>
+#include "zelwbr3/instances/common/SystemUser.h"
+
 #include <unistd.h>
 
 #include <cstdlib>
@@ -15,12 +16,10 @@ std::string Folder(const char* sVariable, const char* sBelowHome) {
   namespace fs = std::filesystem;
   const char* sBase = std::getenv(sVariable);
   if (sBase && *sBase == '/') return fs::path(sBase) / "zelwbr3";
-  const char* sHome = std::getenv("HOME");
-  if (!sHome || *sHome != '/') {
-    const passwd* pUser = getpwuid(geteuid());
-    sHome = pUser ? pUser->pw_dir : nullptr;
-  }
-  if (!sHome || *sHome != '/') {
+  const char* pHome = std::getenv("HOME");
+  std::string sHome = pHome ? pHome : "";
+  if (!sHome.starts_with('/')) sHome = SystemUser::Of(geteuid()).value_or(SystemUser()).Home;
+  if (!sHome.starts_with('/')) {
     throw std::runtime_error(std::string("A home folder is needed, and neither HOME nor ") + sVariable + " is set");
   }
   return fs::path(sHome) / ".local" / sBelowHome / "zelwbr3";

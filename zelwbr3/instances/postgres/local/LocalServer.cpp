@@ -2,8 +2,8 @@
 
 #include "zelwbr3/base/Text.h"
 #include "zelwbr3/instances/common/Process.h"
+#include "zelwbr3/instances/common/SystemUser.h"
 
-#include <pwd.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -189,8 +189,8 @@ bool LocalServer::IsOwner() const {
 std::string LocalServer::Owner() const {
   struct stat oStat {};
   if (stat(m_sDataDirectory.c_str(), &oStat) != 0) return {};
-  const passwd* pUser = getpwuid(oStat.st_uid);
-  return pUser ? pUser->pw_name : "user " + std::to_string(oStat.st_uid);
+  const auto oUser = Instances::SystemUser::Of(oStat.st_uid);
+  return oUser ? oUser->Name : "user " + std::to_string(oStat.st_uid);
 }
 
 std::optional<PostmasterFile> LocalServer::Postmaster() const {

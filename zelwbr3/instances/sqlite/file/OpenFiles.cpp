@@ -1,10 +1,10 @@
 #include "zelwbr3/instances/sqlite/file/OpenFiles.h"
 
 #include "zelwbr3/base/Calendar.h"
+#include "zelwbr3/instances/common/SystemUser.h"
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
@@ -66,8 +66,8 @@ std::string ProgramName(const std::string& sProcess) {
 }
 
 std::string UserName(uid_t lUser) {
-  const passwd* pUser = getpwuid(lUser);
-  return pUser ? pUser->pw_name : std::to_string(lUser);
+  const auto oUser = Instances::SystemUser::Of(lUser);
+  return oUser ? oUser->Name : std::to_string(lUser);
 }
 
 /// Seconds since 1970; 0 when not known.
