@@ -5,6 +5,7 @@
 #include "zelwbr3/framework/DataPage.h"
 #include "zelwbr3/framework/clsHourglass.h"
 #include "zelwbr3/framework/modFormat.h"
+#include "zelwbr3/framework/modPicture.h"
 #include "zelwbr3/shell/Pages.h"
 #include "zelwbr3/web/WebCommandlist.h"
 
@@ -19,6 +20,12 @@ namespace {
 /// The unit of sizes that fits each.
 constexpr int AutomaticUnit = 4;
 
+std::shared_ptr<Web::WebCommandlist> Commands(Web::WebPlatform& oPlatform, const std::string& sRefused) {
+  auto oCommands = std::make_shared<Web::WebCommandlist>(oPlatform, sRefused);
+  oCommands->LeaveOut(modPicture::Close);  // the page has its own, and Escape
+  return oCommands;
+}
+
 }  // namespace
 
 WebPages::WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Database> oDatabase,
@@ -26,7 +33,7 @@ WebPages::WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Databas
     : m_oPlatform(oPlatform),
       m_oDatabase(std::move(oDatabase)),
       m_oBrowser(oPlatform),
-      m_oPages(m_oBrowser, m_oDatabase, std::make_shared<Web::WebCommandlist>(oPlatform, sRefused)) {
+      m_oPages(m_oBrowser, m_oDatabase, Commands(oPlatform, sRefused)) {
   m_oBrowser.HTMLPaths(oPlatform.Files().Folders());
   m_oBrowser.CHMPath(HelpFile());
   m_oBrowser.PreferredUnit(AutomaticUnit);

@@ -51,25 +51,9 @@ void DesktopCommandlist::Compact(bool bCompact) {
   if (std::exchange(m_bCompact, bCompact) != bCompact) DrawAnew();
 }
 
-void DesktopCommandlist::LeaveOut(Long lPicture) {
-  m_lLeftOut = lPicture;
-  DrawAnew();
-}
-
 void DesktopCommandlist::DrawAnew() {
   m_oShown.clear();
   ItemsChanged();
-}
-
-std::vector<CommandItem> DesktopCommandlist::Drawn() const {
-  std::vector<CommandItem> oItems;
-  for (const CommandItem& oItem : Items()) {
-    if (!oItem.Separator && m_lLeftOut && oItem.Picture == *m_lLeftOut) continue;
-    if (oItem.Separator && (oItems.empty() || oItems.back().Separator)) continue;
-    oItems.push_back(oItem);
-  }
-  if (!oItems.empty() && oItems.back().Separator) oItems.pop_back();
-  return oItems;
 }
 
 void DesktopCommandlist::Draw() {

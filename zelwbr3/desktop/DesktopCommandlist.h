@@ -4,7 +4,6 @@
 #include "zelwbr3/framework/CommandLists.h"
 
 #include <functional>
-#include <optional>
 #include <vector>
 
 #include <wx/bmpbndl.h>
@@ -33,9 +32,6 @@ class ZELWBR3_EXPORT DesktopCommandlist : public CommandLists {
 
   /// Items with pictures are drawn as those alone, with their texts as tooltips.
   void Compact(bool bCompact);
-  /// Items with this picture are not drawn, because the host offers the same at
-  /// another place.
-  void LeaveOut(Long lPicture);
 
   /// The window to be placed in a sizer; null when it is gone. It is never lower
   /// than a button, so that what is below it stays where it is.
@@ -47,8 +43,6 @@ class ZELWBR3_EXPORT DesktopCommandlist : public CommandLists {
   void Draw();
   /// An item has the keyboard.
   bool HasFocus() const;
-  /// What is drawn: without separators at the ends.
-  std::vector<ZELCmd3::CommandItem> Drawn() const;
   /// Draws everything again, once.
   void DrawAnew();
   wxWindow* MakeButton(const ZELCmd3::CommandItem& oItem);
@@ -60,7 +54,6 @@ class ZELWBR3_EXPORT DesktopCommandlist : public CommandLists {
   std::vector<wxWindow*> m_oButtons;  ///< one for each item shown
   bool m_bDrawing = false;
   bool m_bCompact = false;
-  std::optional<Long> m_lLeftOut;
 };
 
 }  // namespace ZELWbr3::Desktop

@@ -45,6 +45,22 @@ std::vector<CommandItem> CommandLists::Items() const {
   return oList == m_lists.end() ? std::vector<CommandItem>() : oList->second;
 }
 
+void CommandLists::LeaveOut(Long lPicture) {
+  m_lLeftOut = lPicture;
+  ItemsChanged();
+}
+
+std::vector<CommandItem> CommandLists::Drawn() const {
+  std::vector<CommandItem> oItems;
+  for (const CommandItem& oItem : Items()) {
+    if (!oItem.Separator && m_lLeftOut && oItem.Picture == *m_lLeftOut) continue;
+    if (oItem.Separator && (oItems.empty() || oItems.back().Separator)) continue;
+    oItems.push_back(oItem);
+  }
+  if (!oItems.empty() && oItems.back().Separator) oItems.pop_back();
+  return oItems;
+}
+
 bool CommandLists::Click(Long lKey) {
   const auto oItems = Items();  // a handler may change the list
   const auto oItem = std::ranges::find_if(oItems, WithKey(lKey));

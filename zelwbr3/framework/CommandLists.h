@@ -4,6 +4,7 @@
 #include "zelwbr3/platform/FCommandlist.h"
 
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace ZELWbr3 {
@@ -19,9 +20,15 @@ class ZELWBR3_EXPORT CommandLists : public ZELCmd3::FCommandlist {
   void BringToFront(Long lPageType) override;
   std::vector<ZELCmd3::CommandItem> Items() const override;
 
+  /// Items with this picture are not drawn, because the host offers the same at
+  /// another place.
+  void LeaveOut(Long lPicture);
+
  protected:
   /// The items shown have changed.
   virtual void ItemsChanged() = 0;
+  /// The items to be drawn, with separators only between others.
+  std::vector<ZELCmd3::CommandItem> Drawn() const;
   /// Reports a click on the item with this key of the list shown. False if there
   /// is no such item, or it is a separator or disabled.
   bool Click(Long lKey);
@@ -31,6 +38,7 @@ class ZELWBR3_EXPORT CommandLists : public ZELCmd3::FCommandlist {
 
   std::map<Long, std::vector<ZELCmd3::CommandItem>> m_lists;
   Long m_lFront;
+  std::optional<Long> m_lLeftOut;
 };
 
 }  // namespace ZELWbr3

@@ -32,12 +32,12 @@ void WebCommandlist::ItemsChanged() {
     WebCommandlist* oList = oPlatform.m_oCommandlist;
     if (oList == nullptr) return;
     oList->m_bSending = false;
-    if (oList->Items() != oList->m_sent) oList->Send();
+    if (oList->Drawn() != oList->m_sent) oList->Send();
   });
 }
 
 void WebCommandlist::Send() {
-  m_sent = Items();
+  m_sent = Drawn();
   FlatListWriter oList;
   oList.Add("commands");
   for (const ZELCmd3::CommandItem& oItem : m_sent) {

@@ -629,12 +629,18 @@
       if (oEvent.altKey && !oEvent.ctrlKey && PressMnemonic(oEvent.key)) oEvent.preventDefault();
       OnKey(oEvent);
     };
-    const Dark = () => (Theme() === "" ? matchMedia("(prefers-color-scheme: dark)").matches : Theme() === "dark");
+    const oSystem = matchMedia("(prefers-color-scheme: dark)");
+    const DrawTopic = () => {
+      const oTopic = oPage.document.querySelector("iframe")?.contentDocument;
+      if (oTopic) oTopic.documentElement.dataset.theme = (Theme() === "" ? oSystem.matches : Theme() === "dark") ? "dark" : "light";
+    };
+    oSystem.onchange = DrawTopic;
     oPage.addEventListener("keydown", OnKey, true);
     oPage.document.addEventListener("load", ({ target }) => {
       if (target.localName !== "iframe") return;
       const oTopic = target.contentDocument;
-      oTopic.documentElement.dataset.theme = Dark() ? "dark" : "light";
+      if (oTopic === null) return; // did not come
+      DrawTopic();
       oTopic.addEventListener("keydown", OnTopicKey, true);
       // While a topic makes way for another one, nobody in there takes a key.
       oTopic.defaultView.addEventListener("pagehide", () => oPage.document.activeElement === target && oPage.focus());

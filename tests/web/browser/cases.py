@@ -167,6 +167,8 @@ class PagesTest(Case):
                         self.browser.find_element(By.ID, "refresh").click()
                         self.expect_live_equals_replica()
         self.assertEqual(self.script("return history.length"), before)  # Back leaves the program
+        self.show("History", "Backup History")
+        self.await_value("commands", lambda: self.browser.find_element(By.ID, "commands").text == "Read More\nRead All")
         self.expect_no_errors()
 
     def test_clicks_keys_theme_and_a_reload(self):
