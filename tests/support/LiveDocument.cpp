@@ -2,8 +2,6 @@
 
 #include "zelwbr3/dom/FlatList.h"
 
-#include <utility>
-
 namespace ZELWbr3::Testing {
 
 namespace {
@@ -15,17 +13,18 @@ struct Lines {
     // A style may end with a semicolon.
     Add("@" + sName + "=" + (sName == "style" && sValue.ends_with(';') ? sValue.substr(0, sValue.size() - 1) : sValue));
   }
-  void Text(const std::string& sText) {
-    if (!sText.empty()) All += (std::exchange(InText, true) ? "" : "\n\"") + sText;  // neighbours are one
-  }
+  /// Neighbours are one. Where there are only blanks, nobody sees them: a list's rows
+  /// are moved, and the line ends between them stay.
+  void Text(const std::string& sText) { Pending += sText; }
   void End() { Add(">"); }
   void Add(const std::string& sLine) {
+    if (Pending.find_first_not_of(" \t\n") != std::string::npos) All += "\n\"" + Pending;
+    Pending.clear();
     All += "\n" + sLine;
-    InText = false;
   }
 
   std::string All;
-  bool InText = false;
+  std::string Pending;
 };
 
 void Describe(const Element& oElement, Lines& oLines) {

@@ -234,26 +234,36 @@
     (sName === "title" && oElement.hasAttribute(ChangeAttribute)) ||
     sName === OldAttribute;
 
-  const IsAdded = (oRow) => oRow[NumberKey] >= iLoaded;
+  const IsAdded = (oNode) => oNode[NumberKey] >= iLoaded;
+
+  /** A row that a list's script moves within the table: neither the headings nor a template. */
+  const IsListRow = (oNode) => {
+    const oPlain = oPristineNodes[oNode[NumberKey]];
+    return IsAdded(oNode) || (oPlain?.localName === "tr" && oPlain !== oPlain.parentElement.rows[0] && oPlain.style.display !== "none");
+  };
+
+  /** Those of a body, wherever the script has them. */
+  const ListRows = (oBody) =>
+    [...oBody.parentElement.tBodies].filter((o) => o === oBody || !(NumberKey in o)).flatMap((o) => [...o.rows]).filter(IsListRow);
 
   /**
-   * The nodes in an element as the program knows them. A list's script moves the rows
-   * that the program has added, within the table, and shows records in its own way.
+   * The nodes in an element as the program knows them. A list's script moves its rows
+   * within the table, and shows records in its own way.
    */
   const Original = (oElement) => {
     const oTable = oElement.localName === "tbody" ? oElement.closest("table") : null;
     if (oTable === null || !IsList(oTable)) return oElement.childNodes;
-    const oAdded = [...oTable.rows].filter(IsAdded);
+    const oRows = ListRows(oElement);
     for (const oRecord of oRecords) {
       if (oRecord.oTemplate.parentElement !== oElement) continue;
       for (const [oRow, iRow] of oRecord.Make()) {
         if (oNodes[iRow] !== undefined) continue;
         WithAll(oRow).forEach((oNode, i) => (oNode[NumberKey] = iRow + i));
-        oAdded.push(oRow);
+        oRows.push(oRow);
       }
     }
-    oAdded.sort((oRow, oOther) => oRow[NumberKey] - oOther[NumberKey]);
-    return [...oElement.childNodes].filter((oNode) => !IsAdded(oNode)).concat(oAdded);
+    oRows.sort((oRow, oOther) => oRow[NumberKey] - oOther[NumberKey]);
+    return [...oElement.childNodes].filter((oNode) => !IsListRow(oNode)).concat(oRows);
   };
 
   /** A copy of an element and all that the program knows to be below it, with the numbers from oNext.iNumber on. */
@@ -416,13 +426,13 @@
    */
   const MergeRows = (oBody, oNew) => {
     if (!Tell(oBody, "zelrowsbegin")) return false;
-    const oMap = ByKey([...oBody.closest("table").rows].filter(IsAdded));
-    const oRows = [...oNew.rows].filter(IsAdded).map((oRow) => [oRow[NumberKey], oRow, oMap.get(KeyOf(oRow))?.shift()]);
+    const oMap = ByKey(ListRows(oBody));
+    const oRows = ListRows(oNew).map((oRow) => [oRow[NumberKey], oRow, oMap.get(KeyOf(oRow))?.shift()]);
     // The others no longer stand for anything that could be clicked.
     for (const oElement of [...oMap.values()].flat()) {
       for (const o of WithAll(oElement)) delete o[NumberKey];
     }
-    MergeContent(oBody, oNew, (oNode) => IsKnown(oNode) && !IsAdded(oNode));
+    MergeContent(oBody, oNew, (oNode) => IsKnown(oNode) && !IsListRow(oNode));
 
     const oTexts = oRecords.filter((oRecord) => oRecord.oTemplate.parentElement === oNew);
     const oParts = [...oRows, ...oTexts.map((oRecord) => [oRecord.iFirst, oRecord])].sort(([i], [iOther]) => i - iOther);

@@ -27,6 +27,11 @@ struct Comparison {
   std::string sFound;
 };
 
+std::string Around(const std::string& sText, std::ptrdiff_t iPlace) {
+  const auto iFrom = static_cast<std::size_t>(std::max(iPlace - 200, std::ptrdiff_t{0}));
+  return sText.substr(std::min(iFrom, sText.size()), 400);
+}
+
 /// On the session's thread.
 void Compare(Comparison& oComparison, Web::WebPlatform& oPlatform) {
   Web::WebWebBrowser* oBrowser = oPlatform.Front();
@@ -37,7 +42,7 @@ void Compare(Comparison& oComparison, Web::WebPlatform& oPlatform) {
     const auto iPlace = std::ranges::mismatch(sLive, sReplica).in1 - sLive.begin();
     const std::scoped_lock oLock(oComparison.oMutex);
     ++oComparison.iMade;
-    oComparison.sFound = sLive == sReplica ? "equal" : "differs: " + sLive.substr(iPlace > 200 ? iPlace - 200 : 0, 400);
+    oComparison.sFound = sLive == sReplica ? "equal" : "differs: " + Around(sLive, iPlace) + "\nreplica: " + Around(sReplica, iPlace);
   });
 }
 
