@@ -11,16 +11,12 @@ using namespace std::chrono_literals;
 
 class AttackTest : public testing::Test {
  protected:
-  explicit AttackTest(const std::function<void(WebPlatform&)>& oProgram = {}, std::size_t iQueued = 1U << 25)
-      : Site({.Absence = 200ms,
-              .Bounds = {.ConnectionsOfAddress = 300,
-                         .Message = 4096,
-                         .Queued = iQueued,
-                         .Head = 500ms,
-                         .Idle = 500ms,
-                         .Write = 500ms},
-              .Program = oProgram}) {}
+  explicit AttackTest(const std::function<void(WebPlatform&)>& oProgram = {}, const Limits& oBounds = Tight())
+      : Site({.Absence = 200ms, .Bounds = oBounds, .Program = oProgram}) {}
 
+  static Limits Tight() {
+    return {.ConnectionsOfAddress = 300, .Message = 4096, .Head = 500ms, .Idle = 500ms, .Write = 500ms};
+  }
   /// A request in HTTP/1.1 that ends its connection.
   std::string Ask(const std::string& sTarget, const std::string& sHeaders = {}, const std::string& sHost = {}) {
     return Begin("GET " + sTarget + " HTTP/1.1\r\nHost: " + (sHost.empty() ? Site.Host() : sHost) + "\r\n" + sHeaders +
@@ -117,27 +113,47 @@ TEST_F(AttackTest, BrokenRequestsAndFramesEndTheirConnectionOnly) {
 /// A session that has more to say than goes into a socket.
 class TalkativeTest : public AttackTest {
  protected:
-  explicit TalkativeTest(std::size_t iQueued = 1U << 25)
+  explicit TalkativeTest(const Limits& oBounds = Tight())
       : AttackTest(
-            [](WebPlatform& o) {
+            [this](WebPlatform& o) {
               for (int i = 0; i < 200; ++i) o.Send("text", std::string(100'000, 'x'));
+              m_oSaid.set_value();
               o.Run();
             },
-            iQueued) {}
+            oBounds) {}
   void ExpectCutOff() {
     const auto [oPeer, sAnswer] = Begin(Upgrade(Cookie() + "Origin: " + Site.Origin() + "\r\n"));
     oPeer->Send(Frame(R"(["hello",0,"","load",0,0,0,""])"));
-    Site.AwaitSessions(1);
+    m_oSaid.get_future().wait();
     Site.AwaitSessions(0);
   }
+
+ private:
+  std::promise<void> m_oSaid;
 };
 class BoundedTalkativeTest : public TalkativeTest {
  protected:
-  BoundedTalkativeTest() : TalkativeTest(1U << 20) {}
+  // Long before its time is up.
+  BoundedTalkativeTest() : TalkativeTest({.Queued = 1U << 20}) {}
 };
 
 TEST_F(TalkativeTest, WhoReadsNothingIsCutOff) { ExpectCutOff(); }
 TEST_F(BoundedTalkativeTest, WhoReadsNothingIsCutOff) { ExpectCutOff(); }
+
+class CrowdedTest : public AttackTest {
+ protected:
+  CrowdedTest() : AttackTest({}, {.ConnectionsOfAddress = 2}) {}
+};
+
+TEST_F(CrowdedTest, AnAddressHasFewConnectionsBesidesItsWebSockets) {
+  const std::string sUpgrade = Upgrade(Cookie() + "Origin: " + Site.Origin() + "\r\n");
+  std::vector<std::unique_ptr<RawPeer>> sockets;
+  for (int i = 0; i < 5; ++i) sockets.push_back(Begin(sUpgrade).first);
+  ExpectAlive();
+  RawPeer oOne(Site.Port());
+  RawPeer oOther(Site.Port());
+  EXPECT_EQ(RawPeer(Site.Port()).Receive(), "");
+}
 
 TEST_F(AttackTest, WhoSaysNothingIsNotWaitedFor) {
   std::vector<std::unique_ptr<RawPeer>> peers;

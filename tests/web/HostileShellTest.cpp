@@ -40,6 +40,30 @@ TEST(WebPumpTest, SaysWhenThereIsRoomAgainForOneThatWasToWait) {
   while (iRooms == 1) oPump.Turn();
 }
 
+TEST(WebPumpTest, EscapeEndsWorkThatCanBeEndedAndWhatWasDoneMeanwhileIsLost) {
+  std::vector<std::string> taken;
+  std::vector<std::string> lost;
+  WebPump oPump([] {});
+  oPump.Handler([&](const std::string& s, bool bDuringWork) { (bDuringWork ? lost : taken).push_back(s); });
+  std::promise<void> oEnd;
+  const std::string sEscape = "[\"agent\",0]\n[\"key\",7,27]";
+  std::thread oServer;
+  const auto Work = [&] {
+    oServer = std::thread([&] {
+      oPump.Arrive("before");
+      auto oEnded = oEnd.get_future();
+      while (oEnded.wait_for(5ms) != std::future_status::ready) oPump.Arrive(sEscape);
+    });
+    oServer.join();
+  };
+  oPump.RunInBackground(Work, [&] { oEnd.set_value(); });
+  oPump.Arrive("behind");
+  oPump.Poll();
+  EXPECT_EQ(taken, std::vector<std::string>{"behind"});
+  EXPECT_EQ(lost.front(), "before");
+  EXPECT_EQ(lost.back(), sEscape);
+}
+
 // Nobody is left waiting, whatever is said where.
 TEST_F(HostileShellTest, WhatIsNoMessageEndsTheSessionAndIsTraced) {
   std::string sDeep = "[\"agent\",0]\n[\"load\",1";
@@ -85,6 +109,23 @@ TEST_F(HostileShellTest, AfterSigningOutNothingMoreIsTaken) {
   Site.AwaitSessions(0);
   oShell->Disconnect();
   oSilent->Disconnect();
+}
+
+TEST(StuckSessionTest, CountsUntilItsThreadHasEnded) {
+  std::promise<void> oEnd;
+  Served Site{{.Most = 1, .Program = [&](WebPlatform&) { oEnd.get_future().wait(); }}};
+  const std::string sCookie = Site.Cookie();
+  const auto oStuck = std::make_shared<PlayedShell>(Site);
+  const auto oNext = std::make_shared<PlayedShell>(Site);
+  oStuck->Connect(sCookie);
+  Site.Ask("POST", "/logout", sCookie);
+  oNext->Connect(Site.Cookie());
+  EXPECT_EQ(oNext->Await(R"(["full")"), R"(["full",1])");
+  EXPECT_TRUE(oNext->IsClosed());
+  oEnd.set_value();
+  Site.AwaitSessions(0);
+  oStuck->Disconnect();
+  oNext->Disconnect();
 }
 
 TEST_F(HostileShellTest, OnlyTheLastSocketOfAShellIsHeard) {

@@ -19,18 +19,17 @@ class PlayedShell : public Socket, public std::enable_shared_from_this<PlayedShe
 
   void Connect(const std::string& sCookie, const std::string& sSession = {}, std::uint32_t iGot = 0,
                bool bGreeted = false) {
-    Open(sCookie);
-    Greet(sSession, iGot, bGreeted);
+    const std::string sHello = Hello(sSession, iGot, bGreeted);
+    m_oSite.Do([&] {
+      OpenNow(sCookie);
+      m_oOwner->Text(sHello);
+    });
   }
   /// Opens its socket and says nothing.
   void Open(const std::string& sCookie) {
-    const std::string sName = "zelweb-" + std::to_string(m_oSite.Port());
-    m_oSite.Do([&] { m_oOwner = m_oSite.TheSessions().Opened({.Cookie = sName + "=" + sCookie}, shared_from_this()); });
+    m_oSite.Do([&] { OpenNow(sCookie); });
   }
-  void Greet(const std::string& sSession = {}, std::uint32_t iGot = 0, bool bGreeted = false) {
-    Say("[\"hello\"," + m_sInstance + ",\"" + sSession + R"(",")" + m_sLoad + "\"," + std::to_string(iGot) +
-        (bGreeted ? ",1" : ",0") + R"(,0,""])");
-  }
+  void Greet() { Say(Hello()); }
   /// The same load over another socket, while this one still seems to be there; what
   /// it has not taken yet is lost.
   std::shared_ptr<PlayedShell> ComeBack(const std::string& sCookie) {
@@ -100,6 +99,14 @@ class PlayedShell : public Socket, public std::enable_shared_from_this<PlayedShe
   std::uint32_t Got = 0;
 
  private:
+  std::string Hello(const std::string& sSession = {}, std::uint32_t iGot = 0, bool bGreeted = false) const {
+    return "[\"hello\"," + m_sInstance + ",\"" + sSession + R"(",")" + m_sLoad + "\"," + std::to_string(iGot) +
+           (bGreeted ? ",1" : ",0") + R"(,0,""])";
+  }
+  void OpenNow(const std::string& sCookie) {
+    const std::string sName = "zelweb-" + std::to_string(m_oSite.Port());
+    m_oOwner = m_oSite.TheSessions().Opened({.Cookie = sName + "=" + sCookie}, shared_from_this());
+  }
   void TakeNoteOf(const std::string& sText) {
     m_iBytes += sText.size();
     if (++Got % 32 == 0 || m_iBytes > (1U << 20)) {

@@ -28,6 +28,7 @@ class Served {
   struct What {
     std::chrono::milliseconds Absence = std::chrono::seconds(60);
     std::chrono::milliseconds Greeting = std::chrono::seconds(60);
+    std::size_t Most = 64;
     Limits Bounds = {};
     std::vector<std::string> Instances = {"recorded:" ZELWBR3_SOURCE_DIR "/tests/recordings/demo.json"};
     /// Instead of the pages of the instances.
@@ -95,6 +96,7 @@ class Served {
   Sessions::Options Options(const What& oWhat) {
     Sessions::Options o;
     o.Instances = oWhat.Instances;
+    o.Most = oWhat.Most;
     o.Absence = oWhat.Absence;
     o.Greeting = oWhat.Greeting;
     o.Program = [oWhat](WebPlatform& oPlatform, std::size_t i) {

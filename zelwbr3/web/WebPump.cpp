@@ -7,6 +7,19 @@
 
 namespace ZELWbr3::Web {
 
+namespace {
+
+/// Work that has just begun leaves Escape to whatever comes after it: most work ends
+/// before anybody has seen that it goes on.
+constexpr std::chrono::milliseconds Patience{25};
+
+/// The agent's message of that key.
+bool IsEscape(const std::string& sMessage) {
+  return sMessage.find("\n[\"key\",") != std::string::npos && sMessage.ends_with(",27]");
+}
+
+}  // namespace
+
 void WebPump::Check() const {
   if (m_bEnd) throw ClosingError(m_sEnd);
 }
@@ -59,6 +72,8 @@ void WebPump::RunInBackground(const std::function<void()>& oWork, const std::fun
   const auto Now = [this](const std::function<void()>* o) {
     const std::scoped_lock oLock(m_oMutex);
     m_oInterrupt = o;
+    m_oBegan = std::chrono::steady_clock::now();
+    m_bEscaped = false;
     Check();
   };
   Now(&oInterrupt);
@@ -82,7 +97,14 @@ void WebPump::Post(std::function<void()> oTask) {
 bool WebPump::Arrive(std::string sMessage) {
   const std::scoped_lock oLock(m_oMutex);
   m_iBytes += sMessage.size();
-  const bool bDuringWork = m_oInterrupt != nullptr && !*m_oInterrupt;
+  const bool bCanEnd = m_oInterrupt != nullptr && *m_oInterrupt;
+  if (bCanEnd && IsEscape(sMessage) && std::chrono::steady_clock::now() - m_oBegan > Patience) {
+    // What was done before was meant for what is not waited for any more.
+    for (Message& o : m_messages) o.DuringWork = true;
+    m_bEscaped = true;
+    (*m_oInterrupt)();
+  }
+  const bool bDuringWork = m_oInterrupt != nullptr && (!bCanEnd || m_bEscaped);
   m_messages.push_back({{}, std::move(sMessage), bDuringWork});
   m_oArrived.notify_one();
   m_bRefused = IsFull();

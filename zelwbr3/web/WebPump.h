@@ -3,6 +3,7 @@
 #include "zelwbr3/base/Export.h"
 #include "zelwbr3/platform/MessagePump.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -33,7 +34,8 @@ class ZELWBR3_EXPORT WebPump : public MessagePump {
 
   void Turn() override;
   void Poll() override;
-  /// On this thread: the server's own goes on meanwhile.
+  /// On this thread: the server's own goes on meanwhile, and tells work that can be
+  /// ended of an Escape that comes.
   void RunInBackground(const std::function<void()>& oWork, const std::function<void()>& oInterrupt = {}) override;
 
   /// Runs something on this thread, behind what waits. From any thread.
@@ -81,6 +83,8 @@ class ZELWBR3_EXPORT WebPump : public MessagePump {
   std::string m_sEnd;
   /// Of the work that goes on; null for none, empty if it cannot be ended.
   const std::function<void()>* m_oInterrupt = nullptr;
+  std::chrono::steady_clock::time_point m_oBegan;
+  bool m_bEscaped = false;
 };
 
 }  // namespace ZELWbr3::Web
