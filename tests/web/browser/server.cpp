@@ -42,7 +42,8 @@ void Compare(Comparison& oComparison, Web::WebPlatform& oPlatform) {
     const auto iPlace = std::ranges::mismatch(sLive, sReplica).in1 - sLive.begin();
     const std::scoped_lock oLock(oComparison.oMutex);
     ++oComparison.iMade;
-    oComparison.sFound = sLive == sReplica ? "equal" : "differs: " + Around(sLive, iPlace) + "\nreplica: " + Around(sReplica, iPlace);
+    oComparison.sFound =
+        sLive == sReplica ? "equal" : "differs: " + Around(sLive, iPlace) + "\nreplica: " + Around(sReplica, iPlace);
   });
 }
 
