@@ -54,6 +54,8 @@ set(CPACK_PACKAGE_NAME zelwbr3)
 set(CPACK_PACKAGE_CONTACT "zelwbr3 developers <zelwbr3@users.noreply.github.com>")
 set(CPACK_PACKAGE_VENDOR "zelwbr3 developers")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+# The default is not put before the packages' own synopses.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_NAME} built using CMake")
 set(CPACK_COMPONENTS_ALL programs data dev)
 if(ZELWBR3_DESKTOP)
   list(APPEND CPACK_COMPONENTS_ALL desktop)
@@ -73,25 +75,26 @@ set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_DEPENDS "zelwbr3-data (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_PROGRAMS_DEBUGINFO_PACKAGE ON)
 set(CPACK_COMPONENT_PROGRAMS_DESCRIPTION "state of database instances as pages
- zelview shows the state of a PostgreSQL server or a SQLite database file in a
- window, zelweb in any browser, zelreport writes the same pages as HTML or a line
- for monitoring, and zelanalyzer writes figures at intervals.")
+zelview shows the state of a PostgreSQL server or a SQLite database file in
+a window, zelweb in any browser, zelreport writes the same pages as HTML or
+a line for monitoring, and zelanalyzer writes figures at intervals.")
 
 set(CPACK_DEBIAN_DATA_PACKAGE_NAME zelwbr3-data)
 set(CPACK_DEBIAN_DATA_PACKAGE_SECTION database)
 set(CPACK_DEBIAN_DATA_PACKAGE_ARCHITECTURE all)
 set(CPACK_COMPONENT_DATA_DESCRIPTION "state of database instances as pages - page files and help
- The page files that zelview, zelreport and programs with the control of zelwbr3
- show, and the topics of their help.")
+The page files that zelview, zelreport and programs with the control of zelwbr3
+show, and the topics of their help.")
 
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libzelwbr3-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "zelwbr3-data (= ${PROJECT_VERSION}), libgumbo-dev, libsqlite3-dev, libpq-dev, libssl-dev, zlib1g-dev, libchm-dev")
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "libzelwbr3-desktop, libzelwbr3-doc, libgtest-dev")
 set(CPACK_COMPONENT_DEV_DESCRIPTION "browser control for database instances - development files
- Headers, static libraries, CMake and pkg-config files of the control that shows
- the state of a database instance as HTML pages: its core, the platform without a
- screen, instances for SQLite, PostgreSQL and recordings, and a test kit.")
+Headers, static libraries, CMake and pkg-config files of the control that
+shows the state of a database instance as HTML pages: its core, the platform
+without a screen, instances for SQLite, PostgreSQL and recordings, and a test
+kit.")
 
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_NAME libzelwbr3-desktop)
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_SECTION libdevel)
@@ -99,12 +102,12 @@ string(REGEX REPLACE "^webkit2gtk" "libwebkit2gtk" webkit "${ZELWBR3_WEBKIT_MODU
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS
   "libzelwbr3-dev (= ${PROJECT_VERSION}), libwxgtk3.2-dev, ${webkit}")
 set(CPACK_COMPONENT_DESKTOP_DESCRIPTION "browser control for database instances - wxWidgets development files
- Headers and static library of the control's platform for programs with
- wxWidgets, on WebKitGTK.")
+Headers and static library of the control's platform for programs with
+wxWidgets, on WebKitGTK.")
 
 set(CPACK_DEBIAN_DOC_PACKAGE_NAME libzelwbr3-doc)
 set(CPACK_DEBIAN_DOC_PACKAGE_SECTION doc)
 set(CPACK_DEBIAN_DOC_PACKAGE_ARCHITECTURE all)
 set(CPACK_COMPONENT_DOC_DESCRIPTION "browser control for database instances - reference
- The public headers of zelwbr3 and how a program embeds the control, as HTML.")
+The public headers of zelwbr3 and how a program embeds the control, as HTML.")
 include(CPack)
