@@ -40,6 +40,8 @@ WebPages::WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Databas
   OfferPages({});
   m_connections.push_back(
       m_oBrowser.PageComplete.Connect([this](const std::shared_ptr<Page>& oPage) { Shown(*oPage); }));
+  m_connections.push_back(m_oBrowser.ActionBegin.Connect([this] { m_bReads = true; }));
+  m_connections.push_back(m_oBrowser.ActionComplete.Connect([this](bool) { m_bReads = false; }));
   m_connections.push_back(oPlatform.RefreshAsked.Connect([this](bool bAsked) { Refresh(bAsked); }));
   m_connections.push_back(oPlatform.PageAsked.Connect([this](const std::string& sName) { Show(sName); }));
   m_connections.push_back(m_oBrowser.Command.Connect([this](Long lCommand) {
@@ -51,12 +53,13 @@ WebPages::WebPages(Web::WebPlatform& oPlatform, std::shared_ptr<ZELLib3::Databas
 
 void WebPages::Run(const std::string& sPage) {
   m_oPages.Show("Main");
-  if (sPage != "Main") m_oPages.Show(sPage);
+  if (sPage != "Main") Show(sPage);
   for (;;) m_oPlatform.Run();
 }
 
 void WebPages::Show(const std::string& sName) {
   try {
+    m_bReads = true;
     m_oPages.Show(sName);
   } catch (const ClosingError&) {
     throw;
@@ -91,8 +94,14 @@ void WebPages::Shown(const Page& oPage) {
   for (const HostPages::Entry& oEntry : HostPages::All()) {
     if (!oPage.Name().starts_with(oEntry.Name)) continue;
     m_oPlatform.ShowsPage(oEntry.Name, m_oDatabase->InstanceName() + " - " + oEntry.Title,
-                          oData != nullptr && oData->IsUnread());
+                          oData != nullptr && oData->IsUnread(), ReadAt(oPage.Name()));
   }
+}
+
+const std::string& WebPages::ReadAt(const std::string& sPage) {
+  std::string& sRead = m_readAt[sPage];
+  if (std::exchange(m_bReads, false)) sRead = "Read " + m_oPlatform.UserLocale().LongTime(Calendar::Now());
+  return sRead;
 }
 
 std::shared_ptr<ZELLib3::Database> OpenFor(Web::WebPlatform& oPlatform,

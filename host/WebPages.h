@@ -7,6 +7,7 @@
 #include "zelwbr3/web/WebPlatform.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,11 +31,17 @@ class WebPages {
   /// Offers the pages, with the number of findings on each.
   void OfferPages(const std::vector<Health::Finding>& findings);
   void Shown(const Page& oPage);
+  /// When the figures of a page in front were read, as a text; empty if it has none.
+  const std::string& ReadAt(const std::string& sPage);
 
   Web::WebPlatform& m_oPlatform;
   std::shared_ptr<ZELLib3::Database> m_oDatabase;
   Browser m_oBrowser;
   HostPages m_oPages;
+  /// A page is being read.
+  bool m_bReads = true;
+  /// By page: one that comes to the front again is as old as it was.
+  std::map<std::string, std::string> m_readAt;
   std::vector<ScopedConnection> m_connections;
 };
 

@@ -97,10 +97,20 @@ void WebPlatform::Pages(std::vector<OfferedPage> pages) {
   SendList(oList);
 }
 
-void WebPlatform::ShowsPage(const std::string& sName, const std::string& sTitle, bool bTryAgain) {
+void WebPlatform::Keys(std::vector<Long> codes) {
+  m_keys = std::move(codes);
+  FlatListWriter oList;
+  oList.Add("keys");
+  for (const Long lCode : m_keys) oList.Add(static_cast<std::uint32_t>(std::int32_t(lCode)));
+  SendList(oList);
+}
+
+void WebPlatform::ShowsPage(const std::string& sName, const std::string& sTitle, bool bTryAgain,
+                            const std::string& sRead) {
   m_sPage = sName;
   m_sTitle = Text::Clean(sTitle);
-  Send("page", m_sPage, m_sTitle, bTryAgain ? 1U : 0U);
+  m_sRead = sRead;
+  Send("page", m_sPage, m_sTitle, bTryAgain ? 1U : 0U, m_sRead);
 }
 
 void WebPlatform::ShowFailure(const std::string& sText, const std::string& sSince) {
@@ -112,8 +122,9 @@ void WebPlatform::ShowFailure(const std::string& sText, const std::string& sSinc
 
 void WebPlatform::ShellBeginsAgain(const Greeting& oGreeting) {
   if (IsTheme(oGreeting.Theme)) m_sTheme = oGreeting.Theme;
+  Keys(std::vector(m_keys));
   Pages(std::vector(m_pages));
-  Send("page", m_sPage, m_sTitle, 0U);
+  Send("page", m_sPage, m_sTitle, 0U, m_sRead);
   if (!m_oFailure.first.empty()) Send("failure", m_oFailure.first, m_oFailure.second);
   if (m_oCommandlist != nullptr) m_oCommandlist->Send();
   for (const auto& [iFrame, oBrowser] : m_browsers) {

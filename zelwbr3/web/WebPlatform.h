@@ -85,8 +85,10 @@ class ZELWBR3_EXPORT WebPlatform : public Platform {
   /// The pages that the shell offers.
   void Pages(std::vector<OfferedPage> pages);
   /// What the shell says of the page shown, and in the window's title. bTryAgain: the
-  /// page could not be read and is to be tried again by itself.
-  void ShowsPage(const std::string& sName, const std::string& sTitle, bool bTryAgain = false);
+  /// page could not be read and is to be tried again by itself. sRead says when its
+  /// figures were read.
+  void ShowsPage(const std::string& sName, const std::string& sTitle, bool bTryAgain = false,
+                 const std::string& sRead = {});
   /// Shows an error in place of the pages, and since when, while a session cannot
   /// begin; an empty text ends that. The shell asks for another attempt by RefreshAsked,
   /// again and again by itself.
@@ -97,6 +99,10 @@ class ZELWBR3_EXPORT WebPlatform : public Platform {
   /// The page shown is to be read again. False: not because the user has just asked
   /// for it, so nothing may be disturbed.
   Event<bool> RefreshAsked;
+
+  /// Keys that pages of the program handle besides Escape, F5, Enter and Space, by their
+  /// codes, without Ctrl, Alt and Shift. The browser's own meaning of them is lost.
+  void Keys(std::vector<Long> codes);
 
   /// The browser in front; null when there is none.
   WebWebBrowser* Front() const;
@@ -150,8 +156,10 @@ class ZELWBR3_EXPORT WebPlatform : public Platform {
   std::uint32_t m_iLastNumber = 0;
   std::map<std::string, std::string> m_snapshots;
   std::vector<OfferedPage> m_pages;
+  std::vector<Long> m_keys;
   std::string m_sPage;
   std::string m_sTitle;
+  std::string m_sRead;
   std::pair<std::string, std::string> m_oFailure;
 };
 

@@ -210,6 +210,9 @@
 
   // ---- the frames ------------------------------------------------------------
 
+  /** Codes of the keys that pages handle wherever they are pressed: Escape and F5, and what the program adds. */
+  const aKeys = [27, 116];
+
   /** What the agent of a page in one of the frames needs. */
   const Port = (oWindow) => {
     const iFrame = AllFrames().findIndex((o) => o.contentWindow === oWindow);
@@ -225,7 +228,7 @@
       Theme: Theme(),
       IsFrame: false,
       Serial: () => iSerial,
-      Keys: [27, 116],
+      Keys: aKeys,
       Mnemonic: PressMnemonic,
       Attach: (oAgent) => (oState.oAgent = oAgent),
       Post: (sMessage) => {
@@ -304,6 +307,7 @@
     reset: (...aItems) => Again("Reset", ...aItems),
     refresh: (...aItems) => Again("Refresh", ...aItems),
     batch: Apply,
+    keys: (...aCodes) => aKeys.splice(2, Infinity, ...aCodes.slice(0, -1)),
     visible: (iFrame, bVisible) => {
       aFrames[iFrame].classList.toggle("front", bVisible === 1);
       aFrames[iFrame].tabIndex = bVisible === 1 ? 0 : -1;
@@ -317,8 +321,9 @@
         oDocument.adoptedStyleSheets = oDocument.adoptedStyleSheets.filter((o) => o !== oSheet);
       }
     },
-    page: (sName, sTitle, bTryAgain) => {
+    page: (sName, sTitle, bTryAgain, sRead) => {
       if (sTitle !== "") document.title = sTitle;
+      document.getElementById("read").textContent = sRead;
       const sNow = sWanted;
       sWanted = "";
       if (sNow !== "" && sNow !== sName) return void Send("show", sNow);
@@ -724,7 +729,7 @@
     if (oEvent.ctrlKey || oEvent.metaKey || oEvent.shiftKey) return;
     if (oEvent.altKey) return void (PressMnemonic(oEvent.key) && oEvent.preventDefault());
     const iFrame = Front();
-    if (![27, 116].includes(oEvent.keyCode) || (iFrame < 0 && !bFailure && !bOver)) return;
+    if (!aKeys.includes(oEvent.keyCode) || (iFrame < 0 && !bFailure && !bOver)) return;
     oEvent.preventDefault();
     if (bOver) return void (oEvent.key === "F5" && location.reload());
     if (bFailure) return void (oEvent.key === "F5" && Refresh(true));

@@ -67,6 +67,7 @@ int main(int argc, char** argv) {
       const std::scoped_lock oLock(oComparison.oMutex);
       oComparison.oPlatform = &oPlatform;
     }
+    oPlatform.Keys({119});  // F8
     try {
       oPages.Run("Main");
     } catch (...) {
