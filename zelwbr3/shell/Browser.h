@@ -72,7 +72,7 @@ class ZELWBR3_EXPORT Browser {
   /// It is the number of a unit of clsSize, minus one.
   Long PreferredUnit() const;
   void PreferredUnit(Long lUnit);
-  /// An object of the host that all pages of all controls share.
+  /// An object of the host that all pages of all controls share; set it before a second thread shows pages.
   static std::shared_ptr<void> Resource();
   static void Resource(std::shared_ptr<void> oResource);
   /// The user's number settings, read when the control was created.
