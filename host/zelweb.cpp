@@ -158,7 +158,6 @@ int Serve(const Arguments& oArguments) {
   ZELWbr3::Web::Doorkeeper oDoorkeeper(
       {.Token = sToken,
        .MetricsToken = sMetricsToken,
-       .Secure = bTLS,
        .VisitsFile = oArguments.TokenFile.empty() ? "" : oArguments.TokenFile + ".visits"});
   ZELWbr3::Web::Sessions oSessions(oOptions, oDoorkeeper, oPages);
   ZELWbr3::Web::Server oServer({sAddress, iPort, oArguments.CertificateFile, oArguments.KeyFile}, oSessions);

@@ -112,9 +112,10 @@ bool Doorkeeper::IsGood(const std::string& sCookie) {
   return true;
 }
 
-std::string Doorkeeper::SetCookie(const std::string& sValue, long lSeconds) const {
+std::string Doorkeeper::SetCookie(const Request& oRequest, const std::string& sValue, long lSeconds) const {
+  const bool bPlain = std::ranges::find(m_origins, "http://" + oRequest.Host) != m_origins.end();
   return CookieName() + "=" + sValue + "; Path=/; HttpOnly; SameSite=Strict; Max-Age=" + std::to_string(lSeconds) +
-         (m_oOptions.Secure ? "; Secure" : "");
+         (bPlain ? "" : "; Secure");
 }
 
 Doorkeeper::Entry Doorkeeper::Enter(const Request& oRequest) {
@@ -128,12 +129,12 @@ Doorkeeper::Entry Doorkeeper::Enter(const Request& oRequest) {
   const std::string sCookie = MakeSecret();
   m_visits[KeyOf(sCookie)] = {oNow, oNow};
   KeepVisits();
-  return {SetCookie(sCookie, std::chrono::seconds(AtMost).count())};
+  return {SetCookie(oRequest, sCookie, std::chrono::seconds(AtMost).count())};
 }
 
-std::string Doorkeeper::Leave(const std::string& sCookie) {
-  if (m_visits.erase(KeyOf(sCookie)) > 0) KeepVisits();
-  return SetCookie("", 0);
+std::string Doorkeeper::Leave(const Request& oRequest) {
+  if (m_visits.erase(KeyOf(CookieOf(oRequest))) > 0) KeepVisits();
+  return SetCookie(oRequest, "", 0);
 }
 
 Doorkeeper::Entry Doorkeeper::MayReadFigures(const Request& oRequest) {

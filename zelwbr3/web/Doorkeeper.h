@@ -22,7 +22,6 @@ class ZELWBR3_EXPORT Doorkeeper {
   struct Options {
     std::string Token;         ///< opens a browser's way in
     std::string MetricsToken;  ///< for programs that ask for figures; opens nothing else
-    bool Secure = false;       ///< TLS: cookies are sent over nothing else
     /// Where those who are inside are remembered, so that they still are after a restart
     /// with the same token; empty = nowhere. It holds no cookie, nor anything to make one of.
     std::string VisitsFile = {};
@@ -56,8 +55,9 @@ class ZELWBR3_EXPORT Doorkeeper {
     int Refused = 0;  ///< an HTTP status, 0 = let in
   };
   Entry Enter(const Request& oRequest);
-  /// Forgets a cookie; answers the header's value that makes the browser forget it.
-  std::string Leave(const std::string& sCookie);
+  /// Forgets a request's cookie; answers the header's value that makes the browser
+  /// forget it.
+  std::string Leave(const Request& oRequest);
   /// Whether a request brings the token for figures, and nothing else.
   Entry MayReadFigures(const Request& oRequest);
 
@@ -68,7 +68,8 @@ class ZELWBR3_EXPORT Doorkeeper {
   };
 
   std::string CookieName() const { return "zelweb-" + std::to_string(m_iPort); }
-  std::string SetCookie(const std::string& sValue, long lSeconds) const;
+  /// Sent over nothing but TLS where browsers find the request's host by nothing else.
+  std::string SetCookie(const Request& oRequest, const std::string& sValue, long lSeconds) const;
   /// By what a visit is known here; a cookie cannot be found from it.
   std::string KeyOf(const std::string& sCookie) const;
   void ReadVisits();

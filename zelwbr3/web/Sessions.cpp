@@ -186,7 +186,7 @@ Response Sessions::Answer(const Request& o) {
       if (!sCookie.empty() && oSession->Cookie() == sCookie) EndSession(oSession, "Signed out");
     }
     Response oBye = Page(200, "Signed out", "<p>The sessions of this browser have ended.</p>");
-    oBye.Headers.emplace_back("Set-Cookie", m_oDoorkeeper.Leave(sCookie));
+    oBye.Headers.emplace_back("Set-Cookie", m_oDoorkeeper.Leave(o));
     return Guarded(std::move(oBye));
   }
   if (o.Method != "GET" && o.Method != "HEAD") return Guarded({405, {{"Allow", "GET, HEAD"}}});
