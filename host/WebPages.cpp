@@ -120,6 +120,7 @@ std::shared_ptr<ZELLib3::Database> OpenFor(Web::WebPlatform& oPlatform,
       const std::string sTried = oPlatform.UserLocale().LongTime(Calendar::Now());
       oPlatform.ShowFailure(oError.what(), sSince + (bFirst ? "" : ", last tried " + sTried));
     }
+    oPlatform.MessagePump().Poll();  // what was asked for meanwhile is answered
     for (bAsked = false; !bAsked;) oPlatform.MessagePump().Turn();
   }
 }
