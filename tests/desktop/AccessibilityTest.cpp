@@ -47,7 +47,8 @@ class AccessibilityTest : public TestPanel {
   /// What is wrong with the page as it is seen now, a line each.
   std::string Violations() {
     Ask(Front(), "if (!globalThis.axe) {" + Script +
-                     "}; globalThis.sFound = null; axe.run(document, { resultTypes: ['violations'] })"
+                     "}; globalThis.sFound = null; Promise.allSettled(document.getAnimations().map(o => o.finished))"
+                     ".then(() => axe.run(document, { resultTypes: ['violations'] }))"
                      ".then(o => o.violations.flatMap(v => v.nodes.map(n => v.id + ': ' + n.html.slice(0, "
                      "200))).join('\\n'), String)"
                      ".then(s => { globalThis.sFound = s; }); 0");
