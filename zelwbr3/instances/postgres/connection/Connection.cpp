@@ -88,7 +88,12 @@ std::string Field(const PGresult* pResult, int iField) {
   return pText == nullptr ? std::string() : pText;
 }
 
-std::string Line(const std::string& sText) { return Text::Trim(Text::OneLine(Text::Trim(sText, " \n"))); }
+/// A message in one line. What libpq adds in a further one is a sentence of its own.
+std::string Line(const std::string& sText) {
+  std::string sLine = Text::Trim(sText, " \n");
+  for (std::size_t i = 0; (i = sLine.find("\n\t", i)) != std::string::npos;) sLine.replace(i, 2, ". ");
+  return Text::Trim(Text::OneLine(sLine));
+}
 
 std::string SecondsText(std::chrono::milliseconds dTime) {
   return std::to_string(std::chrono::ceil<std::chrono::seconds>(dTime).count()) + " s";
