@@ -39,7 +39,7 @@ TEST(SessionsOfTwoInstancesTest, TwentyAtATimeShowTheirPages) {
       for (const char* sPage : {"InfoActivity", "Main", "Sessions", "DataArea", "SysInfos", "Main"}) {
         oShell->Say(std::string(R"(["show",")") + sPage + "\"]");
         EXPECT_NE(oShell->Await(std::string(R"(["page",")") + sPage), "nothing came");
-        oShell->Say("[\"agent\",1]\n[\"key\",2,27]");  // of a document that is gone: ignored
+        oShell->Say("[\"agent\",1]\n[\"key\",2,27]");  // of the first page in that frame, or of one that is gone
       }
       oShell->Disconnect();
     });

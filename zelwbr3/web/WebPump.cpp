@@ -98,13 +98,15 @@ bool WebPump::Arrive(std::string sMessage) {
   const std::scoped_lock oLock(m_oMutex);
   m_iBytes += sMessage.size();
   const bool bCanEnd = m_oInterrupt != nullptr && *m_oInterrupt;
-  if (bCanEnd && IsEscape(sMessage) && std::chrono::steady_clock::now() - m_oBegan > Patience) {
+  const bool bEnds =
+      bCanEnd && IsEscape(sMessage) && (m_bEscaped || std::chrono::steady_clock::now() - m_oBegan > Patience);
+  if (bEnds) {
     // What was done before was meant for what is not waited for any more.
     for (Message& o : m_messages) o.DuringWork = true;
     m_bEscaped = true;
     (*m_oInterrupt)();
   }
-  const bool bDuringWork = m_oInterrupt != nullptr && (!bCanEnd || m_bEscaped);
+  const bool bDuringWork = bEnds || (m_oInterrupt != nullptr && !bCanEnd);
   m_messages.push_back({{}, std::move(sMessage), bDuringWork});
   m_oArrived.notify_one();
   m_bRefused = IsFull();

@@ -134,14 +134,15 @@
 
   /*
    * A network that is gone without a word, as that of a computer that was asleep, does
-   * not end a socket for minutes. The server answers at once, also while a session is at work.
+   * not end a socket for minutes. The server answers at once, also while a session is at
+   * work; on a slow line, what is on its way comes first.
    */
   const Silence = 15000;
-  let bHeard = true;
+  const Unanswered = 3;
+  let iSilent = 0; // times since something was heard
   setInterval(() => {
     if (!bOpen) return;
-    if (!bHeard) return Lose(oSocket);
-    bHeard = false;
+    if (iSilent++ === Unanswered) return Lose(oSocket);
     oSocket.send('["ping"]');
   }, Silence);
 
@@ -154,7 +155,7 @@
     bGreeted = true;
     iAttempts = 0;
     Confirmed(iArrived);
-    bHeard = true;
+    iSilent = 0;
     if (!bOpen) SendKept();
     Say("");
   };
@@ -192,7 +193,7 @@
   };
 
   const Receive = (sText) => {
-    bHeard = true;
+    iSilent = 0;
     const iBody = sText.indexOf("\n");
     const [sKind, ...aItems] = JSON.parse(iBody < 0 ? sText : sText.slice(0, iBody));
     if (sKind in oControls) return oControls[sKind](...aItems);
