@@ -645,7 +645,8 @@
     oPage.document.addEventListener("load", ({ target }) => {
       if (target.localName !== "iframe") return;
       const oTopic = target.contentDocument;
-      if (oTopic === null) return; // did not come
+      // Nothing, or what makes way for a topic without a word: it would keep the keys for itself.
+      if (oTopic === null || oTopic.URL === "about:blank") return;
       DrawTopic();
       oTopic.addEventListener("keydown", OnTopicKey, true);
       // While a topic makes way for another one, nobody in there takes a key.
