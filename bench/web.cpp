@@ -88,7 +88,7 @@ class Shown {
       m_oRows = std::make_shared<PageRows>(sName);
       m_oBrowser.Show(m_oRows, 1);
     }
-    m_oRows->Show();
+    m_oRows->Show();  // once more: what a load leaves to be done is not measured
     Settle();
     if (sWhat == "empty") return 0;
     const auto texts = MakeTexts(iCount);

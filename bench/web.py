@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 """Measures the control in Chromium, side by side with what the browser does by itself.
 
-Arguments: bench-web, zelweb, the recording to show; --json FILE adds the figures to FILE.
 Times are compared by the best of the runs, because server, browser and page share the
 processors with whatever else runs; the medians stand beside them.
 """
+import argparse
 import asyncio
 import itertools
 import json
@@ -16,9 +16,10 @@ import sys
 import threading
 import time
 
+sys.dont_write_bytecode = True
+sys.path.append(os.path.join(os.path.dirname(os.path.abspath(__file__)), "../tests/web/browser"))
 try:
-    from selenium import webdriver
-    from selenium.webdriver.chrome.service import Service
+    import chromium
     from selenium.webdriver.common.by import By
     from selenium.webdriver.support.ui import WebDriverWait
 except ImportError:
@@ -230,7 +231,7 @@ class Bench:
         turn = itertools.cycle("ab")
         shows, bares, painted_bares = [], [], []
         pages, page_bares, painted, painted_page_bares = [], [], [], []
-        for i in range(RUNS + 2):
+        for _ in range(RUNS + 2):
             for page, loaded, ready in (("Main", bares, painted_bares), ("InfoCaches", page_bares, painted_page_bares)):
                 took = self.bare(f"{folder}{page}.htm?{next(turn)}")
                 loaded.append(took[0])
@@ -318,23 +319,26 @@ class Bench:
 
 
 def open_browser():
-    options = webdriver.ChromeOptions()
-    for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--window-size=1280,900"):
-        options.add_argument(argument)
-    browser = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
+    browser = chromium.open_browser()
     browser.set_script_timeout(60)
     browser.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": WATCH})
     return browser
 
 
 def main():
-    bench_web, zelweb, recording, *rest = sys.argv[1:]
-    only = os.environ.get("ONLY", "").split()
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("bench_web")
+    parser.add_argument("zelweb")
+    parser.add_argument("recording", help="the instance to show")
+    parser.add_argument("--json", metavar="FILE", help="file to add the figures to")
+    parser.add_argument("--only", metavar="GROUP", help="rows, show, painted, sessions, refreshing or round_trips")
+    arguments = parser.parse_args()
+    bench_web, zelweb, recording, only = arguments.bench_web, arguments.zelweb, arguments.recording, arguments.only
     browser = open_browser()
-    bench = Bench(browser, rest[1] if rest[:1] == ["--json"] else None)
+    bench = Bench(browser, arguments.json)
 
     def measure(what, *command):
-        if only and what.__name__ not in only:
+        if only not in (None, what.__name__):
             return
         server = Server(*command)
         try:
@@ -348,7 +352,7 @@ def main():
         measure(bench.painted, zelweb, recording)
         measure(bench.sessions, zelweb, recording)
         measure(bench.refreshing, zelweb)
-        if not only or "round_trips" in only:
+        if only in (None, "round_trips"):
             bench.round_trips(Line(), zelweb, recording)
         bench.write()
     finally:

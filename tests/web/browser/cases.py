@@ -12,10 +12,11 @@ import sys
 import tempfile
 import unittest
 
+sys.dont_write_bytecode = True
+
 try:
-    from selenium import webdriver
+    import chromium
     from selenium.common.exceptions import TimeoutException, WebDriverException
-    from selenium.webdriver.chrome.service import Service
     from selenium.webdriver.common.action_chains import ActionChains
     from selenium.webdriver.common.by import By
     from selenium.webdriver.common.keys import Keys
@@ -25,19 +26,9 @@ except ImportError:
     sys.exit(77)
 
 SERVER, ZELWEB, RECORDINGS = sys.argv[1:4]
-CHROMIUM, DRIVER = "/usr/bin/chromium", "/usr/bin/chromedriver"
-if not (os.path.exists(CHROMIUM) and os.path.exists(DRIVER)):
+if not chromium.is_installed():
     print("chromium and chromium-driver are not installed: no tests in a browser")
     sys.exit(77)
-
-
-def open_browser():
-    options = webdriver.ChromeOptions()
-    for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage",
-                     "--window-size=1280,900", "--lang=en-US"):
-        options.add_argument(argument)
-    options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
-    return webdriver.Chrome(service=Service(DRIVER), options=options)
 
 
 class Case(unittest.TestCase):
@@ -474,7 +465,7 @@ class ZelwebTest(Case):
 
 def run():
     os.environ.setdefault("TMPDIR", "/tmp")
-    Case.browser = open_browser()
+    Case.browser = chromium.open_browser()
     try:
         result = unittest.main(module="__main__", argv=sys.argv[:1] + sys.argv[4:], exit=False, verbosity=2).result
     finally:
