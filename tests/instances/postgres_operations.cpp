@@ -1,6 +1,7 @@
 #include "tests/instances/PostgresServers.h"
 #include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/instances/postgres/PostgresDatabase.h"
+#include "zelwbr3/instances/postgres/connection/Statement.h"
 #include "zelwbr3/instances/postgres/local/ServerControl.h"
 #include "zelwbr3/instances/sqlite/settings/StateStore.h"
 
@@ -12,7 +13,6 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <thread>
 
 using namespace PostgresServers;
 using ZELWbr3::Postgres::LocalServer;
@@ -181,15 +181,6 @@ TEST(PostgresOperations, AdminLetsOnlySuperusersInAndOnlineRestoresEachLimit) {
     EXPECT_EQ(sLimits, Limits(oServer)) << "all is put back";
     EXPECT_EQ("", Refusal(oServer.Address("ordinary")));
     EXPECT_EQ("1", oBusy->Text("SELECT 1"));
-    {
-      const Operated oPatient(oServer);
-      std::jthread oUser([&] {
-        Await([&] { return oOwner.Text("SELECT max(datconnlimit) FROM pg_database") == "0"; }, "it has begun");
-        oPatient->Interrupt();
-      });
-      ExpectPart("interrupted", oPatient.Done(oPatient->Admin()));
-      EXPECT_EQ(sLimits, Limits(oServer));
-    }
     oBusy.reset();
     EXPECT_EQ("ok", oOperated.Done(oOperated->Admin()));
     EXPECT_EQ(3, oOperated.Status());
@@ -207,6 +198,36 @@ TEST(PostgresOperations, AdminLetsOnlySuperusersInAndOnlineRestoresEachLimit) {
   EXPECT_EQ(5, oOther.Status());
   EXPECT_EQ(sLimits, Limits(oServer));
   EXPECT_EQ("0", Client(oServer.Address()).Text("SELECT count(*) FROM pg_db_role_setting"));
+}
+
+TEST(PostgresOperations, AnInterruptAtAnyStatementEndsAdminAndAllIsPutBack) {
+  Server oServer;
+  const std::string sLimits = Limits(oServer);
+  Client oBusy(oServer.Address("monitor"));
+  oBusy.Run("BEGIN; SELECT 1");
+  PostgresDatabase* pDatabase = nullptr;
+  int iStatement = 0;
+  int iInterrupted = 0;
+  int iLook = 0;
+  Options oOptions{.Patience = std::chrono::milliseconds(100)};
+  oOptions.Sending = [&](const auto& oStatement) {
+    if (pDatabase == nullptr) return;
+    if (++iStatement == iInterrupted) pDatabase->Interrupt();
+    if (oStatement.SQL.find("pg_terminate_backend") != std::string::npos) iLook = iStatement;
+  };
+  const Operated oOperated(oServer, oOptions);
+  pDatabase = &*oOperated;
+  ExpectPart("still busy", oOperated.Done(oOperated->Admin()));
+  const int iLast = iStatement;
+  for (iInterrupted = 1; iInterrupted <= iLast; ++iInterrupted) {
+    iStatement = iLook = 0;
+    const std::string sDone = oOperated.Done(oOperated->Admin());
+    SCOPED_TRACE("interrupted at statement " + std::to_string(iInterrupted) + ": " + sDone);
+    EXPECT_LE(iLook, iInterrupted) << "it went on";
+    EXPECT_EQ(sLimits, Limits(oServer));
+  }
+  pDatabase = nullptr;
+  EXPECT_EQ("1", oBusy.Text("SELECT 1"));
 }
 
 TEST(PostgresOperations, WhoCannotDoThemIsToldWhy) {
@@ -332,7 +353,14 @@ TEST(PostgresOperations, RestartUntilLosesExactlyWhatCameAfter) {
   Server& oServer = oRestorable.Instance();
   const std::string sRestore = "cp " + oServer.Archive() + "/%f \"%p\"";
   AsOwner([&] {
-    const Operated oOperated(oServer);
+    PostgresDatabase* pDatabase = nullptr;
+    bool bInterrupts = false;
+    Options oOptions;
+    oOptions.Sending = [&](const auto& oStatement) {
+      if (bInterrupts && oStatement.SQL == "COMMIT") pDatabase->Interrupt();
+    };
+    const Operated oOperated(oServer, oOptions);
+    pDatabase = &*oOperated;
     ExpectPart("no backup is known", oOperated.Done(oOperated->RestartUntil(oRestorable.Until)));
     ASSERT_TRUE(oOperated->RegisterBackup(sBackup, oRestorable.Completed, "base", "false " + sRestore));
     auto dFuture = oRestorable.Until;
@@ -350,6 +378,11 @@ TEST(PostgresOperations, RestartUntilLosesExactlyWhatCameAfter) {
     EXPECT_EQ(5, oOperated.Status());
 
     ASSERT_TRUE(oOperated->RegisterBackup(sBackup, oRestorable.Completed, "base", sRestore));
+    Client oWitness(oServer.Address());
+    bInterrupts = true;
+    ExpectPart("interrupted", oOperated.Done(oOperated->RestartUntil(oRestorable.Until)));
+    bInterrupts = false;
+    EXPECT_EQ("1", oWitness.Text("SELECT 1")) << "it was not stopped";
     EXPECT_EQ("ok", oOperated.Done(oOperated->Admin()));
     EXPECT_EQ("ok", oOperated.Done(oOperated->RestartUntil(oRestorable.Until)));
     EXPECT_EQ("before the backup, kept", oRestorable.Rows());

@@ -390,8 +390,9 @@ Connection::Change::~Change() {
   if (m_bOpen) m_oConnection.EndTransaction("ROLLBACK");
 }
 
+/// Nobody could tell whether one that was interrupted has taken place.
 void Connection::Change::Commit() {
-  m_oConnection.Execute("COMMIT", m_sAsked);
+  m_oConnection.m_oWaiter.Shelter([&] { m_oConnection.Execute("COMMIT", m_sAsked); });
   m_bOpen = false;
 }
 

@@ -17,12 +17,27 @@ Waiter::Task::Task(Waiter& oWaiter, std::chrono::milliseconds dAllowed)
     : m_oWaiter(oWaiter), m_bOutermost(!std::exchange(oWaiter.m_bInTask, true)) {
   if (!m_bOutermost) return;
   oWaiter.m_dDeadline = Clock::now() + dAllowed;
-  eventfd_t lEarlier = 0;
-  eventfd_read(oWaiter.m_oInterrupt, &lEarlier);
+  if (!oWaiter.m_bInOperation) oWaiter.ForgetInterrupt();
 }
 
 Waiter::Task::~Task() {
   if (m_bOutermost) m_oWaiter.m_bInTask = false;
+}
+
+void Waiter::ForgetInterrupt() {
+  eventfd_t lEarlier = 0;
+  eventfd_read(m_oInterrupt, &lEarlier);
+}
+
+void Waiter::Operate(const std::function<void()>& oOperation) {
+  ForgetInterrupt();
+  m_bInOperation = true;
+  Finally(oOperation, [&] { m_bInOperation = false; });
+}
+
+void Waiter::Shelter(const std::function<void()>& oWork) {
+  const bool bOutermost = !std::exchange(m_bSheltered, true);
+  Finally(oWork, [&] { m_bSheltered = !bOutermost; });
 }
 
 void Waiter::Run(const std::function<void()>& oWork) {
@@ -35,7 +50,7 @@ Waiter::End Waiter::Await(int lDescriptor, short lEvents, Clock::time_point dUnt
   using namespace std::chrono;
   for (;;) {
     const auto dLeft = std::clamp(ceil<milliseconds>(dUntil - Clock::now()), 0ms, 60000ms);
-    pollfd oPolls[] = {{m_oInterrupt, POLLIN, 0}, {lDescriptor, lEvents, 0}};
+    pollfd oPolls[] = {{m_bSheltered ? -1 : static_cast<int>(m_oInterrupt), POLLIN, 0}, {lDescriptor, lEvents, 0}};
     const int iReady = poll(oPolls, 2, static_cast<int>(dLeft.count()));
     if (iReady < 0 && errno != EINTR) Instances::RaiseSystemError("poll");
     if (iReady > 0) return oPolls[0].revents != 0 ? End::Interrupted : End::Ready;

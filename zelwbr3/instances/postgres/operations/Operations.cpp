@@ -1,5 +1,6 @@
 #include "zelwbr3/instances/postgres/operations/Operations.h"
 
+#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/base/Calendar.h"
 #include "zelwbr3/base/Finally.h"
 #include "zelwbr3/base/Text.h"
@@ -26,7 +27,8 @@ std::string TimeText(std::time_t tTime) { return Calendar::ISOText(Calendar::Loc
 
 bool Operations::Attempt(const std::function<void()>& oOperation) {
   try {
-    oOperation();
+    m_oServer->TryAgain();
+    m_oServer->Waiter().Operate(oOperation);
     return true;
   } catch (const ZELLib3::InstanceError& oError) {
     m_oServer->LastError(oError.ErrorObject());
@@ -44,6 +46,7 @@ std::string Operations::Why(const std::exception& oError) const {
 }
 
 void Operations::Run(const std::function<void(Connection&)>& oStep) {
+  Pause(0ms);
   if (!m_oServer->Operate(oStep)) throw ZELLib3::InstanceError(m_oServer->LastError());
 }
 
@@ -54,6 +57,12 @@ void Operations::CheckUser() {
       throw std::runtime_error("a standby follows its primary: its state is changed there");
     }
   });
+}
+
+bool Operations::IsAdmin() {
+  const auto oReading = m_oServer->Read();
+  if (oReading->Figures == nullptr) throw ZELLib3::InstanceError(oReading->Why);
+  return oReading->Status == ZELLib3::Status::Admin;
 }
 
 ServerControl& Operations::Control() {
@@ -76,6 +85,7 @@ void Operations::Pause(std::chrono::milliseconds dTime) {
 }
 
 void Operations::Stop() {
+  Pause(0ms);  // the last moment at which nothing has happened
   m_oServer->Disconnect();
   Finally([&] { Control().Stop(); }, [&] { m_oServer->Disconnect(); });
 }
@@ -86,8 +96,9 @@ void Operations::Start() {
 
 bool Operations::StartIfStopped() {
   if (m_oServer->Connected()) return false;
+  Pause(0ms);  // what was interrupted tells nothing
   if (Control().Server().Process()) throw ZELLib3::InstanceError(m_oServer->Read()->Why);
-  Start();
+  OrStop(true, [&] { Start(); });
   return true;
 }
 
@@ -95,13 +106,14 @@ void Operations::OrStop(bool bStarted, const std::function<void()>& oOperation) 
   try {
     oOperation();
   } catch (...) {
-    if (bStarted) Stop();
+    if (bStarted) m_oServer->Waiter().Shelter([&] { Stop(); });
     throw;
   }
 }
 
 void Operations::Reopen() {
-  Run([](Connection& oConnection) { Admission(oConnection).Reopen(); });
+  m_oServer->TryAgain();
+  m_oServer->Waiter().Shelter([&] { Run([](Connection& oConnection) { Admission(oConnection).Reopen(); }); });
 }
 
 void Operations::CloseAndAwait(Sessions pSessions, std::chrono::milliseconds dPatience) {
@@ -206,17 +218,19 @@ void Operations::RestartUntil(std::time_t tUntil, const std::string& sUntil) {
     Finally([&] { oRestart.Run(); }, [&] { m_oServer->Disconnect(); });
   } catch (const std::exception& oError) {
     try {
-      Start();  // with the old data directory
+      m_oServer->Waiter().Shelter([&] { Start(); });  // with the old data directory
     } catch (const std::exception& oFailure) {
       throw std::runtime_error(std::string(oError.what()) + "; and afterwards " + oFailure.what());
     }
     throw;
   }
-  // It may have been in admin state then.
-  if (IsAdmin()) Reopen();
   if (const auto& oStore = m_oServer->Options().Observations) {
     oStore->Add(m_oServer->Key(), {oRestart.OldDirectory(), Calendar::Now(), "Before the restart until " + sUntil, -1});
   }
+  // It may have been in admin state then.
+  m_oServer->Waiter().Shelter([&] {
+    if (IsAdmin()) Reopen();
+  });
 }
 
 Backup Operations::BackupBefore(std::time_t tUntil, const std::string& sUntil) {

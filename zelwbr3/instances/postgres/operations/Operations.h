@@ -1,6 +1,5 @@
 #pragma once
 
-#include "zelwbr3/ZELLib3/Codes.h"
 #include "zelwbr3/instances/postgres/backups/Backup.h"
 #include "zelwbr3/instances/postgres/local/ServerControl.h"
 #include "zelwbr3/instances/postgres/operations/Admission.h"
@@ -16,8 +15,8 @@
 namespace ZELWbr3::Postgres {
 
 /// The operations that change the state of a server. Each is refused with its
-/// reason where it cannot be done, puts back what it has changed when it fails,
-/// and is never repeated. False, and LastError says why, then.
+/// reason where it cannot be done, puts back what it has changed when it fails or
+/// is interrupted, and is never repeated. False, and LastError says why, then.
 ///
 /// All need a superuser on a server that is no standby; stopping and starting need
 /// the owner of the data directory on the server's machine.
@@ -45,10 +44,12 @@ class Operations {
  private:
   bool Attempt(const std::function<void()>& oOperation);
   std::string Why(const std::exception& oError) const;
-  /// As Server::Operate; raises instead of answering false.
+  /// As Server::Operate; raises instead of answering false, and when the operation
+  /// has been interrupted before.
   void Run(const std::function<void(Connection&)>& oStep);
   void CheckUser();
-  bool IsAdmin() { return m_oServer->Read()->Status == ZELLib3::Status::Admin; }
+  /// Raises when the server does not tell.
+  bool IsAdmin();
   ServerControl& Control();
   void Stop();
   /// False when the server runs already.
@@ -61,6 +62,7 @@ class Operations {
   using Sessions = std::string (Admission::*)();
   void CloseAndAwait(Sessions pSessions, std::chrono::milliseconds dPatience);
   void Reopen();
+  /// Raises when the operation has been interrupted.
   void Pause(std::chrono::milliseconds dTime);
 
   void RestartUntil(std::time_t tUntil, const std::string& sUntil);

@@ -47,6 +47,8 @@ class Server {
   /// Runs an operation as Use, but never twice. False, and LastError says why, when
   /// it raises.
   bool Operate(const std::function<void(Connection&)>& oOperation);
+  /// The next use connects even if that has just failed.
+  void TryAgain() { m_oFailure = nullptr; }
   /// Runs a reading as Use. False, and LastError says why, when it raises.
   bool Attempt(const std::function<void(Connection&)>& oReading);
   /// False, and LastError says why, unless figures can be read.
