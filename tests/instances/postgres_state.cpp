@@ -113,11 +113,9 @@ TEST(PostgresState, AServerThatSaysNothingIsGivenUpAndTheNextHostIsTried) {
   const ZELWbr3::Testing::TempFolder oFolder;
   const SilentServer oSilent(oFolder.Path(""));
   const std::string sHost = oFolder.Path("");
-  const auto dBegin = steady_clock::now();
   const auto oSilence = OpenDatabase("host=" + sHost + " user=u connect_timeout=2", Fresh());
   EXPECT_FALSE(oSilence->Connected());
   EXPECT_NE(std::string::npos, oSilence->LastError().ErrorText.find("connecting: no answer within 2 s to the login"));
-  EXPECT_LT(steady_clock::now() - dBegin, 10s);
 
   Server& oServer = PostgresServers::Primary();
   const auto oDatabase = OpenDatabase("user=postgres dbname=postgres connect_timeout=2 host=" + sHost + "," +
@@ -164,12 +162,12 @@ TEST(PostgresState, NoFreeSlotAndALockedCatalogAreTold) {
   {
     Client oLocker(oServer.Address());
     oLocker.Run("BEGIN; LOCK pg_database IN ACCESS EXCLUSIVE MODE");
-    const auto dBegin = steady_clock::now();
     const auto oState = oDatabase->StateInfo();
     EXPECT_EQ(ZELLib3::Status::Online, oState->Status());
-    EXPECT_NE(std::string::npos, oState->StateText().find("figures cannot be read: ")) << oState->StateText();
+    for (const char* sPart : {"figures cannot be read: ", "lock timeout"}) {
+      EXPECT_NE(std::string::npos, oState->StateText().find(sPart)) << oState->StateText();
+    }
     EXPECT_FALSE(oState->InfoAvailable());
-    EXPECT_LT(steady_clock::now() - dBegin, 3s);
   }
   Client oFirst(oServer.Address());
   Client oSecond(oServer.Address());

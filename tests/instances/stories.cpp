@@ -99,7 +99,7 @@ class OneStory : private SQLiteFiles::SQLiteTest {
       std::filesystem::rename(sFirst, Path(sSecond));
     } else if (sVerb == "open") {
       Open({.BusyTimeout = std::chrono::milliseconds(1),
-            .ReadingTimeout = std::chrono::milliseconds(300),
+            .ReadingTimeout = std::chrono::seconds(2),
             .MaxPageCount = sRest.empty() ? 0 : std::stoi(sRest),
             .StateFolder = Path("state")});
     } else if (sVerb == "show") {
