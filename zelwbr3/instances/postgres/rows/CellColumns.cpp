@@ -3,7 +3,6 @@
 #include "zelwbr3/instances/common/rows/CellTexts.h"
 #include "zelwbr3/instances/postgres/connection/Queries.h"
 
-#include <deque>
 #include <optional>
 #include <sstream>
 
@@ -20,8 +19,8 @@ std::string Cell(std::size_t i) { return "c" + std::to_string(i); }
 std::string Bytes(std::size_t i) { return "b" + std::to_string(i); }
 
 /// Bytes of the values in the long columns of a row; empty unless one is cut.
-std::deque<std::int64_t> Lengths(const Result& oRow) {
-  std::deque<std::int64_t> lengths;
+std::vector<std::int64_t> Lengths(const Result& oRow) {
+  std::vector<std::int64_t> lengths;
   const int iLast = oRow.Columns() - 1;
   if (oRow.IsNull(0, iLast)) return lengths;
   std::istringstream oText(oRow.Text(0, iLast));
@@ -107,14 +106,12 @@ std::string CellColumns::SelectWhole(const std::vector<std::string>& keys, const
 Instances::RowTexts CellColumns::RowOf(const Result& oResult, int iFirst) const {
   Instances::RowTexts oRow;
   oRow.reserve(m_columns.size());
-  auto lengths = m_bAnyIsLong ? Lengths(oResult) : std::deque<std::int64_t>();
+  const auto lengths = m_bAnyIsLong ? Lengths(oResult) : std::vector<std::int64_t>();
+  auto itLength = lengths.begin();
   int i = iFirst;
   for (const Column& oColumn : m_columns) {
     std::optional<std::int64_t> lLength;
-    if (oColumn.IsLong() && !lengths.empty()) {
-      lLength = lengths.front();
-      lengths.pop_front();
-    }
+    if (oColumn.IsLong() && itLength != lengths.end()) lLength = *itLength++;
     if (oResult.IsNull(0, i)) {
       oRow.emplace_back("(null)");
     } else if (oColumn.eLength == Length::Bytes) {
