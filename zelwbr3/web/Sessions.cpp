@@ -34,8 +34,7 @@ constexpr const char* HTML = "text/html; charset=utf-8";
 constexpr const char* ShellFolder = "/shell/";
 
 const CachedFiles& ShellFiles() {
-  static const CachedFiles oFiles(ShellFolder, {{"boxes.js", std::string(BoxesScript)},
-                                                {"shell.js", std::string(ShellScript)},
+  static const CachedFiles oFiles(ShellFolder, {{"shell.js", std::string(ShellScript)},
                                                 {"shell.css", std::string(ShellStyle)},
                                                 {"instances.js", std::string(InstancesScript)}});
   return oFiles;

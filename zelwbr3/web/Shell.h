@@ -9,7 +9,6 @@ namespace ZELWbr3::Web {
 // instance's number, @NAME@ its name, @INSTANCES@ the list of all if there are
 // several, and @ZONE@ says what times are shown.
 extern const std::string_view ShellPage;
-extern const std::string_view BoxesScript;
 extern const std::string_view ShellScript;
 extern const std::string_view ShellStyle;
 extern const std::string_view InstancesScript;

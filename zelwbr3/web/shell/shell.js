@@ -1,16 +1,38 @@
 /*
- * The shell: four frames for the control's pages and its commands; boxes.js draws its boxes.
- * It carries out what the server sends and sends back what the user does. It knows
- * no page and decides nothing.
- *
- * A message is a flat JSON list of whole numbers and strings; some have another list
- * behind it, in a line of its own. Both sides count the messages that they get and
- * keep those that the other one has not confirmed, so a lost connection loses none.
+ * The shell: four frames for the control's pages and its commands. It carries out what
+ * the server sends and sends back what the user does. It knows no page and decides
+ * nothing.
  */
 (() => {
   "use strict";
 
   const { Pairs, Make, Captioned, PressMnemonic, ShowBox } = zelwbr3Draw;
+
+  const iInstance = Number(/\/instance\/(\d+)$/.exec(location.pathname)?.[1] ?? 0);
+  /** Where this tab keeps what the next load is to have again. */
+  const sView = `zelweb-view-${iInstance}`;
+  const sNext = `zelweb-next-${iInstance}`;
+
+  const oWire = zelwbr3Wire({
+    iInstance,
+    Greeting: () => [Theme(), ...zelwbr3Locale()],
+    Receive: (sKind, ...aItems) => oMessages[sKind](...aItems),
+    Say: (sText, bGone) => Say(sText, bGone),
+    Leave: () => sessionStorage.setItem(sNext, document.querySelector("#pages [aria-current]")?.dataset.name ?? ""),
+    End: () => {
+      for (const oBox of document.querySelectorAll("dialog")) oBox.remove();
+    },
+  });
+  const { Send, SendText } = oWire;
+
+  /** The page that the session after one that has ended is to show. */
+  let sWanted = sessionStorage.getItem(sNext) ?? "";
+  sessionStorage.removeItem(sNext);
+
+  addEventListener("pagehide", () => {
+    const oFrame = aFrames[Front()];
+    if (oFrame !== undefined) sessionStorage.setItem(sView, zelwbr3View.Take(oFrame.contentWindow));
+  });
 
   const aFrames = [];
   /** Of each frame: the number of its navigation, its agent, and what waits for its load. */
@@ -18,198 +40,6 @@
   const aStates = [0, 1, 2, 3].map(NewState);
   /** The frame of the message window. */
   const iMessage = 4;
-
-  // ---- the connection --------------------------------------------------------
-
-  const sSession = () => `zelweb-session-${iInstance()}`;
-  const iInstance = () => Number(/\/instance\/(\d+)$/.exec(location.pathname)?.[1] ?? 0);
-  /** Tells this load of the shell from every other one. */
-  const sLoad = Array.from(crypto.getRandomValues(new Uint32Array(4)), (i) => i.toString(36)).join("");
-
-  // A load that follows another one in the same tab has its session; a tab that was
-  // copied has its number, too, but the first one goes on.
-  const sLeft = `zelweb-left-${iInstance()}`;
-  const bLeft = sessionStorage.getItem(sLeft) !== null;
-  sessionStorage.removeItem(sLeft);
-  addEventListener("pagehide", () => {
-    sessionStorage.setItem(sLeft, "");
-    const oFrame = aFrames[Front()];
-    if (oFrame !== undefined) sessionStorage.setItem(sView, JSON.stringify(TakeView(oFrame.contentWindow)));
-  });
-
-  let oSocket; // null when it is gone
-  let bOpen = false; // takes messages
-  let bReady = false; // the shell's page is there in full
-  const aEarly = [];
-  let bGreeted = false; // some session knows this load
-  let bOver = false;
-  let iGot = 0; // messages that the server has sent
-  let iGotSize = 0; // of those that it does not know to be here
-  let iConfirmed = 0; // of our own
-  let aKept = [];
-  let iAttempts = 0;
-  let iTimer = 0;
-
-  /** Messages, and characters of them, after which the other side hears that they have come. */
-  const Portion = 32;
-  const PortionSize = 1 << 20;
-  const Patience = 10000; // for a socket to open, in milliseconds
-
-  const Send = (...aItems) => SendText(JSON.stringify(aItems));
-  const SendText = (sText) => {
-    if (bOver) return;
-    aKept.push(sText);
-    if (bOpen) oSocket.send(sText);
-    else if (iAttempts > 0) Connect(); // whoever does something does not want to wait for the next attempt
-  };
-
-  const SendKept = () => {
-    bOpen = true;
-    for (const sText of aKept) oSocket.send(sText);
-  };
-
-  /** Separators, groups and the order of a date, as the browser's user has them. */
-  const Locale = () => {
-    const oParts = new Intl.NumberFormat(undefined, { useGrouping: true, minimumFractionDigits: 1 }).formatToParts(123456789.5);
-    const Value = (sType) => oParts.find(({ type }) => type === sType)?.value ?? "";
-    const aGroups = oParts.filter(({ type }) => type === "integer").map(({ value }) => value.length).reverse();
-    const sGroups = aGroups.length < 2 ? "" : aGroups[0] === aGroups[1] ? `${aGroups[0]};0` : `${aGroups[0]};${aGroups[1]};0`;
-    const Pattern = (oOptions) => {
-      const oFormat = new Intl.DateTimeFormat(undefined, oOptions);
-      const oHour = { h11: "h", h12: "h", h23: "H", h24: "H" }[oFormat.resolvedOptions().hourCycle] ?? "H";
-      const oLetters = { day: "d", month: "M", year: "y", hour: oHour, minute: "m", second: "s" };
-      return oFormat.formatToParts(new Date(2006, 0, 2, 3, 4, 5)).map(({ type, value }) =>
-        type === "dayPeriod" ? "tt" : type in oLetters ? oLetters[type].repeat(value.length) : value.replace(/[a-zA-Z]/g, "")
-      ).join("");
-    };
-    const Period = (iHour) =>
-      new Intl.DateTimeFormat(undefined, { hour: "numeric", hour12: true }).formatToParts(new Date(2006, 0, 2, iHour))
-        .find(({ type }) => type === "dayPeriod")?.value ?? "";
-    return [Value("decimal"), aGroups.length < 2 ? "" : Value("group"), sGroups,
-      Pattern({ year: "numeric", month: "2-digit", day: "2-digit" }),
-      Pattern({ hour: "numeric", minute: "2-digit", second: "2-digit" }), Period(3), Period(15)];
-  };
-
-  const Connect = () => {
-    clearTimeout(iTimer);
-    if (bOver || oSocket) return;
-    const bFirst = oSocket === undefined;
-    const oNew = new WebSocket(`${location.protocol === "https:" ? "wss" : "ws"}://${location.host}/socket`);
-    oSocket = oNew;
-    oNew.onopen = () => {
-      oNew.send(JSON.stringify(["hello", iInstance(), sessionStorage.getItem(sSession()) ?? "", sLoad, iGot, Number(bGreeted), Number(bLeft), Theme(), ...Locale()]));
-      // No session has had anything of this load: nothing has to be asked first.
-      if (bFirst) SendKept();
-    };
-    oNew.onmessage = ({ data }) => oNew === oSocket && (bReady ? Receive(data) : aEarly.push(data));
-    oNew.onclose = () => Lose(oNew);
-    iTimer = setTimeout(Lose, Patience, oNew);
-  };
-
-  const Lose = (oLost) => {
-    if (oLost !== oSocket) return;
-    clearTimeout(iTimer);
-    oLost.close();
-    oSocket = null;
-    bOpen = false;
-    aEarly.length = 0;
-    if (bOver) return;
-    Say("The connection to the server is gone. Trying again…", true);
-    // A server that is there, but lets nobody in without the token, is not asked for ever.
-    if (iAttempts > 0) {
-      fetch("/lights", { cache: "no-store" }).then(
-        ({ status }) => status === 401 && Over("You are signed out. Open the address that zelweb printed when it started: it has the token."),
-        () => {});
-    }
-    const aPauses = [1000, 2000, 4000, 5000];
-    iTimer = setTimeout(Connect, aPauses[Math.min(iAttempts++, 3)] * (0.8 + 0.4 * Math.random()));
-  };
-
-  /** Another socket at once, whatever became of the present one. */
-  const Renew = () => {
-    oSocket?.close();
-    oSocket = null;
-    bOpen = false;
-    aEarly.length = 0;
-    Connect();
-  };
-
-  /*
-   * A network that is gone without a word, as that of a computer that was asleep, does
-   * not end a socket for minutes. The server answers at once, also while a session is at
-   * work; on a slow line, what is on its way comes first.
-   */
-  const Silence = 15000;
-  const Unanswered = 3;
-  let iSilent = 0; // times since something was heard
-  setInterval(() => {
-    if (!bOpen) return;
-    if (iSilent++ === Unanswered) return Lose(oSocket);
-    oSocket.send('["ping"]');
-  }, Silence);
-
-  addEventListener("online", Renew);
-  addEventListener("visibilitychange", () => document.visibilityState === "visible" && Connect());
-
-  const Welcome = (sNumber, iArrived) => {
-    sessionStorage.setItem(sSession(), sNumber);
-    clearTimeout(iTimer);
-    bGreeted = true;
-    iAttempts = 0;
-    Confirmed(iArrived);
-    iSilent = 0;
-    if (!bOpen) SendKept();
-    Say("");
-  };
-
-  const Confirmed = (iArrived) => {
-    aKept = aKept.slice(iArrived - iConfirmed);
-    iConfirmed = iArrived;
-  };
-
-  const Over = (sText) => {
-    bOver = true;
-    sessionStorage.removeItem(sSession());
-    for (const oBox of document.querySelectorAll("dialog")) oBox.remove(); // nobody takes an answer any more
-    Say(sText, true);
-  };
-
-  /** The page that the session after this one is to show. */
-  const sNext = `zelweb-next-${iInstance()}`;
-  let sWanted = sessionStorage.getItem(sNext) ?? "";
-  sessionStorage.removeItem(sNext);
-
-  // What is about the connection itself is not counted.
-  const oControls = {
-    welcome: Welcome,
-    got: Confirmed,
-    pong: () => {},
-    reload: () => {
-      bOver = true;
-      sessionStorage.removeItem(sSession());
-      sessionStorage.setItem(sNext, document.querySelector("#pages [aria-current]")?.dataset.name ?? "");
-      location.reload();
-    },
-    full: (iMost) => Over(`The server shows ${iMost} sessions already, and no more. Close another one first.`),
-    ended: (sReason) => Over(`This session has ended: ${sReason}.`),
-  };
-
-  const Receive = (sText) => {
-    iSilent = 0;
-    const iBody = sText.indexOf("\n");
-    const [sKind, ...aItems] = JSON.parse(iBody < 0 ? sText : sText.slice(0, iBody));
-    if (sKind in oControls) return oControls[sKind](...aItems);
-    iGotSize += sText.length;
-    if (++iGot % Portion === 0 || iGotSize > PortionSize) {
-      iGotSize = 0;
-      oSocket.send(JSON.stringify(["got", iGot]));
-    }
-    try {
-      oMessages[sKind](...aItems, iBody < 0 ? undefined : sText.slice(iBody + 1));
-    } catch (oError) {
-      console.error(sKind, oError);
-    }
-  };
 
   // ---- the frames ------------------------------------------------------------
 
@@ -236,7 +66,7 @@
       Attach: (oAgent) => (oState.oAgent = oAgent),
       Post: (sMessage) => {
         if (oState.oWindow !== oWindow) return; // of a document that is gone
-        if (bOver && /^\["key",\d+,116\]/.test(sMessage)) location.reload();
+        if (oWire.IsOver() && /^\["key",\d+,116\]/.test(sMessage)) location.reload();
         SendText(`["agent",${iFrame}]\n${sMessage}`);
       },
     };
@@ -274,6 +104,17 @@
     if (!bDone) return Send("notagain", iFrame, iNew);
     oState.iSerial = iNew;
     oState.aWaiting = [];
+  };
+
+  let bViewDue = false;
+
+  /** To the page that is filled for the first time since the load. */
+  const GiveView = () => {
+    const iFrame = Front();
+    if (!bViewDue || iFrame < 0 || !aStates[iFrame].bLoaded) return;
+    const sKept = sessionStorage.getItem(sView);
+    sessionStorage.removeItem(sView);
+    zelwbr3View.Give(aFrames[iFrame].contentWindow, sKept);
   };
 
   const Front = () => aFrames.findIndex((o) => o.classList.contains("front"));
@@ -449,18 +290,18 @@
     const bReading = dBegun > 0 && performance.now() - dBegun < 30000;
     const bBusy = bReading || document.visibilityState !== "visible" || document.querySelector("dialog[open]") !== null;
     const bMay = bFailure || (oState?.bLoaded && oState.oAgent.InUse() !== "true");
-    if (bOpen && !bBusy && bMay) Refresh(false);
+    if (oWire.IsOpen() && !bBusy && bMay) Refresh(false);
     Schedule();
   };
 
   // ---- the line about the connection --------------------------------------------
 
-  const Say = (sText, bGone = false) => {
+  const Say = (sText, bGone) => {
     const oLine = document.getElementById("line");
     if (oLine === null) return;
     oLine.children[0].textContent = sText;
-    oLine.children[1].textContent = bOver ? "Load again" : "Try now";
-    oLine.children[1].onclick = () => (bOver ? location.reload() : Renew());
+    oLine.children[1].textContent = oWire.IsOver() ? "Load again" : "Try now";
+    oLine.children[1].onclick = () => (oWire.IsOver() ? location.reload() : oWire.Renew());
     oLine.hidden = sText === "";
     document.body.classList.toggle("gone", bGone);
   };
@@ -524,60 +365,6 @@
     }, true);
   };
 
-  // ---- what a load of the shell would lose -----------------------------------------
-
-  /*
-   * The tab and the figures come from the program again. What is the user's own is
-   * here: the filters of lists, what they are sorted by, what is pressed, the place.
-   */
-  const sView = `zelweb-view-${iInstance()}`;
-  const NameOf = (oWindow) => oWindow.location.pathname.split("/").at(-1);
-  const InPage = (oWindow, sWhat) => [...oWindow.document.querySelectorAll(sWhat)];
-  const Filters = "input.zelListFilter";
-  const Pressed = ".zelListBar [aria-pressed]";
-  const Headings = "tr > th";
-
-  const TakeView = (oWindow) => ({
-    sName: NameOf(oWindow),
-    aFilters: InPage(oWindow, Filters).map((o) => o.value),
-    aPressed: InPage(oWindow, Pressed).map((o) => o.ariaPressed),
-    aSorted: InPage(oWindow, Headings).map((o) => o.ariaSort),
-    dPlace: oWindow.scrollY,
-  });
-
-  let bViewDue = false;
-
-  /** To the page that is filled for the first time since the load. */
-  const GiveView = () => {
-    const iFrame = Front();
-    if (!bViewDue || iFrame < 0 || !aStates[iFrame].bLoaded) return;
-    const oWindow = aFrames[iFrame].contentWindow;
-    const oView = JSON.parse(sessionStorage.getItem(sView));
-    sessionStorage.removeItem(sView);
-    if (oView?.sName !== NameOf(oWindow)) return;
-    InPage(oWindow, Filters).forEach((o, i) => {
-      o.value = oView.aFilters[i] ?? "";
-      o.dispatchEvent(new Event("input"));
-    });
-    InPage(oWindow, Pressed).forEach((o, i) => o.ariaPressed === oView.aPressed[i] || o.click());
-    InPage(oWindow, Headings).forEach((o, i) => {
-      // A click goes on to the next of three ways to sort.
-      for (let j = 0; j < 2 && (oView.aSorted[i] ?? o.ariaSort) !== o.ariaSort; ++j) o.querySelector("button")?.click();
-    });
-    // Rows are arranged little by little; whoever does something has a place of their own.
-    let bUser = oView.dPlace === 0;
-    for (const sEvent of ["wheel", "keydown", "pointerdown"]) oWindow.addEventListener(sEvent, () => (bUser = true), { once: true });
-    let iTries = 120;
-    const Place = () => {
-      if (bUser || iTries-- === 0) return;
-      oWindow.scrollTo({ top: oView.dPlace, behavior: "instant" });
-      // A list that has been arranged shows its first row.
-      const bArranging = InPage(oWindow, ".zelListBar[aria-busy]").length > 0;
-      if (bArranging || Math.abs(oWindow.scrollY - oView.dPlace) > 1) requestAnimationFrame(Place);
-    };
-    Place();
-  };
-
   // ---- the shell's own ---------------------------------------------------------
 
   const Theme = () => localStorage.getItem("zelweb-theme") ?? "";
@@ -600,9 +387,9 @@
     if (oEvent.ctrlKey || oEvent.metaKey || oEvent.shiftKey) return;
     if (oEvent.altKey) return void (PressMnemonic(oEvent.key) && oEvent.preventDefault());
     const iFrame = Front();
-    if (!aKeys.includes(oEvent.keyCode) || (iFrame < 0 && !bFailure && !bOver)) return;
+    if (!aKeys.includes(oEvent.keyCode) || (iFrame < 0 && !bFailure && !oWire.IsOver())) return;
     oEvent.preventDefault();
-    if (bOver) return void (oEvent.key === "F5" && location.reload());
+    if (oWire.IsOver()) return void (oEvent.key === "F5" && location.reload());
     if (bFailure) return void (oEvent.key === "F5" && Refresh(true));
     SendText(`["agent",${iFrame}]\n["key",${aStates[iFrame].iSerial},${oEvent.keyCode}]`);
   });
@@ -630,8 +417,7 @@
       DrawTheme();
       Send("theme", oTheme.value);
     };
-    bReady = true;
-    for (const sText of aEarly.splice(0)) Receive(sText);
+    oWire.Ready();
   });
-  Connect();
+  oWire.Connect();
 })();
