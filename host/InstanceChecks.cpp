@@ -76,7 +76,13 @@ class InstanceChecks::Process : public wxProcess {
   }
   /// Its answer has been taken.
   void Forget() { m_oOwner = nullptr; }
+  /// The toolkit may tell its end before it has finished beginning it.
   void OnTerminate(int, int) override {
+    m_bEnded = true;
+    if (m_lID != 0) Leave();
+  }
+  bool HasEnded() const { return m_bEnded; }
+  void Leave() {
     HasAnswered();
     if (m_oOwner != nullptr) m_oOwner->Ended(*this);
     delete this;
@@ -91,6 +97,7 @@ class InstanceChecks::Process : public wxProcess {
 
   InstanceChecks* m_oOwner;
   long m_lID = 0;
+  bool m_bEnded = false;
 };
 
 InstanceChecks::InstanceChecks(std::string sProgram, std::function<void(const std::string&, const Light&)> oSeen)
@@ -121,6 +128,7 @@ void InstanceChecks::Next() {
     auto* oProcess = new Process(*this, sInstance);
     if (oProcess->Run(m_sProgram)) {
       m_running.push_back(oProcess);
+      if (oProcess->HasEnded()) oProcess->Leave();
     } else {
       delete oProcess;
       m_oSeen(sInstance, {Health::Level::Unknown, {}, "It cannot be checked: \"" + m_sProgram + "\" cannot be run"});
