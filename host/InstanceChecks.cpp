@@ -82,6 +82,7 @@ class InstanceChecks::Process : public wxProcess {
     if (m_lID != 0) Leave();
   }
   bool HasEnded() const { return m_bEnded; }
+  /// Gives the answer, if anybody wants to know, and deletes itself.
   void Leave() {
     HasAnswered();
     if (m_oOwner != nullptr) m_oOwner->Ended(*this);

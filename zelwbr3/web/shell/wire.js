@@ -75,13 +75,17 @@ const zelwbr3Wire = (oShell) => {
     iTimer = setTimeout(Lose, Patience, oNew);
   };
 
-  const Lose = (oLost) => {
-    if (oLost !== oSocket) return;
+  const Drop = () => {
     clearTimeout(iTimer);
-    oLost.close();
+    oSocket?.close();
     oSocket = null;
     bOpen = false;
     aEarly.length = 0;
+  };
+
+  const Lose = (oLost) => {
+    if (oLost !== oSocket) return;
+    Drop();
     if (bOver) return;
     oShell.Say("The connection to the server is gone. Trying again…", true);
     // A server that is there, but lets nobody in without the token, is not asked for ever.
@@ -96,10 +100,7 @@ const zelwbr3Wire = (oShell) => {
 
   /** Another socket at once, whatever became of the present one. */
   const Renew = () => {
-    oSocket?.close();
-    oSocket = null;
-    bOpen = false;
-    aEarly.length = 0;
+    Drop();
     Connect();
   };
 

@@ -36,8 +36,8 @@ void Waiter::Operate(const std::function<void()>& oOperation) {
 }
 
 void Waiter::Shelter(const std::function<void()>& oWork) {
-  const bool bOutermost = !std::exchange(m_bSheltered, true);
-  Finally(oWork, [&] { m_bSheltered = !bOutermost; });
+  const bool bBefore = std::exchange(m_bSheltered, true);
+  Finally(oWork, [&] { m_bSheltered = bBefore; });
 }
 
 void Waiter::Run(const std::function<void()>& oWork) {
